@@ -1,0 +1,61 @@
+# What every target of the project has in common, and the two functions that make one.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_INTERPROCEDURAL_OPTIMIZATION OFF)
+
+find_program(KTRV_CCACHE ccache)
+if(KTRV_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${KTRV_CCACHE}")
+  set(CMAKE_C_COMPILER_LAUNCHER "${KTRV_CCACHE}")
+endif()
+
+add_library(ktrv_options INTERFACE)
+target_include_directories(ktrv_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(ktrv_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(WIN32)
+  target_compile_definitions(ktrv_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX)
+  # Only what the type library and COM itself export may leave the DLL, at its smallest.
+  target_compile_options(ktrv_options INTERFACE -ffunction-sections -fdata-sections)
+  target_link_options(ktrv_options INTERFACE -Wl,--gc-sections)
+else()
+  find_package(Threads REQUIRED)
+  target_link_libraries(ktrv_options INTERFACE Threads::Threads)
+endif()
+
+if(KTRV_SANITIZE)
+  add_compile_options(-fsanitize=${KTRV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${KTRV_SANITIZE})
+endif()
+
+# ktrv_module(NAME [DEPENDS lib...]): the static library of all sources of the current folder.
+function(ktrv_module name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  if(NOT sources)
+    # A folder of headers only.
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE ktrv_options ${arg_DEPENDS})
+    return()
+  endif()
+  add_library(${name} STATIC ${sources})
+  target_link_libraries(${name} PUBLIC ktrv_options ${arg_DEPENDS})
+endfunction()
+
+# ktrv_test(NAME [DEPENDS lib...] [LABELS label...]): a GoogleTest program of all sources of the
+# current folder; its cases are found when the tests run, so building needs no emulator.
+function(ktrv_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS;LABELS")
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ktrv_options ${arg_DEPENDS} GTest::gmock_main)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
+    PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 120)
+endfunction()
