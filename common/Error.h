@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+
+#include "common/Text.h"
+
+namespace ktrv {
+
+/// The numbers that an automation programmer knows failures by.
+namespace ErrorNumber {
+inline constexpr std::int32_t InvalidProcedureCall = 5;
+inline constexpr std::int32_t Overflow = 6;
+inline constexpr std::int32_t OutOfMemory = 7;
+inline constexpr std::int32_t SubscriptOutOfRange = 9;
+inline constexpr std::int32_t TypeMismatch = 13;
+inline constexpr std::int32_t InternalError = 51;
+inline constexpr std::int32_t ObjectNotSet = 91;
+inline constexpr std::int32_t InvalidUseOfNull = 94;
+inline constexpr std::int32_t InvalidPropertyValue = 380;
+inline constexpr std::int32_t ActionNotSupported = 445;
+inline constexpr std::int32_t KeyInUse = 457;
+inline constexpr std::int32_t ElementNotFound = 35601;  ///< no tree node of that key
+inline constexpr std::int32_t KeyNotUnique = 35602;     ///< a tree node of that key exists
+// Of the data objects, as ADO numbers them.
+inline constexpr std::int32_t InvalidArgument = 3001;
+inline constexpr std::int32_t NoCurrentRecord = 3021;
+inline constexpr std::int32_t NotUpdatable = 3251;
+inline constexpr std::int32_t ItemNotFound = 3265;
+inline constexpr std::int32_t DataConversion = 3421;
+inline constexpr std::int32_t ObjectClosed = 3704;
+inline constexpr std::int32_t ObjectOpen = 3705;
+inline constexpr std::int32_t InvalidConnection = 3709;
+inline constexpr std::int32_t StillExecuting = 3711;
+inline constexpr std::int32_t OperationCancelled = 3712;
+// Of the database driver.
+inline constexpr std::int32_t DriverFailure = -2147467259;       ///< unspecified (0x80004005)
+inline constexpr std::int32_t SyntaxOrPermission = -2147217900;  ///< text refused (0x80040E14)
+inline constexpr std::int32_t NoCommandText = -2147217908;       ///< empty text (0x80040E0C)
+inline constexpr std::int32_t TableNotFound = -2147217865;       ///< no such table (0x80040E37)
+inline constexpr std::int32_t IntegrityViolation = -2147217873;  ///< constraint (0x80040E2F)
+inline constexpr std::int32_t LoginFailed = -2147217843;         ///< refused user (0x80040E4D)
+inline constexpr std::int32_t ValueMismatch = -2147217913;       ///< wrong data type (0x80040E07)
+inline constexpr std::int32_t RowChanged = -2147217864;          ///< update conflict (0x80040E38)
+inline constexpr std::int32_t TimedOut = -2147217871;            ///< time-out (0x80040E31)
+inline constexpr std::int32_t CommandCancelled = -2147217842;    ///< cancelled (0x80040E4E)
+}  // namespace ErrorNumber
+
+/// A failure as it travels through the component and into the log.
+class Error final : public std::exception {
+ public:
+  /// \param lastSystemError the operating system's code that the failing call left; 0 when none.
+  Error(std::int32_t number, String description, String source = u"KTRVAddressBook",
+        std::uint32_t lastSystemError = 0);
+
+  /// The failure that is being handled, as an Error whatever was thrown. Call in a catch block
+  /// only.
+  static Error Current() noexcept;
+
+  std::int32_t Number() const noexcept { return number_; }
+  const String& Description() const noexcept { return description_; }
+  const String& Source() const noexcept { return source_; }
+  std::uint32_t LastSystemError() const noexcept { return lastSystemError_; }
+
+  /// The description in UTF-8.
+  const char* what() const noexcept override { return what_.c_str(); }
+
+ private:
+  std::int32_t number_;
+  String description_;
+  String source_;
+  std::uint32_t lastSystemError_;
+  std::string what_;
+};
+
+}  // namespace ktrv

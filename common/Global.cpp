@@ -1,0 +1,65 @@
+#include "common/Global.h"
+
+#include <limits>
+
+#include "common/Trap.h"
+
+namespace ktrv::Global {
+namespace {
+
+bool IsValidEmail(StringView address) {
+  if (address.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
+    throw Error(ErrorNumber::Overflow, u"Overflow");  // the position counter has 16 bits
+  }
+  const std::size_t at = address.find(u'@');
+  const std::size_t dot = address.find(u'.');
+  if (at == StringView::npos || dot == StringView::npos) return false;
+  if (address.find(u'@', at + 1) != StringView::npos) return false;
+  // The look at what follows the first "." is as wide as the "."'s position has digits, plus one.
+  // So
+  // ".." behind position 9 is only caught at the end of the address. Addresses that the server
+  // already holds depend on it.
+  const std::size_t window = ToDecimal(static_cast<std::int64_t>(dot) + 1).size() + 1;
+  if (address.substr(dot, window) == u"..") return false;
+  return address.back() != u'.' && address.front() != u'@' && address.substr(at, 2) != u"@." &&
+         address.substr(dot, 2) != u".@";
+}
+
+}  // namespace
+
+bool ValidateEmail(Logger& logger, StringView logPath, StringView address) {
+  return Trap(logger, logPath,
+              u"KTRVAddressBook: Error occurred. Sub: ValidateEmail, Module: Global", false,
+              [&] { return IsValidEmail(address); });
+}
+
+bool KeyFilterNumeric(std::int16_t code, bool refusePoint, bool refuseSemicolon,
+                      const std::function<std::optional<String>()>& clipboard) {
+  constexpr std::int16_t kCopy = 3;
+  constexpr std::int16_t kBackspace = 8;
+  constexpr std::int16_t kTab = 9;
+  constexpr std::int16_t kPaste = 22;
+  switch (code) {
+    case kCopy:
+    case kBackspace:
+    case kTab:
+      return true;
+    case u'.':
+      return !refusePoint;
+    case u';':
+      return !refuseSemicolon;
+    case kPaste: {
+      const auto text = clipboard();
+      const auto number = text ? ParseNumber(Trim(*text)) : std::nullopt;
+      return number && *number >= 0;
+    }
+    default:
+      return code >= u'0' && code <= u'9';
+  }
+}
+
+Variant NullToDefault(const Variant& value, const String& defaultText) {
+  return IsNull(value) ? Variant(defaultText) : value;
+}
+
+}  // namespace ktrv::Global
