@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "database/Connection.h"
+#include "database/Recordset.h"
+
+namespace ktrv::database {
+
+/// A prepared text with input parameters. It is prepared when first executed, and again when its
+/// connection was closed and opened in between.
+class Command {
+ public:
+  Command() = default;
+
+  /// The connection that it runs on; must outlive the command's use. Null takes it off.
+  void SetActiveConnection(Connection* connection);
+  Connection* ActiveConnection() const { return connection_; }
+
+  void SetCommandText(String text);
+  const String& CommandText() const { return text_; }
+
+  /// Kept for what the name says to readers of the dialogs: every command is prepared.
+  bool Prepared = false;
+
+  /// Adds an input parameter behind the others. \param size characters of a text, 0 for other
+  /// types.
+  void Append(String name, DataType type, std::int64_t size = 0);
+  const std::vector<Parameter>& Parameters() const { return parameters_; }
+
+  /// Runs the text with one value for each parameter and returns the rows, forward only and
+  /// read-only, or a closed recordset when the text returns none.
+  /// \throws Error InvalidConnection without an open connection, InvalidArgument when the number of
+  /// values differs, DataConversion when a value does not fit its parameter's type or size, else
+  /// the driver's.
+  Recordset Execute(std::vector<Variant> values = {});
+
+ private:
+  Connection* connection_ = nullptr;
+  String text_;
+  std::vector<Parameter> parameters_;
+  std::shared_ptr<Statement> statement_;
+  std::weak_ptr<Link> preparedOn_;
+};
+
+}  // namespace ktrv::database

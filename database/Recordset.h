@@ -1,0 +1,112 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "common/Error.h"
+#include "database/Connection.h"
+#include "database/RowBlock.h"
+
+namespace ktrv::database {
+
+enum class CursorLocation : std::int32_t { Server = 2, Client = 3 };
+enum class CursorType : std::int32_t { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
+enum class LockType : std::int32_t { ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
+
+/// How a recordset is opened.
+struct OpenOptions {
+  CursorType Cursor = CursorType::ForwardOnly;
+  LockType Lock = LockType::ReadOnly;
+  /// Fetches on a thread and a link of its own; Open returns at once, rows arrive in blocks on the
+  /// user-interface thread, each followed by FetchProgress, the last by FetchComplete.
+  bool Async = false;
+};
+
+/// How the end of a fetch is reported, as ADO codes it.
+enum class EventStatus : std::int32_t { Ok = 1, ErrorsOccurred = 2, Cancelled = 5 };
+
+/// The rows of a query, with a current row. Rows that have come can be read while others are still
+/// being fetched. Movable; belongs to the user-interface thread.
+class Recordset {
+ public:
+  /// \param progress rows fetched so far; \param maxProgress rows known to come, or the same.
+  using FetchProgressEvent = std::function<void(std::int64_t progress, std::int64_t maxProgress)>;
+  /// \param error the failure when status is ErrorsOccurred, else null.
+  using FetchCompleteEvent = std::function<void(const Error* error, EventStatus status)>;
+
+  explicit Recordset(Environment environment);
+  ~Recordset();  ///< Cancels a running fetch without waiting for the database.
+  Recordset(Recordset&&) noexcept;
+  Recordset& operator=(Recordset&&) noexcept;
+
+  CursorLocation Location = CursorLocation::Server;
+  /// Rows a block of an asynchronous fetch: the "Background Fetch Size". 1 or more.
+  std::int64_t BackgroundFetchSize = 1000;
+  FetchProgressEvent FetchProgress;
+  FetchCompleteEvent FetchComplete;
+
+  /// Opens on a link of its own made from the connection string. \throws Error ObjectOpen when
+  /// open, NoCommandText when the text is empty, the driver's otherwise (an asynchronous open
+  /// reports the driver's failures through FetchComplete instead).
+  void Open(StringView source, StringView connectionString, OpenOptions options = {});
+
+  /// Opens on the connection; an asynchronous fetch takes a link of its own to the same database.
+  void Open(StringView source, Connection& connection, OpenOptions options = {});
+
+  /// Takes it off its connection; the rows stay readable. No update is possible any more.
+  void Disconnect();
+
+  /// Stops a running fetch without waiting; the rows that have come stay. FetchComplete comes later
+  /// with status Cancelled.
+  void Cancel();
+
+  /// Closes and forgets the rows. No event of the fetch that ran arrives any more.
+  /// \throws Error ObjectClosed when closed.
+  void Close();
+
+  ObjectState State() const;  ///< Fetching while rows are still to come.
+
+  // Reading through the current row. All throw ObjectClosed when closed.
+  bool EndOfFile() const;  ///< behind the last row that has come
+  bool BeginningOfFile() const;
+  void MoveFirst();
+  void MoveNext();  ///< \throws Error NoCurrentRecord when already behind the last row
+  void MoveTo(std::int64_t row);  ///< 0-based
+
+  /// Value in the current row of the column of this name, regardless of case.
+  /// \throws Error ItemNotFound, NoCurrentRecord
+  Variant Field(StringView name) const;
+
+  /// Changes the value in the current row until Update. \throws Error NotUpdatable, ItemNotFound
+  void SetField(StringView name, Variant value);
+
+  // Reading without moving, for lists.
+  std::int64_t RecordCount() const;  ///< rows that have come
+  const std::vector<Column>& Columns()
+      const;  ///< empty until the first rows of an asynchronous fetch
+  std::optional<std::size_t> ColumnIndex(StringView name) const;
+  /// The cell's text; nothing when null. Valid until Close. \pre row and column are in range.
+  std::optional<StringView> CellText(std::int64_t row, std::size_t column) const;
+
+  /// Adds an empty row and makes it current. \throws Error NotUpdatable
+  void AddNew();
+
+  /// Writes the changed fields of the current row to the table that the query named: an insert
+  /// after AddNew, else an update that finds the row by its key and by the old values of the
+  /// changed fields. \throws Error RowChanged when no such row is there any more, else the
+  /// driver's; the pending values stay.
+  void Update();
+  void CancelUpdate();
+
+  /// Reads the current row and all its values again from the database; after an insert by the id
+  /// that the engine assigned. \throws Error RowChanged when the row is gone.
+  void Resync();
+
+ private:
+  struct State_;
+  std::unique_ptr<State_> state_;
+};
+
+}  // namespace ktrv::database
