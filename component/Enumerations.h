@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+/// The enumerations of the published interface; the misspelt names are part of it.
+namespace ktrv {
+
+enum class RunApplicationAt : std::int32_t { RuntAtClient = 0, RuntAtServer = 1 };
+enum class ModeOfOperation : std::int32_t { Add = 0, Modify = 1 };
+enum class TypeOfContact : std::int32_t { LocalContact = 0, SharedContact = 1 };
+enum class UserType : std::int32_t { GeneralUser = 0, Administrator = 1 };
+enum class TypeOfGroup : std::int32_t { LocalGroup = 0, SharedGroup = 1 };
+enum class LoadGroupFor : std::int32_t { AddModify = 0, SelectReceipient = 1 };
+enum class TypeOfFolder : std::int32_t {
+  LocalFolder = 0,
+  SharedFolder = 1,
+  SharedRemoteFolder = 2
+};
+
+/// Whether a 32-bit value of the host or the session stands for the member.
+template <class Enumeration>
+constexpr bool Is(std::int32_t value, Enumeration member) {
+  return value == static_cast<std::int32_t>(member);
+}
+
+}  // namespace ktrv

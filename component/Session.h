@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "common/Logger.h"
+#include "common/Trap.h"
+#include "component/Enumerations.h"
+#include "component/TextCollection.h"
+#include "controls/Screen.h"
+#include "database/Connection.h"
+
+namespace ktrv {
+
+/// The one record of a host thread that `clsMain` and every dialog share: how to reach the
+/// database, who the user is, and the values that pass between an operation and the dialog that it
+/// opens. It is plain data; whoever opens a dialog fills in what that dialog reads.
+struct Session {
+  /// All three must outlive the session.
+  Session(controls::Screen& screen, OperatingSystem& system, database::Environment environment);
+
+  controls::Screen& Screen;
+  OperatingSystem& System;
+  database::Environment Environment;
+
+  // The database.
+  std::unique_ptr<database::Connection> SessionConnection;  ///< null before Init
+  String SessionConnectionString;
+  String DbType;  ///< dialect word as the host gave it: "SQL", "ORACLE" or "MYSQL"
+
+  // The log. Until Init names another file, it is the default one, so that refusals can be logged.
+  String LogFilePath;
+  std::unique_ptr<ktrv::Logger> Logger;
+
+  // The user and the run.
+  std::int32_t SessionUserId = 0;
+  std::int32_t IsAdmin = 0;     ///< UserType
+  std::int32_t RunAt = 0;       ///< RunApplicationAt
+  std::int32_t SharedMode = 0;  ///< TypeOfContact
+  std::int16_t InitDone = 0;
+
+  // Contact editor.
+  String EditContactId;
+  String PresetContactName;
+  String PresetMobileNo;
+  String SavedContactId;
+  String SavedContactName;
+  String SavedContactMobile;
+  String SavedContactEmail;
+  String SavedContactAddress;
+  String SavedContactOrganisation;
+
+  // Group editor.
+  String GroupId;
+  String GroupName;
+  std::int32_t GroupType = 0;  ///< TypeOfGroup
+  bool OpenForProperties = false;
+  bool ExpandGroups = false;
+
+  // Folder editor.
+  std::int32_t FolderType = 0;  ///< TypeOfFolder
+  String SavedFolderId;
+  String SavedFolderName;
+  String SavedFolderType;
+  String SavedFolderCategory;
+
+  // Results of recipient selection. A host may keep a collection after the next selection replaced
+  // it.
+  std::shared_ptr<TextCollection> SelectedRecipients;
+  std::shared_ptr<TextCollection> SelectedMobileNos;
+  std::shared_ptr<TextCollection> SelectedNames;  ///< not published
+  String ContactsName;
+
+  // Values of the properties of the same names, which nothing reads.
+  String StoredLogFile;
+  String StoredClientDBString;
+
+  /// Makes the three result collections new and empty.
+  void RenewResults();
+
+  /// Opens SessionConnection with SessionConnectionString unless it is open.
+  /// \throws Error ObjectNotSet before Init, else the driver's.
+  database::Connection& OpenConnection();
+
+  /// ktrv::Trap with this session's log.
+  template <class Result, class Body>
+  Result Trap(StringView context, const Result& failure, Body&& body) {
+    return ktrv::Trap(*Logger, LogFilePath, context, failure, std::forward<Body>(body));
+  }
+  template <class Body>
+  void Trap(StringView context, Body&& body) {
+    ktrv::Trap(*Logger, LogFilePath, context, std::forward<Body>(body));
+  }
+
+  /// The shared message box, titled kMessageTitle. \return the button pressed (MessageAnswer)
+  std::int16_t ShowMessage(StringView text, std::int32_t style);
+};
+
+/// "\AddressBook.log" in the component's own directory.
+String DefaultLogFilePath(OperatingSystem& system);
+
+}  // namespace ktrv

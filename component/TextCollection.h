@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "common/Text.h"
+
+namespace ktrv {
+
+/// An ordered list of texts, some of which have a key. Keys are unique regardless of case.
+class TextCollection {
+ public:
+  /// \param key empty for none. \throws Error KeyInUse
+  void Add(String text, String key = {});
+
+  std::int32_t Count() const { return static_cast<std::int32_t>(items_.size()); }
+
+  /// \param index counted from 1. \throws Error SubscriptOutOfRange
+  const String& Item(std::int64_t index) const;
+  /// \throws Error InvalidProcedureCall when there is no such key.
+  const String& Item(StringView key) const;
+
+ private:
+  struct Entry {
+    String Text;
+    String Key;
+  };
+  std::vector<Entry> items_;
+};
+
+}  // namespace ktrv

@@ -1,0 +1,98 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "common/Text.h"
+#include "controls/Geometry.h"
+#include "controls/Input.h"
+#include "controls/Screen.h"
+
+namespace ktrv::controls {
+
+class Control;
+
+/// The window of one form. Made by the Screen when the form is loaded.
+class FormPeer {
+ public:
+  virtual ~FormPeer() = default;
+
+  virtual void CaptionChanged() = 0;
+  virtual void SizeChanged() = 0;
+  virtual void PointerChanged() = 0;
+  /// Shows the window, in front and with the focus in it, and returns.
+  virtual void Show() = 0;
+  /// Shows the window with the thread's other windows disabled and returns when the form is
+  /// unloaded.
+  virtual void ShowModal() = 0;
+};
+
+/// A dialog or window. Loaded when it is first shown: its window and its controls' peers are made,
+/// then Form_Load runs, then it appears. Unloaded by Unload, by its user's close button or with
+/// itself.
+class Form {
+ public:
+  struct Design {
+    String Caption;
+    int Width = 0;  ///< inner size in twips
+    int Height = 0;
+    bool Resizable = false;
+    int MinimumWidth = 0;  ///< smallest inner size that the user can choose, twips
+    int MinimumHeight = 0;
+  };
+
+  Form(Screen& screen, Design design);
+  virtual ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  /// Loads it unless it is loaded, shows it and returns. Shown again, it comes to the front.
+  void Show();
+  /// Loads and shows it modally with no owner; returns when it is unloaded.
+  void ShowModal();
+  /// Makes the window and runs Form_Load, without showing it.
+  void Load();
+  /// Runs Form_QueryUnload and takes the window away. No effect when it is not loaded.
+  void Unload();
+  bool IsLoaded() const { return loaded_; }
+  bool IsVisible() const { return visible_; }
+
+  const Design& Layout() const { return design_; }
+  const String& Caption() const { return design_.Caption; }
+  void SetCaption(String caption);
+  int ScaleWidth() const { return design_.Width; }
+  int ScaleHeight() const { return design_.Height; }
+  /// Makes the form another inner size, in twips.
+  void Resize(int width, int height);
+
+  MousePointer Pointer() const { return pointer_; }
+  void SetPointer(MousePointer pointer);
+
+  Screen& Display() const { return screen_; }
+  const std::vector<Control*>& Controls() const { return controls_; }
+
+  /// The user made the window another inner size, in twips.
+  void UserResizes(int width, int height);
+  /// The user asked to close the window.
+  void UserCloses() { Unload(); }
+
+ protected:
+  virtual void Form_Load() {}
+  virtual void Form_Resize() {}
+  /// The window is about to go; it cannot be kept.
+  virtual void Form_QueryUnload() {}
+
+ private:
+  friend class Control;
+
+  Screen& screen_;
+  Design design_;
+  std::vector<Control*> controls_;
+  std::unique_ptr<FormPeer> peer_;
+  MousePointer pointer_ = MousePointer::Default;
+  bool loaded_ = false;
+  bool visible_ = false;
+};
+
+}  // namespace ktrv::controls

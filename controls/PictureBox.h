@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "controls/Control.h"
+
+namespace ktrv::controls {
+
+/// A system colour as it is stored in a property: 0x80000000 plus the system colour's index.
+inline constexpr std::uint32_t kSystemButtonFace = 0x8000000F;
+inline constexpr std::uint32_t kSystemButtonShadow = 0x80000010;
+
+class PictureBoxPeer : public ControlPeer {
+ public:
+  virtual void BackColorChanged() = 0;
+};
+
+/// A plain area that reports the mouse; while a button is down it holds the mouse, so positions may
+/// lie outside it.
+class PictureBox final : public ControlOf<PictureBoxPeer> {
+ public:
+  /// Position in twips from the area's left and top.
+  using MouseEvent = std::function<void(MouseButton button, std::int16_t shift, int x, int y)>;
+
+  PictureBox(Form& form, Rectangle bounds, MousePointer pointer = MousePointer::Default);
+
+  MouseEvent MouseDown;
+  MouseEvent MouseMove;
+  MouseEvent MouseUp;
+
+  std::uint32_t BackColor() const { return backColor_; }
+  void SetBackColor(std::uint32_t color);
+  MousePointer Pointer() const { return pointer_; }
+
+  void Realise(PeerFactory& factory) override;
+
+ private:
+  std::uint32_t backColor_ = kSystemButtonFace;
+  MousePointer pointer_;
+};
+
+}  // namespace ktrv::controls

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+
+#include "controls/Control.h"
+
+namespace ktrv::controls {
+
+class StatusBar;
+
+class ProgressBarPeer : public ControlPeer {
+ public:
+  virtual void ValueChanged() = 0;
+  /// Moves into the status bar's panel (1-based); 0 only makes the status bar its parent.
+  virtual void PlacedIn(StatusBar& statusBar, int panel) = 0;
+};
+
+/// A bar that shows how far a task has come.
+class ProgressBar final : public ControlOf<ProgressBarPeer> {
+ public:
+  ProgressBar(Form& form, Rectangle bounds);
+
+  std::int32_t Min() const { return min_; }
+  std::int32_t Max() const { return max_; }
+  std::int32_t Value() const { return value_; }
+  /// \throws Error InvalidPropertyValue unless min < max. A value outside is moved to the nearer
+  /// end.
+  void SetRange(std::int32_t min, std::int32_t max);
+  /// A value outside the range is moved to the nearer end: a count taken before a fetch may be out
+  /// of date by its end.
+  void SetValue(std::int32_t value);
+
+  /// Puts the bar into a panel of the status bar: 1-based panel number. Its bounds are the panel's
+  /// from then on.
+  void PlaceIn(StatusBar& statusBar, int panel);
+  /// The panel that it was last placed in; 0 before.
+  int HostPanel() const { return hostPanel_; }
+
+  void Realise(PeerFactory& factory) override;
+
+ private:
+  std::int32_t min_ = 0;
+  std::int32_t max_ = 100;
+  std::int32_t value_ = 0;
+  int hostPanel_ = 0;
+  StatusBar* host_ = nullptr;
+};
+
+}  // namespace ktrv::controls
