@@ -1,7 +1,7 @@
 #pragma once
 
-#include <activscp.h>
 #include <windows.h>
+#include <activscp.h>
 
 #include <memory>
 #include <string>

@@ -1,23 +1,23 @@
 // scripthost FILE.vbs|FILE.js [ARG...]: runs a script and ends with the code of its WScript.Quit,
 // with 0 at its end, or with 99 after an error, which is told on the error stream.
 #include <windows.h>
+#include <shellapi.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <shellapi.h>
 #include <string>
 #include <vector>
 
 #include "tests/wine/scripthost/Console.h"
 #include "tests/wine/scripthost/Engine.h"
+#include "tests/wine/scripthost/PlayerObject.h"
 #include "tests/wine/scripthost/ScriptFailure.h"
+#include "tests/wine/scripthost/UiObject.h"
 #include "tests/wine/scripthost/WScriptObject.h"
 
 namespace ktrv::scripthost {
 namespace {
-
-constexpr int kScriptError = 99;
 
 std::vector<std::wstring> CommandLine() {
   int count = 0;
@@ -56,7 +56,10 @@ int Run() {
   const std::wstring text = ReadScript(path);
 
   WScriptObject wscript(path, std::move(arguments));
-  Engine engine(path.ends_with(L".vbs") ? L"VBScript" : L"JScript", {{L"WScript", &wscript}});
+  UiObject ui;
+  PlayerObject player(path);
+  Engine engine(path.ends_with(L".vbs") ? L"VBScript" : L"JScript",
+                {{L"WScript", &wscript}, {L"Ui", &ui}, {L"Player", &player}});
   const std::wstring failure = engine.Run(path, text);
   if (!failure.empty()) {
     throw ScriptFailure{failure};

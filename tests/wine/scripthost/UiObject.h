@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tests/wine/scripthost/ScriptObject.h"
+
+namespace ktrv::scripthost {
+
+/// The hand and the eye of a script on the windows of its own process; scripts find it as Ui.
+/// Windows are named by their handles, as numbers. What is waited for must come within ten seconds
+/// or the number of milliseconds given last, else the script gets an error.
+///
+///   Window(title[, ms])            the visible top-level window of that title, waited for
+///   IsShown(title)                 whether there is one now
+///   WaitGone(window[, ms])         waits until the window is gone or hidden
+///   Child(parent, class[, n])      its n-th visible descendant of a class, waited for
+///   ChildWithText(parent, text)    its visible descendant with that text, waited for
+///   Text(window), SetText(window, text), IsEnabled(window)
+///   WaitText(window, text[, ms])   waits until the window's text is that text
+///   Rows(list), RowCount(list), Nodes(tree)
+///   WaitRows(list, n[, ms])        waits until the list has n rows
+///   Click(button)                  presses a button
+///   ClickAt(window, x, y), RightClickAt(window, x, y), DoubleClickAt(window, x, y)
+///   ClickRow(list, n[, keys]), RightClickRow(list, n), DoubleClickRow(list, n)
+///   ClickNode(tree, text), RightClickNode(tree, text)
+///   Type(window, text), Press(window, virtualKey), Command(window, id), Close(window)
+class UiObject final : public ScriptObject {
+ public:
+  UiObject();
+
+ private:
+  void OfferSearch();
+  void OfferReading();
+  void OfferInput();
+};
+
+}  // namespace ktrv::scripthost
