@@ -5,9 +5,11 @@
 #include <optional>
 #include <vector>
 
+#include "controls/CaseFolding.h"
 #include "controls/Control.h"
 #include "controls/GridRows.h"
 #include "controls/Image.h"
+#include "controls/RowSelection.h"
 #include "database/Recordset.h"
 
 namespace ktrv::controls {
@@ -45,8 +47,8 @@ class FlexGridPeer : public ControlPeer {
 
 /// A grid of rows with a heading row (row 0) and data rows from 1 on. Its rows are its own or those
 /// of a recordset that it is bound to, which it reads cell by cell when they are shown and which
-/// may still be coming. Columns are meant to be found by key; bound, column 0 is a fixed column and
-/// column i shows the recordset's column i-1.
+/// may still be coming. Columns are meant to be found by key and keep their index when the user
+/// moves them; bound, column 0 is a fixed column and column i shows the recordset's column i-1.
 class FlexGrid final : public ControlOf<FlexGridPeer> {
  public:
   FlexGrid(Form& form, Rectangle bounds);
@@ -66,11 +68,13 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// Empties the grid and unbinds it: `rows` rows, heading included, of `cols` unnamed columns.
   void Reset(int rows, int cols);
   /// Shows the recordset's rows (null: none; then as Reset(2, 2)) and reports AfterDataRefresh. The
-  /// recordset must live until it is replaced here.
-  void Bind(database::Recordset* rows);
-  /// The bound recordset has more rows now.
+  /// recordset must live until it is replaced here. While it has no columns yet, because its fetch
+  /// has just begun, the grid keeps the columns it has and reports when they come.
+  void Bind(const database::Recordset* rows);
+  /// The bound recordset has more rows now: they stand behind the others until the next sort.
   void RowsArrived();
-  /// Reads the rows anew in the recordset's own order and reports AfterDataRefresh.
+  /// Reads the rows anew in the recordset's own order and reports AfterDataRefresh. Selected rows
+  /// stay selected.
   void DataRefresh();
 
   GridColumn& ColumnAt(int column);
@@ -100,6 +104,8 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   bool IsSelected(int row) const;
   /// Selected data rows from top to bottom.
   std::vector<int> SelectedRows() const;
+  const RowSelection& Selection() const { return selection_; }
+  /// Makes these the only selected rows and the first of them the current one.
   void SelectRows(int first, int last);
   void SelectAll();
   void ShowRow(int row);
@@ -107,8 +113,8 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// First row from `startRow` on whose text in the column begins with `text`, case not
   /// significant; -1 when there is none. An empty text matches the first row.
   int FindRow(StringView text, int startRow, int column) const;
-  /// Sorts the rows by the column in the user's language; rows alike keep their order. None: back
-  /// to the order in which they came.
+  /// Sorts the rows by the column in the user's language; rows alike keep their order, the current
+  /// and the selected rows stay so. None: back to the order in which they came.
   void Sort(int column, SortOrder order);
 
   /// False keeps the display as it is until it is set true again; calls do not nest.
@@ -121,18 +127,28 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// Sorts by the column: ascending, or the other way round when it is sorted ascending already.
   void UserClicksHeading(int column);
   /// The display's selection: `focused` is the current row (0 for none).
-  void UserSelects(std::vector<int> rows, int focused);
+  void UserSelects(const std::vector<int>& rows, int focused);
+  /// The same for a range of rows of which the display tells only the change.
+  void UserSelectsRange(int first, int last, bool selected, int focused);
 
   void Realise(PeerFactory& factory) override;
 
  private:
+  void TakeColumns();
+  void CheckRow(int row) const;
+  void CheckColumn(int column) const;
+  void Reordered(const std::vector<std::uint32_t>& formerRows);
+
   std::vector<GridColumn> columns_;
   GridRows rows_;
+  const database::Recordset* source_ = nullptr;
   int row_ = 0;
-  std::vector<bool> selected_;
+  RowSelection selection_;
   bool redraw_ = true;
   int sortColumn_ = -1;
   SortOrder sortOrder_ = SortOrder::None;
+  bool sortIsCurrent_ = true;  ///< no row came or changed since the last sort
+  mutable std::unique_ptr<CaseFolding> folding_;
 };
 
 }  // namespace ktrv::controls

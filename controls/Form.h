@@ -23,14 +23,18 @@ class FormPeer {
   virtual void PointerChanged() = 0;
   /// Shows the window, in front and with the focus in it, and returns.
   virtual void Show() = 0;
-  /// Shows the window with the thread's other windows disabled and returns when the form is
-  /// unloaded.
+  /// Shows the window with the thread's other windows disabled and returns when Hide was called.
   virtual void ShowModal() = 0;
+  /// Takes the window out of sight at once and makes ShowModal return. The window itself goes, or
+  /// is shown again, when no event of the form runs any more.
+  virtual void Hide() = 0;
 };
 
 /// A dialog or window. Loaded when it is first shown: its window and its controls' peers are made,
-/// then Form_Load runs, then it appears. Unloaded by Unload, by its user's close button or with
-/// itself.
+/// then Form_Load runs, then Form_Resize, then it appears. Unloaded by Unload or by its user's close
+/// button, also from within its own events: it is gone from sight at once, and its peers go later,
+/// when none of them can be at work. A form that does something in Form_QueryUnload calls Unload in
+/// its destructor.
 class Form {
  public:
   struct Design {
@@ -53,7 +57,8 @@ class Form {
   void ShowModal();
   /// Makes the window and runs Form_Load, without showing it.
   void Load();
-  /// Runs Form_QueryUnload and takes the window away. No effect when it is not loaded.
+  /// Runs Form_QueryUnload and takes the window away. No effect when it is not loaded or on its way
+  /// out.
   void Unload();
   bool IsLoaded() const { return loaded_; }
   bool IsVisible() const { return visible_; }
@@ -86,13 +91,19 @@ class Form {
  private:
   friend class Control;
 
+  void TearDown();
+
   Screen& screen_;
   Design design_;
   std::vector<Control*> controls_;
   std::unique_ptr<FormPeer> peer_;
   MousePointer pointer_ = MousePointer::Default;
   bool loaded_ = false;
+  bool unloading_ = false;
   bool visible_ = false;
+  bool modal_ = false;
+  /// Tells closures that wait on the screen whether the form is still there.
+  std::shared_ptr<Form*> self_ = std::make_shared<Form*>(this);
 };
 
 }  // namespace ktrv::controls

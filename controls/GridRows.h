@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <vector>
 
 #include "common/Text.h"
@@ -13,17 +12,21 @@ namespace ktrv::controls {
 class Language;
 
 /// The data rows of a grid, counted from 0, in the order in which they are shown: rows of a
-/// recordset, read where they are, with rows of the grid's own behind them.
+/// recordset, read where they are, with rows of the grid's own behind them. A million rows in the
+/// recordset's order cost nothing here.
 class GridRows {
  public:
-  /// Rows of the recordset (null: none), in its order.
+  /// For each row the place where it stood before; empty when no row moved.
+  using FormerRows = std::vector<std::uint32_t>;
+
+  /// The recordset's rows (null: none), in its order.
   void Bind(const database::Recordset* source);
   /// Takes in the rows that the recordset has now and had not before, behind the others.
   void TakeArrived();
   /// `count` empty rows of the grid's own and nothing else.
   void Reset(int count);
 
-  int Count() const { return static_cast<int>(order_.size()); }
+  int Count() const;
   /// \param column grid column. An empty text for null and beyond what the row holds.
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);
@@ -31,18 +34,27 @@ class GridRows {
   void Remove(int row);
 
   /// \param ascending else descending; stable.
-  void Sort(int column, bool ascending, const Language& language);
+  FormerRows Sort(int column, bool ascending, const Language& language);
+  /// Back to the recordset's order, the grid's own rows behind.
+  FormerRows Unsort();
+  /// The recordset's rows as they are now, in its order, without the changes and rows made here.
+  FormerRows Reread();
 
  private:
   /// A row is a recordset's row, or with the high bit set an index into own_.
   using Reference = std::uint32_t;
   static constexpr Reference kOwn = 0x80000000U;
 
+  Reference At(int row) const;
   StringView CellOf(Reference reference, int column) const;
+  /// Writes the natural order out, so that rows can leave it.
+  void Materialise();
 
   const database::Recordset* source_ = nullptr;
   Reference taken_ = 0;
+  /// Empty while the rows stand in their natural order: the recordset's, then the grid's own.
   std::vector<Reference> order_;
+  bool ordered_ = false;  ///< order_ holds the order
   std::vector<std::vector<String>> own_;
   std::map<std::pair<Reference, int>, String>
       changed_;  ///< cells of the recordset's rows changed here

@@ -14,9 +14,9 @@ class Language {
   /// The capital of each unit, one for one, so that positions stay.
   virtual void ToUpper(String& text) const = 0;
 
-  /// Bytes whose order is the order of the texts in the user's language (accented letters beside
-  /// their base letters, case last). Not meant to be kept or shown.
-  virtual std::string SortKey(StringView text) const = 0;
+  /// Appends bytes whose order is the order of the texts in the user's language (accented letters
+  /// beside their base letters, case last). Not meant to be kept or shown.
+  virtual void AppendSortKey(StringView text, std::string& keys) const = 0;
 };
 
 }  // namespace ktrv::controls

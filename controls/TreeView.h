@@ -19,7 +19,7 @@ struct TreeNode {
   int SelectedImageIndex = 0;  ///< 0: as ImageIndex
   TreeNode* Parent = nullptr;
   std::vector<TreeNode*> Children;
-  bool Expanded = false;
+  bool Expanded = false;  ///< may be set before there are children, which then show at once
 };
 
 class TreeViewPeer : public ControlPeer {
