@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "database/Connection.h"
@@ -12,8 +11,6 @@ namespace ktrv::database {
 /// connection was closed and opened in between.
 class Command {
  public:
-  Command() = default;
-
   /// The connection that it runs on; must outlive the command's use. Null takes it off.
   void SetActiveConnection(Connection* connection);
   Connection* ActiveConnection() const { return connection_; }
@@ -40,8 +37,7 @@ class Command {
   Connection* connection_ = nullptr;
   String text_;
   std::vector<Parameter> parameters_;
-  std::shared_ptr<Statement> statement_;
-  std::weak_ptr<Link> preparedOn_;
+  PreparedStatement statement_;
 };
 
 }  // namespace ktrv::database

@@ -4,19 +4,29 @@
 
 #include "database/Driver.h"
 #include "database/Environment.h"
+#include "database/SharedLink.h"
 
 namespace ktrv::database {
 
 /// State of a connection or a recordset, as ADO codes it.
 enum class ObjectState : std::int32_t { Closed = 0, Open = 1, Executing = 4, Fetching = 8 };
 
-class Recordset;
+/// Where a database is and who asks.
+struct DatabaseAddress {
+  String ConnectionString;
+  String User;
+  String Password;
+
+  /// A new link to it. May be called on any thread. \throws Error
+  std::unique_ptr<Link> Open(const Environment& environment) const;
+};
 
 /// A session with a database that can be closed and opened again.
 class Connection {
  public:
   explicit Connection(Environment environment);
-  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
 
   /// \throws Error ObjectOpen when open already, else the driver's failure; closed then.
   void Open(StringView connectionString, StringView user = {}, StringView password = {});
@@ -24,10 +34,10 @@ class Connection {
   /// \throws Error ObjectClosed when closed.
   void Close();
 
-  ObjectState State() const;
+  ObjectState State() const { return link_ ? ObjectState::Open : ObjectState::Closed; }
 
   /// The string of the last Open; empty before.
-  const String& ConnectionString() const { return connectionString_; }
+  const String& ConnectionString() const { return address_.ConnectionString; }
 
   /// Runs a text that returns no rows. \return rows changed. \throws Error
   std::int64_t Execute(StringView text);
@@ -35,12 +45,16 @@ class Connection {
   /// The open link. \throws Error ObjectClosed (commands give ADO's InvalidConnection themselves).
   Link& OpenLink();
 
+  /// The open link for those that outlive the call; null when closed.
+  const std::shared_ptr<SharedLink>& CurrentLink() const { return link_; }
+
+  const DatabaseAddress& Address() const { return address_; }
   const Environment& Surroundings() const { return environment_; }
 
  private:
   Environment environment_;
-  String connectionString_;
-  std::shared_ptr<Link> link_;
+  DatabaseAddress address_;
+  std::shared_ptr<SharedLink> link_;
 };
 
 }  // namespace ktrv::database

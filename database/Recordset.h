@@ -24,11 +24,9 @@ struct OpenOptions {
   bool Async = false;
 };
 
-/// How the end of a fetch is reported, as ADO codes it.
-enum class EventStatus : std::int32_t { Ok = 1, ErrorsOccurred = 2, Cancelled = 5 };
-
 /// The rows of a query, with a current row. Rows that have come can be read while others are still
-/// being fetched. Movable; belongs to the user-interface thread.
+/// being fetched. Movable, while events run too; belongs to the user-interface thread. Its methods
+/// may be called from its own events, which may also destroy or replace it.
 class Recordset {
  public:
   /// \param progress rows fetched so far; \param maxProgress rows known to come, or the same.
@@ -49,7 +47,8 @@ class Recordset {
 
   /// Opens on a link of its own made from the connection string. \throws Error ObjectOpen when
   /// open, NoCommandText when the text is empty, the driver's otherwise (an asynchronous open
-  /// reports the driver's failures through FetchComplete instead).
+  /// reports the driver's failures through FetchComplete instead, and stays open with the rows that
+  /// have come).
   void Open(StringView source, StringView connectionString, OpenOptions options = {});
 
   /// Opens on the connection; an asynchronous fetch takes a link of its own to the same database.
@@ -69,17 +68,19 @@ class Recordset {
   ObjectState State() const;  ///< Fetching while rows are still to come.
 
   // Reading through the current row. All throw ObjectClosed when closed.
-  bool EndOfFile() const;  ///< behind the last row that has come
-  bool BeginningOfFile() const;
-  void MoveFirst();
-  void MoveNext();  ///< \throws Error NoCurrentRecord when already behind the last row
-  void MoveTo(std::int64_t row);  ///< 0-based
+  bool EndOfFile() const;        ///< behind the last row that has come
+  bool BeginningOfFile() const;  ///< no row has come
+  // A move first writes what is pending in the current row, as Update does.
+  void MoveFirst();  ///< \throws Error NoCurrentRecord when no row has come
+  void MoveNext();   ///< \throws Error NoCurrentRecord when already behind the last row
+  void MoveTo(std::int64_t row);  ///< 0-based. \throws Error NoCurrentRecord outside the rows
 
   /// Value in the current row of the column of this name, regardless of case.
   /// \throws Error ItemNotFound, NoCurrentRecord
   Variant Field(StringView name) const;
 
-  /// Changes the value in the current row until Update. \throws Error NotUpdatable, ItemNotFound
+  /// Changes the value in the current row until Update. \throws Error NotUpdatable, ItemNotFound,
+  /// NoCurrentRecord, DataConversion when the value does not fit the column's type
   void SetField(StringView name, Variant value);
 
   // Reading without moving, for lists.
@@ -104,9 +105,18 @@ class Recordset {
   /// that the engine assigned. \throws Error RowChanged when the row is gone.
   void Resync();
 
+  /// Takes the whole result of a statement that was executed; stays closed when it has none.
+  /// \pre closed
+  void ReadAll(Statement& statement);
+
  private:
-  struct State_;
-  std::unique_ptr<State_> state_;
+  class Contents;
+
+  void Take(std::unique_ptr<Contents> contents);
+  Contents& Opened() const;
+
+  Environment environment_;
+  std::unique_ptr<Contents> contents_;  // null when closed
 };
 
 }  // namespace ktrv::database

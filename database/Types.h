@@ -9,6 +9,9 @@ namespace ktrv::database {
 /// The engine behind a link; Other when it is none that the component knows.
 enum class Engine { SqlServer, Oracle, MySql, PostgreSql, Sqlite, Other };
 
+/// How the end of a fetch is reported, as ADO codes it.
+enum class EventStatus : std::int32_t { Ok = 1, ErrorsOccurred = 2, Cancelled = 5 };
+
 /// How the values of a column or a parameter are read. The numbers are those of ADO's data types.
 enum class DataType : std::int32_t {
   Integer = 3,  ///< whole number; 4 bytes as a parameter

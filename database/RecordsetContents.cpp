@@ -1,0 +1,110 @@
+#include "database/RecordsetContents.h"
+
+#include <utility>
+
+#include "database/Conversion.h"
+#include "database/DataError.h"
+#include "database/TableWriter.h"
+
+namespace ktrv::database {
+namespace {
+
+constexpr std::size_t kRowsOfBlock = 1000;  // of a result that is read at once
+
+std::unique_ptr<RowBlock> BlockOfRow(const std::vector<std::optional<String>>& cells) {
+  auto block = std::make_unique<RowBlock>(cells.size(), 1);
+  block->BeginRow();
+  for (const auto& cell : cells) cell ? block->Add(*cell) : block->AddNull();
+  block->Finish();
+  return block;
+}
+
+}  // namespace
+
+void Recordset::Contents::StartFetch(const Environment& environment, DatabaseAddress address,
+                                     std::size_t blockRows) {
+  Fetch =
+      std::make_unique<BackgroundFetch>(environment, std::move(address), Source, blockRows, *this);
+}
+
+void Recordset::Contents::ReadAll(Statement& statement) {
+  Columns = statement.Columns();
+  while (auto block = statement.Fetch(kRowsOfBlock)) Rows.Append(std::move(block));
+}
+
+std::size_t Recordset::Contents::ColumnOf(StringView name) const {
+  for (std::size_t index = 0; index < Columns.size(); ++index) {
+    if (EqualsIgnoringCase(Columns[index].Name, name)) return index;
+  }
+  throw DataError(ErrorNumber::ItemNotFound);
+}
+
+Variant Recordset::Contents::Value(std::size_t column) const {
+  if (const auto pending = Pending.find(column); pending != Pending.end()) return pending->second;
+  if (Adding) return Null{};
+  return CellValue(Columns[column].Type, Rows.Cell(Position, column));
+}
+
+Link& Recordset::Contents::UpdateLink() const {
+  const auto link = ConnectionLink.lock();
+  if (!Updatable || !link) throw DataError(ErrorNumber::NotUpdatable);
+  return link->Get();
+}
+
+void Recordset::Contents::Write() {
+  if (!Adding) {
+    // A value that is what it was is no change, and cannot collide with somebody else's.
+    std::erase_if(Pending, [&](const auto& pending) {
+      const auto& [column, value] = pending;
+      return value == CellValue(Columns[column].Type, Rows.Cell(Position, column));
+    });
+    if (Pending.empty()) return;
+  }
+  TableWriter table(UpdateLink(), Source, Columns);
+  TableWriter::Cells cells(Columns.size());
+  if (!Adding) {
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+      if (const auto text = Rows.Cell(Position, column)) cells[column] = String(*text);
+    }
+    table.Update(cells, Pending);
+  } else {
+    table.Insert(cells, Pending);
+  }
+  if (std::exchange(Adding, false)) {
+    Position = Rows.Count();
+    Rows.Append(BlockOfRow(cells));
+  } else {
+    Rows.Replace(Position, BlockOfRow(cells));
+  }
+  Pending.clear();
+}
+
+void Recordset::Contents::ReadAgain() {
+  TableWriter table(UpdateLink(), Source, Columns);
+  TableWriter::Cells cells(Columns.size());
+  for (std::size_t column = 0; column < cells.size(); ++column) {
+    if (const auto text = Rows.Cell(Position, column)) cells[column] = String(*text);
+  }
+  table.Read(cells);
+  Rows.Replace(Position, BlockOfRow(cells));
+  Pending.clear();
+}
+
+void Recordset::Contents::ColumnsCame(std::vector<Column> columns) {
+  Columns = std::move(columns);
+}
+
+// The events come last and from copies, because their code may replace the recordset.
+
+void Recordset::Contents::RowsCame(std::unique_ptr<RowBlock> rows) {
+  Rows.Append(std::move(rows));
+  const std::int64_t count = Rows.Count();
+  if (const auto event = Owner->FetchProgress) event(count, count);
+}
+
+void Recordset::Contents::FetchEnded(const Error* error, EventStatus status) {
+  Fetch.reset();
+  if (const auto event = Owner->FetchComplete) event(error, status);
+}
+
+}  // namespace ktrv::database

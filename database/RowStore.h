@@ -1,0 +1,33 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "database/RowBlock.h"
+
+namespace ktrv::database {
+
+/// The rows of a result as they came, block by block, with the rows that were changed since.
+class RowStore {
+ public:
+  void Append(std::unique_ptr<RowBlock> block);
+
+  /// Puts the one row of the block in the place of this row. Views of the old cells stay valid.
+  void Replace(std::int64_t row, std::unique_ptr<RowBlock> block);
+
+  std::int64_t Count() const { return count_; }
+
+  /// Valid while the store lives; nothing when null. \pre row and column are in range.
+  std::optional<StringView> Cell(std::int64_t row, std::size_t column) const;
+
+ private:
+  std::vector<std::unique_ptr<RowBlock>> blocks_;
+  std::vector<std::int64_t> firstRows_;  // of each block
+  std::int64_t count_ = 0;
+  std::vector<std::unique_ptr<RowBlock>> replacements_;
+  std::map<std::int64_t, const RowBlock*> replaced_;
+};
+
+}  // namespace ktrv::database

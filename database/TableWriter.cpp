@@ -1,0 +1,174 @@
+#include "database/TableWriter.h"
+
+#include <algorithm>
+
+#include "database/Conversion.h"
+#include "database/DataError.h"
+#include "database/SqlTokenizer.h"
+
+namespace ktrv::database {
+namespace {
+
+struct Query {
+  StringView SelectList;
+  StringView Table;
+};
+
+/// The parts of "SELECT list FROM table" with nothing, WHERE or ORDER BY behind.
+Query SingleTableQuery(StringView sql) {
+  std::vector<SqlToken> tokens = TokenizeSql(sql);
+  std::erase_if(tokens,
+                [](const SqlToken& token) { return token.KindOf == SqlToken::Kind::Space; });
+  const auto isWord = [&](std::size_t index, StringView word) {
+    return index < tokens.size() && tokens[index].KindOf == SqlToken::Kind::Word &&
+           EqualsIgnoringCase(tokens[index].Text, word);
+  };
+  const auto isPoint = [&](std::size_t index) {
+    return index < tokens.size() && tokens[index].Text == u".";
+  };
+  std::size_t from = 1;
+  while (from < tokens.size() && !isWord(from, u"FROM")) ++from;
+  if (!isWord(0, u"SELECT") || isWord(1, u"DISTINCT") || from < 2 || from + 1 >= tokens.size()) {
+    throw DataError(ErrorNumber::NotUpdatable);
+  }
+  std::size_t last = from + 1;  // of the table's name
+  while (isPoint(last + 1) && last + 2 < tokens.size()) last += 2;
+  const bool anyJoin = std::any_of(tokens.begin(), tokens.end(), [](const SqlToken& token) {
+    return EqualsIgnoringCase(token.Text, u"UNION") || EqualsIgnoringCase(token.Text, u"GROUP");
+  });
+  const bool ends =
+      last + 1 == tokens.size() || isWord(last + 1, u"WHERE") || isWord(last + 1, u"ORDER");
+  if (tokens[last].KindOf != SqlToken::Kind::Word || !ends || anyJoin) {
+    throw DataError(ErrorNumber::NotUpdatable);
+  }
+  const auto between = [&](const SqlToken& first, const SqlToken& end) {
+    return StringView(
+        first.Text.data(),
+        static_cast<std::size_t>(end.Text.data() + end.Text.size() - first.Text.data()));
+  };
+  return {between(tokens[1], tokens[from - 1]), between(tokens[from + 1], tokens[last])};
+}
+
+}  // namespace
+
+struct TableWriter::Condition {
+  String Text;
+  std::vector<Parameter> Parameters;
+  std::vector<Variant> Values;
+};
+
+TableWriter::TableWriter(Link& link, StringView query, const std::vector<Column>& columns)
+    : link_(link), columns_(columns) {
+  const Query parts = SingleTableQuery(query);
+  selectList_ = parts.SelectList;
+  table_ = parts.Table;
+  std::vector<String> names = link.KeyColumns(table_);
+  if (names.empty()) names = {u"ID"};  // every table of the address book that has a key has this
+  for (const String& name : names) {
+    const auto column = std::find_if(columns_.begin(), columns_.end(), [&](const Column& each) {
+      return EqualsIgnoringCase(each.Name, name);
+    });
+    if (column == columns_.end()) throw DataError(ErrorNumber::NotUpdatable);
+    key_.push_back(static_cast<std::size_t>(column - columns_.begin()));
+  }
+}
+
+void TableWriter::AddCondition(Condition& condition, std::size_t column, const Cells& cells) const {
+  const Column& of = columns_[column];
+  if (!condition.Text.empty()) condition.Text += u" AND ";
+  if (!cells[column]) {
+    condition.Text += of.Name + u" IS NULL";
+    return;
+  }
+  condition.Text += of.Name + u" = ?";
+  if (of.Type == DataType::Date && link_.EngineKind() == Engine::Sqlite) {
+    // It keeps dates as the texts they were written with, and compares them as such.
+    condition.Parameters.push_back({of.Name, DataType::VarWChar, 0});
+    condition.Values.push_back(*cells[column]);
+    return;
+  }
+  condition.Parameters.push_back({of.Name, of.Type, of.Size});
+  condition.Values.push_back(CellValue(of.Type, *cells[column]));
+}
+
+TableWriter::Condition TableWriter::KeyCondition(const Cells& cells) const {
+  Condition condition;
+  for (const std::size_t column : key_) AddCondition(condition, column, cells);
+  return condition;
+}
+
+std::unique_ptr<Statement> TableWriter::Run(StringView text,
+                                            const std::vector<Parameter>& parameters,
+                                            const std::vector<Variant>& values) {
+  auto statement = link_.Prepare(text, parameters);
+  statement->Execute(values);
+  return statement;
+}
+
+void TableWriter::Fill(Cells& cells, const Values& values) const {
+  for (const auto& [column, value] : values) cells[column] = CellTextOf(value);
+}
+
+void TableWriter::Insert(Cells& cells, const Values& values) {
+  String names;
+  String marks;
+  std::vector<Parameter> parameters;
+  std::vector<Variant> arguments;
+  for (const auto& [index, value] : values) {
+    const Column& column = columns_[index];
+    names += (names.empty() ? u"" : u", ") + column.Name;
+    marks += marks.empty() ? u"?" : u", ?";
+    parameters.push_back({column.Name, column.Type, column.Size});
+    arguments.push_back(value);
+  }
+  const bool isMySql = link_.EngineKind() == Engine::MySql;
+  const String content = !values.empty() ? u" (" + names + u") VALUES (" + marks + u")"
+                         : isMySql       ? u" () VALUES ()"
+                                         : u" DEFAULT VALUES";
+  Run(u"INSERT INTO " + table_ + content, parameters, arguments);
+  Fill(cells, values);
+  if (key_.size() == 1 && !cells[key_[0]]) {
+    cells[key_[0]] = ToDecimal(link_.LastInsertedId(table_, columns_[key_[0]].Name));
+  }
+}
+
+void TableWriter::Update(Cells& cells, const Values& values) {
+  String assignments;
+  std::vector<Parameter> parameters;
+  std::vector<Variant> arguments;
+  Condition condition = KeyCondition(cells);
+  for (const auto& [index, value] : values) {
+    const Column& column = columns_[index];
+    assignments += (assignments.empty() ? u"" : u", ") + column.Name + u" = ?";
+    parameters.push_back({column.Name, column.Type, column.Size});
+    arguments.push_back(value);
+    const bool isKey = std::find(key_.begin(), key_.end(), index) != key_.end();
+    // These engines refuse to compare texts without a limit.
+    const bool incomparable =
+        column.Size == 0 && column.Type == DataType::VarWChar &&
+        (link_.EngineKind() == Engine::SqlServer || link_.EngineKind() == Engine::Oracle);
+    if (!isKey && !incomparable) AddCondition(condition, index, cells);
+  }
+  parameters.insert(parameters.end(), condition.Parameters.begin(), condition.Parameters.end());
+  arguments.insert(arguments.end(), condition.Values.begin(), condition.Values.end());
+  const auto statement =
+      Run(u"UPDATE " + table_ + u" SET " + assignments + u" WHERE " + condition.Text, parameters,
+          arguments);
+  if (statement->RowsAffected() == 0) throw DataError(ErrorNumber::RowChanged);
+  Fill(cells, values);
+}
+
+void TableWriter::Read(Cells& cells) {
+  const Condition condition = KeyCondition(cells);
+  const auto statement =
+      Run(u"SELECT " + selectList_ + u" FROM " + table_ + u" WHERE " + condition.Text,
+          condition.Parameters, condition.Values);
+  const auto row = statement->Fetch(1);
+  if (!row || row->Columns() != cells.size()) throw DataError(ErrorNumber::RowChanged);
+  for (std::size_t column = 0; column < cells.size(); ++column) {
+    const auto text = row->Cell(0, column);
+    cells[column] = text ? std::optional<String>(*text) : std::nullopt;
+  }
+}
+
+}  // namespace ktrv::database

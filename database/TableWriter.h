@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "database/Driver.h"
+
+namespace ktrv::database {
+
+/// Writes rows of a query's result back to the one table that the query reads.
+class TableWriter {
+ public:
+  /// The texts of a row's cells, one for each column of the result.
+  using Cells = std::vector<std::optional<String>>;
+  using Values = std::map<std::size_t, Variant>;  ///< by column
+
+  /// \throws Error NotUpdatable when the query reads anything but one table, or the result lacks
+  /// the table's key.
+  TableWriter(Link& link, StringView query, const std::vector<Column>& columns);
+
+  /// Adds a row of these values alone, so that the table's defaults fill the rest. \param cells the
+  /// values are filled in, and the key that the engine assigned.
+  void Insert(Cells& cells, const Values& values);
+
+  /// Changes the row of this key, provided that the changed columns still hold what the cells say.
+  /// \param cells the row as it was read; filled with the new values.
+  /// \throws Error RowChanged when there is no such row.
+  void Update(Cells& cells, const Values& values);
+
+  /// Reads the row of this key again. \throws Error RowChanged when there is none.
+  void Read(Cells& cells);
+
+ private:
+  struct Condition;
+  void AddCondition(Condition& condition, std::size_t column, const Cells& cells) const;
+  Condition KeyCondition(const Cells& cells) const;
+  std::unique_ptr<Statement> Run(StringView text, const std::vector<Parameter>& parameters,
+                                 const std::vector<Variant>& values);
+  void Fill(Cells& cells, const Values& values) const;
+
+  Link& link_;
+  const std::vector<Column>& columns_;
+  String selectList_;
+  String table_;
+  std::vector<std::size_t> key_;  // columns of the result
+};
+
+}  // namespace ktrv::database
