@@ -58,6 +58,7 @@ function(ktrv_test name)
   endif()
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE ktrv_options ${arg_DEPENDS} GTest::gmock_main)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
+  # Values in the names of parameterised cases would be addresses, another at each build.
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
     PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 120)
 endfunction()
