@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
+#include <utility>
 #include <vector>
 
 #include "controls/CaseFolding.h"
@@ -134,10 +135,15 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   void Realise(PeerFactory& factory) override;
 
  private:
-  void TakeColumns();
+  /// Takes the columns of the recordset when it has them and the grid has not. \return whether it
+  /// did
+  bool TakeColumns();
+  /// No current row, no selection, no sort.
+  void Forget();
+  /// The current and the selected rows go where the rows went.
+  void Reordered(const GridRows::FormerRows& formerRows);
   void CheckRow(int row) const;
   void CheckColumn(int column) const;
-  void Reordered(const std::vector<std::uint32_t>& formerRows);
 
   std::vector<GridColumn> columns_;
   GridRows rows_;

@@ -31,10 +31,10 @@ class FormPeer {
 };
 
 /// A dialog or window. Loaded when it is first shown: its window and its controls' peers are made,
-/// then Form_Load runs, then Form_Resize, then it appears. Unloaded by Unload or by its user's close
-/// button, also from within its own events: it is gone from sight at once, and its peers go later,
-/// when none of them can be at work. A form that does something in Form_QueryUnload calls Unload in
-/// its destructor.
+/// then Form_Load runs, then Form_Resize, then it appears. Unloaded by Unload or by its user's
+/// close button, also from within its own events: it is gone from sight at once, and its peers go
+/// later, when none of them can be at work. A form that does something in Form_QueryUnload calls
+/// Unload in its destructor.
 class Form {
  public:
   struct Design {

@@ -5,8 +5,9 @@
 namespace ktrv::controls {
 
 bool RowSelection::Contains(int row) const {
-  const auto next = std::upper_bound(ranges_.begin(), ranges_.end(), row,
-                                     [](int value, const Range& range) { return value < range.First; });
+  const auto next =
+      std::upper_bound(ranges_.begin(), ranges_.end(), row,
+                       [](int value, const Range& range) { return value < range.First; });
   return next != ranges_.begin() && row <= std::prev(next)->Last;
 }
 

@@ -82,6 +82,10 @@ class TreeView final : public ControlOf<TreeViewPeer> {
   void Realise(PeerFactory& factory) override;
 
  private:
+  /// The node that is selected when this one goes; null for none.
+  TreeNode* Neighbour(const TreeNode& node) const;
+  void ReportExpanded(TreeNode& node);
+
   std::vector<Image> images_;
   std::vector<std::unique_ptr<TreeNode>> nodes_;
   std::unordered_map<String, TreeNode*> byKey_;

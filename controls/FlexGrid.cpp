@@ -1,0 +1,282 @@
+#include "controls/FlexGrid.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "common/Error.h"
+#include "controls/Form.h"
+#include "controls/PeerFactory.h"
+
+namespace ktrv::controls {
+
+FlexGrid::FlexGrid(Form& form, Rectangle bounds) : ControlOf(form, bounds) {
+  Reset(2, 2);
+}
+
+int FlexGrid::Rows() const {
+  return rows_.Count() + 1;
+}
+
+void FlexGrid::Reset(int rows, int cols) {
+  source_ = nullptr;
+  rows_.Reset(rows - 1);
+  columns_.assign(static_cast<std::size_t>(cols), {});
+  Forget();
+  if (!peer_) return;
+  peer_->ColumnsChanged();
+  peer_->RowsChanged();
+}
+
+void FlexGrid::Bind(const database::Recordset* rows) {
+  if (!rows) {
+    Reset(2, 2);
+  } else {
+    source_ = rows;
+    rows_.Bind(rows);
+    Forget();
+    TakeColumns();
+    if (peer_) peer_->RowsChanged();
+  }
+  if (AfterDataRefresh) AfterDataRefresh();
+}
+
+void FlexGrid::RowsArrived() {
+  if (!source_) return;
+  rows_.TakeArrived();
+  sortIsCurrent_ = false;
+  if (TakeColumns() && AfterDataRefresh) AfterDataRefresh();
+  if (peer_) peer_->RowsAppended();
+}
+
+void FlexGrid::DataRefresh() {
+  Reordered(rows_.Reread());
+  sortColumn_ = -1;
+  sortOrder_ = SortOrder::None;
+  TakeColumns();
+  if (peer_) peer_->RowsChanged();
+  if (AfterDataRefresh) AfterDataRefresh();
+}
+
+bool FlexGrid::TakeColumns() {
+  if (!source_ || source_->Columns().empty()) return false;
+  const std::size_t wanted = source_->Columns().size() + 1;
+  if (columns_.size() == wanted) return false;
+  columns_.assign(wanted, {});
+  if (peer_) peer_->ColumnsChanged();
+  return true;
+}
+
+void FlexGrid::Forget() {
+  row_ = 0;
+  selection_.Clear();
+  sortColumn_ = -1;
+  sortOrder_ = SortOrder::None;
+}
+
+GridColumn& FlexGrid::ColumnAt(int column) {
+  CheckColumn(column);
+  return columns_[static_cast<std::size_t>(column)];
+}
+
+void FlexGrid::ColumnsChanged() {
+  if (peer_) peer_->ColumnsChanged();
+}
+
+int FlexGrid::ColIndex(StringView key) const {
+  for (std::size_t column = 0; column < columns_.size(); ++column) {
+    if (EqualsIgnoringCase(columns_[column].Key, key)) return static_cast<int>(column);
+  }
+  return -1;
+}
+
+void FlexGrid::SetHeadingPicture(int column, Image picture) {
+  ColumnAt(column).HeadingPicture = picture;
+  if (peer_) peer_->HeadingChanged(column);
+}
+
+String FlexGrid::Text(int row, int column) const {
+  CheckRow(row);
+  CheckColumn(column);
+  if (row == 0) return columns_[static_cast<std::size_t>(column)].Heading;
+  return String(rows_.Text(row - 1, column));
+}
+
+void FlexGrid::SetText(int row, int column, String text) {
+  CheckRow(row);
+  if (row == 0) {
+    ColumnAt(column).Heading = std::move(text);
+    if (peer_) peer_->HeadingChanged(column);
+    return;
+  }
+  CheckColumn(column);
+  rows_.SetText(row - 1, column, std::move(text));
+  sortIsCurrent_ = false;
+  if (peer_) peer_->RowsChanged();
+}
+
+void FlexGrid::AddItem(StringView tabSeparated) {
+  std::vector<String> cells;
+  while (cells.size() < columns_.size()) {
+    const std::size_t tab = tabSeparated.find(u'\t');
+    cells.emplace_back(tabSeparated.substr(0, tab));
+    if (tab == StringView::npos) break;
+    tabSeparated.remove_prefix(tab + 1);
+  }
+  rows_.Append(std::move(cells));
+  sortIsCurrent_ = false;
+  if (peer_) peer_->RowsAppended();
+}
+
+void FlexGrid::RemoveItem(int row) {
+  CheckRow(row);
+  if (row == 0) throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+  rows_.Remove(row - 1);
+  selection_.RowGone(row);
+  if (row_ == row) {
+    row_ = 0;
+  } else if (row_ > row) {
+    --row_;
+  }
+  if (peer_) peer_->RowsChanged();
+}
+
+bool FlexGrid::IsSelected(int row) const {
+  return selection_.Contains(row);
+}
+
+std::vector<int> FlexGrid::SelectedRows() const {
+  return selection_.Rows();
+}
+
+void FlexGrid::SetRow(int row) {
+  CheckRow(row);
+  row_ = row;
+  selection_.Clear();
+  if (row > 0) selection_.Add(row, row);
+  if (peer_) peer_->SelectionChanged();
+}
+
+void FlexGrid::SelectRows(int first, int last) {
+  CheckRow(first);
+  CheckRow(last);
+  row_ = std::max(first, 1);
+  selection_.Clear();
+  selection_.Add(row_, last);
+  if (peer_) peer_->SelectionChanged();
+}
+
+void FlexGrid::SelectAll() {
+  selection_.Clear();
+  selection_.Add(1, Rows() - 1);
+  if (peer_) peer_->SelectionChanged();
+}
+
+void FlexGrid::ShowRow(int row) {
+  CheckRow(row);
+  if (peer_ && row > 0) peer_->RowShown(row);
+}
+
+int FlexGrid::FindRow(StringView text, int startRow, int column) const {
+  CheckColumn(column);
+  if (!folding_) folding_ = std::make_unique<CaseFolding>(Parent().Display().UserLanguage());
+  const String prefix = folding_->Folded(text);
+  for (int row = std::max(startRow, 1); row < Rows(); ++row) {
+    if (folding_->StartsWith(rows_.Text(row - 1, column), prefix)) return row;
+  }
+  return -1;
+}
+
+void FlexGrid::Sort(int column, SortOrder order) {
+  CheckColumn(column);
+  if (order == SortOrder::None) {
+    Reordered(rows_.Unsort());
+  } else if (column != sortColumn_ || order != sortOrder_ || !sortIsCurrent_) {
+    Reordered(rows_.Sort(column, order == SortOrder::Ascending, Parent().Display().UserLanguage()));
+  }
+  sortColumn_ = order == SortOrder::None ? -1 : column;
+  sortOrder_ = order;
+  sortIsCurrent_ = true;
+  if (peer_) peer_->RowsChanged();
+}
+
+void FlexGrid::Reordered(const GridRows::FormerRows& formerRows) {
+  if (formerRows.empty()) {
+    if (row_ >= Rows()) row_ = 0;
+    selection_.Remove(Rows(), INT32_MAX);
+    return;
+  }
+  RowSelection selection;
+  int current = 0;
+  for (std::size_t place = 0; place < formerRows.size(); ++place) {
+    const int row = static_cast<int>(place) + 1;
+    const auto former = static_cast<std::int64_t>(formerRows[place]) + 1;
+    if (former > INT32_MAX) continue;
+    if (selection_.Contains(static_cast<int>(former))) selection.Add(row, row);
+    if (former == row_) current = row;
+  }
+  selection_ = std::move(selection);
+  row_ = current;
+}
+
+void FlexGrid::SetRedraw(bool redraw) {
+  if (redraw == redraw_) return;
+  redraw_ = redraw;
+  if (peer_) peer_->RedrawChanged();
+}
+
+void FlexGrid::UserPresses(std::int16_t keyCode, std::int16_t shift) {
+  if (KeyDown) KeyDown(keyCode, shift);
+}
+
+void FlexGrid::UserDoubleClicks() {
+  if (DoubleClick) DoubleClick();
+}
+
+void FlexGrid::UserReleases(MouseButton button, std::int16_t shift, int row) {
+  if (MouseUp) MouseUp(button, shift, row);
+}
+
+void FlexGrid::UserClicksHeading(int column) {
+  CheckColumn(column);
+  if (!UserCanSort) return;
+  const bool ascending = sortColumn_ == column && sortOrder_ == SortOrder::Ascending;
+  const SortOrder order = ascending ? SortOrder::Descending : SortOrder::Ascending;
+  Sort(column, order);
+  if (AfterSort) AfterSort(column, order);
+}
+
+void FlexGrid::UserSelects(const std::vector<int>& rows, int focused) {
+  selection_.Clear();
+  for (const int row : rows) UserSelectsRange(row, row, true, focused);
+  row_ = focused > 0 && focused < Rows() ? focused : 0;
+}
+
+void FlexGrid::UserSelectsRange(int first, int last, bool selected, int focused) {
+  first = std::max(first, 1);
+  last = std::min(last, Rows() - 1);
+  if (selected) {
+    selection_.Add(first, last);
+  } else {
+    selection_.Remove(first, last);
+  }
+  row_ = focused > 0 && focused < Rows() ? focused : 0;
+}
+
+void FlexGrid::CheckRow(int row) const {
+  if (row < 0 || row >= Rows()) {
+    throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+  }
+}
+
+void FlexGrid::CheckColumn(int column) const {
+  if (column < 0 || column >= Cols()) {
+    throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+  }
+}
+
+void FlexGrid::Realise(PeerFactory& factory) {
+  peer_ = factory.Make(*this);
+}
+
+}  // namespace ktrv::controls

@@ -1,0 +1,103 @@
+#include "controls/Form.h"
+
+#include <utility>
+
+#include "controls/Control.h"
+
+namespace ktrv::controls {
+
+Form::Form(Screen& screen, Design design) : screen_(screen), design_(std::move(design)) {}
+
+Form::~Form() {
+  // The controls, and with them their peers, went before.
+  self_.reset();
+}
+
+void Form::Load() {
+  if (loaded_) return;
+  if (!peer_) peer_ = screen_.Realise(*this);
+  loaded_ = true;
+  try {
+    Form_Load();
+  } catch (...) {
+    Unload();
+    throw;
+  }
+}
+
+void Form::Show() {
+  Load();
+  if (!loaded_) return;  // Form_Load unloaded it
+  if (!std::exchange(visible_, true)) Form_Resize();
+  if (loaded_ && peer_) peer_->Show();
+}
+
+void Form::ShowModal() {
+  Load();
+  if (!loaded_) return;
+  visible_ = true;
+  Form_Resize();
+  if (!loaded_ || !peer_) return;
+  modal_ = true;
+  peer_->ShowModal();
+  modal_ = false;
+  // The loop is over and with it every event of the form, so nothing of it is at work any more.
+  Unload();
+  TearDown();
+}
+
+void Form::Unload() {
+  if (!loaded_ || unloading_) return;
+  unloading_ = true;
+  try {
+    Form_QueryUnload();
+  } catch (...) {
+    unloading_ = false;
+    throw;
+  }
+  unloading_ = false;
+  loaded_ = false;
+  visible_ = false;
+  pointer_ = MousePointer::Default;
+  if (!peer_) return;
+  peer_->Hide();
+  if (modal_) return;
+  // A peer may be the one that reported the event which unloads the form: let it return first.
+  screen_.Post([form = std::weak_ptr<Form*>(self_)] {
+    const auto self = form.lock();
+    if (self && !(*self)->loaded_) (*self)->TearDown();
+  });
+}
+
+void Form::TearDown() {
+  for (Control* control : controls_) control->Unrealise();
+  peer_.reset();
+}
+
+void Form::SetCaption(String caption) {
+  design_.Caption = std::move(caption);
+  if (peer_) peer_->CaptionChanged();
+}
+
+void Form::Resize(int width, int height) {
+  if (width == design_.Width && height == design_.Height) return;
+  design_.Width = width;
+  design_.Height = height;
+  if (peer_) peer_->SizeChanged();
+  if (visible_) Form_Resize();
+}
+
+void Form::SetPointer(MousePointer pointer) {
+  if (pointer == pointer_) return;
+  pointer_ = pointer;
+  if (peer_) peer_->PointerChanged();
+}
+
+void Form::UserResizes(int width, int height) {
+  if (width == design_.Width && height == design_.Height) return;
+  design_.Width = width;
+  design_.Height = height;
+  if (visible_) Form_Resize();
+}
+
+}  // namespace ktrv::controls

@@ -1,0 +1,137 @@
+#include "controls/GridRows.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "controls/SortKeys.h"
+
+namespace ktrv::controls {
+
+void GridRows::Bind(const database::Recordset* source) {
+  *this = GridRows();
+  source_ = source;
+  TakeArrived();
+}
+
+void GridRows::TakeArrived() {
+  if (!source_) return;
+  const auto there = static_cast<Reference>(source_->RecordCount());
+  if (!own_.empty()) Materialise();
+  if (ordered_) {
+    for (Reference row = taken_; row < there; ++row) order_.push_back(row);
+  }
+  taken_ = there;
+}
+
+void GridRows::Reset(int count) {
+  *this = GridRows();
+  own_.resize(static_cast<std::size_t>(count));
+}
+
+int GridRows::Count() const {
+  return static_cast<int>(ordered_ ? order_.size() : taken_ + own_.size());
+}
+
+StringView GridRows::Text(int row, int column) const {
+  return CellOf(At(row), column);
+}
+
+void GridRows::SetText(int row, int column, String text) {
+  const Reference reference = At(row);
+  if ((reference & kOwn) == 0) {
+    changed_[{reference, column}] = std::move(text);
+    return;
+  }
+  auto& cells = own_[reference & ~kOwn];
+  const auto index = static_cast<std::size_t>(column);
+  if (cells.size() <= index) cells.resize(index + 1);
+  cells[index] = std::move(text);
+}
+
+void GridRows::Append(std::vector<String> cells) {
+  if (ordered_) order_.push_back(kOwn | static_cast<Reference>(own_.size()));
+  own_.push_back(std::move(cells));
+}
+
+void GridRows::Remove(int row) {
+  if (!ordered_ && taken_ == 0) {
+    own_.erase(own_.begin() + row);
+    return;
+  }
+  Materialise();
+  const Reference reference = At(row);
+  if (reference & kOwn) own_[reference & ~kOwn] = {};  // its place is not used again
+  order_.erase(order_.begin() + row);
+}
+
+GridRows::FormerRows GridRows::Sort(int column, bool ascending, const Language& language) {
+  const auto count = static_cast<std::size_t>(Count());
+  SortKeys keys(language, count);
+  for (int row = 0; row < Count(); ++row) keys.Add(Text(row, column));
+  FormerRows former = keys.Order(ascending);
+  std::vector<Reference> order(count);
+  for (std::size_t row = 0; row < count; ++row) order[row] = At(static_cast<int>(former[row]));
+  order_ = std::move(order);
+  ordered_ = true;
+  return former;
+}
+
+GridRows::FormerRows GridRows::Unsort() {
+  if (!ordered_) return {};
+  FormerRows former(order_.size());
+  std::iota(former.begin(), former.end(), 0U);
+  std::sort(former.begin(), former.end(),
+            [&](std::uint32_t left, std::uint32_t right) { return order_[left] < order_[right]; });
+  std::sort(order_.begin(), order_.end());
+  if (order_.size() == taken_ + own_.size()) {
+    order_ = {};
+    ordered_ = false;
+  }
+  return former;
+}
+
+GridRows::FormerRows GridRows::Reread() {
+  constexpr std::uint32_t kNowhere = 0xFFFFFFFFU;
+  const std::vector<Reference> shown = std::move(order_);
+  const bool moved = ordered_;
+  Bind(source_);
+  if (!moved) return {};
+  FormerRows former(taken_, kNowhere);
+  for (std::uint32_t row = 0; row < shown.size(); ++row) {
+    if (shown[row] < taken_) former[shown[row]] = row;
+  }
+  return former;
+}
+
+GridRows::Reference GridRows::At(int row) const {
+  const auto index = static_cast<Reference>(row);
+  if (ordered_) return order_[index];
+  return index < taken_ ? index : kOwn | (index - taken_);
+}
+
+StringView GridRows::CellOf(Reference reference, int column) const {
+  if (reference & kOwn) {
+    const auto& cells = own_[reference & ~kOwn];
+    const auto index = static_cast<std::size_t>(column);
+    return index < cells.size() ? StringView(cells[index]) : StringView();
+  }
+  if (!changed_.empty()) {
+    const auto change = changed_.find({reference, column});
+    if (change != changed_.end()) return change->second;
+  }
+  // Column 0 is the grid's own fixed column.
+  const auto index = static_cast<std::size_t>(column) - 1;
+  if (column == 0 || index >= source_->Columns().size()) return {};
+  return source_->CellText(reference, index).value_or(StringView());
+}
+
+void GridRows::Materialise() {
+  if (ordered_) return;
+  std::vector<Reference> order(static_cast<std::size_t>(Count()));
+  for (std::size_t row = 0; row < order.size(); ++row) order[row] = At(static_cast<int>(row));
+  order_ = std::move(order);
+  ordered_ = true;
+}
+
+}  // namespace ktrv::controls

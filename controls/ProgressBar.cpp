@@ -1,0 +1,38 @@
+#include "controls/ProgressBar.h"
+
+#include <algorithm>
+
+#include "common/Error.h"
+#include "controls/PeerFactory.h"
+
+namespace ktrv::controls {
+
+ProgressBar::ProgressBar(Form& form, Rectangle bounds) : ControlOf(form, bounds) {}
+
+void ProgressBar::SetRange(std::int32_t min, std::int32_t max) {
+  if (min >= max) throw Error(ErrorNumber::InvalidPropertyValue, u"Invalid property value");
+  min_ = min;
+  max_ = max;
+  value_ = std::clamp(value_, min_, max_);
+  if (peer_) peer_->ValueChanged();
+}
+
+void ProgressBar::SetValue(std::int32_t value) {
+  const std::int32_t inside = std::clamp(value, min_, max_);
+  if (inside == value_) return;
+  value_ = inside;
+  if (peer_) peer_->ValueChanged();
+}
+
+void ProgressBar::PlaceIn(StatusBar& statusBar, int panel) {
+  host_ = &statusBar;
+  hostPanel_ = panel;
+  if (peer_) peer_->PlacedIn(statusBar, panel);
+}
+
+void ProgressBar::Realise(PeerFactory& factory) {
+  peer_ = factory.Make(*this);
+  if (peer_ && host_ && hostPanel_ <= host_->PanelCount()) peer_->PlacedIn(*host_, hostPanel_);
+}
+
+}  // namespace ktrv::controls

@@ -1,0 +1,76 @@
+#include "controls/TextBox.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "controls/PeerFactory.h"
+
+namespace ktrv::controls {
+namespace {
+
+/// At most `room` units of the text, without half a surrogate pair at the end.
+StringView Cut(StringView text, std::size_t room) {
+  if (text.size() <= room) return text;
+  const bool splitsPair = room > 0 && text[room - 1] >= 0xD800 && text[room - 1] <= 0xDBFF;
+  return text.substr(0, splitsPair ? room - 1 : room);
+}
+
+}  // namespace
+
+TextBox::TextBox(Form& form, Rectangle bounds, int maxLength)
+    : ControlOf(form, bounds), maxLength_(maxLength) {}
+
+void TextBox::SetText(String text) {
+  if (text == text_) return;
+  text_ = std::move(text);
+  selectionStart_ = 0;
+  selectionLength_ = 0;
+  if (peer_) peer_->TextChanged();
+  if (Change) Change();
+}
+
+void TextBox::Select(int start, int length) {
+  const int size = static_cast<int>(text_.size());
+  selectionStart_ = std::clamp(start, 0, size);
+  selectionLength_ = std::clamp(length, 0, size - selectionStart_);
+  if (peer_) peer_->SelectionChanged();
+}
+
+void TextBox::UserTypes(StringView text) {
+  String typed(text);
+  if (typed.size() == 1 && KeyPress) {
+    auto code = static_cast<std::int16_t>(typed.front());
+    KeyPress(code);
+    if (code == 0) return;
+    typed.front() = static_cast<char16_t>(code);
+  }
+  // A control code is a command to the box (paste, copy), not a character.
+  if (typed.size() == 1 && typed.front() < u' ') return;
+  const auto start = static_cast<std::size_t>(selectionStart_);
+  const auto length = static_cast<std::size_t>(selectionLength_);
+  if (maxLength_ > 0) {
+    const std::size_t kept = text_.size() - length;
+    const auto most = static_cast<std::size_t>(maxLength_);
+    typed = Cut(typed, kept < most ? most - kept : 0);
+  }
+  if (typed.empty() && length == 0) return;
+  text_.replace(start, length, typed);
+  selectionStart_ += static_cast<int>(typed.size());
+  selectionLength_ = 0;
+  if (peer_) peer_->TextChanged();
+  if (Change) Change();
+}
+
+void TextBox::UserChanges(String text) {
+  if (text == text_) return;
+  text_ = std::move(text);
+  selectionStart_ = static_cast<int>(text_.size());
+  selectionLength_ = 0;
+  if (Change) Change();
+}
+
+void TextBox::Realise(PeerFactory& factory) {
+  peer_ = factory.Make(*this);
+}
+
+}  // namespace ktrv::controls
