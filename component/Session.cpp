@@ -31,6 +31,19 @@ database::Connection& Session::OpenConnection() {
   return *SessionConnection;
 }
 
+void Session::CloseConnection() {
+  if (SessionConnection && SessionConnection->State() != database::ObjectState::Closed) {
+    SessionConnection->Close();
+  }
+}
+
+database::Connection& Session::RenewConnection() {
+  // The object stays: commands of an address book window that is open are bound to it.
+  CloseConnection();
+  if (!SessionConnection) SessionConnection = std::make_unique<database::Connection>(Environment);
+  return *SessionConnection;
+}
+
 std::int16_t Session::ShowMessage(StringView text, std::int32_t style) {
   return Logger->ShowMessage(text, style);
 }

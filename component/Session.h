@@ -82,6 +82,13 @@ struct Session {
   /// Opens SessionConnection with SessionConnectionString unless it is open.
   /// \throws Error ObjectNotSet before Init, else the driver's.
   database::Connection& OpenConnection();
+  /// Closes SessionConnection unless it is closed.
+  void CloseConnection();
+  /// SessionConnection closed, as if it were new.
+  database::Connection& RenewConnection();
+
+  bool IsAdministrator() const { return Is(IsAdmin, UserType::Administrator); }
+  bool IsAtServer() const { return Is(RunAt, RunApplicationAt::RuntAtServer); }
 
   /// ktrv::Trap with this session's log.
   template <class Result, class Body>
@@ -92,6 +99,9 @@ struct Session {
   void Trap(StringView context, Body&& body) {
     ktrv::Trap(*Logger, LogFilePath, context, std::forward<Body>(body));
   }
+
+  /// Appends one line to the log.
+  void WriteLog(StringView line) { Logger->WriteLog(LogFilePath, line, true, false); }
 
   /// The shared message box, titled kMessageTitle. \return the button pressed (MessageAnswer)
   std::int16_t ShowMessage(StringView text, std::int32_t style);

@@ -1,0 +1,54 @@
+#include "component/EntryOperation.h"
+
+#include "data/UserQueries.h"
+#include "database/Recordset.h"
+
+namespace ktrv {
+namespace {
+
+/// Takes over what the user's row says; an ADMIN that is neither 1 nor 0 says nothing.
+void TakeAdmin(Session& session, const EntryOperation& operation, const Variant& admin) {
+  if (IsNull(admin)) return;
+  const std::int64_t value = ToInteger(admin);
+  if (value == 1) session.IsAdmin = static_cast<std::int32_t>(UserType::Administrator);
+  if (value == 0) {
+    session.IsAdmin = static_cast<std::int32_t>(UserType::GeneralUser);
+    if (operation.LocalGroupForGeneralUser) {
+      session.GroupType = static_cast<std::int32_t>(TypeOfGroup::LocalGroup);
+    }
+  }
+}
+
+void RefuseUser(Session& session, const EntryOperation& operation) {
+  session.ShowMessage(u"User has been either deleted or disabled", MessageStyle::Critical);
+  session.WriteLog(u"KTRVAddressBook: User has been either deleted or disabled.");
+  if (!operation.KeepsConnection) session.CloseConnection();
+}
+
+}  // namespace
+
+bool CheckInitialised(Session& session, const EntryOperation& operation) {
+  if (session.InitDone != 0) return true;
+  session.ShowMessage(u"Initialisation routine for AddressBook DLL has not been done.",
+                      MessageStyle::Critical);
+  session.WriteLog(operation.NotInitialised);
+  return false;
+}
+
+bool CheckRights(Session& session, const EntryOperation& operation) {
+  database::Recordset users(session.Environment);
+  users.Open(data::UserQueries::Rights(session.SessionUserId), session.OpenConnection());
+  if (users.EndOfFile()) {
+    users.Close();
+    RefuseUser(session, operation);
+    return false;
+  }
+  TakeAdmin(session, operation, users.Field(u"ADMIN"));
+  users.Close();
+  if (operation.SharedForAdministrator && session.IsAdministrator() && session.IsAtServer()) {
+    session.*operation.SharedForAdministrator = 1;
+  }
+  return true;
+}
+
+}  // namespace ktrv

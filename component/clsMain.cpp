@@ -1,0 +1,193 @@
+#include "component/clsMain.h"
+
+#include "data/EditorQueries.h"
+#include "database/Recordset.h"
+
+namespace ktrv {
+namespace {
+
+/// The trimmed text of the query's one column. \throws Error NoCurrentRecord without a row.
+String LookUp(Session& session, const String& query, StringView column) {
+  database::Recordset rows(session.Environment);
+  rows.Open(query, session.OpenConnection());
+  const String text(Trim(ToText(rows.Field(column))));
+  rows.Close();
+  return text;
+}
+
+}  // namespace
+
+clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialogs_(dialogs) {}
+
+clsMain::~clsMain() {
+  dialogs_.UnloadAll();
+}
+
+std::int32_t clsMain::Enter(const EntryOperation& operation, const Step& takeArguments,
+                            const Work& work) {
+  std::int32_t result = 0;
+  return session_.Trap(operation.Context, result, [&] {
+    if (!CheckInitialised(session_, operation)) return result;
+    takeArguments();
+    if (CheckRights(session_, operation)) work(result);
+    return result;
+  });
+}
+
+std::int32_t clsMain::AnnounceMissingDialog(const EntryOperation& operation, std::int32_t ready) {
+  if (ready == 0) return 0;
+  const Error missing(ErrorNumber::ActionNotSupported,
+                      String(operation.Name) + u" is not yet available.");
+  session_.Logger->LogError(session_.LogFilePath, missing, operation.Context, 0, true);
+  throw missing;
+}
+
+std::int16_t clsMain::Init(StringView /*p_ClientDBString*/, StringView p_RemoteDBString,
+                           std::int32_t p_Runfor, StringView p_DbType, StringView LogFile) {
+  const auto log = [&](StringView line) {
+    session_.Logger->WriteLog(session_.LogFilePath, line, true, true);
+  };
+  const StringView path = Trim(LogFile);
+  session_.LogFilePath = path.empty() ? DefaultLogFilePath(session_.System) : String(path);
+  return session_.Trap(
+      u"KTRVAddressBook: Error occured. Sub: Init, Module: clsMain", std::int16_t{0}, [&] {
+        log(u"KTRVAddressBook: Starting initialization routine...");
+        session_.DbType = p_DbType;
+        database::Connection& connection = session_.RenewConnection();
+        session_.SessionConnectionString = p_RemoteDBString;
+        connection.Open(session_.SessionConnectionString);
+        if (connection.State() == database::ObjectState::Open) {
+          session_.RunAt = p_Runfor;
+          connection.Close();
+          log(u"KTRVAddressBook: Initialization routine completed.....");
+          session_.InitDone = 1;
+        } else {
+          log(u"KTRVAddressBook: Could not connect the remote database with the specified "
+              u"parameters.");
+          session_.InitDone = 0;
+        }
+        return session_.InitDone;
+      });
+}
+
+std::int32_t clsMain::EditContacts(std::int32_t p_UserId, std::int32_t p_ContactType,
+                                   std::int32_t p_ContactID, StringView /*p_ContactName*/,
+                                   StringView /*p_MobileNo*/) {
+  const auto takeArguments = [&] {
+    session_.SessionUserId = p_UserId;
+    session_.SharedMode = p_ContactType;
+    session_.EditContactId = ToDecimal(p_ContactID);
+  };
+  const auto work = [&](std::int32_t& result) {
+    if (Is(session_.SharedMode, TypeOfContact::SharedContact)) {
+      session_.PresetContactName =
+          LookUp(session_, data::EditorQueries::ContactName(session_.EditContactId), u"FNAME");
+    }
+    session_.CloseConnection();
+    result = 1;
+  };
+  return AnnounceMissingDialog(EntryOperations::kEditContacts,
+                               Enter(EntryOperations::kEditContacts, takeArguments, work));
+}
+
+std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactType,
+                                  StringView p_ContactName, StringView p_MobileNo) {
+  const auto takeArguments = [&] {
+    session_.SessionUserId = p_UserId;
+    session_.SharedMode = p_ContactType;
+    session_.PresetContactName = p_ContactName;
+    session_.PresetMobileNo = p_MobileNo;
+  };
+  const auto work = [&](std::int32_t& result) {
+    result = 1;
+    session_.CloseConnection();
+  };
+  return AnnounceMissingDialog(EntryOperations::kAddContacts,
+                               Enter(EntryOperations::kAddContacts, takeArguments, work));
+}
+
+std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView /*m_FolderId*/,
+                               std::int32_t p_GroupType, StringView /*p_GroupName*/) {
+  const auto takeArguments = [&] {
+    session_.SessionUserId = p_UserId;
+    session_.GroupType = p_GroupType;
+  };
+  const auto work = [&](std::int32_t& result) {
+    session_.GroupId.clear();
+    result = 1;
+    session_.CloseConnection();
+  };
+  return AnnounceMissingDialog(EntryOperations::kAddGroup,
+                               Enter(EntryOperations::kAddGroup, takeArguments, work));
+}
+
+std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
+                                std::int32_t p_GroupType, StringView /*p_GroupName*/) {
+  const auto takeArguments = [&] {
+    session_.SessionUserId = p_UserId;
+    session_.GroupType = p_GroupType;
+  };
+  const auto work = [&](std::int32_t& result) {
+    session_.GroupId = p_GroupId;
+    // Only shared groups can be opened this way: for a local one the name is read from a result
+    // that was never opened, and that failure is the answer.
+    database::Recordset names(session_.Environment);
+    if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) {
+      names.Open(data::EditorQueries::GroupName(session_.GroupId), session_.OpenConnection());
+    }
+    session_.GroupName = Trim(ToText(names.Field(u"NAME")));
+    names.Close();
+    result = 1;
+    session_.CloseConnection();
+  };
+  return AnnounceMissingDialog(EntryOperations::kEditGroup,
+                               Enter(EntryOperations::kEditGroup, takeArguments, work));
+}
+
+std::int32_t clsMain::LoadAddressBook(std::int32_t p_UserId) {
+  const auto work = [&](std::int32_t& result) {
+    if (session_.IsAtServer() && !session_.IsAdministrator()) {
+      session_.ShowMessage(
+          u"You do not have rights to access address book. Please contact Administrator.",
+          MessageStyle::Critical);
+      session_.CloseConnection();
+      return;
+    }
+    dialogs_.AddressBook().Show();
+    result = 1;
+  };
+  return Enter(
+      EntryOperations::kLoadAddressBook, [&] { session_.SessionUserId = p_UserId; }, work);
+}
+
+std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups) {
+  // This one takes its arguments even when it is refused for want of Init.
+  session_.SessionUserId = p_UserId;
+  session_.ExpandGroups = p_ExpandGroups;
+  const auto work = [&](std::int32_t& result) {
+    session_.OpenForProperties = false;
+    if (session_.IsAtServer()) {
+      session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+    }
+    session_.CloseConnection();
+    session_.RenewResults();
+    result = 1;
+  };
+  return AnnounceMissingDialog(EntryOperations::kLoadRecipients,
+                               Enter(
+                                   EntryOperations::kLoadRecipients, [] {}, work));
+}
+
+std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
+  const auto work = [&](std::int32_t& result) {
+    session_.CloseConnection();
+    session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::LocalFolder);
+    result = 1;
+  };
+  return AnnounceMissingDialog(
+      EntryOperations::kLoadFolders,
+      Enter(
+          EntryOperations::kLoadFolders, [&] { session_.SessionUserId = p_UserId; }, work));
+}
+
+}  // namespace ktrv

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+
+#include "component/Dialogs.h"
+#include "component/EntryOperation.h"
+
+namespace ktrv {
+
+/// The component's one public class, free of COM: every member means what the member of the same
+/// name in the type library means. All objects of a thread share its session and its dialogs.
+///
+/// The entry operations answer 1 when their dialog was shown and 0 when a guard stopped them or a
+/// failure was trapped and logged. Those whose dialog does not exist yet do all that comes before
+/// it and then raise ActionNotSupported.
+class clsMain {
+ public:
+  /// Both must outlive the object.
+  clsMain(Session& session, Dialogs& dialogs);
+  ~clsMain();  ///< Class_Terminate: unloads the thread's dialogs.
+  clsMain(const clsMain&) = delete;
+  clsMain& operator=(const clsMain&) = delete;
+
+  const String& LogFile() const { return session_.StoredLogFile; }
+  void SetLogFile(String path) { session_.StoredLogFile = std::move(path); }
+  const String& ClientDBString() const { return session_.StoredClientDBString; }
+  void SetClientDBString(String text) { session_.StoredClientDBString = std::move(text); }
+  /// The string of every later open of the session's connection.
+  const String& RemoteDBString() const { return session_.SessionConnectionString; }
+  void SetRemoteDBString(String text) { session_.SessionConnectionString = std::move(text); }
+  const String& NewContactId() const { return session_.EditContactId; }
+  String NewContactType() const { return ToDecimal(session_.SharedMode); }
+  const String& NewGroupId() const { return session_.GroupId; }
+  String NewGroupType() const { return ToDecimal(session_.GroupType); }
+  const String& NewGroupName() const { return session_.GroupName; }
+  std::shared_ptr<TextCollection> SelectedRecipients() const { return session_.SelectedRecipients; }
+  std::shared_ptr<TextCollection> SelectedMobileNos() const { return session_.SelectedMobileNos; }
+  const String& strContactsName() const { return session_.ContactsName; }
+
+  /// \param p_ClientDBString accepted for old hosts; only the remote database is ever opened.
+  /// \param LogFile full path of the log, or blank for AddressBook.log beside the component.
+  /// \return 1 when the database could be opened, else 0
+  std::int16_t Init(StringView p_ClientDBString, StringView p_RemoteDBString, std::int32_t p_Runfor,
+                    StringView p_DbType, StringView LogFile);
+  /// \param p_ContactName, p_MobileNo accepted for old hosts, as p_GroupName of the group
+  /// operations is: the database says what is edited.
+  std::int32_t EditContacts(std::int32_t p_UserId, std::int32_t p_ContactType,
+                            std::int32_t p_ContactID, StringView p_ContactName,
+                            StringView p_MobileNo);
+  std::int32_t AddContacts(std::int32_t p_UserId, std::int32_t p_ContactType,
+                           StringView p_ContactName, StringView p_MobileNo);
+  std::int32_t AddGroup(std::int32_t p_UserId, StringView m_FolderId, std::int32_t p_GroupType,
+                        StringView p_GroupName);
+  std::int32_t EditGroup(std::int32_t p_UserId, StringView p_GroupId, std::int32_t p_GroupType,
+                         StringView p_GroupName);
+  /// Shows the window without waiting; the host must keep its messages pumped.
+  std::int32_t LoadAddressBook(std::int32_t p_UserId);
+  std::int32_t LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups);
+  std::int32_t LoadFolders(std::int32_t p_UserId);
+
+ private:
+  using Step = std::function<void()>;
+  /// Shows the operation's dialog, or refuses to; sets `result` to 1 once it was shown, which holds
+  /// even when something fails after that.
+  using Work = std::function<void(std::int32_t& result)>;
+
+  /// The common course of the operations: guard, arguments into the session, rights check, work.
+  std::int32_t Enter(const EntryOperation& operation, const Step& takeArguments, const Work& work);
+  /// Logs and raises that the operation's dialog is still missing, unless `ready` is 0.
+  std::int32_t AnnounceMissingDialog(const EntryOperation& operation, std::int32_t ready);
+
+  Session& session_;
+  Dialogs& dialogs_;
+};
+
+}  // namespace ktrv
