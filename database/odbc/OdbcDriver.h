@@ -19,8 +19,8 @@ class OdbcDriver final : public Driver {
                              StringView password) override;
 
  private:
-  class EnvironmentHandle;
-  std::unique_ptr<EnvironmentHandle> environment_;
+  class LazyEnvironment;
+  std::unique_ptr<LazyEnvironment> environment_;
 };
 
 }  // namespace ktrv::database

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "common/Text.h"
+#include "database/Types.h"
+
+namespace ktrv::database::odbc {
+
+/// The text for an engine that knows neither of the two SQL families that programs write:
+///   ISNULL(x, y), NVL(x, y)   the engine's null default
+///   TO_CHAR(x)                x as text
+///   a + b                     the texts joined; null when one of them is null (SQL Server's sense)
+///   a || b                    the texts joined; null counts as empty (Oracle's sense)
+/// Everything else, and every text for SQL Server, Oracle or an unknown engine, stays to the
+/// letter. A "+" next to a number stays a sum.
+String RewriteForEngine(StringView sql, Engine engine);
+
+}  // namespace ktrv::database::odbc

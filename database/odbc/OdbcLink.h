@@ -1,0 +1,40 @@
+#pragma once
+
+#include "database/Driver.h"
+#include "database/odbc/Native.h"
+
+namespace ktrv::database::odbc {
+
+/// A session through ODBC.
+class OdbcLink final : public Link {
+ public:
+  /// Opens it. \throws Error
+  OdbcLink(SQLHANDLE environment, StringView connectionString, StringView user,
+           StringView password);
+  ~OdbcLink() override;
+
+  std::unique_ptr<Statement> Prepare(StringView text,
+                                     std::span<const Parameter> parameters) override;
+  Engine EngineKind() const override { return engine_; }
+  std::vector<String> KeyColumns(StringView table) override;
+  std::int64_t LastInsertedId(StringView table, StringView column) override;
+
+  /// A statement handle of this session. \throws Error
+  StatementHandle NewStatement() const;
+
+  const Dialogue& HowToSpeak() const { return dialogue_; }
+
+  /// Whether a column can be read again in full after the bound buffer was too small for it.
+  bool CanReadAgain() const { return canReadAgain_; }
+
+ private:
+  String Information(SQLUSMALLINT kind) const;
+  void LearnAboutDriver();
+
+  ConnectionHandle connection_;
+  Dialogue dialogue_;
+  Engine engine_ = Engine::Other;
+  bool canReadAgain_ = false;
+};
+
+}  // namespace ktrv::database::odbc

@@ -1,0 +1,206 @@
+#include "database/odbc/OdbcStatement.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "database/DataError.h"
+
+namespace ktrv::database::odbc {
+namespace {
+
+constexpr std::size_t kUnitsOfText = 512;  // room for a text that can be read again
+constexpr std::size_t kUnitsOfNumber = 64;
+constexpr std::int64_t kLongestBound = 4000;  // units of a text that cannot
+
+DataType TypeOf(SQLSMALLINT type, SQLSMALLINT fraction) {
+  switch (type) {
+    case SQL_TINYINT:
+    case SQL_SMALLINT:
+    case SQL_INTEGER:
+    case SQL_BIGINT:
+      return DataType::Integer;
+    case SQL_DECIMAL:
+    case SQL_NUMERIC:
+      return fraction == 0 ? DataType::Integer : DataType::Double;
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+      return DataType::Double;
+    case SQL_BIT:
+      return DataType::Boolean;
+    case SQL_DATETIME:
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIMESTAMP:
+      return DataType::Date;
+    case SQL_CHAR:
+    case SQL_VARCHAR:
+    case SQL_LONGVARCHAR:
+      return DataType::VarChar;
+    default:
+      return DataType::VarWChar;
+  }
+}
+
+bool IsLong(SQLSMALLINT type) {
+  return type == SQL_LONGVARCHAR || type == SQL_WLONGVARCHAR || type == SQL_LONGVARBINARY;
+}
+
+ColumnBuffer::Form FormOf(SQLSMALLINT type, Engine engine) {
+  // SQLite lets any value into any column; only as a text does each come as it is.
+  if (engine == Engine::Sqlite) return ColumnBuffer::Form::Text;
+  switch (type) {
+    case SQL_REAL:
+    case SQL_FLOAT:
+    case SQL_DOUBLE:
+      return ColumnBuffer::Form::Double;
+    case SQL_TYPE_DATE:
+    case SQL_TYPE_TIMESTAMP:
+      return ColumnBuffer::Form::Timestamp;
+    default:
+      return ColumnBuffer::Form::Text;
+  }
+}
+
+}  // namespace
+
+OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
+                             std::span<const Parameter> parameters)
+    : link_(link),
+      text_(std::move(text)),
+      parameters_(parameters.begin(), parameters.end()),
+      handle_(link.NewStatement()),
+      arguments_(parameters.size()) {}
+
+SQLRETURN OdbcStatement::Check(SQLRETURN result) const {
+  return Checked(result, SQL_HANDLE_STMT, handle_.Get(), link_.HowToSpeak());
+}
+
+void OdbcStatement::PassUnlessCancelled() const {
+  if (cancelled_) {
+    throw Error(ErrorNumber::CommandCancelled,
+                DataError(ErrorNumber::OperationCancelled).Description(),
+                link_.HowToSpeak().Source);
+  }
+}
+
+void OdbcStatement::Execute(std::span<const Variant> values) {
+  CloseCursor();
+  PassUnlessCancelled();
+  if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
+  if (!std::exchange(prepared_, true)) PrepareText();
+  BindValues(values);
+  Check(SQLExecute(handle_.Get()));
+  DescribeColumns();
+  fetching_ = !columns_.empty();
+  if (fetching_) {
+    BindColumns();
+    rowsAffected_ = -1;
+  } else {
+    SQLLEN rows = -1;
+    Check(SQLRowCount(handle_.Get(), &rows));
+    rowsAffected_ = rows;
+  }
+}
+
+void OdbcStatement::PrepareText() {
+  try {
+    if (link_.HowToSpeak().Utf8) {
+      const std::string bytes = ToUtf8(text_);
+      Check(SQLPrepare(handle_.Get(), Narrow(bytes), static_cast<SQLINTEGER>(bytes.size())));
+    } else {
+      Check(SQLPrepareW(handle_.Get(), Wide(text_), static_cast<SQLINTEGER>(text_.size())));
+    }
+  } catch (...) {
+    prepared_ = false;
+    throw;
+  }
+}
+
+void OdbcStatement::BindValues(std::span<const Variant> values) {
+  for (std::size_t index = 0; index < values.size(); ++index) {
+    arguments_[index].Bind(handle_.Get(), static_cast<SQLUSMALLINT>(index + 1), parameters_[index],
+                           values[index], link_.EngineKind(), link_.HowToSpeak());
+  }
+}
+
+void OdbcStatement::DescribeColumns() {
+  SQLSMALLINT count = 0;
+  Check(SQLNumResultCols(handle_.Get(), &count));
+  columns_.clear();
+  types_.clear();
+  for (SQLSMALLINT number = 1; number <= count; ++number) {
+    constexpr SQLSMALLINT kNameUnits = 256;
+    const auto column = static_cast<SQLUSMALLINT>(number);
+    char16_t wide[kNameUnits] = {};
+    char narrow[kNameUnits] = {};
+    SQLSMALLINT type = 0;
+    SQLSMALLINT fraction = 0;
+    SQLULEN size = 0;
+    if (link_.HowToSpeak().Utf8) {
+      Check(SQLDescribeCol(handle_.Get(), column, reinterpret_cast<SQLCHAR*>(narrow), kNameUnits,
+                           nullptr, &type, &size, &fraction, nullptr));
+    } else {
+      Check(SQLDescribeColW(handle_.Get(), column, Wide(wide), kNameUnits, nullptr, &type, &size,
+                            &fraction, nullptr));
+    }
+    Column described;
+    described.Name = link_.HowToSpeak().Utf8 ? FromUtf8(narrow) : String(wide);
+    described.Type = TypeOf(type, fraction);
+    const bool text = described.Type == DataType::VarChar || described.Type == DataType::VarWChar;
+    if (text && !IsLong(type)) described.Size = static_cast<std::int64_t>(size);
+    columns_.push_back(std::move(described));
+    types_.push_back(type);
+  }
+}
+
+void OdbcStatement::BindColumns() {
+  buffers_.clear();
+  bool bind = true;
+  for (std::size_t index = 0; index < columns_.size(); ++index) {
+    const Column& column = columns_[index];
+    const bool text = column.Type == DataType::VarChar || column.Type == DataType::VarWChar;
+    std::size_t units = text ? kUnitsOfText : kUnitsOfNumber;
+    if (text && !link_.CanReadAgain()) {
+      // Such a driver hands over only what is bound in full, and behind it only columns in order.
+      bind = bind && column.Size > 0 && column.Size <= kLongestBound;
+      units = static_cast<std::size_t>(2 * column.Size);  // a character may be two units
+    }
+    buffers_.emplace_back(
+        static_cast<SQLUSMALLINT>(index + 1),
+        bind ? FormOf(types_[index], link_.EngineKind()) : ColumnBuffer::Form::Text,
+        bind ? units : 0);
+  }
+  Check(SQLFreeStmt(handle_.Get(), SQL_UNBIND));
+  for (ColumnBuffer& buffer : buffers_) buffer.Bind(handle_.Get(), link_.HowToSpeak());
+}
+
+std::unique_ptr<RowBlock> OdbcStatement::Fetch(std::size_t rows) {
+  if (!fetching_) return nullptr;
+  auto block = std::make_unique<RowBlock>(columns_.size(), rows);
+  for (; rows > 0; --rows) {
+    PassUnlessCancelled();
+    if (Check(SQLFetch(handle_.Get())) == SQL_NO_DATA) {
+      CloseCursor();
+      break;
+    }
+    block->BeginRow();
+    for (ColumnBuffer& buffer : buffers_) {
+      buffer.AddTo(*block, handle_.Get(), link_.HowToSpeak());
+    }
+  }
+  if (block->Rows() == 0) return nullptr;
+  block->Finish();
+  return block;
+}
+
+void OdbcStatement::Cancel() noexcept {
+  cancelled_ = true;
+  SQLCancel(handle_.Get());
+}
+
+void OdbcStatement::CloseCursor() noexcept {
+  // At once, not with the statement: a cursor keeps a lock in some engines.
+  if (std::exchange(fetching_, false)) SQLFreeStmt(handle_.Get(), SQL_CLOSE);
+}
+
+}  // namespace ktrv::database::odbc

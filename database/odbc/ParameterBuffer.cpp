@@ -1,0 +1,94 @@
+#include "database/odbc/ParameterBuffer.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "database/Conversion.h"
+
+namespace ktrv::database::odbc {
+namespace {
+
+SQLSMALLINT SqlType(DataType type) {
+  switch (type) {
+    case DataType::Integer:
+      return SQL_INTEGER;
+    case DataType::Double:
+      return SQL_DOUBLE;
+    case DataType::Date:
+      return SQL_TYPE_TIMESTAMP;
+    case DataType::Boolean:
+      return SQL_BIT;
+    case DataType::VarChar:
+      return SQL_VARCHAR;
+    case DataType::VarWChar:
+      return SQL_WVARCHAR;
+  }
+  return SQL_WVARCHAR;
+}
+
+SQL_TIMESTAMP_STRUCT Timestamp(DateTime moment) {
+  const auto day = std::chrono::floor<std::chrono::days>(moment);
+  const std::chrono::year_month_day date{day};
+  const std::chrono::hh_mm_ss time{moment - day};
+  SQL_TIMESTAMP_STRUCT timestamp = {};
+  timestamp.year = static_cast<SQLSMALLINT>(static_cast<int>(date.year()));
+  timestamp.month = static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.month()));
+  timestamp.day = static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.day()));
+  timestamp.hour = static_cast<SQLUSMALLINT>(time.hours().count());
+  timestamp.minute = static_cast<SQLUSMALLINT>(time.minutes().count());
+  timestamp.second = static_cast<SQLUSMALLINT>(time.seconds().count());
+  timestamp.fraction = static_cast<SQLUINTEGER>(time.subseconds().count() * 1'000'000);
+  return timestamp;
+}
+
+}  // namespace
+
+void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Parameter& parameter,
+                           const Variant& value, Engine engine, const Dialogue& dialogue) {
+  const auto bind = [&](SQLSMALLINT form, SQLSMALLINT type, SQLULEN digits, SQLSMALLINT fraction,
+                        SQLPOINTER data) {
+    return SQLBindParameter(statement, number, SQL_PARAM_INPUT, form, type, digits, fraction, data,
+                            0, &length_);
+  };
+  length_ = 0;
+  SQLRETURN result = SQL_SUCCESS;
+  if (IsNull(value)) {
+    length_ = SQL_NULL_DATA;
+    const auto size = static_cast<SQLULEN>(std::max<std::int64_t>(parameter.Size, 1));
+    result = bind(SQL_C_WCHAR, SqlType(parameter.Type), size, 0, nullptr);
+  } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+    integer_ = *whole;
+    result = bind(SQL_C_SBIGINT, SQL_BIGINT, 19, 0, &integer_);
+  } else if (const auto* fraction = std::get_if<double>(&value)) {
+    double_ = *fraction;
+    result = bind(SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, &double_);
+  } else if (const auto* truth = std::get_if<bool>(&value)) {
+    truth_ = *truth ? 1 : 0;
+    result = bind(SQL_C_BIT, SQL_BIT, 1, 0, &truth_);
+  } else if (const auto* moment = std::get_if<DateTime>(&value);
+             moment && engine != Engine::Sqlite) {
+    timestamp_ = Timestamp(*moment);
+    result = bind(SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &timestamp_);
+  } else {
+    // SQLite keeps a date as text: in one form, so that equal dates compare equal.
+    result = BindText(statement, number, parameter, *CellTextOf(value));
+  }
+  Checked(result, SQL_HANDLE_STMT, statement, dialogue);
+}
+
+SQLRETURN ParameterBuffer::BindText(SQLHANDLE statement, SQLUSMALLINT number,
+                                    const Parameter& parameter, String text) {
+  constexpr std::size_t kLongestLimited = 4000;
+  text_ = std::move(text);
+  length_ = static_cast<SQLLEN>(text_.size() * sizeof(char16_t));
+  const bool narrow = parameter.Type == DataType::VarChar;
+  const SQLSMALLINT limited = narrow ? SQL_VARCHAR : SQL_WVARCHAR;
+  const SQLSMALLINT unlimited = narrow ? SQL_LONGVARCHAR : SQL_WLONGVARCHAR;
+  const std::size_t size =
+      std::max({text_.size(), static_cast<std::size_t>(parameter.Size), std::size_t{1}});
+  return SQLBindParameter(statement, number, SQL_PARAM_INPUT, SQL_C_WCHAR,
+                          size > kLongestLimited ? unlimited : limited, size, 0, text_.data(),
+                          length_, &length_);
+}
+
+}  // namespace ktrv::database::odbc
