@@ -1,0 +1,3 @@
+' Fails on purpose in the next line but one.
+Dim x
+WScript.NoSuchThing x
