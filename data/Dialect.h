@@ -15,4 +15,15 @@ inline Dialect ExactDialect(StringView word) {
   return Dialect::None;
 }
 
+/// The family of the host's dialect word, its case set aside: "Oracle" and "sql" count too. The
+/// group editor chooses its texts this way.
+inline Dialect FoldedDialect(StringView word) {
+  return ExactDialect(ToUpperAscii(word));
+}
+
+/// Whether the host's dialect word asks for narrow text parameters.
+inline bool WantsNarrowText(StringView word) {
+  return ToUpperAscii(word) == u"MYSQL";
+}
+
 }  // namespace ktrv::data

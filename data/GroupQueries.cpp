@@ -1,0 +1,94 @@
+#include "data/GroupQueries.h"
+
+#include <initializer_list>
+
+#include "data/IdText.h"
+
+namespace ktrv::data::GroupQueries {
+namespace {
+
+/// Country code, one blank and mobile number, the blank left out without a country code.
+constexpr StringView kDisplaySql =
+    u" (LTRIM(ISNULL(COUNTRYCODE , '') + ' ') + ISNULL(MOBILENO,'')) AS MOBILE_DISPLAY";
+constexpr StringView kDisplayOracle =
+    u" (LTRIM(NVL(COUNTRYCODE , '') || ' ') || NVL(MOBILENO, '')) AS MOBILE_DISPLAY";
+
+constexpr StringView kContacts = u"SELECT ID , FNAME , MOBILENO , COUNTRYCODE , 1 ,  ";
+constexpr StringView kContactsEditorOracle = u"SELECT ID , FNAME , MOBILENO , COUNTRYCODE, 1 ,  ";
+constexpr StringView kOfFolder = u" FROM SMS_ABCONTACTS WHERE FOLDER_ID = {id}";
+
+constexpr StringView kGroupsSql =
+    u" UNION SELECT ID , NAME , '' , '' , 2  , '' AS MOBILE_DISPLAY FROM "
+    u" SMS_ABGROUPS WHERE FOLDER_ID = {id}";
+constexpr StringView kGroupsOracle =
+    u" UNION SELECT ID , NAME , '' , '' , 2 , '' AS MOBILE_DISPLAY FROM "
+    u" SMS_ABGROUPS WHERE FOLDER_ID = {id}";
+
+constexpr StringView kRemotePicker = u"SELECT CODE AS ID, NAME, MOBILENO,'' AS COUNTRYCODE, 3, ";
+constexpr StringView kRemoteEditorSql =
+    u"SELECT CODE AS ID, NAME, MOBILENO, '' AS COUNTRYCODE , 3, ";
+constexpr StringView kRemoteEditorOracle =
+    u"SELECT CODE AS ID, NAME, MOBILENO, '' AS COUNTRYCODE, 3, ";
+constexpr StringView kOfCategory =
+    u"MOBILENO AS MOBILE_DISPLAY FROM V_ZUL$REMOTE_CONTACTS WHERE CATEGORY = "
+    u"(SELECT REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS WHERE ID = {id})";
+
+constexpr StringView kMembersSql =
+    u"SELECT ID , FNAME , MOBILENO , COUNTRYCODE , 1 ,  "
+    u" (LTRIM(ISNULL(COUNTRYCODE , '') + ' ') + ISNULL(MOBILENO,'')) AS MOBILE_DISPLAY"
+    u" FROM SMS_ABCONTACTS WHERE  ID IN "
+    u"(SELECT CONTACT_ID FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {id})";
+
+constexpr StringView kMembersOracle =
+    u"SELECT TO_CHAR(ID) AS ID, FNAME, "
+    u"MOBILENO, COUNTRYCODE, 1 AS CONTACTTYPE, "
+    u"(LTRIM(NVL(COUNTRYCODE ,'') || ' ') || NVL(MOBILENO,'')) AS MOBILEDISPLAY "
+    u"FROM SMS_ABCONTACTS C, SMS_ABGROUPMAPS M "
+    u"WHERE C.ID = M.CONTACT_ID AND M.GROUP_ID = {id} AND M.CONTACT_TYPE = 'S' "
+    u"UNION "
+    u"SELECT CODE, C.NAME AS FNAME,MOBILENO,'' AS COUNTRYCODE, 3 AS CONTACTTYPE, "
+    u"MOBILENO AS MOBILEDISPLAY "
+    u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M, SMS_ABFOLDERS F "
+    u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID = {id} AND M.CONTACT_TYPE = 'R' AND "
+    u"F.REMOTE_CONTACTS_CATEGORY = C.CATEGORY "
+    u"ORDER BY FNAME";
+
+String Joined(std::initializer_list<StringView> pieces) {
+  String text;
+  for (const StringView piece : pieces) text += piece;
+  return text;
+}
+
+}  // namespace
+
+String SharedCandidates(Dialect dialect, Purpose purpose, StringView folderId) {
+  const bool picking = purpose == Purpose::PickRecipients;
+  switch (dialect) {
+    case Dialect::Sql:
+      return WithId(Joined({kContacts, kDisplaySql, kOfFolder, picking ? kGroupsSql : u""}),
+                    folderId);
+    case Dialect::Oracle:
+      return WithId(Joined({picking ? kContacts : kContactsEditorOracle, kDisplayOracle, kOfFolder,
+                            picking ? kGroupsOracle : u""}),
+                    folderId);
+    case Dialect::None:
+      break;
+  }
+  return {};
+}
+
+String RemoteCandidates(Dialect dialect, Purpose purpose, StringView folderId) {
+  if (dialect == Dialect::None) return {};
+  const bool sql = dialect == Dialect::Sql;
+  const StringView start = purpose == Purpose::PickRecipients ? kRemotePicker
+                           : sql                              ? kRemoteEditorSql
+                                                              : kRemoteEditorOracle;
+  return WithId(Joined({start, kOfCategory}), folderId);
+}
+
+String Members(Dialect dialect, StringView groupId) {
+  if (dialect == Dialect::None) return {};
+  return WithId(dialect == Dialect::Sql ? kMembersSql : kMembersOracle, groupId);
+}
+
+}  // namespace ktrv::data::GroupQueries
