@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "common/Text.h"
@@ -13,7 +14,7 @@ class TextCollection {
   /// \param key empty for none. \throws Error KeyInUse
   void Add(String text, String key = {});
 
-  std::int32_t Count() const { return static_cast<std::int32_t>(items_.size()); }
+  std::int32_t Count() const { return static_cast<std::int32_t>(texts_.size()); }
 
   /// \param index counted from 1. \throws Error SubscriptOutOfRange
   const String& Item(std::int64_t index) const;
@@ -21,11 +22,10 @@ class TextCollection {
   const String& Item(StringView key) const;
 
  private:
-  struct Entry {
-    String Text;
-    String Key;
-  };
-  std::vector<Entry> items_;
+  std::vector<String> texts_;
+  /// Place of the text of each key, the key in capitals: a hundred thousand recipients each have
+  /// one.
+  std::unordered_map<String, std::size_t> places_;
 };
 
 }  // namespace ktrv

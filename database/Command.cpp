@@ -37,6 +37,7 @@ Recordset Command::Execute(std::vector<Variant> values) {
   if (!statement_.IsOn(link)) statement_ = link->Prepare(text_, parameters_);
   Statement& statement = *statement_.Get();
   statement.Execute(values);
+  recordsAffected_ = statement.RowsAffected();
   Recordset result(connection_->Surroundings());
   result.ReadAll(statement);
   return result;

@@ -33,11 +33,15 @@ class Command {
   /// the driver's.
   Recordset Execute(std::vector<Variant> values = {});
 
+  /// Rows changed by the last Execute; -1 when the driver cannot tell.
+  std::int64_t RecordsAffected() const { return recordsAffected_; }
+
  private:
   Connection* connection_ = nullptr;
   String text_;
   std::vector<Parameter> parameters_;
   PreparedStatement statement_;
+  std::int64_t recordsAffected_ = -1;
 };
 
 }  // namespace ktrv::database
