@@ -1,6 +1,7 @@
 #include "database/TableWriter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "database/Conversion.h"
 #include "database/DataError.h"
@@ -55,6 +56,12 @@ struct TableWriter::Condition {
   String Text;
   std::vector<Parameter> Parameters;
   std::vector<Variant> Values;
+
+  void Add(StringView test, Parameter parameter, Variant value) {
+    Text.append(Text.empty() ? u"" : u" AND ").append(test);
+    Parameters.push_back(std::move(parameter));
+    Values.push_back(std::move(value));
+  }
 };
 
 TableWriter::TableWriter(Link& link, StringView query, const std::vector<Column>& columns)
@@ -73,27 +80,37 @@ TableWriter::TableWriter(Link& link, StringView query, const std::vector<Column>
   }
 }
 
-void TableWriter::AddCondition(Condition& condition, std::size_t column, const Cells& cells) const {
+void TableWriter::AddKeyCondition(Condition& condition, std::size_t column,
+                                  const Cells& cells) const {
   const Column& of = columns_[column];
-  if (!condition.Text.empty()) condition.Text += u" AND ";
+  if (!cells[column]) throw DataError(ErrorNumber::RowChanged);
+  condition.Add(of.Name + u" = ?", {of.Name, of.Type, of.Size}, CellValue(of.Type, *cells[column]));
+}
+
+void TableWriter::AddOldValueCondition(Condition& condition, std::size_t column,
+                                       const Cells& cells) const {
+  const Column& of = columns_[column];
+  const Engine engine = link_.EngineKind();
+  // These engines refuse to compare texts without a limit.
+  const bool incomparable = of.Size == 0 && IsTextType(of.Type) &&
+                            (engine == Engine::SqlServer || engine == Engine::Oracle);
+  if (incomparable) return;
   if (!cells[column]) {
-    condition.Text += of.Name + u" IS NULL";
-    return;
+    condition.Text += u" AND " + of.Name + u" IS NULL";
+  } else if (engine == Engine::Sqlite) {
+    // Any kind of value may be in any column, and a fraction comes shortened to 15 digits: only the
+    // text that was read can be compared with.
+    condition.Add(u"CAST(" + of.Name + u" AS TEXT) = ?", {of.Name, DataType::VarWChar, 0},
+                  *cells[column]);
+  } else {
+    condition.Add(of.Name + u" = ?", {of.Name, of.Type, of.Size},
+                  CellValue(of.Type, *cells[column]));
   }
-  condition.Text += of.Name + u" = ?";
-  if (of.Type == DataType::Date && link_.EngineKind() == Engine::Sqlite) {
-    // It keeps dates as the texts they were written with, and compares them as such.
-    condition.Parameters.push_back({of.Name, DataType::VarWChar, 0});
-    condition.Values.push_back(*cells[column]);
-    return;
-  }
-  condition.Parameters.push_back({of.Name, of.Type, of.Size});
-  condition.Values.push_back(CellValue(of.Type, *cells[column]));
 }
 
 TableWriter::Condition TableWriter::KeyCondition(const Cells& cells) const {
   Condition condition;
-  for (const std::size_t column : key_) AddCondition(condition, column, cells);
+  for (const std::size_t column : key_) AddKeyCondition(condition, column, cells);
   return condition;
 }
 
@@ -143,11 +160,7 @@ void TableWriter::Update(Cells& cells, const Values& values) {
     parameters.push_back({column.Name, column.Type, column.Size});
     arguments.push_back(value);
     const bool isKey = std::find(key_.begin(), key_.end(), index) != key_.end();
-    // These engines refuse to compare texts without a limit.
-    const bool incomparable =
-        column.Size == 0 && column.Type == DataType::VarWChar &&
-        (link_.EngineKind() == Engine::SqlServer || link_.EngineKind() == Engine::Oracle);
-    if (!isKey && !incomparable) AddCondition(condition, index, cells);
+    if (!isKey) AddOldValueCondition(condition, index, cells);
   }
   parameters.insert(parameters.end(), condition.Parameters.begin(), condition.Parameters.end());
   arguments.insert(arguments.end(), condition.Values.begin(), condition.Values.end());

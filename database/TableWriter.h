@@ -33,7 +33,8 @@ class TableWriter {
 
  private:
   struct Condition;
-  void AddCondition(Condition& condition, std::size_t column, const Cells& cells) const;
+  void AddKeyCondition(Condition& condition, std::size_t column, const Cells& cells) const;
+  void AddOldValueCondition(Condition& condition, std::size_t column, const Cells& cells) const;
   Condition KeyCondition(const Cells& cells) const;
   std::unique_ptr<Statement> Run(StringView text, const std::vector<Parameter>& parameters,
                                  const std::vector<Variant>& values);

@@ -22,6 +22,10 @@ enum class DataType : std::int32_t {
   VarWChar = 202,  ///< wide text
 };
 
+inline bool IsTextType(DataType type) {
+  return type == DataType::VarChar || type == DataType::VarWChar;
+}
+
 /// One column of a result.
 struct Column {
   String Name;

@@ -146,8 +146,8 @@ void OdbcStatement::DescribeColumns() {
     Column described;
     described.Name = link_.HowToSpeak().Utf8 ? FromUtf8(narrow) : String(wide);
     described.Type = TypeOf(type, fraction);
-    const bool text = described.Type == DataType::VarChar || described.Type == DataType::VarWChar;
-    if (text && !IsLong(type)) described.Size = static_cast<std::int64_t>(size);
+    if (IsTextType(described.Type) && !IsLong(type))
+      described.Size = static_cast<std::int64_t>(size);
     columns_.push_back(std::move(described));
     types_.push_back(type);
   }
@@ -158,7 +158,7 @@ void OdbcStatement::BindColumns() {
   bool bind = true;
   for (std::size_t index = 0; index < columns_.size(); ++index) {
     const Column& column = columns_[index];
-    const bool text = column.Type == DataType::VarChar || column.Type == DataType::VarWChar;
+    const bool text = IsTextType(column.Type);
     std::size_t units = text ? kUnitsOfText : kUnitsOfNumber;
     if (text && !link_.CanReadAgain()) {
       // Such a driver hands over only what is bound in full, and behind it only columns in order.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/Error.h"
 #include "database/Conversion.h"
 
 namespace ktrv::database::odbc {
@@ -71,7 +72,13 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
     result = bind(SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &timestamp_);
   } else {
     // SQLite keeps a date as text: in one form, so that equal dates compare equal.
-    result = BindText(statement, number, parameter, *CellTextOf(value));
+    String text = *CellTextOf(value);
+    const bool endsAtZero = engine == Engine::Sqlite || engine == Engine::PostgreSql;
+    if (endsAtZero && text.find(u'\0') != String::npos) {
+      throw Error(ErrorNumber::DataConversion,
+                  u"The text holds a zero, where the driver would end it", dialogue.Source);
+    }
+    result = BindText(statement, number, parameter, std::move(text));
   }
   Checked(result, SQL_HANDLE_STMT, statement, dialogue);
 }

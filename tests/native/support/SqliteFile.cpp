@@ -1,0 +1,44 @@
+#include "tests/native/support/SqliteFile.h"
+
+#include <random>
+
+namespace ktrv::tests {
+
+SqliteFile::SqliteFile() {
+  std::random_device random;
+  path_ = "/tmp/ktrv-test-" + std::to_string(random()) + std::to_string(random()) + ".db";
+  database::Connection connection(Surroundings());
+  connection.Open(ConnectionString() + u";NoCreat=0");
+  connection.Execute(u"PRAGMA user_version = 1");  // puts the file's header in place
+}
+
+SqliteFile::~SqliteFile() {
+  for (const char* suffix : {"", "-journal", "-wal", "-shm"}) {
+    std::error_code ignored;
+    std::filesystem::remove(FileOf(path_ + suffix), ignored);
+  }
+}
+
+String SqliteFile::ConnectionStringOf(const std::string& path) {
+  return u"Driver=SQLite3;Database=" + FromUtf8(path);
+}
+
+database::Environment SqliteFile::Surroundings(std::function<void(std::function<void()>)> post) {
+  return {[this](StringView) -> database::Driver& { return driver_; }, std::move(post)};
+}
+
+void SqliteFile::Run(std::initializer_list<StringView> statements) {
+  database::Connection connection(Surroundings());
+  connection.Open(ConnectionString());
+  for (const StringView statement : statements) connection.Execute(statement);
+}
+
+std::filesystem::path SqliteFile::FileOf(const std::string& path) {
+#ifdef _WIN32
+  return "Z:" + path;
+#else
+  return path;
+#endif
+}
+
+}  // namespace ktrv::tests
