@@ -19,15 +19,15 @@ namespace ktrv::controls {
 struct GridColumn {
   enum class Alignment { Left, Center, Right };
 
-  String Key;
-  String Heading;
+  String Key{};
+  String Heading{};
   int Width = 1000;  ///< twips
   Alignment Align = Alignment::Left;
   bool Hidden = false;
   Image HeadingPicture = Image::None;
   /// Shows the picture that the column's text stands for instead of the text; screen readers get
   /// the name. Empty: the text is shown.
-  std::function<std::pair<Image, String>(StringView text)> Picture;
+  std::function<std::pair<Image, String>(StringView text)> Picture{};
 };
 
 enum class SortOrder : std::int16_t { None = 0, Ascending = 1, Descending = 2 };

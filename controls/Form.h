@@ -38,7 +38,7 @@ class FormPeer {
 class Form {
  public:
   struct Design {
-    String Caption;
+    String Caption{};
     int Width = 0;  ///< inner size in twips
     int Height = 0;
     bool Resizable = false;

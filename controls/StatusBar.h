@@ -19,7 +19,7 @@ class StatusBarPeer : public ControlPeer {
 class StatusBar final : public ControlOf<StatusBarPeer> {
  public:
   struct Panel {
-    String Text;
+    String Text{};
     int Width = 0;         ///< twips; the least width when it springs
     bool Springs = false;  ///< takes the width that the others leave
   };

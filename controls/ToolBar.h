@@ -22,9 +22,9 @@ class ToolBarPeer : public ControlPeer {
 class ToolBar final : public ControlOf<ToolBarPeer> {
  public:
   struct Button {
-    String Key;
-    String Caption;
-    String ToolTip;
+    String Key{};
+    String Caption{};
+    String ToolTip{};
     Image Picture = Image::None;
     bool Enabled = true;
     bool DropDown = false;  ///< an arrow beside it that reports ButtonDropDown

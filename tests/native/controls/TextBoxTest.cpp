@@ -1,0 +1,90 @@
+#include "controls/TextBox.h"
+
+#include <gtest/gtest.h>
+
+#include "controls/Form.h"
+#include "tests/native/support/ScriptedScreen.h"
+
+namespace ktrv::controls {
+namespace {
+
+struct TextBoxTest : testing::Test {
+  tests::ScriptedScreen screen;
+  Form form{screen, {}};
+  TextBox box{form, {}, 5};
+};
+
+TEST_F(TextBoxTest, TypedTextReplacesTheSelection) {
+  box.SetText(u"abc");
+  box.Select(1, 1);
+  box.UserTypes(u"xy");
+  EXPECT_EQ(box.Text(), u"axyc");
+  EXPECT_EQ(box.SelectionStart(), 3);
+  EXPECT_EQ(box.SelectionLength(), 0);
+}
+
+TEST_F(TextBoxTest, TypingStopsAtTheLimit) {
+  box.UserTypes(u"abcdefgh");
+  EXPECT_EQ(box.Text(), u"abcde");
+}
+
+TEST_F(TextBoxTest, TheLimitDoesNotSplitASurrogatePair) {
+  box.UserTypes(u"abcd\U0001F600");
+  EXPECT_EQ(box.Text(), u"abcd");
+}
+
+TEST_F(TextBoxTest, TheProgramMayExceedTheLimit) {
+  box.SetText(u"abcdefgh");
+  EXPECT_EQ(box.Text(), u"abcdefgh");
+}
+
+TEST_F(TextBoxTest, ATextBeyondTheLimitTakesNoMoreCharacters) {
+  box.SetText(u"abcdefgh");
+  box.UserTypes(u"x");
+  EXPECT_EQ(box.Text(), u"abcdefgh");
+}
+
+TEST_F(TextBoxTest, ChangeIsReportedOncePerChange) {
+  int changes = 0;
+  box.Change = [&] { ++changes; };
+  box.SetText(u"a");
+  box.SetText(u"a");
+  box.UserTypes(u"b");
+  box.UserChanges(u"c");
+  box.UserChanges(u"c");
+  EXPECT_EQ(changes, 3);
+}
+
+TEST_F(TextBoxTest, AKeyPressSetToZeroIsDiscarded) {
+  box.KeyPress = [](std::int16_t& code) {
+    if (code == u'x') code = 0;
+  };
+  box.UserTypes(u"x");
+  box.UserTypes(u"y");
+  EXPECT_EQ(box.Text(), u"y");
+}
+
+TEST_F(TextBoxTest, AKeyPressMayChangeTheCharacter) {
+  box.KeyPress = [](std::int16_t& code) { code = u'Z'; };
+  box.UserTypes(u"a");
+  EXPECT_EQ(box.Text(), u"Z");
+}
+
+TEST_F(TextBoxTest, ControlCodesAreNotText) {
+  std::int16_t seen = 0;
+  box.KeyPress = [&](std::int16_t& code) { seen = code; };
+  box.UserTypes(u"\x16");
+  EXPECT_EQ(seen, 22);
+  EXPECT_EQ(box.Text(), u"");
+}
+
+TEST_F(TextBoxTest, TheSelectionStaysInsideTheText) {
+  box.SetText(u"abc");
+  box.Select(2, 9);
+  EXPECT_EQ(box.SelectionLength(), 1);
+  box.Select(-1, 1);
+  EXPECT_EQ(box.SelectionStart(), 0);
+}
+
+}  // namespace
+}  // namespace ktrv::controls
