@@ -99,7 +99,7 @@ String FlexGrid::Text(int row, int column) const {
   CheckRow(row);
   CheckColumn(column);
   if (row == 0) return columns_[static_cast<std::size_t>(column)].Heading;
-  return String(rows_.Text(row - 1, column));
+  return String(rows_.Text(row - 1, Shown(column)));
 }
 
 void FlexGrid::SetText(int row, int column, String text) {
@@ -138,6 +138,13 @@ void FlexGrid::RemoveItem(int row) {
   } else if (row_ > row) {
     --row_;
   }
+  if (peer_) peer_->RowsChanged();
+}
+
+void FlexGrid::RemoveSelected() {
+  rows_.Remove(selection_);
+  row_ = 0;
+  selection_.Clear();
   if (peer_) peer_->RowsChanged();
 }
 
@@ -189,6 +196,7 @@ int FlexGrid::FindRow(StringView text, int startRow, int column) const {
 
 void FlexGrid::Sort(int column, SortOrder order) {
   CheckColumn(column);
+  column = Shown(column);
   if (order == SortOrder::None) {
     Reordered(rows_.Unsort());
   } else if (column != sortColumn_ || order != sortOrder_ || !sortIsCurrent_) {
@@ -240,7 +248,7 @@ void FlexGrid::UserReleases(MouseButton button, std::int16_t shift, int row) {
 void FlexGrid::UserClicksHeading(int column) {
   CheckColumn(column);
   if (!UserCanSort) return;
-  const bool ascending = sortColumn_ == column && sortOrder_ == SortOrder::Ascending;
+  const bool ascending = sortColumn_ == Shown(column) && sortOrder_ == SortOrder::Ascending;
   const SortOrder order = ascending ? SortOrder::Descending : SortOrder::Ascending;
   Sort(column, order);
   if (AfterSort) AfterSort(column, order);
@@ -261,6 +269,10 @@ void FlexGrid::UserSelectsRange(int first, int last, bool selected, int focused)
     selection_.Remove(first, last);
   }
   row_ = focused > 0 && focused < Rows() ? focused : 0;
+}
+
+int FlexGrid::Shown(int column) const {
+  return column == 0 ? FixedColumnShows : column;
 }
 
 void FlexGrid::CheckRow(int row) const {

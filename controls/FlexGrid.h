@@ -93,6 +93,12 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// are left out.
   void AddItem(StringView tabSeparated);
   void RemoveItem(int row);
+  /// Takes the selected rows away, however many, in one pass; no row is current afterwards.
+  void RemoveSelected();
+
+  /// The column whose text stands in column 0 of the data rows too, for a picture in front of each
+  /// row; 0 for none.
+  int FixedColumnShows = 0;
 
   // The user's rights, all on unless switched off.
   bool UserCanSort = true;
@@ -142,6 +148,7 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   void Forget();
   /// The current and the selected rows go where the rows went.
   void Reordered(const GridRows::FormerRows& formerRows);
+  int Shown(int column) const;
   void CheckRow(int row) const;
   void CheckColumn(int column) const;
 

@@ -65,6 +65,23 @@ void GridRows::Remove(int row) {
   order_.erase(order_.begin() + row);
 }
 
+void GridRows::Remove(const RowSelection& rows) {
+  Materialise();
+  auto range = rows.Ranges().begin();
+  std::size_t kept = 0;
+  for (std::size_t place = 0; place < order_.size(); ++place) {
+    const int row = static_cast<int>(place) + 1;
+    while (range != rows.Ranges().end() && range->Last < row) ++range;
+    const Reference reference = order_[place];
+    if (range == rows.Ranges().end() || row < range->First) {
+      order_[kept++] = reference;
+    } else if (reference & kOwn) {
+      own_[reference & ~kOwn] = {};  // its place is not used again
+    }
+  }
+  order_.resize(kept);
+}
+
 GridRows::FormerRows GridRows::Sort(int column, bool ascending, const Language& language) {
   const auto count = static_cast<std::size_t>(Count());
   SortKeys keys(language, count);

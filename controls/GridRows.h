@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "common/Text.h"
+#include "controls/RowSelection.h"
 #include "database/Recordset.h"
 
 namespace ktrv::controls {
@@ -32,6 +33,8 @@ class GridRows {
   void SetText(int row, int column, String text);
   void Append(std::vector<String> cells);
   void Remove(int row);
+  /// \param rows grid rows, that is, counted from 1.
+  void Remove(const RowSelection& rows);
 
   /// \param ascending else descending; stable.
   FormerRows Sort(int column, bool ascending, const Language& language);

@@ -68,6 +68,29 @@ TEST_F(FlexGridTest, ACellOutsideIsRefused) {
   EXPECT_THROW(grid.RemoveItem(0), Error);
 }
 
+TEST_F(FlexGridTest, TheFixedColumnMayRepeatAnother) {
+  grid.Reset(1, 2);
+  grid.FixedColumnShows = 1;
+  grid.AddItem(u"x\tb");
+  grid.AddItem(u"x\ta");
+  EXPECT_EQ(grid.Text(1, 0), u"b");
+  grid.UserClicksHeading(0);
+  EXPECT_EQ(grid.Text(1, 0), u"a");
+  grid.UserClicksHeading(0);
+  EXPECT_EQ(grid.Text(1, 0), u"b");
+}
+
+TEST_F(FlexGridTest, AllSelectedRowsGoAtOnce) {
+  Fill({u"a", u"b", u"c", u"d", u"e"});
+  grid.UserSelects({1, 3, 4}, 3);
+  grid.RemoveSelected();
+  EXPECT_EQ(Names(), (std::vector<String>{u"b", u"e"}));
+  EXPECT_EQ(grid.Row(), 0);
+  EXPECT_TRUE(grid.SelectedRows().empty());
+  grid.AddItem(u"\tf");
+  EXPECT_EQ(Names(), (std::vector<String>{u"b", u"e", u"f"}));
+}
+
 TEST_F(FlexGridTest, FindsThePrefixRegardlessOfCaseFromARowOn) {
   Fill({u"Adam", u"Bert", u"adele"});
   EXPECT_EQ(grid.FindRow(u"ad", 1, 1), 1);
