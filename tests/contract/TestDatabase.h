@@ -2,35 +2,38 @@
 
 #include <memory>
 #include <ostream>
+#include <vector>
 
-#include "tests/native/support/SqliteFile.h"
-#include "tests/native/support/TestDispatcher.h"
+#include "database/Driver.h"
 
 namespace ktrv::tests {
 
 /// A fresh database of one engine behind one driver, and how that engine spells what the suite
-/// needs.
+/// needs. To have another engine pass the suite, derive from this and name it in Engines().
 class TestDatabase {
  public:
   virtual ~TestDatabase() = default;
   virtual String ConnectionString() const = 0;
   virtual database::Driver& Driver() = 0;
 
-  virtual String KeyColumn() const = 0;  ///< definition of a number ID that the engine assigns
-  virtual String NumberType() const { return u"INTEGER"; }
-  virtual String FractionType() const = 0;
-  virtual String TextType() const { return u"VARCHAR(100)"; }
-  virtual String LongTextType() const = 0;
-  virtual String DateType() const = 0;
+  virtual StringView KeyColumn() const = 0;  ///< definition of a number ID that the engine assigns
+  virtual StringView NumberType() const { return u"INTEGER"; }
+  virtual StringView FractionType() const { return u"DOUBLE PRECISION"; }
+  virtual StringView TextType() const { return u"VARCHAR(100)"; }
+  virtual StringView LongTextType() const { return u"TEXT"; }
+  virtual StringView DateType() const { return u"TIMESTAMP"; }
 
-  /// Whether a statement that fails in the same way fails on this engine, too.
-  virtual bool IsFile() const { return false; }
+  /// A query of one column that runs for much longer than any test.
+  virtual StringView EndlessQuery() const = 0;
 };
 
 struct TestEngine {
   const char* Name;
   std::unique_ptr<TestDatabase> (*Create)();
 };
+
+/// The engines that this machine has.
+std::vector<TestEngine> Engines();
 
 inline void PrintTo(const TestEngine& engine, std::ostream* out) {
   *out << engine.Name;
