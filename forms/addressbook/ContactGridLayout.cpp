@@ -1,0 +1,70 @@
+#include "forms/addressbook/ContactGridLayout.h"
+
+#include <array>
+
+namespace ktrv::forms::ContactGridLayout {
+namespace {
+
+using Alignment = controls::GridColumn::Alignment;
+using controls::Image;
+
+struct Design {
+  StringView Key;
+  StringView Heading;
+  int Width;  ///< twips; 0 for a hidden column
+  Alignment Align;
+};
+
+// The key of the folder column is FOLDERID, though the query's column is FOLDER_ID. The e-mail
+// column is wider than any window, so that it always runs to the grid's right edge.
+constexpr std::array<Design, 10> kColumns = {{
+    {u"FIXED", u"", 0, Alignment::Left},
+    {u"ID", u"", 0, Alignment::Left},
+    {kName, u"Name", 3000, Alignment::Left},
+    {u"SHARED", u"", 0, Alignment::Left},
+    {u"MOBILENO", u"Mobile No", 2500, Alignment::Left},
+    {u"EMAIL", u"Email", 25000, Alignment::Left},
+    {u"ADDRESS", u"Address", 3000, Alignment::Left},
+    {u"ORGANISATION", u"Organisation", 3000, Alignment::Left},
+    {u"FOLDERID", u"", 0, Alignment::Left},
+    {u"CONTACTTYPE", u"", 300, Alignment::Center},
+}};
+
+/// The type column is too narrow for a word: it shows a picture.
+std::pair<Image, String> TypePicture(StringView type) {
+  if (type == u"1") return {Image::Contact, u"Contact"};
+  if (type == u"2") return {Image::Group, u"Group"};
+  if (type == u"3") return {Image::RemoteContact, u"Remote contact"};
+  return {Image::None, String(type)};
+}
+
+bool ShowsList(const controls::FlexGrid& grid) {
+  return grid.Cols() == static_cast<int>(kColumns.size());
+}
+
+}  // namespace
+
+void Apply(controls::FlexGrid& grid) {
+  if (ShowsList(grid)) {
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
+      const Design& design = kColumns[i];
+      controls::GridColumn& column = grid.ColumnAt(static_cast<int>(i));
+      column.Key = design.Key;
+      column.Heading = design.Heading;
+      if (design.Width > 0) column.Width = design.Width;
+      column.Align = design.Align;
+      column.Hidden = design.Width == 0;
+    }
+    grid.ColumnAt(grid.ColIndex(u"CONTACTTYPE")).Picture = TypePicture;
+    grid.ColumnsChanged();
+  }
+  grid.UserCanSort = true;
+  grid.UserCanMoveColumns = true;
+  grid.Refresh();
+}
+
+bool HasRows(const controls::FlexGrid& grid) {
+  return ShowsList(grid) && grid.Rows() > 1;
+}
+
+}  // namespace ktrv::forms::ContactGridLayout

@@ -1,0 +1,195 @@
+#include "forms/addressbook/ContactList.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "data/AddressBookQueries.h"
+#include "forms/addressbook/ContactGridLayout.h"
+#include "forms/addressbook/CurrentNode.h"
+
+namespace ktrv::forms {
+namespace {
+
+namespace Queries = data::AddressBookQueries;
+using controls::Image;
+using controls::MousePointer;
+using controls::SortOrder;
+
+constexpr StringView kLoadContext =
+    u"KTRVAddressBook: Error occurred. Sub: LoadContacts, Module: frmAddressBook";
+constexpr int kTextPanel = 1;
+constexpr int kCountPanel = 3;
+constexpr int kCountPanelWidth = 3000;  // twips
+
+/// The id of a node's key as the counting commands take it.
+std::int32_t IdNumber(StringView id) {
+  const auto number = IsDecimalDigits(id) ? ParseInteger(id) : std::nullopt;
+  if (!number) throw Error(ErrorNumber::TypeMismatch, u"Type mismatch");
+  if (*number > std::numeric_limits<std::int32_t>::max()) {
+    throw Error(ErrorNumber::Overflow, u"Overflow");
+  }
+  return static_cast<std::int32_t>(*number);
+}
+
+}  // namespace
+
+ContactList::ContactList(Session& session, Display display)
+    : session_(session), display_(display), counts_(session) {}
+
+void ContactList::Load(StringView nodeKey) {
+  const bool loaded = session_.Trap(kLoadContext, false, [&] {
+    display_.Window.SetPointer(MousePointer::Hourglass);
+    Clear();
+    display_.Status.SetPanelText(kTextPanel, u"Loading Contacts...");
+    display_.Progress.SetVisible(false);
+    display_.Window.SetPointer(MousePointer::Default);
+    RemoveCountPanel();
+    Open(nodeKey);
+    display_.Window.SetPointer(MousePointer::Default);
+    return true;
+  });
+  if (!loaded) ShowFailure();
+}
+
+void ContactList::Clear() {
+  display_.Grid.Reset(2, 2);
+  total_ = 0;
+  sortColumn_ = ContactGridLayout::kName;
+  rsUserContacts_ = std::make_unique<database::Recordset>(session_.Environment);
+  rsUserContacts_->Location = database::CursorLocation::Client;
+  rsUserContacts_->FetchProgress = [this](std::int64_t progress, std::int64_t) {
+    rsUserContacts_FetchProgress(progress);
+  };
+  rsUserContacts_->FetchComplete = [this](const Error* error, database::EventStatus) {
+    rsUserContacts_FetchComplete(error);
+  };
+}
+
+void ContactList::Open(StringView nodeKey) {
+  const auto query = Count(nodeKey);
+  if (query) {
+    rsUserContacts_->Open(*query, session_.SessionConnectionString,
+                          {.Cursor = database::CursorType::Keyset,
+                           .Lock = database::LockType::Optimistic,
+                           .Async = true});
+    rsUserContacts_->Disconnect();
+  }
+  display_.Status.SetPanelText(kTextPanel, ToDecimal(total_) + u" item(s)");
+  display_.Status.AddPanel({.Width = kCountPanelWidth});
+  if (total_ > 0) {
+    display_.Progress.PlaceIn(display_.Status, kCountPanel);
+    display_.Progress.SetVisible(true);
+    display_.Progress.SetRange(0, total_);
+    display_.Progress.SetValue(0);
+  }
+  // The rows are still to come; the grid is laid out as soon as the first of them tell its columns.
+  display_.Grid.Bind(query ? rsUserContacts_.get() : nullptr);
+}
+
+std::optional<String> ContactList::Count(StringView nodeKey) {
+  const auto dialect = data::ExactDialect(session_.DbType);
+  const StringView kind = NodeKey::KindOf(nodeKey);
+  const StringView id = NodeKey::IdOf(nodeKey);
+  if (nodeKey == NodeKey::Shared) {
+    total_ = counts_.FolderContacts(0) + counts_.FolderGroups(0);
+    return Queries::RootItems(dialect);
+  }
+  if (kind == NodeKey::SharedFolder) {
+    total_ = counts_.FolderContacts(IdNumber(id)) + counts_.FolderGroups(IdNumber(id));
+    return Queries::FolderItems(dialect, id);
+  }
+  if (kind == NodeKey::RemoteFolder) {
+    total_ = counts_.RemoteContacts(IdNumber(id));
+    return Queries::RemoteFolderItems(id);
+  }
+  if (kind == NodeKey::SharedGroup) {
+    total_ = counts_.GroupMembers(IdNumber(id));
+    return Queries::GroupItems(dialect, id);
+  }
+  return std::nullopt;
+}
+
+void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
+  session_.Trap(kLoadContext, [&] {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+    display_.Progress.SetValue(static_cast<std::int32_t>(std::min(progress, kMost)));
+    display_.Grid.RowsArrived();
+  });
+}
+
+void ContactList::rsUserContacts_FetchComplete(const Error* error) {
+  display_.Grid.SetRedraw(false);
+  session_.Trap(kLoadContext, [&] { FinishLoad(); });
+  display_.Grid.SetRedraw(true);
+  if (!error) return;
+  session_.Logger->LogError(session_.LogFilePath, *error, kLoadContext, 0, true);
+  display_.Status.SetPanelText(kTextPanel, ContactGridLayout::HasRows(display_.Grid)
+                                               ? u"Not all contacts could be loaded."
+                                               : u"Contacts could not be loaded.");
+}
+
+void ContactList::FinishLoad() {
+  display_.Progress.SetVisible(false);
+  const int host = display_.Progress.HostPanel();
+  if (host > kTextPanel && host <= display_.Status.PanelCount()) {
+    display_.Status.SetPanelText(host, u"");
+  }
+  RemoveCountPanel();
+  display_.Grid.DataRefresh();
+  MoveIndicator(ContactGridLayout::kName, SortOrder::Ascending);
+  if (display_.Grid.Row() > 0) display_.Grid.ShowRow(display_.Grid.Row());
+}
+
+void ContactList::ChangeSortOrder(StringView columnKey, SortOrder order) {
+  session_.Trap(u"KTRVAddressBook: Error occurred. Sub:ChangeSortOrder(), Module: frmAddressBook",
+                [&] {
+                  if (ToUpperAscii(columnKey) == u"DUMMY") return;
+                  display_.Grid.Sort(display_.Grid.ColIndex(columnKey), order);
+                  MoveIndicator(columnKey, order);
+                });
+}
+
+void ContactList::MoveIndicator(StringView columnKey, SortOrder order) {
+  controls::FlexGrid& grid = display_.Grid;
+  const int former = grid.ColIndex(sortColumn_);
+  if (former >= 0) grid.SetHeadingPicture(former, Image::None);
+  sortColumn_ = columnKey;
+  const int column = grid.ColIndex(columnKey);
+  if (column < 0) return;
+  grid.SetHeadingPicture(
+      column, order == SortOrder::Descending ? Image::SortDescending : Image::SortAscending);
+}
+
+void ContactList::Find(StringView text) {
+  controls::FlexGrid& grid = display_.Grid;
+  const int column = grid.ColIndex(ContactGridLayout::kName);
+  if (grid.Rows() <= 2 || column < 0) return;
+  String wanted(Trim(text));
+  session_.Screen.UserLanguage().ToUpper(wanted);
+  const int row = grid.FindRow(wanted, 1, column);
+  if (row <= 0) return;
+  grid.SetRow(row);
+  grid.ShowRow(row);
+}
+
+void ContactList::Close() {
+  display_.Grid.Reset(2, 2);
+  rsUserContacts_.reset();
+  counts_.Release();
+}
+
+void ContactList::ShowFailure() {
+  display_.Window.SetPointer(MousePointer::Default);
+  display_.Progress.SetVisible(false);
+  RemoveCountPanel();
+  display_.Grid.Reset(2, 2);
+  rsUserContacts_.reset();
+  display_.Status.SetPanelText(kTextPanel, u"Contacts could not be loaded.");
+}
+
+void ContactList::RemoveCountPanel() {
+  if (display_.Status.PanelCount() == kCountPanel) display_.Status.RemovePanel(kCountPanel);
+}
+
+}  // namespace ktrv::forms

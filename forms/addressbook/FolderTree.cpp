@@ -1,0 +1,112 @@
+#include "forms/addressbook/FolderTree.h"
+
+#include <utility>
+
+#include "data/AddressBookQueries.h"
+#include "database/Recordset.h"
+
+namespace ktrv::forms {
+namespace {
+
+namespace Queries = data::AddressBookQueries;
+
+// Places in the tree's image list.
+constexpr int kRootImage = 1;
+constexpr int kGroupImage = 3;
+constexpr int kFolderImage = 4;
+
+String Joined(StringView kind, StringView id) {
+  return String(kind) + String(id);
+}
+
+bool IsTopLevel(StringView key) {
+  return key == NodeKey::Shared || key == NodeKey::Main;
+}
+
+}  // namespace
+
+FolderTree::FolderTree(Session& session, controls::TreeView& tree)
+    : session_(session), tree_(tree) {
+  Start();
+}
+
+void FolderTree::Start() {
+  topLevel_ = {TopLevelState{NodeKey::KindOf(NodeKey::Shared)}, TopLevelState{NodeKey::Main}};
+  current_ = {};
+  nodeClicked_ = false;
+}
+
+void FolderTree::Build() {
+  tree_.Clear();
+  controls::TreeNode& root = tree_.Add({}, String(NodeKey::Shared), u"Shared Contacts", kRootImage);
+  root.Tag = NodeKey::Shared;
+  if (Is(session_.RunAt, RunApplicationAt::RuntAtServer)) {
+    tree_.Select(&root);
+    tree_.SetExpanded(root, true);
+    MakeCurrent(root);
+  }
+  AddFolders(Queries::kSharedFolders, NodeKey::SharedFolder);
+  AddFolders(Queries::kRemoteFolders, NodeKey::RemoteFolder);
+  AddGroups();
+  Expand();
+  // The grid still shows the current node: so does the tree, when the node is there.
+  tree_.Select(tree_.Find(current_.Key));
+}
+
+void FolderTree::AddFolders(StringView query, StringView kind) {
+  database::Recordset folders(session_.Environment);
+  folders.Open(query, session_.SessionConnectionString);
+  // The parent folder is read and not looked at: folders are one level deep.
+  for (; !folders.EndOfFile(); folders.MoveNext()) {
+    tree_.Add(NodeKey::Shared, Joined(kind, ToText(folders.Field(u"ID"))),
+              ToText(folders.Field(u"NAME")), kFolderImage, kFolderImage);
+  }
+}
+
+void FolderTree::AddGroups() {
+  database::Recordset groups(session_.Environment);
+  groups.Open(Queries::kGroups, session_.SessionConnectionString);
+  for (; !groups.EndOfFile(); groups.MoveNext()) {
+    const std::int64_t folder = ToInteger(groups.Field(u"FOLDER_ID"));
+    const String parent =
+        folder == 0 ? String(NodeKey::Shared) : Joined(NodeKey::SharedFolder, ToDecimal(folder));
+    tree_.Add(parent, Joined(NodeKey::SharedGroup, ToText(groups.Field(u"ID"))),
+              ToText(groups.Field(u"NAME")), kGroupImage);
+  }
+}
+
+void FolderTree::Expand() {
+  const auto& [shared, main] = topLevel_;
+  tree_.SetExpanded(tree_.At(1), shared.State == kExpanded);
+  // The second node once was a second top-level node. It is taken by its place still, whatever
+  // stands there now: a folder or a group opens as personal contacts would.
+  if (Is(session_.RunAt, RunApplicationAt::RuntAtClient) && tree_.Count() > 1) {
+    tree_.SetExpanded(tree_.At(2), main.State == kExpanded);
+  }
+}
+
+bool FolderTree::Click(const controls::TreeNode& node) {
+  nodeClicked_ = true;
+  if (Trim(current_.Key) == node.Key) return false;
+  MakeCurrent(node);
+  return true;
+}
+
+bool FolderTree::TakeClick() {
+  return std::exchange(nodeClicked_, false);
+}
+
+void FolderTree::Remember(const controls::TreeNode& node, bool expanded) {
+  for (TopLevelState& row : topLevel_) {
+    if (NodeKey::KindOf(node.Key) != row.Prefix) continue;
+    row.State = expanded ? kExpanded : kCollapsed;
+    return;
+  }
+}
+
+void FolderTree::MakeCurrent(const controls::TreeNode& node) {
+  const bool top = IsTopLevel(node.Key) || !node.Parent;
+  current_ = {node.Key, node.Tag, top ? node.Key : node.Parent->Key};
+}
+
+}  // namespace ktrv::forms

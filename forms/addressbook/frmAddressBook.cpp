@@ -1,0 +1,321 @@
+#include "forms/addressbook/frmAddressBook.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "forms/addressbook/ContactGridLayout.h"
+
+namespace ktrv::forms {
+namespace {
+
+using controls::Image;
+using controls::MouseButton;
+using controls::SortOrder;
+namespace KeyCode = controls::KeyCode;
+
+// Lengths in twips.
+constexpr int kTreeWidth = 3000;
+constexpr int kSliderWidth = 50;
+constexpr int kShadowWidth = 25;
+constexpr int kHeadingGap = 60;  ///< above the panes' headings
+constexpr int kHeadingHeight = 285;
+constexpr int kHeadingIndent = 15;  ///< of the right pane's heading, behind the bar
+constexpr int kReserve = 800;       ///< below the panes, for the status bar and margins
+constexpr int kRightMargin = 50;
+
+constexpr StringView kNewGroup = u"GR";
+
+controls::Form::Design WindowDesign() {
+  return {.Caption = u"Address Book",
+          .Width = 12000,
+          .Height = 8000,
+          .Resizable = true,
+          .MinimumWidth = 6000,
+          .MinimumHeight = 4000};
+}
+
+/// The pictures of the tree, counted from 1. The second one is no node's any more.
+std::vector<Image> imgTreeView() {
+  return {Image::SharedContacts, Image::Contact, Image::Group, Image::Folder};
+}
+
+}  // namespace
+
+frmAddressBook::frmAddressBook(Session& session)
+    : Form(session.Screen, WindowDesign()),
+      lblFolders(*this, {0, 0, kTreeWidth, kHeadingHeight}, u"F&olders"),
+      tvwContacts(*this, {0, 0, kTreeWidth, 0}, imgTreeView()),
+      picSlider(*this, {kTreeWidth, 0, kSliderWidth, 0}, controls::MousePointer::SizeWestEast),
+      lblContacts(*this, {0, 0, 0, kHeadingHeight}, u"&Contacts"),
+      vsfContacts(*this, {}),
+      picShadow(*this, {kTreeWidth, 0, kShadowWidth, 0}),
+      session_(session),
+      folderTree_(session, tvwContacts),
+      contactList_(session, {*this, vsfContacts, StatusBar1, ProgressBar1}),
+      splitter_(picSlider, picShadow) {
+  StatusBar1.AddPanel({.Width = 3000, .Springs = true});
+  StatusBar1.AddPanel({.Width = 3000});
+  MakeToolBar();
+  ConnectTree();
+  ConnectGrid();
+  ConnectSplitter();
+  txtFind.Change = [this] { txtFind_Change(); };
+}
+
+frmAddressBook::~frmAddressBook() {
+  Unload();
+}
+
+template <class Body>
+void frmAddressBook::Event(StringView procedure, Body&& body) {
+  const String context =
+      u"KTRVAddressBook: Error occurred. Sub: " + String(procedure) + u", Module: frmAddressBook";
+  session_.Trap(context, std::forward<Body>(body));
+}
+
+void frmAddressBook::Form_Load() {
+  Event(u"Form_Load", [&] {
+    folderTree_.Start();
+    txtFind.SetText({});
+    LoadTreeView();
+    PlaceProgressBar(StatusBar1, ProgressBar1, 2);
+    ProgressBar1.SetValue(ProgressBar1.Min());
+    ProgressBar1.SetVisible(true);
+    // Without the commands the list still opens: it makes them when it counts, or tells why not.
+    Event(u"PrepareCommands", [&] { contactList_.Prepare(); });
+    LoadContacts();
+    ProgressBar1.SetVisible(false);
+    picSlider.SetWidth(kSliderWidth);
+    picSlider.SetBackColor(controls::kSystemButtonFace);
+    picShadow.SetWidth(kShadowWidth);
+    picShadow.SetBackColor(controls::kSystemButtonShadow);
+  });
+}
+
+void frmAddressBook::Form_QueryUnload() {
+  Event(u"Form_QueryUnload", [&] { contactList_.Close(); });
+}
+
+void frmAddressBook::LoadTreeView() {
+  session_.Trap(u"KTRVAddressBook: Error occurred. Sub : LoadTreeView, Module: frmAddressBook",
+                [&] { folderTree_.Build(); });
+}
+
+void frmAddressBook::LoadContacts() {
+  contactList_.Load(folderTree_.Current().Key);
+}
+
+void frmAddressBook::ChangeSortOrder(StringView columnKey, SortOrder order) {
+  contactList_.ChangeSortOrder(columnKey, order);
+}
+
+// Toolbar and find box.
+
+void frmAddressBook::MakeToolBar() {
+  tlbMain.AddButton({.Key = u"NEW",
+                     .Caption = u"New",
+                     .ToolTip = u"Create a contact or a group",
+                     .Picture = Image::New,
+                     .DropDown = true});
+  tlbMain.AddButton({.Key = u"PROPERTIES",
+                     .Caption = u"Properties",
+                     .ToolTip = u"Show or change the selected item",
+                     .Picture = Image::Properties});
+  tlbMain.AddButton({.Key = u"DELETE",
+                     .Caption = u"Delete",
+                     .ToolTip = u"Delete the selected items",
+                     .Picture = Image::Delete});
+  tlbMain.AddButton({.Key = u"REFRESH",
+                     .Caption = u"Refresh",
+                     .ToolTip = u"Load the contacts again",
+                     .Picture = Image::Refresh});
+  tlbMain.SetBand(lblFind, txtFind);
+  tlbMain.ButtonClick = [this](const String& key) { tlbMain_ButtonClick(key); };
+  tlbMain.ButtonDropDown = [this](const String& key, int x, int y) {
+    tlbMain_ButtonDropDown(key, x, y);
+  };
+  mnuNew_.Items.push_back(
+      {.Name = u"mnuNewContact", .Caption = u"&Contact", .Click = [this] { ContactNew({}); }});
+  mnuNew_.Items.push_back(
+      {.Name = u"mnuNewGroup", .Caption = u"&Group", .Click = [this] { ContactNew(kNewGroup); }});
+}
+
+void frmAddressBook::tlbMain_ButtonClick(StringView key) {
+  Event(u"tlbMain_ButtonClick", [&] {
+    if (key == u"NEW") ContactNew({});
+    if (key == u"PROPERTIES") ContactProperties();
+    if (key == u"DELETE") ContactDelete();
+    if (key == u"REFRESH") LoadContacts();
+  });
+}
+
+void frmAddressBook::tlbMain_ButtonDropDown(StringView key, int x, int y) {
+  Event(u"tlbMain_ButtonDropDown", [&] {
+    if (key == u"NEW") Display().ShowMenu(*this, mnuNew_, controls::Screen::Point{x, y});
+  });
+}
+
+void frmAddressBook::txtFind_Change() {
+  Event(u"txtFind_Change", [&] { contactList_.Find(txtFind.Text()); });
+}
+
+// Tree.
+
+void frmAddressBook::ConnectTree() {
+  tvwContacts.NodeClick = [this](const controls::TreeNode& node) { tvwContacts_NodeClick(node); };
+  tvwContacts.Collapse = [this](const controls::TreeNode& node) {
+    folderTree_.Remember(node, false);
+  };
+  tvwContacts.Expand = [this](const controls::TreeNode& node) { folderTree_.Remember(node, true); };
+  tvwContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
+    tvwContacts_KeyDown(keyCode);
+  };
+  tvwContacts.MouseUp = [this](MouseButton button, std::int16_t, int, int) {
+    tvwContacts_MouseUp(button);
+  };
+}
+
+void frmAddressBook::tvwContacts_NodeClick(const controls::TreeNode& node) {
+  Event(u"tvwContacts_NodeClick", [&] {
+    if (folderTree_.Click(node)) LoadContacts();
+  });
+}
+
+void frmAddressBook::tvwContacts_KeyDown(std::int16_t keyCode) {
+  Event(u"tvwContacts_KeyDown", [&] {
+    if (keyCode == KeyCode::Delete) ContactDelete();
+  });
+}
+
+void frmAddressBook::tvwContacts_MouseUp(MouseButton button) {
+  Event(u"tvwContacts_MouseUp", [&] {
+    // A button that goes up over empty space follows no click on a node.
+    const bool nodeClicked = folderTree_.TakeClick();
+    if (nodeClicked && button == MouseButton::Right) ShowItemContextMenu();
+  });
+}
+
+// Grid.
+
+void frmAddressBook::ConnectGrid() {
+  vsfContacts.AfterDataRefresh = [this] { ContactGridLayout::Apply(vsfContacts); };
+  vsfContacts.AfterSort = [this](int column, SortOrder order) {
+    vsfContacts_AfterSort(column, order);
+  };
+  vsfContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
+    vsfContacts_KeyDown(keyCode);
+  };
+  vsfContacts.DoubleClick = [this] {
+    if (ContactGridLayout::HasRows(vsfContacts)) vsfContacts_KeyDown(KeyCode::Enter);
+  };
+  vsfContacts.MouseUp = [this](MouseButton button, std::int16_t, int row) {
+    vsfContacts_MouseUp(button, row);
+  };
+}
+
+void frmAddressBook::vsfContacts_AfterSort(int column, SortOrder order) {
+  Event(u"vsfContacts_AfterSort",
+        [&] { ChangeSortOrder(vsfContacts.ColumnAt(column).Key, order); });
+}
+
+void frmAddressBook::vsfContacts_KeyDown(std::int16_t keyCode) {
+  Event(u"vsfContacts_KeyDown", [&] {
+    if (keyCode == KeyCode::Enter) ContactProperties();
+    if (keyCode == KeyCode::Delete) ContactDelete();
+  });
+}
+
+void frmAddressBook::vsfContacts_MouseUp(MouseButton button, int row) {
+  Event(u"vsfContacts_MouseUp", [&] {
+    if (button == MouseButton::Right && vsfContacts.Selection().Count() == 1 && row > 0) {
+      vsfContacts.SetRow(row);
+    }
+  });
+}
+
+// Item commands.
+
+void frmAddressBook::ContactNew(StringView /*kind*/) {
+  SayNotYetAvailable();
+}
+
+void frmAddressBook::ContactProperties() {
+  // The heading row is no item.
+  if (!tvwContacts.HasFocus() && vsfContacts.Row() == 0) return;
+  SayNotYetAvailable();
+}
+
+void frmAddressBook::ContactDelete() {
+  SayNotYetAvailable();
+}
+
+void frmAddressBook::ShowItemContextMenu(std::optional<controls::Screen::Point> /*at*/) {
+  SayNotYetAvailable();
+}
+
+void frmAddressBook::SayNotYetAvailable() {
+  constexpr std::int32_t kInformation = 64;
+  session_.ShowMessage(u"This command is not yet available.", kInformation);
+}
+
+// Layout.
+
+void frmAddressBook::Form_Resize() {
+  Event(u"Form_Resize", [&] { ResizeControls(); });
+}
+
+int frmAddressBook::PanesTop() const {
+  return tlbMain.Height() + kHeadingGap + kHeadingHeight;
+}
+
+void frmAddressBook::ResizeControls() {
+  const int top = PanesTop();
+  const int height = std::max(ScaleHeight() - top - kReserve, 0);
+  const int left = tvwContacts.Width();
+  tvwContacts.Move({0, top, left, height});
+  picSlider.Move({left, top, picSlider.Width(), height});
+  picShadow.Move({left, top, picShadow.Width(), height});
+  vsfContacts.Move({0, top, 0, height});
+  lblFolders.Move({0, top - kHeadingHeight, left, kHeadingHeight});
+  PlaceRightPane();
+}
+
+void frmAddressBook::PlaceRightPane() {
+  const int left = picSlider.Left() + picSlider.Width();
+  const int width = std::max(ScaleWidth() - left - kRightMargin, 0);
+  vsfContacts.Move({left, vsfContacts.Top(), width, vsfContacts.Height()});
+  lblContacts.Move({left + kHeadingIndent, lblFolders.Top(), std::max(width - kHeadingIndent, 0),
+                    kHeadingHeight});
+}
+
+void frmAddressBook::PlaceProgressBar(controls::StatusBar& statusBar,
+                                      controls::ProgressBar& progressBar, int panel) {
+  progressBar.PlaceIn(statusBar, panel);
+}
+
+void frmAddressBook::ConnectSplitter() {
+  picSlider.MouseDown = [this](MouseButton, std::int16_t, int, int) { picSlider_MouseDown(); };
+  picSlider.MouseMove = [this](MouseButton, std::int16_t, int x, int) { picSlider_MouseMove(x); };
+  picSlider.MouseUp = [this](MouseButton, std::int16_t, int, int) { picSlider_MouseUp(); };
+}
+
+void frmAddressBook::picSlider_MouseDown() {
+  splitter_.Press();
+}
+
+void frmAddressBook::picSlider_MouseMove(int x) {
+  session_.Trap(u"KTRVAddressBook: Error occured. Sub: picSlider_MouseMove, Module: frmAddressBook",
+                [&] { splitter_.Drag(x, ScaleWidth()); });
+}
+
+void frmAddressBook::picSlider_MouseUp() {
+  session_.Trap(u"KTRVAddressBook: Error occured. Sub: picSlider_MouseUp, Module: frmAddressBook",
+                [&] {
+                  splitter_.Release();
+                  tvwContacts.SetWidth(picSlider.Left());
+                  lblFolders.SetWidth(picSlider.Left());
+                  PlaceRightPane();
+                });
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,103 @@
+#include "forms/groups/ContactFetch.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace ktrv::forms {
+
+using database::EventStatus;
+using database::Recordset;
+
+namespace {
+
+constexpr StringView kLoading = u"Loading...";
+constexpr StringView kNotLoaded = u"The list could not be loaded.";
+constexpr std::int64_t kBlock = 500;
+
+std::int32_t BarValue(std::int64_t rows) {
+  return static_cast<std::int32_t>(
+      std::min<std::int64_t>(rows, std::numeric_limits<std::int32_t>::max()));
+}
+
+}  // namespace
+
+ContactFetch::ContactFetch(Session& session, controls::FlexGrid& grid, controls::Label& label,
+                           controls::ProgressBar& bar, StringView context)
+    : session_(session), grid_(grid), label_(label), bar_(bar), context_(context) {}
+
+void ContactFetch::Begin() {
+  Cancel();
+  if (rows_) {
+    // Its end may be on its way already and is no end of what begins now.
+    rows_->FetchProgress = nullptr;
+    rows_->FetchComplete = nullptr;
+  }
+  bar_.SetRange(0, 100);
+  bar_.SetValue(0);
+  label_.SetCaption(String(kLoading));
+  label_.SetVisible(true);
+  bar_.SetVisible(true);
+  Become(State::Loading);
+}
+
+void ContactFetch::SetTotal(std::int64_t rows) {
+  if (rows > 0) bar_.SetRange(0, BarValue(rows));
+}
+
+void ContactFetch::Open(const String& query) {
+  auto rows = std::make_unique<Recordset>(session_.Environment);
+  rows->Location = database::CursorLocation::Client;
+  rows->BackgroundFetchSize = kBlock;
+  rows->FetchProgress = [this](std::int64_t progress, std::int64_t) { Progress(progress); };
+  rows->FetchComplete = [this](const Error* error, EventStatus status) { Complete(error, status); };
+  rows->Open(query, session_.OpenConnection(),
+             {.Cursor = database::CursorType::Keyset,
+              .Lock = database::LockType::Optimistic,
+              .Async = true});
+  rows->Disconnect();
+  grid_.Bind(rows.get());
+  // The former rows go only now that the grid no longer shows them.
+  rows_ = std::move(rows);
+}
+
+void ContactFetch::Fail(StringView reason) {
+  bar_.SetVisible(false);
+  label_.SetCaption(String(reason));
+  label_.SetVisible(true);
+  Become(State::Failed);
+}
+
+void ContactFetch::Cancel() {
+  if (rows_) rows_->Cancel();
+}
+
+void ContactFetch::Progress(std::int64_t rows) {
+  session_.Trap(context_, [&] {
+    grid_.RowsArrived();
+    bar_.SetValue(BarValue(rows));
+  });
+}
+
+void ContactFetch::Complete(const Error* error, EventStatus status) {
+  if (status == EventStatus::Cancelled) return;  // whoever cancelled it went on
+  const bool complete = session_.Trap(context_, false, [&] {
+    grid_.RowsArrived();
+    if (error) throw Error(*error);
+    return true;
+  });
+  if (!complete) {
+    Fail(kNotLoaded);
+    return;
+  }
+  label_.SetVisible(false);
+  bar_.SetVisible(false);
+  Become(State::Complete);
+}
+
+void ContactFetch::Become(State state) {
+  state_ = state;
+  if (Changed) Changed();
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,115 @@
+#include "forms/groups/ContactRow.h"
+
+#include <array>
+#include <utility>
+
+namespace ktrv::forms {
+
+using controls::FlexGrid;
+using controls::GridColumn;
+using controls::Image;
+
+namespace {
+
+/// In the order of the lists' queries. Column 0 is the grid's own.
+constexpr std::array<StringView, 7> kKeys = {
+    u"FIXED", u"ID", u"NAME", u"MOBILENO", u"COUNTRYCODE", u"CONTACTTYPE", u"MOBILE_DISPLAY"};
+
+std::pair<Image, String> PictureOf(StringView kind) {
+  if (kind == ContactKind::Contact) return {Image::Contact, u"Contact"};
+  if (kind == ContactKind::Group) return {Image::Group, u"Group"};
+  if (kind == ContactKind::RemoteContact) return {Image::RemoteContact, u"Shared Remote Contact"};
+  return {Image::None, {}};
+}
+
+}  // namespace
+
+ContactColumns::ContactColumns(FlexGrid& grid)
+    : grid_(grid),
+      id_(grid.ColIndex(u"ID")),
+      name_(grid.ColIndex(u"NAME")),
+      mobileNo_(grid.ColIndex(u"MOBILENO")),
+      countryCode_(grid.ColIndex(u"COUNTRYCODE")),
+      kind_(grid.ColIndex(u"CONTACTTYPE")),
+      mobileDisplay_(grid.ColIndex(u"MOBILE_DISPLAY")) {}
+
+void ContactColumns::LayOut(FlexGrid& grid) {
+  for (std::size_t index = 0; index < kKeys.size(); ++index) {
+    GridColumn& column = grid.ColumnAt(static_cast<int>(index));
+    column.Key = kKeys[index];
+    column.Hidden = true;
+  }
+  GridColumn& name = grid.ColumnAt(grid.ColIndex(u"NAME"));
+  name.Heading = u"Name";
+  name.Width = 2250;
+  name.Hidden = false;
+  GridColumn& mobile = grid.ColumnAt(grid.ColIndex(u"MOBILE_DISPLAY"));
+  mobile.Heading = u"Mobile No.";
+  mobile.Width = 1650;
+  mobile.Hidden = false;
+  GridColumn& kind = grid.ColumnAt(grid.ColIndex(u"CONTACTTYPE"));
+  kind.Width = 350;
+  kind.Align = GridColumn::Alignment::Center;
+  kind.Hidden = false;
+  kind.Picture = PictureOf;
+  grid.ColumnsChanged();
+}
+
+void ContactColumns::Empty(FlexGrid& grid) {
+  constexpr int kHeadingOnly = 1;
+  grid.Reset(kHeadingOnly, static_cast<int>(kKeys.size()));
+}
+
+String ContactColumns::Trimmed(int row, int column) const {
+  const String text = grid_.Text(row, column);
+  const StringView trimmed = Trim(text);
+  return trimmed.size() == text.size() ? text : String(trimmed);
+}
+
+ContactRow ContactColumns::Read(int row) const {
+  return {.Id = Trimmed(row, id_),
+          .Name = Trimmed(row, name_),
+          .MobileNo = Trimmed(row, mobileNo_),
+          .CountryCode = Trimmed(row, countryCode_),
+          .MobileDisplay = Trimmed(row, mobileDisplay_),
+          .Kind = Trimmed(row, kind_)};
+}
+
+void ContactColumns::Write(int row, const ContactRow& contact) const {
+  grid_.SetText(row, name_, contact.Name);
+  grid_.SetText(row, mobileNo_, contact.MobileNo);
+  grid_.SetText(row, countryCode_, contact.CountryCode);
+  grid_.SetText(row, mobileDisplay_, contact.MobileDisplay);
+}
+
+void ContactColumns::Add(const ContactRow& contact) const {
+  std::array<const String*, kKeys.size()> cells{};
+  const auto place = [&](int column, const String& text) {
+    cells[static_cast<std::size_t>(column)] = &text;
+  };
+  place(id_, contact.Id);
+  place(name_, contact.Name);
+  place(mobileNo_, contact.MobileNo);
+  place(countryCode_, contact.CountryCode);
+  place(kind_, contact.Kind);
+  place(mobileDisplay_, contact.MobileDisplay);
+  String item;
+  bool hasTab = false;
+  for (std::size_t column = 1; column < cells.size(); ++column) {
+    hasTab = hasTab || cells[column]->find(u'\t') != String::npos;
+    item.append(u"\t").append(*cells[column]);
+  }
+  grid_.AddItem(item);
+  if (!hasTab) return;
+  // A tab inside a name moved the cells behind it.
+  const int row = grid_.Rows() - 1;
+  for (std::size_t column = 1; column < cells.size(); ++column) {
+    grid_.SetText(row, static_cast<int>(column), *cells[column]);
+  }
+}
+
+String MobileDisplayOf(StringView countryCode, StringView mobileNo) {
+  return String(LTrim(String(countryCode) + u" ")) + String(mobileNo);
+}
+
+}  // namespace ktrv::forms

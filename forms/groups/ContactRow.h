@@ -1,0 +1,60 @@
+#pragma once
+
+#include "controls/FlexGrid.h"
+
+namespace ktrv::forms {
+
+/// Kinds of rows in both lists of the group dialog, as their CONTACTTYPE cells say them.
+namespace ContactKind {
+inline constexpr StringView Contact = u"1";
+inline constexpr StringView Group = u"2";
+inline constexpr StringView RemoteContact = u"3";
+}  // namespace ContactKind
+
+/// One contact, group or remote contact of a list, its texts without blanks at both ends.
+struct ContactRow {
+  String Id;
+  String Name;
+  String MobileNo;
+  String CountryCode;
+  String MobileDisplay;
+  String Kind;
+};
+
+/// The columns of both lists, found by their keys once.
+class ContactColumns {
+ public:
+  /// \param grid laid out by LayOut; must outlive this.
+  explicit ContactColumns(controls::FlexGrid& grid);
+
+  /// Keys, captions and pictures of a list. Done after each binding.
+  static void LayOut(controls::FlexGrid& grid);
+  /// Takes all rows away and leaves the laid-out columns.
+  static void Empty(controls::FlexGrid& grid);
+
+  int Id() const { return id_; }
+  int Name() const { return name_; }
+  int Kind() const { return kind_; }
+
+  /// \throws Error SubscriptOutOfRange
+  ContactRow Read(int row) const;
+  /// Writes all but id and kind.
+  void Write(int row, const ContactRow& contact) const;
+  void Add(const ContactRow& contact) const;
+
+ private:
+  String Trimmed(int row, int column) const;
+
+  controls::FlexGrid& grid_;
+  int id_;
+  int name_;
+  int mobileNo_;
+  int countryCode_;
+  int kind_;
+  int mobileDisplay_;
+};
+
+/// Country code, a blank and the mobile number; the number alone without a country code.
+String MobileDisplayOf(StringView countryCode, StringView mobileNo);
+
+}  // namespace ktrv::forms

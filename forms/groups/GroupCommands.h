@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "component/Session.h"
+#include "database/Command.h"
+
+namespace ktrv::forms {
+
+/// What the group dialog asks of the database besides its lists.
+enum class GroupCommand : std::size_t {
+  Folder,
+  Folders,
+  CountMembers,
+  CountFolderGroups,
+  GroupIdByName,
+  InsertGroup,
+  RenameGroup,
+  ClearMembers,
+  NameTaken,
+  CountFolderContacts,
+  CountRemoteContacts,
+  NameTakenByAnother,
+  InsertMember,
+  Contact,
+  ExpandedMembers,
+};
+
+/// The fifteen prepared commands of the group dialog. Each is given to the engine when it is first
+/// executed, so a text that the engine refuses fails only where it is used.
+class GroupCommands {
+ public:
+  static constexpr std::size_t kCount = 15;
+
+  /// \param session must outlive the commands.
+  explicit GroupCommands(Session& session);
+
+  /// Makes the commands, after opening the session's connection when the dialog works on shared
+  /// groups. \throws Error when it cannot be opened.
+  void Init();
+
+  /// Runs the command with one value for each parameter, on the session's connection, opened when
+  /// it is closed. \throws Error as database::Command::Execute.
+  database::Recordset Execute(GroupCommand command, std::vector<Variant> values = {});
+
+  /// The first column of the first row of a counting command; 0 without a row.
+  std::int64_t Count(GroupCommand command, const Variant& value);
+
+  /// Rows changed by the command's last run; -1 when the driver cannot tell.
+  std::int64_t RecordsAffected(GroupCommand command) const;
+
+  const database::Command& At(GroupCommand command) const;
+
+ private:
+  database::Command& At(GroupCommand command);
+
+  Session& session_;
+  std::array<database::Command, kCount> commands_;
+};
+
+}  // namespace ktrv::forms

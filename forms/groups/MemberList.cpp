@@ -1,0 +1,106 @@
+#include "forms/groups/MemberList.h"
+
+#include "data/GroupQueries.h"
+#include "forms/groups/JobProgress.h"
+
+namespace ktrv::forms {
+namespace {
+
+constexpr StringView kContext =
+    u"KTRVAddressBook: Error occurred. Sub:LoadGroupContacts(), Module: frmGroupsNew()";
+
+/// Keeps a grid as it looks while many rows come.
+class RedrawPause {
+ public:
+  explicit RedrawPause(controls::FlexGrid& grid) : grid_(grid) { grid_.SetRedraw(false); }
+  ~RedrawPause() { grid_.SetRedraw(true); }
+  RedrawPause(const RedrawPause&) = delete;
+  RedrawPause& operator=(const RedrawPause&) = delete;
+
+ private:
+  controls::FlexGrid& grid_;
+};
+
+}  // namespace
+
+MemberList::MemberList(Session& session, GroupCommands& commands, Display display)
+    : session_(session),
+      commands_(commands),
+      display_(display),
+      fetch_(session, display.Grid, display.Loading, display.Bar, kContext) {
+  fetch_.Changed = [this] {
+    if (fetch_.CurrentState() == ContactFetch::State::Complete) Loaded();
+    if (Changed) Changed();
+  };
+}
+
+void MemberList::Empty() {
+  ContactColumns::Empty(display_.Grid);
+  ids_.clear();
+  complete_ = true;
+  ShowCount(0);
+}
+
+void MemberList::Load() {
+  complete_ = false;
+  const bool started = session_.Trap(kContext, false, [&] {
+    fetch_.Begin();
+    const String query =
+        data::GroupQueries::Members(data::FoldedDialect(session_.DbType), session_.GroupId);
+    const std::int64_t members = commands_.Count(GroupCommand::CountMembers, session_.GroupId);
+    fetch_.SetTotal(members);
+    if (members > 0) ShowCount(members);
+    fetch_.Open(query);
+    return true;
+  });
+  if (!started) fetch_.Fail(u"The members could not be loaded.");
+}
+
+void MemberList::Cancel() {
+  fetch_.Cancel();
+}
+
+void MemberList::Loaded() {
+  const ContactColumns columns(display_.Grid);
+  ids_.clear();
+  for (int row = 1; row < display_.Grid.Rows(); ++row) {
+    ids_.emplace(Trim(display_.Grid.Text(row, columns.Id())));
+  }
+  complete_ = true;
+  ShowCount(Count());
+}
+
+void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
+                      JobProgress& progress) {
+  const ContactColumns from(source);
+  const ContactColumns to(display_.Grid);
+  {
+    const RedrawPause pause(display_.Grid);
+    for (const int row : rows) {
+      progress.Advance();
+      if (ids_.contains(String(Trim(source.Text(row, from.Id()))))) continue;
+      const ContactRow contact = from.Read(row);
+      to.Add(contact);
+      ids_.insert(contact.Id);
+    }
+  }
+  ShowCount(Count());
+}
+
+void MemberList::RemoveSelected() {
+  const ContactColumns columns(display_.Grid);
+  for (const auto& range : display_.Grid.Selection().Ranges()) {
+    for (int row = range.First; row <= range.Last; ++row) {
+      const auto id = ids_.find(String(Trim(display_.Grid.Text(row, columns.Id()))));
+      if (id != ids_.end()) ids_.erase(id);
+    }
+  }
+  display_.Grid.RemoveSelected();
+  ShowCount(Count());
+}
+
+void MemberList::ShowCount(std::int64_t members) {
+  display_.Count.SetCaption(ToDecimal(members) + u" Member(s)");
+}
+
+}  // namespace ktrv::forms

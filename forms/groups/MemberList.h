@@ -1,0 +1,62 @@
+#pragma once
+
+#include <unordered_set>
+
+#include "forms/groups/ContactFetch.h"
+#include "forms/groups/ContactRow.h"
+#include "forms/groups/GroupCommands.h"
+
+namespace ktrv::forms {
+
+class JobProgress;
+
+/// The right list of the group dialog: members of a group, or recipients picked. An id stands in it
+/// at most once, whatever its kind: a contact keeps a group of the same number out.
+class MemberList {
+ public:
+  struct Display {
+    controls::FlexGrid& Grid;
+    controls::Label& Loading;
+    controls::ProgressBar& Bar;
+    controls::Label& Count;
+  };
+
+  /// All must outlive the list.
+  MemberList(Session& session, GroupCommands& commands, Display display);
+
+  /// It began or ended to load.
+  std::function<void()> Changed;
+
+  /// No members.
+  void Empty();
+  /// Starts to fill the list with the members of the session's group. Failures are logged and
+  /// shown.
+  void Load();
+  /// Gives up loading.
+  void Cancel();
+  /// Whether all members are there: not while they load, nor after that failed. Until then nothing
+  /// can be added or removed, and nothing may be saved, since members that did not come would be
+  /// lost.
+  bool IsComplete() const { return complete_; }
+  bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
+
+  /// Appends these rows of the other list unless their ids are there already.
+  void Take(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
+  void RemoveSelected();
+
+  int Count() const { return display_.Grid.Rows() - 1; }
+
+ private:
+  void Loaded();
+  void ShowCount(std::int64_t members);
+
+  Session& session_;
+  GroupCommands& commands_;
+  Display display_;
+  ContactFetch fetch_;
+  bool complete_ = false;
+  /// The ids in the grid. Databases without keys may give one twice.
+  std::unordered_multiset<String> ids_;
+};
+
+}  // namespace ktrv::forms

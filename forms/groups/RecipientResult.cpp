@@ -1,0 +1,58 @@
+#include "forms/groups/RecipientResult.h"
+
+#include <utility>
+
+namespace ktrv::forms {
+namespace {
+
+/// The id in a column of 15. Hosts cut the name off behind it, so a longer id is a failure and not
+/// a wider column.
+String Padded(const String& id) {
+  constexpr std::size_t kWidth = 15;
+  if (id.size() > kWidth) {
+    throw Error(ErrorNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
+  }
+  return id + String(kWidth - id.size(), u' ');
+}
+
+}  // namespace
+
+RecipientResult::RecipientResult(bool prefixCountryCode) : prefixCountryCode_(prefixCountryCode) {}
+
+void RecipientResult::AddContact(const ContactRow& contact) {
+  Add(u"SC|", u'C', contact, MobileNoOf(contact));
+}
+
+void RecipientResult::AddGroup(const ContactRow& group) {
+  Add(u"SG|", u'G', group, group.MobileNo);
+}
+
+void RecipientResult::AddRemoteContact(const ContactRow& contact) {
+  Add(u"RC|", u'R', contact, contact.MobileNo);
+}
+
+void RecipientResult::AddGroupMember(const ContactRow& member) {
+  AddContact(member);
+  namesText_.Append(member.Name + u";");
+}
+
+void RecipientResult::HandTo(Session& session) {
+  session.SelectedRecipients = std::move(recipients_);
+  session.SelectedMobileNos = std::move(mobileNos_);
+  session.SelectedNames = std::move(names_);
+  session.ContactsName = namesText_.Text();
+}
+
+void RecipientResult::Add(StringView prefix, char16_t letter, const ContactRow& row,
+                          String mobileNo) {
+  const String number = ToDecimal(++number_);
+  names_->Add(Padded(row.Id) + row.Name, letter + number);
+  mobileNos_->Add(std::move(mobileNo), u"M" + number);
+  recipients_->Add(String(prefix) + row.Id + u"|" + row.Name + u"|" + row.MobileNo);
+}
+
+String RecipientResult::MobileNoOf(const ContactRow& contact) const {
+  return prefixCountryCode_ ? contact.CountryCode + contact.MobileNo : contact.MobileNo;
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+
+#include "component/Session.h"
+#include "forms/groups/ContactRow.h"
+#include "forms/groups/TextBuffer.h"
+
+namespace ktrv::forms {
+
+/// What a picker hands back, while it is being put together. The session's results change only at
+/// the end, so a pick that fails half way leaves nothing behind.
+class RecipientResult {
+ public:
+  /// \param prefixCountryCode whether the country code stands before a contact's number in the list
+  /// of mobile numbers.
+  explicit RecipientResult(bool prefixCountryCode);
+
+  // All throw Error InvalidProcedureCall when the id is longer than 15 units.
+  void AddContact(const ContactRow& contact);
+  void AddGroup(const ContactRow& group);
+  void AddRemoteContact(const ContactRow& contact);
+  /// A member of an expanded group, whatever its kind: given back as a contact, and its name joins
+  /// the names text.
+  void AddGroupMember(const ContactRow& member);
+
+  void HandTo(Session& session);
+
+ private:
+  void Add(StringView prefix, char16_t letter, const ContactRow& row, String mobileNo);
+  String MobileNoOf(const ContactRow& contact) const;
+
+  bool prefixCountryCode_;
+  std::int64_t number_ = 0;  ///< of the last pair of items
+  std::shared_ptr<TextCollection> recipients_ = std::make_shared<TextCollection>();
+  std::shared_ptr<TextCollection> mobileNos_ = std::make_shared<TextCollection>();
+  std::shared_ptr<TextCollection> names_ = std::make_shared<TextCollection>();
+  TextBuffer namesText_;
+};
+
+}  // namespace ktrv::forms
