@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "KTRVAddressBook_h.h"
+#include "component/TextCollection.h"
+#include "windows/com/DualObject.h"
+
+namespace ktrv::windows {
+
+/// A collection of texts as hosts see it.
+class TextCollectionObject final : public DualObject<_TextCollection> {
+ public:
+  explicit TextCollectionObject(std::shared_ptr<TextCollection> texts);
+
+  const std::shared_ptr<TextCollection>& Texts() const { return texts_; }
+
+  STDMETHODIMP get_Item(VARIANT index, BSTR* text) noexcept override;
+  STDMETHODIMP get_Count(long* number) noexcept override;
+  STDMETHODIMP get__NewEnum(IUnknown** enumerator) noexcept override;
+
+ private:
+  std::shared_ptr<TextCollection> texts_;
+};
+
+}  // namespace ktrv::windows

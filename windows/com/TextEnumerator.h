@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <memory>
+
+#include "component/TextCollection.h"
+#include "windows/com/Server.h"
+
+namespace ktrv::windows {
+
+/// Gives the texts of a collection one by one, for "For Each". Texts that are added meanwhile come
+/// too. Made with one reference, the maker's.
+class TextEnumerator final : public IEnumVARIANT {
+ public:
+  explicit TextEnumerator(std::shared_ptr<TextCollection> texts, std::int64_t given = 0);
+  TextEnumerator(const TextEnumerator&) = delete;
+  TextEnumerator& operator=(const TextEnumerator&) = delete;
+
+  STDMETHODIMP QueryInterface(REFIID wanted, void** object) noexcept override;
+  STDMETHODIMP_(ULONG) AddRef() noexcept override;
+  STDMETHODIMP_(ULONG) Release() noexcept override;
+  STDMETHODIMP Next(ULONG wanted, VARIANT* values, ULONG* fetched) noexcept override;
+  STDMETHODIMP Skip(ULONG number) noexcept override;
+  STDMETHODIMP Reset() noexcept override;
+  STDMETHODIMP Clone(IEnumVARIANT** copy) noexcept override;
+
+ private:
+  ~TextEnumerator() = default;
+
+  ServerLock lock_;
+  LONG references_ = 1;
+  std::shared_ptr<TextCollection> texts_;
+  std::int64_t given_;
+};
+
+}  // namespace ktrv::windows

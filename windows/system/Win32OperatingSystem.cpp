@@ -1,0 +1,99 @@
+#include "windows/system/Win32OperatingSystem.h"
+
+#include <windows.h>
+
+#include "common/Error.h"
+#include "windows/controls/Unique.h"
+#include "windows/controls/WideText.h"
+#include "windows/system/ModulePath.h"
+
+namespace ktrv::windows {
+namespace {
+
+[[noreturn]] void Fail() {
+  throw Error(ErrorNumber::DriverFailure, u"The file cannot be written", u"KTRVAddressBook",
+              GetLastError());
+}
+
+class UniqueFile {
+ public:
+  explicit UniqueFile(HANDLE file) : file_(file) {}
+  ~UniqueFile() {
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+  }
+  UniqueFile(const UniqueFile&) = delete;
+  UniqueFile& operator=(const UniqueFile&) = delete;
+  HANDLE Get() const { return file_; }
+
+ private:
+  HANDLE file_;
+};
+
+/// Holds off other writers of the file that lock it in the same way, for where the system does not
+/// append in one piece (network drives, Wine). The locked byte lies beyond any file's end, so
+/// readers are not disturbed. A writer that holds the lock for too long does not stop the others.
+class WriterLock {
+ public:
+  explicit WriterLock(HANDLE file) : file_(file) {
+    constexpr ULONGLONG kPatience = 2000;  // milliseconds
+    const ULONGLONG end = GetTickCount64() + kPatience;
+    do {
+      locked_ = LockFileEx(file_, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
+                           &place_) != FALSE;
+      if (locked_ || GetLastError() != ERROR_LOCK_VIOLATION) return;
+      Sleep(1);
+    } while (GetTickCount64() < end);
+  }
+  ~WriterLock() {
+    if (locked_) UnlockFileEx(file_, 0, 1, 0, &place_);
+  }
+  WriterLock(const WriterLock&) = delete;
+  WriterLock& operator=(const WriterLock&) = delete;
+
+ private:
+  static OVERLAPPED BeyondTheEnd() {
+    OVERLAPPED place{};
+    place.Offset = 0xFFFFFFFE;
+    place.OffsetHigh = 0x7FFFFFFF;
+    return place;
+  }
+
+  HANDLE file_;
+  OVERLAPPED place_ = BeyondTheEnd();
+  bool locked_ = false;
+};
+
+}  // namespace
+
+void Win32OperatingSystem::Append(StringView path, std::string_view bytes, bool flush) {
+  // FILE_APPEND_DATA without FILE_WRITE_DATA makes each write one append at the end.
+  const UniqueFile file(CreateFileW(ToWide(path).c_str(),
+                                    FILE_APPEND_DATA | FILE_READ_DATA | SYNCHRONIZE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (file.Get() == INVALID_HANDLE_VALUE) Fail();
+  const WriterLock lock(file.Get());
+  DWORD written = 0;
+  if (!WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
+      written != bytes.size()) {
+    Fail();
+  }
+  if (flush && !FlushFileBuffers(file.Get())) Fail();
+}
+
+DateTime Win32OperatingSystem::Now() {
+  SYSTEMTIME now;
+  GetLocalTime(&now);
+  const std::chrono::year_month_day day{std::chrono::year(now.wYear),
+                                        std::chrono::month(now.wMonth), std::chrono::day(now.wDay)};
+  return std::chrono::local_days(day) + std::chrono::hours(now.wHour) +
+         std::chrono::minutes(now.wMinute) + std::chrono::seconds(now.wSecond) +
+         std::chrono::milliseconds(now.wMilliseconds);
+}
+
+String Win32OperatingSystem::ComponentDirectory() {
+  const std::wstring path = ModulePath();
+  return FromWide(path.substr(0, path.find_last_of(L'\\')));
+}
+
+}  // namespace ktrv::windows
