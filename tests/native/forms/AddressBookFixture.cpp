@@ -1,0 +1,139 @@
+#include "tests/native/forms/AddressBookFixture.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace ktrv::tests {
+
+using database::DataType;
+
+AddressBookTest::AddressBookTest()
+    : session(
+          screen, system,
+          {[this](StringView) -> database::Driver& { return driver; }, screen.Dispatcher.Post()}) {
+  session.LogFilePath = u"log";
+  session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+  session.SessionConnectionString = u"DSN=Test";
+  session.DbType = u"SQL";
+  session.IsAdmin = 1;
+  session.InitDone = 1;
+  SharedFolders({});
+  RemoteFolders({});
+  Groups({});
+  Lists({});
+  for (const StringView query : {Queries::kCountFolderContacts, Queries::kCountRemoteContacts,
+                                 Queries::kCountFolderGroups, Queries::kCountGroupMembers}) {
+    Counts(query, 0);
+  }
+}
+
+void AddressBookTest::SharedFolders(std::vector<Row> idsAndNames) {
+  for (Row& row : idsAndNames) row.emplace_back(u"0");
+  driver.Answer(Queries::kSharedFolders,
+                {{u"ID", DataType::Integer}, {u"NAME"}, {u"PARENTFOLDERID", DataType::Integer}},
+                std::move(idsAndNames));
+}
+
+void AddressBookTest::RemoteFolders(std::vector<Row> idsAndNames) {
+  for (Row& row : idsAndNames) {
+    row.emplace_back(u"0");
+    row.emplace_back(u"Dealers");
+  }
+  driver.Answer(Queries::kRemoteFolders,
+                {{u"ID", DataType::Integer},
+                 {u"NAME"},
+                 {u"PARENTFOLDERID", DataType::Integer},
+                 {u"REMOTE_CONTACTS_CATEGORY"}},
+                std::move(idsAndNames));
+}
+
+void AddressBookTest::Groups(std::vector<Row> rows) {
+  driver.Answer(Queries::kGroups,
+                {{u"ID", DataType::Integer}, {u"NAME"}, {u"FOLDER_ID", DataType::Integer}},
+                std::move(rows));
+}
+
+void AddressBookTest::Counts(StringView query, std::int64_t count) {
+  driver.Answer(query, {{u"TOTALRECORDS", DataType::Integer}}, {{ToDecimal(count)}});
+}
+
+void AddressBookTest::Lists(std::vector<Row> rows) {
+  driver.Answer(u"AS CONTACTTYPE",
+                {{u"ID"},
+                 {u"NAME"},
+                 {u"SHARED", DataType::Integer},
+                 {u"MOBILENO"},
+                 {u"EMAIL"},
+                 {u"ADDRESS"},
+                 {u"ORGANISATION"},
+                 {u"FOLDER_ID", DataType::Integer},
+                 {u"CONTACTTYPE", DataType::Integer}},
+                std::move(rows));
+}
+
+AddressBookTest::Row AddressBookTest::Item(String id, String name, String type) {
+  return {std::move(id), std::move(name), u"1", u"91 98200",    u"a@b.c",
+          u"Street 1",   u"Acme",         u"0", std::move(type)};
+}
+
+forms::frmAddressBook& AddressBookTest::Open() {
+  if (!form) form = std::make_unique<forms::frmAddressBook>(session);
+  form->Show();
+  return *form;
+}
+
+void AddressBookTest::Click(StringView key) {
+  form->tvwContacts.UserClicks(Node(key));
+}
+
+void AddressBookTest::ClickAndWait(StringView key) {
+  Click(key);
+  ASSERT_TRUE(Complete());
+}
+
+bool AddressBookTest::Complete() {
+  // The panel of the running load goes when the load is complete.
+  return screen.WaitUntil([this] { return form->StatusBar1.PanelCount() == 2; });
+}
+
+controls::TreeNode& AddressBookTest::Node(StringView key) {
+  controls::TreeNode* node = form->tvwContacts.Find(key);
+  if (!node) throw std::logic_error("no node " + ToUtf8(key));
+  return *node;
+}
+
+std::vector<String> AddressBookTest::Tree() const {
+  std::vector<String> nodes;
+  for (int index = 1; index <= form->tvwContacts.Count(); ++index) {
+    const controls::TreeNode& node = form->tvwContacts.At(index);
+    String line;
+    for (const auto* parent = node.Parent; parent; parent = parent->Parent) line += u'.';
+    nodes.push_back(line + node.Key + u":" + node.Text);
+  }
+  return nodes;
+}
+
+std::vector<String> AddressBookTest::Column(StringView key) const {
+  std::vector<String> texts;
+  const int column = form->vsfContacts.ColIndex(key);
+  for (int row = 1; row < form->vsfContacts.Rows(); ++row) {
+    texts.push_back(form->vsfContacts.Text(row, column));
+  }
+  return texts;
+}
+
+int AddressBookTest::ErrorsLogged(StringView context) const {
+  const String line = u"\n" + String(context) + u"\r\nError Date/Time   : ";
+  const String log = Log();
+  int count = 0;
+  for (std::size_t at = log.find(line); at != String::npos; at = log.find(line, at + 1)) ++count;
+  return count;
+}
+
+std::vector<FakeDriver::Execution> AddressBookTest::Ran(StringView part) const {
+  std::vector<FakeDriver::Execution> ran = driver.Executed();
+  std::erase_if(ran, [&](const auto& each) { return each.Text.find(part) == String::npos; });
+  return ran;
+}
+
+}  // namespace ktrv::tests

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "component/Session.h"
+#include "data/AddressBookQueries.h"
+#include "forms/addressbook/frmAddressBook.h"
+#include "tests/native/support/FakeDriver.h"
+#include "tests/native/support/FakeOperatingSystem.h"
+#include "tests/native/support/ScriptedScreen.h"
+
+namespace ktrv::tests {
+
+namespace Queries = data::AddressBookQueries;
+
+/// The address book window on a database that answers as the test says: at first with no folder,
+/// no group and no contact.
+class AddressBookTest : public testing::Test {
+ protected:
+  using Row = FakeDriver::Row;
+
+  AddressBookTest();
+
+  /// As a host's initialisation leaves the session.
+  void RunAt(RunApplicationAt where) { session.RunAt = static_cast<std::int32_t>(where); }
+  void SharedFolders(std::vector<Row> idsAndNames);
+  void RemoteFolders(std::vector<Row> idsAndNames);
+  /// \param rows id, name and folder id
+  void Groups(std::vector<Row> rows);
+  /// What the counting command of this text answers.
+  void Counts(StringView query, std::int64_t count);
+  /// The rows of every list from now on.
+  void Lists(std::vector<Row> rows);
+  /// A row of a list with this id and name, of a local contact unless told otherwise.
+  static Row Item(String id, String name, String type = u"1");
+
+  /// Makes the window and shows it.
+  forms::frmAddressBook& Open();
+  /// Clicks the node of this key. \throws when there is none.
+  void Click(StringView key);
+  /// Clicks the node and lets its rows come.
+  void ClickAndWait(StringView key);
+  /// Waits until the fetch that runs is complete. \return false when it is not in time.
+  bool Complete();
+
+  controls::TreeNode& Node(StringView key);
+  /// "key:text" of the nodes in insertion order, indented by their depth with dots.
+  std::vector<String> Tree() const;
+  std::vector<String> Column(StringView key) const;
+  String Panel(int panel) const { return form->StatusBar1.PanelAt(panel).Text; }
+  String Log() const { return system.TextOf(u"log"); }
+  int ErrorsLogged(StringView context) const;
+  /// Texts that ran and contain this part.
+  std::vector<FakeDriver::Execution> Ran(StringView part) const;
+
+  FakeDriver driver;
+  ScriptedScreen screen;
+  FakeOperatingSystem system;
+  Session session;
+  std::unique_ptr<forms::frmAddressBook> form;
+};
+
+}  // namespace ktrv::tests
