@@ -1,0 +1,68 @@
+#include "windows/controls/Clipboard.h"
+
+#include <windows.h>
+
+#include <cstring>
+
+#include "common/Error.h"
+#include "windows/controls/Unique.h"
+#include "windows/controls/WideText.h"
+
+namespace ktrv::windows {
+
+namespace {
+
+using UniqueMemory = Unique<HGLOBAL, [](HGLOBAL memory) { GlobalFree(memory); }>;
+
+/// The clipboard, open. Other programs hold it for moments at a time, so it is asked for again.
+class OpenedClipboard {
+ public:
+  OpenedClipboard() {
+    for (int attempt = 0; attempt < 20 && !open_; ++attempt) {
+      if (attempt > 0) Sleep(10);
+      open_ = OpenClipboard(nullptr) != FALSE;
+    }
+  }
+  ~OpenedClipboard() {
+    if (open_) CloseClipboard();
+  }
+  OpenedClipboard(const OpenedClipboard&) = delete;
+  OpenedClipboard& operator=(const OpenedClipboard&) = delete;
+
+  explicit operator bool() const { return open_; }
+
+ private:
+  bool open_ = false;
+};
+
+}  // namespace
+
+std::optional<String> ReadClipboard() {
+  const OpenedClipboard clipboard;
+  if (!clipboard) return std::nullopt;
+  HANDLE data = GetClipboardData(CF_UNICODETEXT);
+  const auto* text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
+  if (!text) return std::nullopt;
+  // The memory is another program's and may lack the final zero.
+  std::wstring_view units(text, GlobalSize(data) / sizeof(wchar_t));
+  String result = FromWide(units.substr(0, units.find(L'\0')));
+  GlobalUnlock(data);
+  return result;
+}
+
+void WriteClipboard(StringView text) {
+  const std::wstring wide = ToWide(text);
+  const SIZE_T size = (wide.size() + 1) * sizeof(wchar_t);
+  UniqueMemory memory(GlobalAlloc(GMEM_MOVEABLE, size));
+  if (!memory) throw Error(ErrorNumber::OutOfMemory, u"Out of memory");
+  std::memcpy(GlobalLock(memory.Get()), wide.c_str(), size);
+  GlobalUnlock(memory.Get());
+  const OpenedClipboard clipboard;
+  if (!clipboard || !EmptyClipboard() || !SetClipboardData(CF_UNICODETEXT, memory.Get())) {
+    throw Error(ErrorNumber::ActionNotSupported, u"Can't open the clipboard", u"KTRVAddressBook",
+                GetLastError());
+  }
+  memory.Release();  // it is the clipboard's now
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <span>
+
+#include "controls/Image.h"
+#include "windows/controls/Unique.h"
+
+namespace ktrv::windows {
+
+inline void GiveBackImageList(HIMAGELIST list) {
+  ImageList_Destroy(list);
+}
+using UniqueImageList = Unique<HIMAGELIST, GiveBackImageList>;
+
+/// The picture as a square of `size` pixels with transparency.
+UniqueBitmap DrawBitmap(controls::Image image, int size);
+UniqueIcon DrawIcon(controls::Image image, int size);
+/// The pictures in this order, Image::None as an empty one.
+UniqueImageList DrawImageList(std::span<const controls::Image> images, int size);
+
+}  // namespace ktrv::windows

@@ -1,0 +1,268 @@
+#include "windows/controls/FlexGridWindow.h"
+
+#include <algorithm>
+
+#include "windows/controls/Keys.h"
+#include "windows/controls/Nesting.h"
+#include "windows/controls/WideText.h"
+
+namespace ktrv::windows {
+
+using controls::GridColumn;
+using controls::MouseButton;
+
+FlexGridWindow::RedrawOff::RedrawOff(FlexGridWindow& grid) : grid_(grid) {
+  if (grid_.redrawOff_++ == 0) grid_.Send(WM_SETREDRAW, FALSE);
+}
+
+FlexGridWindow::RedrawOff::~RedrawOff() {
+  if (--grid_.redrawOff_ > 0 || !grid_.Handle()) return;
+  grid_.Send(WM_SETREDRAW, TRUE);
+  InvalidateRect(grid_.Handle(), nullptr, FALSE);
+}
+
+FlexGridWindow::FlexGridWindow(FormWindow& form, controls::FlexGrid& grid)
+    : Peer(form, grid), grid_(grid) {
+  Create(WC_LISTVIEWW, WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS,
+         WS_EX_CLIENTEDGE);
+  constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_HEADERDRAGDROP |
+                           LVS_EX_LABELTIP | LVS_EX_INFOTIP;
+  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, static_cast<LPARAM>(kStyle));
+  OnScaleChanged();
+  ColumnsChanged();
+  RowsChanged();
+}
+
+void FlexGridWindow::OnScaleChanged() {
+  UniqueImageList former = std::exchange(
+      rowHeight_,
+      UniqueImageList(ImageList_Create(1, CurrentScale().Units(19), ILC_COLOR32, 0, 0)));
+  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_.Get()));
+  for (std::size_t i = 0; i < shown_.size(); ++i) UpdateColumn(static_cast<int>(i));
+}
+
+// Rows.
+
+void FlexGridWindow::RowsChanged() {
+  if (!Handle()) return;
+  const Nesting changing(changing_);
+  const RedrawOff off(*this);
+  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1), LVSICF_NOSCROLL);
+  ShowSelection();
+}
+
+void FlexGridWindow::RowsAppended() {
+  if (!Handle()) return;
+  const Nesting changing(changing_);
+  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1),
+       LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
+}
+
+void FlexGridWindow::RowShown(int row) {
+  Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row - 1), FALSE);
+}
+
+void FlexGridWindow::RedrawChanged() {
+  if (!Handle()) return;
+  if (!grid_.Redraw()) {
+    // The one keeps the screen as it is, the other saves the work of painting what nobody sees.
+    LockWindowUpdate(Handle());
+    if (redrawOff_++ == 0) Send(WM_SETREDRAW, FALSE);
+    return;
+  }
+  if (--redrawOff_ == 0) Send(WM_SETREDRAW, TRUE);
+  LockWindowUpdate(nullptr);
+  // WM_SETREDRAW shows a hidden window.
+  ShowVisible();
+  RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+// Selection.
+
+void FlexGridWindow::SelectionChanged() {
+  if (!Handle()) return;
+  const Nesting changing(changing_);
+  // One row after another would be painted otherwise.
+  const bool many = selected_.Count() > 100 || grid_.Selection().Count() > 100;
+  if (!many) return ShowSelection();
+  const RedrawOff off(*this);
+  ShowSelection();
+}
+
+void FlexGridWindow::SetItemState(int item, UINT state, UINT mask) {
+  LVITEMW change{};
+  change.state = state;
+  change.stateMask = mask;
+  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(item), &change);
+}
+
+void FlexGridWindow::ShowSelection() {
+  const auto& wanted = grid_.Selection();
+  constexpr int kAll = -1;
+  if (wanted.Ranges() != selected_.Ranges()) {
+    if (selected_.Count() > 1000) {
+      SetItemState(kAll, 0, LVIS_SELECTED);
+    } else {
+      for (const int row : selected_.Rows()) SetItemState(row - 1, 0, LVIS_SELECTED);
+    }
+    if (wanted.Count() > 0 && wanted.Count() == grid_.Rows() - 1) {
+      SetItemState(kAll, LVIS_SELECTED, LVIS_SELECTED);
+    } else {
+      for (const int row : wanted.Rows()) SetItemState(row - 1, LVIS_SELECTED, LVIS_SELECTED);
+    }
+    selected_ = wanted;
+  }
+  if (focused_ == grid_.Row()) return;
+  focused_ = grid_.Row();
+  if (focused_ > 0) {
+    SetItemState(focused_ - 1, LVIS_FOCUSED, LVIS_FOCUSED);
+    Send(LVM_SETSELECTIONMARK, 0, focused_ - 1);
+  } else {
+    SetItemState(kAll, 0, LVIS_FOCUSED);
+  }
+}
+
+void FlexGridWindow::OnItemChanged(const NMLISTVIEW& change) {
+  if (changing_ > 0 || !(change.uChanged & LVIF_STATE)) return;
+  const UINT difference = change.uNewState ^ change.uOldState;
+  if (difference & LVIS_FOCUSED && change.iItem >= 0) {
+    if (change.uNewState & LVIS_FOCUSED) {
+      focused_ = change.iItem + 1;
+    } else if (focused_ == change.iItem + 1) {
+      focused_ = 0;
+    }
+  }
+  const int last = change.iItem < 0 ? grid_.Rows() - 1 : change.iItem + 1;
+  if (difference & LVIS_SELECTED) {
+    TakeSelection(std::max(change.iItem + 1, 1), last, change.uNewState & LVIS_SELECTED);
+  } else if (difference & LVIS_FOCUSED) {
+    grid_.UserSelectsRange(1, 0, true, focused_);
+  }
+}
+
+void FlexGridWindow::OnRangeChanged(const NMLVODSTATECHANGE& change) {
+  if (changing_ > 0 || !((change.uNewState ^ change.uOldState) & LVIS_SELECTED)) return;
+  TakeSelection(change.iFrom + 1, change.iTo + 1, change.uNewState & LVIS_SELECTED);
+}
+
+void FlexGridWindow::TakeSelection(int first, int last, bool selected) {
+  if (selected) {
+    selected_.Add(first, last);
+  } else {
+    selected_.Remove(first, last);
+  }
+  grid_.UserSelectsRange(first, last, selected, focused_);
+}
+
+// What the list view asks and tells.
+
+std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
+  switch (header.code) {
+    case LVN_GETDISPINFOW:
+      GiveCell(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+      return 0;
+    case LVN_ODFINDITEMW:
+      return FindItem(reinterpret_cast<const NMLVFINDITEMW&>(header));
+    case LVN_ITEMCHANGED:
+      OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+      return 0;
+    case LVN_ODSTATECHANGED:
+      OnRangeChanged(reinterpret_cast<const NMLVODSTATECHANGE&>(header));
+      return 0;
+    case LVN_COLUMNCLICK: {
+      const int listColumn = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
+      if (!ColumnOf(listColumn)) return 0;
+      SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+      grid_.UserClicksHeading(shown_[static_cast<std::size_t>(listColumn)]);
+      SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+      return 0;
+    }
+    case NM_CLICK:
+      OnClick(MouseButton::Left, reinterpret_cast<const NMITEMACTIVATE&>(header));
+      return 0;
+    case NM_RCLICK:
+      OnClick(MouseButton::Right, reinterpret_cast<const NMITEMACTIVATE&>(header));
+      return 1;
+    case NM_DBLCLK:
+      if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) grid_.UserDoubleClicks();
+      return 0;
+    case NM_CUSTOMDRAW:
+      return OnDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+    default:
+      return std::nullopt;
+  }
+}
+
+void FlexGridWindow::GiveCell(LVITEMW& item) {
+  const GridColumn* column = ColumnOf(item.iSubItem);
+  if (!(item.mask & LVIF_TEXT) || !column) return;
+  String text;
+  if (item.iItem >= 0 && item.iItem < grid_.Rows() - 1) {
+    text = grid_.Text(item.iItem + 1, shown_[static_cast<std::size_t>(item.iSubItem)]);
+  }
+  if (column->Picture) {
+    // On the screen the picture stands for the text; whoever asks otherwise wants it in words.
+    text = painting_ ? String() : column->Picture(text).second;
+  }
+  std::wstring& given = given_[nextGiven_++ % given_.size()];
+  given = ToWide(text);
+  item.pszText = given.data();
+}
+
+LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) const {
+  if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !ColumnOf(0)) return -1;
+  const String text = FromWide(search.lvfi.psz);
+  int row = grid_.FindRow(text, search.iStart + 1, shown_.front());
+  if (row < 0 && search.lvfi.flags & LVFI_WRAP) row = grid_.FindRow(text, 1, shown_.front());
+  return row < 0 ? -1 : row - 1;
+}
+
+void FlexGridWindow::OnClick(MouseButton button, const NMITEMACTIVATE& click) {
+  LVHITTESTINFO test{};
+  test.pt = click.ptAction;
+  Send(LVM_SUBITEMHITTEST, 0, &test);
+  grid_.UserReleases(button, HeldKeys(), test.iItem < 0 ? -1 : test.iItem + 1);
+}
+
+std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT:
+      painting_ = true;
+      return std::nullopt;
+    case WM_NOTIFY: {
+      const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+      if (header.hwndFrom != Header()) return std::nullopt;
+      return OnHeader(reinterpret_cast<const NMHEADERW&>(header));
+    }
+    case WM_GETDLGCODE:
+      // Enter opens the row; it is not the form's.
+      if (lParam && reinterpret_cast<const MSG*>(lParam)->wParam == VK_RETURN) {
+        return DLGC_WANTMESSAGE | DLGC_WANTARROWS | DLGC_WANTCHARS;
+      }
+      return std::nullopt;
+    case WM_KEYDOWN:
+      return OnKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+    case WM_CHAR:
+      // Enter's character; the list view would look for a row that begins with it.
+      return wParam < L' ' ? std::optional<LRESULT>(0) : std::nullopt;
+    default:
+      return std::nullopt;
+  }
+}
+
+void FlexGridWindow::AfterMessage(UINT message) {
+  if (message == WM_PAINT) painting_ = false;
+}
+
+bool FlexGridWindow::OnKey(WPARAM key) {
+  const std::int16_t held = HeldKeys();
+  grid_.UserPresses(static_cast<std::int16_t>(key), held);
+  if (held == controls::ShiftMask::Ctrl) {
+    if (key == 'A') grid_.SelectAll();
+    // The list view would measure every row to fit its columns.
+    if (key == 'A' || key == VK_ADD) return true;
+  }
+  return key == VK_RETURN || key == VK_DELETE;
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,362 @@
+#include "windows/controls/FormWindow.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <array>
+
+#include "common/Error.h"
+#include "controls/Control.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/Guard.h"
+#include "windows/controls/MessageLoop.h"
+#include "windows/controls/Module.h"
+#include "windows/controls/VisualStyle.h"
+#include "windows/controls/WideText.h"
+
+namespace ktrv::windows {
+
+namespace {
+
+constexpr wchar_t kClassName[] = L"KTRVAddressBookForm";
+constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
+
+DWORD StyleOf(const controls::Form& form) {
+  const DWORD resizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+  return WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | (form.Layout().Resizable ? resizable : 0U);
+}
+
+DWORD ExStyleOf(const controls::Form& form) {
+  return WS_EX_CONTROLPARENT | (form.Layout().Resizable ? 0U : WS_EX_DLGMODALFRAME);
+}
+
+wchar_t Capital(wchar_t letter) {
+  CharUpperBuffW(&letter, 1);
+  return letter;
+}
+
+/// The capital of the letter behind the "&" in a window's text; 0 when there is none.
+wchar_t MnemonicOf(HWND window) {
+  std::array<wchar_t, 128> text{};
+  GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  for (std::size_t i = 0; text[i] && text[i + 1]; ++i) {
+    if (text[i] != L'&') continue;
+    if (text[i + 1] != L'&') return Capital(text[i + 1]);
+    ++i;  // two of them are the character itself
+  }
+  return 0;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(controls::Form& form) : form_(form) {
+  VisualStyle style;
+  handle_ = CreateWindowExW(ExStyleOf(form), WindowClass(), ToWide(form.Caption()).c_str(),
+                            StyleOf(form), CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, nullptr, nullptr,
+                            ThisModule(), nullptr);
+  if (!handle_)
+    throw Error(ErrorNumber::OutOfMemory, u"Can't create a window.", {}, GetLastError());
+  SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  scale_ = Scale::Of(handle_);
+  font_ = MessageFont(scale_);
+  RenewIcons();
+  SizeChanged();
+}
+
+FormWindow::~FormWindow() {
+  disabling_.reset();
+  if (HWND window = std::exchange(handle_, nullptr)) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    DestroyWindow(window);
+  }
+}
+
+const wchar_t* FormWindow::WindowClass() {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = &Procedure;
+  description.hInstance = ThisModule();
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+  description.lpszClassName = kClassName;
+  RegisterClassExW(&description);  // fails when it is registered already, which is as well
+  return kClassName;
+}
+
+FormWindow* FormWindow::From(HWND window) {
+  if (!window || reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) != &Procedure) {
+    return nullptr;
+  }
+  return reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+FormWindow* FormWindow::Of(const controls::Form& form) {
+  struct Search {
+    const controls::Form& Wanted;
+    FormWindow* Found = nullptr;
+    static BOOL CALLBACK Look(HWND window, LPARAM self) {
+      auto& search = *reinterpret_cast<Search*>(self);
+      FormWindow* candidate = From(window);
+      if (candidate && &candidate->form_ == &search.Wanted) search.Found = candidate;
+      return search.Found == nullptr;
+    }
+  } search{form};
+  EnumThreadWindows(GetCurrentThreadId(), &Search::Look, reinterpret_cast<LPARAM>(&search));
+  return search.Found;
+}
+
+void FormWindow::Realised() {
+  for (ControlWindow* window : windows_) window->OnFormRealised();
+  for (ControlWindow* window : windows_) window->OnFormResized();
+}
+
+SIZE FormWindow::InnerSize() const {
+  RECT inner{};
+  GetClientRect(handle_, &inner);
+  return {inner.right, inner.bottom};
+}
+
+void FormWindow::Add(ControlWindow& window) {
+  windows_.push_back(&window);
+}
+
+void FormWindow::Remove(ControlWindow& window) {
+  if (focus_ == window.Handle()) focus_ = nullptr;
+  std::erase(windows_, &window);
+}
+
+void FormWindow::Focus(HWND control) {
+  focus_ = control;
+  if (IsWindowVisible(handle_)) SetFocus(control);
+}
+
+void FormWindow::FocusNext(bool backward) {
+  HWND next = GetNextDlgTabItem(handle_, GetFocus(), backward);
+  if (!next) return;
+  if (SendMessageW(next, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+    SendMessageW(next, EM_SETSEL, 0, -1);
+  SetFocus(next);
+}
+
+bool FormWindow::TakeMnemonic(wchar_t letter) {
+  for (const ControlWindow* window : windows_) {
+    HWND control = window->Handle();
+    if (!IsWindowVisible(control) || !IsWindowEnabled(control)) continue;
+    const LRESULT kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
+    const bool isButton = kind & (DLGC_BUTTON | DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON);
+    if (!(isButton || kind & DLGC_STATIC) || MnemonicOf(control) != Capital(letter)) continue;
+    HWND target = isButton ? control : GetNextDlgTabItem(handle_, control, FALSE);
+    SetFocus(target);
+    if (isButton) PostMessageW(control, BM_CLICK, 0, 0);
+    return true;
+  }
+  return false;
+}
+
+std::optional<LRESULT> FormWindow::Reflect(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NOTIFY) {
+    auto& header = *reinterpret_cast<NMHDR*>(lParam);
+    if (ControlWindow* window = ControlWindow::From(header.hwndFrom)) {
+      return window->OnNotify(header);
+    }
+  }
+  if (message == WM_COMMAND && lParam != 0) {
+    if (ControlWindow* window = ControlWindow::From(reinterpret_cast<HWND>(lParam))) {
+      window->OnCommand(HIWORD(wParam));
+      return 0;
+    }
+  }
+  return std::nullopt;
+}
+
+void FormWindow::CaptionChanged() {
+  SetWindowTextW(handle_, ToWide(form_.Caption()).c_str());
+}
+
+void FormWindow::SizeChanged() {
+  const SIZE inner{scale_.ToPixels(form_.ScaleWidth()), scale_.ToPixels(form_.ScaleHeight())};
+  const SIZE outer = scale_.Outer(inner, StyleOf(form_), ExStyleOf(form_));
+  SetWindowPos(handle_, nullptr, 0, 0, outer.cx, outer.cy,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::PointerChanged() {
+  POINT pointer{};
+  GetCursorPos(&pointer);
+  HWND under = WindowFromPoint(pointer);
+  if (under != handle_ && !IsChild(handle_, under)) return;
+  // Nobody moves the mouse while the form works: the shape has to change by itself.
+  PostMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  if (form_.Pointer() == controls::MousePointer::Hourglass) {
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+  }
+}
+
+void FormWindow::Show() {
+  hidden_ = false;
+  if (!std::exchange(placed_, true)) CenterOnMonitor();
+  ShowWindow(handle_, IsIconic(handle_) ? SW_RESTORE : SW_SHOW);
+  SetForegroundWindow(handle_);
+  RestoreFocus();
+  UpdateWindow(handle_);
+}
+
+void FormWindow::ShowModal() {
+  // A dialog that one of our own windows opened stays above it; a host's windows own none of ours.
+  HWND opener = GetActiveWindow();
+  if (From(opener) && opener != handle_) {
+    SetWindowLongPtrW(handle_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(opener));
+  }
+  disabling_.emplace(handle_);
+  Show();
+  RunMessages([this] { return hidden_; });
+  if (!hidden_) Hide();
+}
+
+void FormWindow::Hide() {
+  hidden_ = true;
+  disabling_.reset();
+  if (handle_) ShowWindow(handle_, SW_HIDE);
+  // The modal loop may be waiting for a message.
+  PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto handled = Guard<std::optional<LRESULT>>(std::nullopt, [&]() -> std::optional<LRESULT> {
+    auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self ? self->OnMessage(message, wParam, lParam) : std::nullopt;
+  });
+  return handled ? *handled : DefWindowProcW(window, message, wParam, lParam);
+}
+
+std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_NOTIFY:
+    case WM_COMMAND:
+      return Reflect(message, wParam, lParam);
+    case WM_CLOSE:
+      form_.UserCloses();
+      return 0;
+    case WM_SIZE:
+      OnSize(wParam);
+      return 0;
+    case WM_GETMINMAXINFO:
+      LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
+      return 0;
+    case WM_SETCURSOR:
+      if (SetPointerShape(lParam)) return TRUE;
+      return std::nullopt;
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) != WA_INACTIVE && !HIWORD(wParam)) RestoreFocus();
+      return 0;
+    case WM_NEXTDLGCTL:
+      if (LOWORD(lParam)) {
+        SetFocus(reinterpret_cast<HWND>(wParam));
+      } else {
+        FocusNext(wParam != 0);
+      }
+      return 0;
+    case DM_GETDEFID:
+      return 0;
+    case kDpiChanged:
+      OnScaleChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+      for (ControlWindow* window : windows_) {
+        if (window->Handle()) SendMessageW(window->Handle(), message, wParam, lParam);
+      }
+      return std::nullopt;
+    case WM_DESTROY:
+      OnDestroyed();
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+bool FormWindow::SetPointerShape(LPARAM lParam) const {
+  if (LOWORD(lParam) != HTCLIENT || form_.Pointer() != controls::MousePointer::Hourglass) {
+    return false;
+  }
+  SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+  return true;
+}
+
+void FormWindow::LimitSize(MINMAXINFO& limits) const {
+  const auto& layout = form_.Layout();
+  const SIZE inner{scale_.ToPixels(layout.MinimumWidth), scale_.ToPixels(layout.MinimumHeight)};
+  const SIZE outer = scale_.Outer(inner, StyleOf(form_), ExStyleOf(form_));
+  if (inner.cx > 0) limits.ptMinTrackSize.x = outer.cx;
+  if (inner.cy > 0) limits.ptMinTrackSize.y = outer.cy;
+}
+
+void FormWindow::OnSize(WPARAM kind) {
+  if (kind == SIZE_MINIMIZED) return;
+  for (ControlWindow* window : windows_) window->OnFormResized();
+  const SIZE inner = InnerSize();
+  // The form's own size in whole pixels is no change of it.
+  if (inner.cx == scale_.ToPixels(form_.ScaleWidth()) &&
+      inner.cy == scale_.ToPixels(form_.ScaleHeight())) {
+    return;
+  }
+  form_.UserResizes(scale_.ToTwips(inner.cx), scale_.ToTwips(inner.cy));
+}
+
+void FormWindow::OnScaleChanged(int dpi, const RECT& place) {
+  scale_ = Scale(dpi);
+  UniqueFont former = std::exchange(font_, MessageFont(scale_));
+  RenewIcons();
+  for (ControlWindow* window : windows_) window->ApplyScale();
+  SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  for (ControlWindow* window : windows_) window->OnFormResized();
+  RedrawWindow(handle_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void FormWindow::OnDestroyed() {
+  // Not by us: its owner or the host took the window away, and the form has to know.
+  SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
+  handle_ = nullptr;
+  disabling_.reset();
+  form_.UserCloses();
+}
+
+void FormWindow::RestoreFocus() {
+  HWND control = focus_ && IsWindowVisible(focus_) && IsWindowEnabled(focus_) ? focus_ : nullptr;
+  if (!control) control = FirstControl();
+  SetFocus(control ? control : handle_);
+}
+
+HWND FormWindow::FirstControl() const {
+  return GetNextDlgTabItem(handle_, nullptr, FALSE);
+}
+
+void FormWindow::CenterOnMonitor() {
+  HWND active = GetActiveWindow();
+  HMONITOR monitor = MonitorFromWindow(active ? active : handle_, MONITOR_DEFAULTTOPRIMARY);
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  if (!GetMonitorInfoW(monitor, &info)) return;
+  const RECT& work = info.rcWork;
+  RECT window{};
+  GetWindowRect(handle_, &window);
+  const LONG width = std::min(window.right - window.left, work.right - work.left);
+  const LONG height = std::min(window.bottom - window.top, work.bottom - work.top);
+  SetWindowPos(handle_, nullptr, work.left + (work.right - work.left - width) / 2,
+               work.top + (work.bottom - work.top - height) / 2, width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::RenewIcons() {
+  const UniqueIcon small =
+      std::exchange(smallIcon_, DrawIcon(controls::Image::SharedContacts, scale_.Units(16)));
+  const UniqueIcon large =
+      std::exchange(largeIcon_, DrawIcon(controls::Image::SharedContacts, scale_.Units(32)));
+  SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
+  SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon_.Get()));
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <vector>
+
+#include "controls/Form.h"
+#include "windows/controls/Drawing.h"
+#include "windows/controls/ModalDisabling.h"
+#include "windows/controls/Scale.h"
+#include "windows/controls/Unique.h"
+
+namespace ktrv::windows {
+
+class ControlWindow;
+
+/// The window of one form and what its controls' windows share: the resolution, the font, the
+/// focus.
+class FormWindow final : public controls::FormPeer {
+ public:
+  explicit FormWindow(controls::Form& form);
+  ~FormWindow() override;
+  FormWindow(const FormWindow&) = delete;
+  FormWindow& operator=(const FormWindow&) = delete;
+
+  /// The form whose window this is; null for windows of others.
+  static FormWindow* From(HWND window);
+
+  /// The window of the form; null when it has none.
+  static FormWindow* Of(const controls::Form& form);
+
+  /// To be called when all controls have their windows.
+  void Realised();
+
+  HWND Handle() const { return handle_; }
+  Scale CurrentScale() const { return scale_; }
+  HFONT Font() const { return font_.Get(); }
+  /// Inner size in pixels.
+  SIZE InnerSize() const;
+
+  void Add(ControlWindow& window);
+  void Remove(ControlWindow& window);
+
+  /// Gives a control's window the focus, at once or when the form is shown.
+  void Focus(HWND control);
+  /// To the next control in tab order.
+  void FocusNext(bool backward = false);
+  /// The control's window that has the focus; it gets it again when the form becomes active.
+  void RememberFocus(HWND control) { focus_ = control; }
+
+  /// Goes to the control that the letter stands underlined for, or presses it.
+  /// \return false when there is none.
+  bool TakeMnemonic(wchar_t letter);
+
+  /// Tells a control's window what its parent heard of it. Nothing: not one of ours, or unhandled.
+  static std::optional<LRESULT> Reflect(UINT message, WPARAM wParam, LPARAM lParam);
+
+  void CaptionChanged() override;
+  void SizeChanged() override;
+  void PointerChanged() override;
+  void Show() override;
+  void ShowModal() override;
+  void Hide() override;
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  static const wchar_t* WindowClass();
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  bool SetPointerShape(LPARAM lParam) const;
+  void LimitSize(MINMAXINFO& limits) const;
+  void OnSize(WPARAM kind);
+  void OnScaleChanged(int dpi, const RECT& place);
+  void OnDestroyed();
+  void RestoreFocus();
+  void CenterOnMonitor();
+  void RenewIcons();
+  HWND FirstControl() const;
+
+  controls::Form& form_;
+  HWND handle_ = nullptr;
+  Scale scale_;
+  UniqueFont font_;
+  UniqueIcon smallIcon_;
+  UniqueIcon largeIcon_;
+  std::vector<ControlWindow*> windows_;
+  HWND focus_ = nullptr;
+  bool placed_ = false;
+  bool hidden_ = false;  ///< Hide was called since it was last shown
+  std::optional<ModalDisabling> disabling_;
+};
+
+}  // namespace ktrv::windows

@@ -1,0 +1,69 @@
+#include "windows/controls/MessageHook.h"
+
+#include "windows/controls/FormWindow.h"
+#include "windows/controls/Guard.h"
+
+namespace ktrv::windows {
+
+namespace {
+
+/// What the control with the focus would do with this message.
+LRESULT CodeOf(MSG& message) {
+  return SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
+                      reinterpret_cast<LPARAM>(&message));
+}
+
+bool TakeKeyDown(HWND form, MSG& message) {
+  const LRESULT wants = CodeOf(message);
+  if (wants & DLGC_WANTMESSAGE) return false;
+  switch (message.wParam) {
+    case VK_TAB:
+      if (wants & DLGC_WANTTAB || GetKeyState(VK_CONTROL) < 0) return false;
+      SendMessageW(form, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0, FALSE);
+      return true;
+    // Posted: the command may open another dialog, and no loop is to run inside the hook.
+    case VK_RETURN:
+      PostMessageW(form, WM_COMMAND, IDOK, 0);
+      return true;
+    case VK_ESCAPE:
+      PostMessageW(form, WM_COMMAND, IDCANCEL, 0);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool TakeMessage(MSG& message) {
+  HWND form = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+  if (!FormWindow::From(form)) return false;
+  switch (message.message) {
+    case WM_KEYDOWN:
+      return TakeKeyDown(form, message);
+    case WM_CHAR:
+      if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS | DLGC_WANTMESSAGE)) return false;
+      return FormWindow::From(form)->TakeMnemonic(static_cast<wchar_t>(message.wParam));
+    case WM_SYSCHAR:
+      // Letters that no control has stay for the system menu.
+      return FormWindow::From(form)->TakeMnemonic(static_cast<wchar_t>(message.wParam));
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+MessageHook::MessageHook()
+    : hook_(SetWindowsHookExW(WH_GETMESSAGE, &Procedure, nullptr, GetCurrentThreadId())) {}
+
+LRESULT CALLBACK MessageHook::Procedure(int code, WPARAM wParam, LPARAM lParam) {
+  return Guard<LRESULT>(0, [&] {
+    auto& message = *reinterpret_cast<MSG*>(lParam);
+    // A message that is only looked at comes again.
+    if (code == HC_ACTION && wParam == PM_REMOVE && TakeMessage(message)) {
+      message.message = WM_NULL;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+  });
+}
+
+}  // namespace ktrv::windows

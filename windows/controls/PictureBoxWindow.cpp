@@ -1,0 +1,101 @@
+#include "windows/controls/PictureBoxWindow.h"
+
+#include <windowsx.h>
+
+#include "windows/controls/Keys.h"
+#include "windows/controls/Module.h"
+
+namespace ktrv::windows {
+
+using controls::MouseButton;
+
+namespace {
+
+const wchar_t* PlainClass() {
+  static constexpr wchar_t kName[] = L"KTRVAddressBookArea";
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = &DefWindowProcW;
+  description.hInstance = ThisModule();
+  description.lpszClassName = kName;
+  RegisterClassExW(&description);  // fails when it is registered already, which is as well
+  return kName;
+}
+
+MouseButton ButtonOf(WPARAM held) {
+  return held & MK_RBUTTON ? MouseButton::Right : MouseButton::Left;
+}
+
+}  // namespace
+
+PictureBoxWindow::PictureBoxWindow(FormWindow& form, controls::PictureBox& box)
+    : Peer(form, box), box_(box) {
+  Create(PlainClass(), 0);
+}
+
+void PictureBoxWindow::VisibleChanged() {
+  // What appears while the user drags lies over its neighbours.
+  if (box_.Visible())
+    SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  ShowVisible();
+}
+
+std::optional<LRESULT> PictureBoxWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_ERASEBKGND:
+      Paint(reinterpret_cast<HDC>(wParam));
+      return TRUE;
+    case WM_LBUTTONDOWN:
+      Press(MouseButton::Left, lParam);
+      return 0;
+    case WM_RBUTTONDOWN:
+      Press(MouseButton::Right, lParam);
+      return 0;
+    case WM_LBUTTONUP:
+      Release(MouseButton::Left, lParam);
+      return 0;
+    case WM_RBUTTONUP:
+      Release(MouseButton::Right, lParam);
+      return 0;
+    case WM_MOUSEMOVE:
+      Report(box_.MouseMove, ButtonOf(wParam), lParam);
+      return 0;
+    case WM_SETCURSOR:
+      if (box_.Pointer() != controls::MousePointer::SizeWestEast) return std::nullopt;
+      SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+      return TRUE;
+    default:
+      return std::nullopt;
+  }
+}
+
+void PictureBoxWindow::Press(MouseButton button, LPARAM place) {
+  SetCapture(Handle());
+  Report(box_.MouseDown, button, place);
+}
+
+void PictureBoxWindow::Release(MouseButton button, LPARAM place) {
+  if (GetCapture() == Handle()) ReleaseCapture();
+  Report(box_.MouseUp, button, place);
+}
+
+void PictureBoxWindow::Report(const controls::PictureBox::MouseEvent& event, MouseButton button,
+                              LPARAM place) const {
+  if (!event) return;
+  event(button, HeldKeys(), CurrentScale().ToTwips(GET_X_LPARAM(place)),
+        CurrentScale().ToTwips(GET_Y_LPARAM(place)));
+}
+
+void PictureBoxWindow::Paint(HDC target) const {
+  RECT area{};
+  GetClientRect(Handle(), &area);
+  const std::uint32_t color = box_.BackColor();
+  if (color & 0x80000000) {
+    FillRect(target, &area, GetSysColorBrush(static_cast<int>(color & 0xFF)));
+  } else {
+    const UniqueBrush brush(CreateSolidBrush(color));
+    FillRect(target, &area, brush.Get());
+  }
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,107 @@
+#include "windows/controls/PostQueue.h"
+
+#include <chrono>
+
+#include "common/Error.h"
+#include "windows/controls/Guard.h"
+#include "windows/controls/Module.h"
+
+namespace ktrv::windows {
+
+namespace {
+
+constexpr wchar_t kClassName[] = L"KTRVAddressBookQueue";
+constexpr UINT kDrain = WM_APP;
+constexpr UINT_PTR kTimer = 1;
+constexpr auto kSlice = std::chrono::milliseconds(8);
+
+bool SomethingElseWaits() {
+  return HIWORD(GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER | QS_SENDMESSAGE)) != 0;
+}
+
+}  // namespace
+
+std::shared_ptr<PostQueue> PostQueue::Make() {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  description.lpfnWndProc = &Procedure;
+  description.hInstance = ThisModule();
+  description.lpszClassName = kClassName;
+  RegisterClassExW(&description);  // fails when it is registered already, which is as well
+  auto queue = std::make_shared<PostQueue>();
+  queue->window_ = UniqueWindow(CreateWindowExW(0, kClassName, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
+                                                nullptr, ThisModule(), nullptr));
+  queue->target_ = queue->window_.Get();
+  if (!queue->target_) {
+    throw Error(ErrorNumber::OutOfMemory, u"Can't create a window.", {}, GetLastError());
+  }
+  SetWindowLongPtrW(queue->target_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(queue.get()));
+  return queue;
+}
+
+void PostQueue::Post(std::function<void()> closure) {
+  const std::lock_guard lock(mutex_);
+  if (!target_) return;
+  closures_.push_back(std::move(closure));
+  if (!std::exchange(announced_, true)) PostMessageW(target_, kDrain, 0, 0);
+}
+
+void PostQueue::Close() {
+  Closures dropped;
+  {
+    const std::lock_guard lock(mutex_);
+    target_ = nullptr;
+    dropped.swap(closures_);
+  }
+  if (window_) SetWindowLongPtrW(window_.Get(), GWLP_USERDATA, 0);
+  window_ = UniqueWindow();
+}
+
+LRESULT CALLBACK PostQueue::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != kDrain && message != WM_TIMER) {
+    return DefWindowProcW(window, message, wParam, lParam);
+  }
+  return Guard<LRESULT>(0, [&]() -> LRESULT {
+    KillTimer(window, kTimer);
+    auto* self = reinterpret_cast<PostQueue*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    // A closure may close the queue: it is kept until the slice is over.
+    if (self) self->shared_from_this()->Drain();
+    return 0;
+  });
+}
+
+void PostQueue::Drain() {
+  {
+    // A closure may run a message loop of its own, in which later ones are to be heard of.
+    const std::lock_guard lock(mutex_);
+    announced_ = false;
+  }
+  auto end = std::chrono::steady_clock::now() + kSlice;
+  while (const std::function<void()> closure = Next()) {
+    Guard(0, [&] {
+      closure();
+      return 0;
+    });
+    if (std::chrono::steady_clock::now() < end) continue;
+    if (SomethingElseWaits()) break;
+    end = std::chrono::steady_clock::now() + kSlice;
+  }
+  Continue();
+}
+
+std::function<void()> PostQueue::Next() {
+  const std::lock_guard lock(mutex_);
+  if (closures_.empty()) return nullptr;
+  std::function<void()> next = std::move(closures_.front());
+  closures_.pop_front();
+  return next;
+}
+
+void PostQueue::Continue() {
+  const std::lock_guard lock(mutex_);
+  if (closures_.empty() || !target_ || std::exchange(announced_, true)) return;
+  // A posted message would overtake all input; a timer's comes last.
+  SetTimer(target_, kTimer, USER_TIMER_MINIMUM, nullptr);
+}
+
+}  // namespace ktrv::windows

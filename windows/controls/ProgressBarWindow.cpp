@@ -1,0 +1,39 @@
+#include "windows/controls/ProgressBarWindow.h"
+
+#include "controls/StatusBar.h"
+#include "windows/controls/StatusBarWindow.h"
+
+namespace ktrv::windows {
+
+ProgressBarWindow::ProgressBarWindow(FormWindow& form, controls::ProgressBar& bar)
+    : Peer(form, bar), bar_(bar) {
+  Create(PROGRESS_CLASSW, PBS_SMOOTH);
+  ValueChanged();
+}
+
+void ProgressBarWindow::ValueChanged() {
+  Send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.Min()), bar_.Max());
+  // The theme glides up to a higher value and lags far behind a quick fetch; down it jumps.
+  if (bar_.Value() < bar_.Max()) Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value() + 1));
+  Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value()));
+}
+
+void ProgressBarWindow::PlacedIn(controls::StatusBar& statusBar, int panel) {
+  auto* host = dynamic_cast<StatusBarWindow*>(statusBar.Display());
+  if (!host || !Handle()) return;
+  PlaceProgressBar(host->Handle(), Handle(), panel);
+  host->SetGuest(Handle(), panel);
+}
+
+void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel) {
+  SetParent(progressBar, statusBar);
+  if (panel < 1) return;
+  constexpr UINT kGetRectangle = 1034;
+  RECT place{};
+  SendMessageA(statusBar, kGetRectangle, static_cast<WPARAM>(panel - 1),
+               reinterpret_cast<LPARAM>(&place));
+  MoveWindow(progressBar, place.left, place.top, place.right - place.left, place.bottom - place.top,
+             TRUE);
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "controls/ProgressBar.h"
+#include "windows/controls/ControlWindow.h"
+
+namespace ktrv::windows {
+
+class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
+ public:
+  ProgressBarWindow(FormWindow& form, controls::ProgressBar& bar);
+  void ValueChanged() override;
+  void PlacedIn(controls::StatusBar& statusBar, int panel) override;
+
+ private:
+  controls::ProgressBar& bar_;
+};
+
+/// Makes the status bar the progress bar's parent and lays the bar over a panel (1-based; below 1:
+/// leaves it where it is).
+void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel);
+
+}  // namespace ktrv::windows

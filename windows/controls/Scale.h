@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include "controls/Geometry.h"
+#include "windows/controls/Unique.h"
+
+namespace ktrv::windows {
+
+/// Lengths at one resolution.
+class Scale {
+ public:
+  explicit Scale(int dpi = 96) : dpi_(dpi) {}
+  /// The resolution of the monitor that shows the window.
+  static Scale Of(HWND window);
+
+  int Dpi() const { return dpi_; }
+  /// Pixels of a length in twips, rounded to the nearest.
+  int ToPixels(int twips) const { return MulDiv(twips, dpi_, 1440); }
+  int ToTwips(int pixels) const { return MulDiv(pixels, 1440, dpi_); }
+  /// Pixels of a length that is `units` pixels at 96 an inch.
+  int Units(int units) const { return MulDiv(units, dpi_, 96); }
+  /// The edges are scaled, not the lengths, so that neighbours keep touching.
+  RECT ToPixels(const controls::Rectangle& bounds) const;
+  controls::Rectangle ToTwips(const RECT& bounds) const;
+  /// Outer size of a window with this inner size in pixels.
+  SIZE Outer(SIZE inner, DWORD style, DWORD exStyle) const;
+
+ private:
+  int dpi_;
+};
+
+/// The font of the system's own messages at this resolution.
+UniqueFont MessageFont(Scale scale);
+
+}  // namespace ktrv::windows

@@ -1,0 +1,64 @@
+#include "windows/controls/StatusBarWindow.h"
+
+#include <vector>
+
+#include "controls/Form.h"
+#include "windows/controls/FormWindow.h"
+#include "windows/controls/ProgressBarWindow.h"
+#include "windows/controls/WideText.h"
+
+namespace ktrv::windows {
+
+StatusBarWindow::StatusBarWindow(FormWindow& form, controls::StatusBar& bar)
+    : Peer(form, bar), bar_(bar) {
+  Create(STATUSCLASSNAMEW, CCS_BOTTOM | (bar.Parent().Layout().Resizable ? SBARS_SIZEGRIP : 0U));
+  PanelsChanged();
+}
+
+void StatusBarWindow::SetGuest(HWND progressBar, int panel) {
+  guest_ = progressBar;
+  guestPanel_ = panel;
+}
+
+void StatusBarWindow::PanelsChanged() {
+  LayOut();
+  for (int panel = 1; panel <= bar_.PanelCount(); ++panel) PanelTextChanged(panel);
+}
+
+void StatusBarWindow::PanelTextChanged(int panel) {
+  Send(SB_SETTEXTW, static_cast<WPARAM>(panel - 1), ToWide(bar_.PanelAt(panel).Text).c_str());
+}
+
+void StatusBarWindow::OnFormResized() {
+  if (!Handle()) return;
+  Send(WM_SIZE);  // moves itself to the bottom edge
+  LayOut();
+  RECT place{};
+  GetWindowRect(Handle(), &place);
+  MapWindowPoints(nullptr, Owner().Handle(), reinterpret_cast<POINT*>(&place), 2);
+  bar_.Move(CurrentScale().ToTwips(place));
+}
+
+void StatusBarWindow::LayOut() {
+  const Scale scale = CurrentScale();
+  int spare = Owner().InnerSize().cx;
+  if (bar_.Parent().Layout().Resizable) spare -= GetSystemMetrics(SM_CXVSCROLL);  // the size grip
+  int springs = 0;
+  for (int panel = 1; panel <= bar_.PanelCount(); ++panel) {
+    spare -= scale.ToPixels(bar_.PanelAt(panel).Width);
+    springs += bar_.PanelAt(panel).Springs ? 1 : 0;
+  }
+  std::vector<int> edges;
+  int edge = 0;
+  for (int panel = 1; panel <= bar_.PanelCount(); ++panel) {
+    edge += scale.ToPixels(bar_.PanelAt(panel).Width);
+    if (bar_.PanelAt(panel).Springs && spare > 0) edge += spare / springs;
+    edges.push_back(edge);
+  }
+  if (!edges.empty()) Send(SB_SETPARTS, edges.size(), edges.data());
+  if (guest_ && IsChild(Handle(), guest_) && guestPanel_ <= bar_.PanelCount()) {
+    PlaceProgressBar(Handle(), guest_, guestPanel_);
+  }
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,210 @@
+#include "windows/controls/TreeViewWindow.h"
+
+#include <windowsx.h>
+
+#include <cstring>
+
+#include "windows/controls/Keys.h"
+#include "windows/controls/Nesting.h"
+#include "windows/controls/WideText.h"
+
+namespace ktrv::windows {
+
+using controls::MouseButton;
+using controls::TreeNode;
+
+namespace {
+
+POINT Pointer(HWND window) {
+  const DWORD place = GetMessagePos();
+  POINT point{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+  ScreenToClient(window, &point);
+  return point;
+}
+
+}  // namespace
+
+TreeViewWindow::TreeViewWindow(FormWindow& form, controls::TreeView& tree)
+    : Peer(form, tree), tree_(tree) {
+  Create(WC_TREEVIEWW,
+         WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
+             TVS_DISABLEDRAGDROP | TVS_INFOTIP,
+         WS_EX_CLIENTEDGE);
+  OnScaleChanged();
+  for (int index = 1; index <= tree.Count(); ++index) NodeAdded(tree.At(index));
+  SelectionChanged();
+}
+
+void TreeViewWindow::OnScaleChanged() {
+  UniqueImageList former =
+      std::exchange(images_, DrawImageList(tree_.Images(), CurrentScale().Units(16)));
+  Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.Get()));
+  Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // anew, from the font and the pictures
+  const auto height = Send(TVM_GETITEMHEIGHT);
+  Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + CurrentScale().Units(3)));
+}
+
+HTREEITEM TreeViewWindow::ItemOf(const TreeNode& node) const {
+  const auto found = items_.find(&node);
+  return found == items_.end() ? nullptr : found->second;
+}
+
+TreeNode* TreeViewWindow::NodeOf(LPARAM data) {
+  return reinterpret_cast<TreeNode*>(data);
+}
+
+TreeNode* TreeViewWindow::NodeAt(POINT place) const {
+  TVHITTESTINFO test{};
+  test.pt = place;
+  Send(TVM_HITTEST, 0, &test);
+  if (!test.hItem || !(test.flags & TVHT_ONITEM)) return nullptr;
+  TVITEMW item{};
+  item.mask = TVIF_PARAM;
+  item.hItem = test.hItem;
+  Send(TVM_GETITEMW, 0, &item);
+  return NodeOf(item.lParam);
+}
+
+void TreeViewWindow::NodeAdded(TreeNode& node) {
+  if (!Handle()) return;
+  const Nesting changing(changing_);
+  std::wstring text = ToWide(node.Text);
+  TVINSERTSTRUCTW insert{};
+  insert.hParent = node.Parent ? ItemOf(*node.Parent) : TVI_ROOT;
+  insert.hInsertAfter = TVI_LAST;
+  insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+  insert.item.pszText = text.data();
+  insert.item.lParam = reinterpret_cast<LPARAM>(&node);
+  insert.item.iImage = node.ImageIndex > 0 ? node.ImageIndex - 1 : I_IMAGENONE;
+  insert.item.iSelectedImage =
+      node.SelectedImageIndex > 0 ? node.SelectedImageIndex - 1 : insert.item.iImage;
+  items_[&node] = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
+  // Without children it could not show that it is expanded.
+  if (node.Parent && node.Parent->Expanded && node.Parent->Children.size() == 1) {
+    Expand(*node.Parent);
+  }
+}
+
+void TreeViewWindow::NodeRemoving(TreeNode& node) {
+  const Nesting changing(changing_);
+  Send(TVM_DELETEITEM, 0, ItemOf(node));
+  Forget(node);
+  SelectionChanged();
+}
+
+void TreeViewWindow::Forget(const TreeNode& node) {
+  items_.erase(&node);
+  for (const TreeNode* child : node.Children) Forget(*child);
+}
+
+void TreeViewWindow::Cleared() {
+  const Nesting changing(changing_);
+  Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+  items_.clear();
+}
+
+void TreeViewWindow::NodeTextChanged(TreeNode& node) {
+  std::wstring text = ToWide(node.Text);
+  TVITEMW item{};
+  item.mask = TVIF_TEXT;
+  item.hItem = ItemOf(node);
+  item.pszText = text.data();
+  Send(TVM_SETITEMW, 0, &item);
+}
+
+void TreeViewWindow::NodeExpandedChanged(TreeNode& node) {
+  Expand(node);
+}
+
+void TreeViewWindow::Expand(const TreeNode& node) {
+  const Nesting changing(changing_);
+  Send(TVM_EXPAND, node.Expanded ? TVE_EXPAND : TVE_COLLAPSE,
+       reinterpret_cast<LPARAM>(ItemOf(node)));
+}
+
+void TreeViewWindow::SelectionChanged() {
+  const Nesting changing(changing_);
+  const TreeNode* selected = tree_.SelectedNode();
+  Send(TVM_SELECTITEM, TVGN_CARET,
+       reinterpret_cast<LPARAM>(selected ? ItemOf(*selected) : nullptr));
+}
+
+std::optional<LRESULT> TreeViewWindow::OnNotify(NMHDR& header) {
+  switch (header.code) {
+    case TVN_SELCHANGEDW:
+      OnSelected(reinterpret_cast<const NMTREEVIEWW&>(header));
+      return 0;
+    case TVN_ITEMEXPANDEDW: {
+      const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
+      TreeNode* node = NodeOf(change.itemNew.lParam);
+      if (changing_ == 0 && node) tree_.UserExpands(*node, change.action == TVE_EXPAND);
+      return 0;
+    }
+    case NM_CLICK:
+      OnLeftClick();
+      return 0;
+    case NM_RCLICK:
+      OnRightClick();
+      return 1;  // no WM_CONTEXTMENU: the form shows its menu itself
+    case TVN_KEYDOWN:
+      tree_.UserPresses(static_cast<std::int16_t>(reinterpret_cast<NMTVKEYDOWN&>(header).wVKey),
+                        HeldKeys());
+      return 0;
+    default:
+      return std::nullopt;
+  }
+}
+
+void TreeViewWindow::OnSelected(const NMTREEVIEWW& change) {
+  if (changing_ > 0 || change.action == TVC_UNKNOWN) return;
+  TreeNode* node = NodeOf(change.itemNew.lParam);
+  if (!change.itemNew.hItem || !node) return;
+  clickReported_ = change.action == TVC_BYMOUSE;
+  tree_.UserClicks(*node);
+}
+
+void TreeViewWindow::OnLeftClick() {
+  const POINT place = Pointer(Handle());
+  TreeNode* node = NodeAt(place);
+  // Selecting it has been reported; a click on the selected node is one all the same.
+  if (!std::exchange(clickReported_, false) && node) tree_.UserClicks(*node);
+  Release(MouseButton::Left, place);
+}
+
+void TreeViewWindow::OnRightClick() {
+  const POINT place = Pointer(Handle());
+  if (TreeNode* node = NodeAt(place)) {
+    SetFocus(Handle());
+    tree_.Select(node);
+    tree_.UserClicks(*node);
+  }
+  Release(MouseButton::Right, place);
+}
+
+void TreeViewWindow::OnMenuKey() {
+  TreeNode* node = tree_.SelectedNode();
+  if (!node) return;
+  RECT text{};
+  // The tree takes the item in the place of its answer.
+  const HTREEITEM item = ItemOf(*node);
+  std::memcpy(&text, &item, sizeof item);
+  Send(TVM_GETITEMRECT, TRUE, &text);
+  tree_.UserClicks(*node);
+  Release(MouseButton::Right, {text.left, text.bottom});
+}
+
+void TreeViewWindow::Release(MouseButton button, POINT place) {
+  tree_.UserReleases(button, HeldKeys(), CurrentScale().ToTwips(place.x),
+                     CurrentScale().ToTwips(place.y));
+}
+
+std::optional<LRESULT> TreeViewWindow::OnMessage(UINT message, WPARAM, LPARAM lParam) {
+  if (message == WM_LBUTTONDOWN) clickReported_ = false;
+  if (message == WM_CONTEXTMENU && lParam == -1) {
+    OnMenuKey();
+    return 0;
+  }
+  return std::nullopt;
+}
+
+}  // namespace ktrv::windows

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "controls/PeerFactory.h"
+
+namespace ktrv::windows {
+
+class FormWindow;
+
+/// Makes the windows of one form's controls.
+class WindowFactory final : public controls::PeerFactory {
+ public:
+  explicit WindowFactory(FormWindow& form) : form_(form) {}
+
+  std::unique_ptr<controls::FlexGridPeer> Make(controls::FlexGrid& control) override;
+  std::unique_ptr<controls::LabelPeer> Make(controls::Label& control) override;
+  std::unique_ptr<controls::PictureBoxPeer> Make(controls::PictureBox& control) override;
+  std::unique_ptr<controls::ProgressBarPeer> Make(controls::ProgressBar& control) override;
+  std::unique_ptr<controls::StatusBarPeer> Make(controls::StatusBar& control) override;
+  std::unique_ptr<controls::TextBoxPeer> Make(controls::TextBox& control) override;
+  std::unique_ptr<controls::ToolBarPeer> Make(controls::ToolBar& control) override;
+  std::unique_ptr<controls::TreeViewPeer> Make(controls::TreeView& control) override;
+
+ private:
+  FormWindow& form_;
+};
+
+}  // namespace ktrv::windows
