@@ -34,10 +34,11 @@ void SqliteFile::Run(std::initializer_list<StringView> statements) {
 }
 
 std::filesystem::path SqliteFile::FileOf(const std::string& path) {
+  const std::u8string utf8(path.begin(), path.end());
 #ifdef _WIN32
-  return "Z:" + path;
+  return u8"Z:" + utf8;
 #else
-  return path;
+  return utf8;
 #endif
 }
 
