@@ -18,6 +18,7 @@ inline constexpr std::int32_t InternalError = 51;
 inline constexpr std::int32_t ObjectNotSet = 91;
 inline constexpr std::int32_t InvalidUseOfNull = 94;
 inline constexpr std::int32_t InvalidPropertyValue = 380;
+inline constexpr std::int32_t PropertyReadOnly = 383;
 inline constexpr std::int32_t ActionNotSupported = 445;
 inline constexpr std::int32_t KeyInUse = 457;
 inline constexpr std::int32_t ElementNotFound = 35601;  ///< no tree node of that key

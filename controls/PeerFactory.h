@@ -2,7 +2,12 @@
 
 #include <memory>
 
+#include "controls/CheckBox.h"
+#include "controls/ComboBox.h"
+#include "controls/CommandButton.h"
+#include "controls/DatePicker.h"
 #include "controls/FlexGrid.h"
+#include "controls/Frame.h"
 #include "controls/Label.h"
 #include "controls/PictureBox.h"
 #include "controls/ProgressBar.h"
@@ -10,6 +15,7 @@
 #include "controls/TextBox.h"
 #include "controls/ToolBar.h"
 #include "controls/TreeView.h"
+#include "controls/UpDown.h"
 
 namespace ktrv::controls {
 
@@ -26,6 +32,14 @@ class PeerFactory {
   virtual std::unique_ptr<TextBoxPeer> Make(TextBox& control) = 0;
   virtual std::unique_ptr<ToolBarPeer> Make(ToolBar& control) = 0;
   virtual std::unique_ptr<TreeViewPeer> Make(TreeView& control) = 0;
+
+  // Without a window of their own on displays that do not show them yet.
+  virtual std::unique_ptr<CheckBoxPeer> Make(CheckBox&) { return nullptr; }
+  virtual std::unique_ptr<ComboBoxPeer> Make(ComboBox&) { return nullptr; }
+  virtual std::unique_ptr<CommandButtonPeer> Make(CommandButton&) { return nullptr; }
+  virtual std::unique_ptr<DatePickerPeer> Make(DatePicker&) { return nullptr; }
+  virtual std::unique_ptr<FramePeer> Make(Frame&) { return nullptr; }
+  virtual std::unique_ptr<UpDownPeer> Make(UpDown&) { return nullptr; }
 };
 
 }  // namespace ktrv::controls

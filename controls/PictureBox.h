@@ -3,13 +3,10 @@
 #include <cstdint>
 #include <functional>
 
+#include "controls/Color.h"
 #include "controls/Control.h"
 
 namespace ktrv::controls {
-
-/// A system colour as it is stored in a property: 0x80000000 plus the system colour's index.
-inline constexpr std::uint32_t kSystemButtonFace = 0x8000000F;
-inline constexpr std::uint32_t kSystemButtonShadow = 0x80000010;
 
 class PictureBoxPeer : public ControlPeer {
  public:

@@ -36,6 +36,12 @@ void TextBox::Select(int start, int length) {
   if (peer_) peer_->SelectionChanged();
 }
 
+void TextBox::SetBackColor(std::uint32_t color) {
+  if (color == backColor_) return;
+  backColor_ = color;
+  if (peer_) peer_->BackColorChanged();
+}
+
 void TextBox::UserTypes(StringView text) {
   String typed(text);
   if (typed.size() == 1 && KeyPress) {

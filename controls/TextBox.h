@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
+#include "controls/Color.h"
 #include "controls/Control.h"
 
 namespace ktrv::controls {
@@ -9,6 +11,7 @@ namespace ktrv::controls {
 class TextBoxPeer : public ControlPeer {
  public:
   virtual void SelectionChanged() = 0;
+  virtual void BackColorChanged() {}
 };
 
 /// One line of text to type into.
@@ -31,6 +34,9 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   int SelectionLength() const { return selectionLength_; }
   void Select(int start, int length);
 
+  std::uint32_t BackColor() const { return backColor_; }
+  void SetBackColor(std::uint32_t color);
+
   /// Grey text shown while the box is empty.
   String Cue;
 
@@ -47,6 +53,7 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   int maxLength_;
   int selectionStart_ = 0;
   int selectionLength_ = 0;
+  std::uint32_t backColor_ = kSystemWindowBackground;
 };
 
 }  // namespace ktrv::controls

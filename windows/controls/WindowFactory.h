@@ -11,6 +11,7 @@ class WindowFactory final : public controls::PeerFactory {
  public:
   explicit WindowFactory(FormWindow& form) : form_(form) {}
 
+  using PeerFactory::Make;  // the controls that have no window here yet
   std::unique_ptr<controls::FlexGridPeer> Make(controls::FlexGrid& control) override;
   std::unique_ptr<controls::LabelPeer> Make(controls::Label& control) override;
   std::unique_ptr<controls::PictureBoxPeer> Make(controls::PictureBox& control) override;

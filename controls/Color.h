@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdint>
+
+namespace ktrv::controls {
+
+/// A system colour as it is stored in a property: 0x80000000 plus the system colour's index.
+inline constexpr std::uint32_t kSystemWindowBackground = 0x80000005;
+inline constexpr std::uint32_t kSystemButtonFace = 0x8000000F;
+inline constexpr std::uint32_t kSystemButtonShadow = 0x80000010;
+
+}  // namespace ktrv::controls

@@ -1,0 +1,28 @@
+#include "controls/DatePicker.h"
+
+#include <algorithm>
+
+#include "controls/PeerFactory.h"
+
+namespace ktrv::controls {
+
+DatePicker::DatePicker(Form& form, Rectangle bounds) : ControlOf(form, bounds) {}
+
+void DatePicker::SetValue(std::optional<DateTime> value) {
+  if (value == value_) return;
+  value_ = value;
+  if (peer_) peer_->ValueChanged();
+  if (Change) Change();
+}
+
+void DatePicker::UserPicks(std::optional<DateTime> value) {
+  if (!Enabled() || !Visible()) return;
+  if (value) value = std::clamp(*value, kEarliest, kLatest);
+  SetValue(value);
+}
+
+void DatePicker::Realise(PeerFactory& factory) {
+  peer_ = factory.Make(*this);
+}
+
+}  // namespace ktrv::controls
