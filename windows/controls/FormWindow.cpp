@@ -331,7 +331,14 @@ void FormWindow::RestoreFocus() {
 }
 
 HWND FormWindow::FirstControl() const {
-  return GetNextDlgTabItem(handle_, nullptr, FALSE);
+  // Boxes in a cool bar come first in tab order, but the form begins with what lies on itself.
+  HWND first = GetNextDlgTabItem(handle_, nullptr, FALSE);
+  HWND control = first;
+  while (control && GetParent(control) != handle_) {
+    control = GetNextDlgTabItem(handle_, control, FALSE);
+    if (control == first) break;
+  }
+  return control;
 }
 
 void FormWindow::CenterOnMonitor() {

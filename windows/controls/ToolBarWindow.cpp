@@ -125,8 +125,10 @@ void ToolBarWindow::LayOutBand() {
   const auto* label = dynamic_cast<ControlWindow*>(bar_.BandLabel()->Display());
   const auto* box = dynamic_cast<ControlWindow*>(bar_.BandBox()->Display());
   if (!label || !box) return;
+  constexpr int kDefaultWidth = 3000;  // twips
+  const int width = bar_.BandBox()->Width() > 0 ? bar_.BandBox()->Width() : kDefaultWidth;
   const SIZE least = LayOutLabelAndBox(label->Handle(), box->Handle(), Owner().Font(),
-                                       CurrentScale(), bar_.BandBox()->Width());
+                                       CurrentScale(), width);
   SetBandChild(kSecondBand, band_, least, 0);
   // The first band is as wide as its buttons, the second takes the rest.
   Send(RB_MINIMIZEBAND, kToolBarBand);
