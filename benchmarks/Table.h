@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace ktrv::benchmarks {
+
+/// Rows of texts, printed in columns of even width: the first to the left, the others to the right.
+class Table {
+ public:
+  explicit Table(std::vector<std::string> headings) : rows_{std::move(headings)} {}
+
+  void Add(std::vector<std::string> row) { rows_.push_back(std::move(row)); }
+  void Print() const;
+
+ private:
+  std::vector<std::vector<std::string>> rows_;
+};
+
+std::string Milliseconds(double seconds);
+std::string Ratio(double product, double floor);
+std::string Mebibytes(double bytes);
+
+}  // namespace ktrv::benchmarks
