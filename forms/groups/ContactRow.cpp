@@ -47,7 +47,9 @@ void ContactColumns::LayOut(FlexGrid& grid) {
   mobile.Heading = u"Mobile No.";
   mobile.Width = 1650;
   mobile.Hidden = false;
-  GridColumn& kind = grid.ColumnAt(grid.ColIndex(u"CONTACTTYPE"));
+  // The picture of a row's kind stands in front of it.
+  grid.FixedColumnShows = grid.ColIndex(u"CONTACTTYPE");
+  GridColumn& kind = grid.ColumnAt(0);
   kind.Width = 350;
   kind.Align = GridColumn::Alignment::Center;
   kind.Hidden = false;
@@ -58,6 +60,16 @@ void ContactColumns::LayOut(FlexGrid& grid) {
 void ContactColumns::Empty(FlexGrid& grid) {
   constexpr int kHeadingOnly = 1;
   grid.Reset(kHeadingOnly, static_cast<int>(kKeys.size()));
+  LayOut(grid);
+}
+
+void ContactColumns::ShowOrder(FlexGrid& grid, int sorted, controls::SortOrder order) {
+  for (int column = 0; column < grid.Cols(); ++column) {
+    const Image picture = column != sorted || order == controls::SortOrder::None ? Image::None
+                          : order == controls::SortOrder::Ascending ? Image::SortAscending
+                                                                    : Image::SortDescending;
+    grid.SetHeadingPicture(column, picture);
+  }
 }
 
 String ContactColumns::Trimmed(int row, int column) const {

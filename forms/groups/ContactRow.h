@@ -32,6 +32,9 @@ class ContactColumns {
   /// Takes all rows away and leaves the laid-out columns.
   static void Empty(controls::FlexGrid& grid);
 
+  /// Puts the sort indicator on the heading of the column and takes it off the others.
+  static void ShowOrder(controls::FlexGrid& grid, int sorted, controls::SortOrder order);
+
   int Id() const { return id_; }
   int Name() const { return name_; }
   int Kind() const { return kind_; }

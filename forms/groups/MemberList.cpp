@@ -53,7 +53,11 @@ void MemberList::Load() {
     fetch_.Open(query);
     return true;
   });
-  if (!started) fetch_.Fail(u"The members could not be loaded.");
+  if (!started) Fail();
+}
+
+void MemberList::Fail() {
+  fetch_.Fail(u"The members could not be loaded.");
 }
 
 void MemberList::Cancel() {

@@ -32,6 +32,8 @@ class MemberList {
   /// Starts to fill the list with the members of the session's group. Failures are logged and
   /// shown.
   void Load();
+  /// Says that the members could not be loaded.
+  void Fail();
   /// Gives up loading.
   void Cancel();
   /// Whether all members are there: not while they load, nor after that failed. Until then nothing

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+
+#include "component/Session.h"
+#include "controls/FlexGrid.h"
+#include "forms/groups/GroupCommands.h"
+
+namespace ktrv::forms {
+
+struct ContactRow;
+
+/// Opens contacts, and groups offered as recipients, over the group dialog, and keeps the rows of
+/// its left list as they are in the database afterwards. All throw Error.
+class ContactOpening {
+ public:
+  /// Shows the contact editor modally for the session's EditContactId, or for a new contact of the
+  /// folder.
+  using Editor = std::function<void(ModeOfOperation mode, std::int16_t folderId)>;
+  /// Shows the properties of a group modally.
+  using GroupProperties = std::function<void(const String& groupId, const String& groupName)>;
+
+  /// All must outlive this.
+  ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list);
+
+  Editor OpenEditor;
+  GroupProperties OpenGroup;
+
+  /// Lets the user make a contact in the folder and appends it to the list.
+  void New(std::int32_t folderId);
+  /// Shows the item of the list's current row.
+  void Properties();
+
+ private:
+  void MarkShared();
+  void EditContact(int row);
+  /// Reads the contact's texts. \return whether there is such a contact.
+  bool Read(const String& contactId, ContactRow& contact);
+
+  Session& session_;
+  GroupCommands& commands_;
+  controls::FlexGrid& list_;
+};
+
+}  // namespace ktrv::forms

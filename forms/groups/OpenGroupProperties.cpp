@@ -1,0 +1,32 @@
+#include "forms/groups/OpenGroupProperties.h"
+
+#include "forms/groups/frmGroupsNew.h"
+
+namespace ktrv::forms {
+namespace {
+
+/// Says to all who read the session that a listed group is being shown, until it no longer is.
+class PropertiesFlag {
+ public:
+  explicit PropertiesFlag(bool& flag) : flag_(flag), former_(flag) { flag_ = true; }
+  ~PropertiesFlag() { flag_ = former_; }
+  PropertiesFlag(const PropertiesFlag&) = delete;
+  PropertiesFlag& operator=(const PropertiesFlag&) = delete;
+
+ private:
+  bool& flag_;
+  bool former_;
+};
+
+}  // namespace
+
+void OpenGroupProperties(Session& session, const String& groupId, const String& groupName) {
+  const PropertiesFlag open(session.OpenForProperties);
+  session.GroupId = groupId;
+  session.GroupName = groupName;
+  frmGroupsNew properties(session);
+  properties.Mode = ModeOfOperation::Modify;
+  properties.ShowModal();
+}
+
+}  // namespace ktrv::forms

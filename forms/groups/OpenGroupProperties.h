@@ -1,0 +1,11 @@
+#pragma once
+
+#include "component/Session.h"
+
+namespace ktrv::forms {
+
+/// Shows a group modally in a dialog of its own, to be modified. The two texts become the session's
+/// group; after a cancel it has none. \throws Error
+void OpenGroupProperties(Session& session, const String& groupId, const String& groupName);
+
+}  // namespace ktrv::forms

@@ -1,0 +1,58 @@
+#include "forms/groups/RecipientPick.h"
+
+#include "forms/groups/ContactRow.h"
+#include "forms/groups/JobProgress.h"
+#include "forms/groups/RecipientResult.h"
+
+namespace ktrv::forms {
+namespace {
+
+constexpr StringView kSelecting = u"Selecting members..";
+
+String TrimmedField(const database::Recordset& rows, StringView name) {
+  return String(Trim(ToText(rows.Field(name))));
+}
+
+void ExpandGroup(GroupCommands& commands, const ContactRow& group, RecipientResult& result,
+                 JobProgress& progress) {
+  const std::int64_t count = commands.Count(GroupCommand::CountMembers, group.Id);
+  if (count <= 0) return;
+  progress.Say(u"Exploring members for group - " + group.Name);
+  progress.Extend(count);
+  auto members = commands.Execute(GroupCommand::ExpandedMembers, {group.Id, group.Id});
+  for (; !members.EndOfFile(); members.MoveNext()) {
+    result.AddGroupMember({.Id = TrimmedField(members, u"ID"),
+                           .Name = TrimmedField(members, u"FNAME"),
+                           .MobileNo = TrimmedField(members, u"MOBILENO"),
+                           .CountryCode = TrimmedField(members, u"COUNTRYCODE"),
+                           .MobileDisplay = {},
+                           .Kind = {}});
+    progress.Advance();
+  }
+  progress.Say(kSelecting);
+}
+
+}  // namespace
+
+void PickRecipients(Session& session, GroupCommands& commands, controls::FlexGrid& picked,
+                    bool prefixCountryCode, JobProgress& progress) {
+  progress.Say(kSelecting);
+  const ContactColumns columns(picked);
+  RecipientResult result(prefixCountryCode);
+  for (int index = 1; index < picked.Rows(); ++index) {
+    const ContactRow row = columns.Read(index);
+    if (row.Kind == ContactKind::Contact) {
+      result.AddContact(row);
+    } else if (row.Kind == ContactKind::Group && session.ExpandGroups) {
+      ExpandGroup(commands, row, result, progress);
+    } else if (row.Kind == ContactKind::Group) {
+      result.AddGroup(row);
+    } else if (row.Kind == ContactKind::RemoteContact) {
+      result.AddRemoteContact(row);
+    }
+    progress.Advance();
+  }
+  result.HandTo(session);
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,94 @@
+#include "forms/groups/SourceList.h"
+
+#include "forms/groups/ContactRow.h"
+
+namespace ktrv::forms {
+
+using data::GroupQueries::Purpose;
+
+namespace {
+
+/// Filling the selector logs under this name too.
+constexpr StringView kContext =
+    u"KTRVAddressBook: Error occurred. Sub:LoadFolderContacts(), Module: frmGroupsNew()";
+constexpr StringView kNotLoaded = u"The contacts could not be loaded.";
+constexpr StringView kRemote = u"R";
+
+}  // namespace
+
+SourceList::SourceList(Session& session, GroupCommands& commands, Display display)
+    : session_(session),
+      commands_(commands),
+      display_(display),
+      fetch_(session, display.Grid, display.Loading, display.Bar, kContext) {
+  fetch_.Changed = [this] {
+    if (Changed) Changed();
+  };
+}
+
+void SourceList::FillSelector() {
+  if (!Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;
+  session_.Trap(kContext, [&] {
+    display_.Selector.AddItem(u"Shared Contacts", 0);
+    auto folders = commands_.Execute(GroupCommand::Folders);
+    for (; !folders.EndOfFile(); folders.MoveNext()) {
+      display_.Selector.AddItem(ToText(folders.Field(u"NAME")),
+                                static_cast<std::int32_t>(ToInteger(folders.Field(u"ID"))));
+    }
+  });
+}
+
+void SourceList::Load(Purpose purpose, StringView folderId) {
+  const bool started = session_.Trap(kContext, false, [&] {
+    fetch_.Begin();
+    const StringView id = LeadingNumber(folderId) == 0 ? u"0" : folderId;
+    ChooseSource(id);
+    const auto dialect = data::FoldedDialect(session_.DbType);
+    query_ = kind_ == kRemote ? data::GroupQueries::RemoteCandidates(dialect, purpose, id)
+                              : data::GroupQueries::SharedCandidates(dialect, purpose, id);
+    fetch_.SetTotal(CountRows(purpose, id));
+    fetch_.Open(query_);
+    return true;
+  });
+  if (!started) Fail();
+}
+
+void SourceList::Fail() {
+  const bool known = data::FoldedDialect(session_.DbType) != data::Dialect::None;
+  fetch_.Fail(known ? String(kNotLoaded) : u"No lists for database type " + session_.DbType + u".");
+}
+
+void SourceList::Cancel() {
+  fetch_.Cancel();
+}
+
+bool SourceList::Find(StringView text, int startRow) {
+  controls::FlexGrid& grid = display_.Grid;
+  const int row = grid.FindRow(text, startRow, grid.ColIndex(u"NAME"));
+  if (row < 1) return false;
+  grid.SetRow(row);
+  grid.ShowRow(row);
+  return true;
+}
+
+void SourceList::ChooseSource(StringView folderId) {
+  if (folderId == u"0") {
+    kind_ = u"S";
+    name_ = u"SHARED";
+    return;
+  }
+  const auto folder = commands_.Execute(GroupCommand::Folder, {String(folderId)});
+  kind_ = ToText(folder.Field(u"TYPE"));
+  name_ = ToText(folder.Field(u"NAME"));
+}
+
+std::int64_t SourceList::CountRows(Purpose purpose, StringView folderId) {
+  const String id(folderId);
+  std::int64_t rows = commands_.Count(
+      kind_ == kRemote ? GroupCommand::CountRemoteContacts : GroupCommand::CountFolderContacts, id);
+  if (purpose == Purpose::PickRecipients)
+    rows += commands_.Count(GroupCommand::CountFolderGroups, id);
+  return rows;
+}
+
+}  // namespace ktrv::forms

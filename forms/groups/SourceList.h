@@ -1,0 +1,61 @@
+#pragma once
+
+#include "controls/ComboBox.h"
+#include "data/GroupQueries.h"
+#include "forms/groups/ContactFetch.h"
+#include "forms/groups/GroupCommands.h"
+
+namespace ktrv::forms {
+
+/// The left list of the group dialog: the candidates of the source that its user chose.
+class SourceList {
+ public:
+  struct Display {
+    controls::ComboBox& Selector;
+    controls::FlexGrid& Grid;
+    controls::Label& Loading;
+    controls::ProgressBar& Bar;
+  };
+
+  /// All must outlive the list.
+  SourceList(Session& session, GroupCommands& commands, Display display);
+
+  /// It began or ended to load.
+  std::function<void()> Changed;
+
+  /// Fills the selector with the shared contacts and every folder; nothing for local groups.
+  /// Failures are logged.
+  void FillSelector();
+
+  /// Fills the list with what the source offers. Failures are logged and shown, and the list stays
+  /// as it is. \param folderId a text without a number counts as 0, the shared contacts.
+  void Load(data::GroupQueries::Purpose purpose, StringView folderId);
+  /// Says that nothing could be loaded.
+  void Fail();
+  void Cancel();
+  bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
+
+  /// Selects and shows the first row from `startRow` on whose name begins with the text.
+  /// \return whether there is one.
+  bool Find(StringView text, int startRow);
+
+  /// TYPE and NAME of the source that was asked for last.
+  const String& Kind() const { return kind_; }
+  const String& Name() const { return name_; }
+  /// The text that fills the list.
+  const String& Query() const { return query_; }
+
+ private:
+  void ChooseSource(StringView folderId);
+  std::int64_t CountRows(data::GroupQueries::Purpose purpose, StringView folderId);
+
+  Session& session_;
+  GroupCommands& commands_;
+  Display display_;
+  ContactFetch fetch_;
+  String kind_;
+  String name_;
+  String query_;
+};
+
+}  // namespace ktrv::forms

@@ -1,0 +1,347 @@
+#include "forms/groups/frmGroupsNew.h"
+
+#include <numeric>
+
+#include "forms/groups/JobProgress.h"
+#include "forms/groups/OpenGroupProperties.h"
+#include "forms/groups/RecipientPick.h"
+
+namespace ktrv::forms {
+
+using data::GroupQueries::Purpose;
+
+namespace {
+
+constexpr int kNameRowHeight = 660;
+constexpr StringView kSavingContacts = u"Saving contacts...";
+
+/// Context texts of error records. Log readers match them literally, irregular as they are.
+namespace Context {
+constexpr StringView kFormLoad =
+    u"KTRVAddressBook: Error occurred. Sub:Form_Load() Module: frmGroupsNew()";
+constexpr StringView kValidate =
+    u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmGroupsNew()";
+constexpr StringView kSave =
+    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
+constexpr StringView kNew =
+    u"KTRVAddressBook: Error occured. Sub: cmdNew_Click(),  Module: frmGroupsNew()";
+/// The properties command logs under the name of the new-contact command.
+constexpr StringView kProperty =
+    u"KTRVAddressBook: Error occured. Sub: cmdNew_Click(), Module: frmGroupsNew()";
+constexpr StringView kSelect =
+    u"KTRVAddressBook: Error occurred. Sub:SelectMembers(), Module: frmGroupsNew()";
+constexpr StringView kSelectAll =
+    u"KTRVAddressBook: Error occurred. Sub:SelectAllMembers(), Module: frmGroupsNew()";
+constexpr StringView kRemove =
+    u"KTRVAddressBook: Error occurred. Sub RemoveGroupMembers(), Module: frmGroupsNew()";
+constexpr StringView kSourceLayout =
+    u"KTRVAddressBook: Error occurred. Sub:vsfFolderContacts_AfterDataRefresh(), Module: "
+    u"frmGroupsNew()";
+constexpr StringView kMemberLayout =
+    u"KTRVAddressBook: Error occurred. Sub:vsfGroupContacts_AfterDataRefresh(), Module: "
+    u"frmGroupsNew()";
+}  // namespace Context
+
+}  // namespace
+
+frmGroupsNew::frmGroupsNew(Session& session)
+    : Form(session.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7350}),
+      session_(session),
+      commands_(session),
+      store_(session, commands_),
+      sources_(session, commands_,
+               {cboContactType, vsfFolderContacts, lblLoadingFolder, pbrFolder}),
+      members_(session, commands_, {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount}),
+      contacts_(session, commands_, vsfFolderContacts) {
+  cboContactType.AccessibleName = u"Source";
+  vsfFolderContacts.AccessibleName = u"Contacts";
+  vsfGroupContacts.AccessibleName = u"Members";
+  chkGroup.SetEnabled(false);  // it tells, and decides nothing
+  for (controls::Control* control : std::initializer_list<controls::Control*>{
+           &lblLoadingFolder, &pbrFolder, &lblLoadingGrp, &PbrGrp, &lblSave, &pbrSave}) {
+    control->SetVisible(false);
+  }
+  ContactColumns::Empty(vsfFolderContacts);
+  ContactColumns::Empty(vsfGroupContacts);
+  contacts_.OpenGroup = [this](const String& id, const String& name) {
+    OpenGroupProperties(session_, id, name);
+  };
+  ConnectEvents();
+}
+
+frmGroupsNew::~frmGroupsNew() {
+  Unload();
+}
+
+void frmGroupsNew::ConnectEvents() {
+  cmdOK.Click = [this] { cmdOK_Click(); };
+  cmdCancel.Click = [this] { cmdCancel_Click(); };
+  cmdNew.Click = [this] { cmdNew_Click(); };
+  cmdProperty.Click = [this] { cmdProperty_Click(); };
+  cmdFind.Click = [this] { cmdFind_Click(); };
+  cmdSelect.Click = [this] { SelectMembers(); };
+  cmdSelectAll.Click = [this] { SelectAllMembers(); };
+  txtFind.Change = [this] { txtFind_Change(); };
+  vsfFolderContacts.DoubleClick = [this] { SelectMembers(); };
+  vsfFolderContacts.AfterDataRefresh = [this] { vsfFolderContacts_AfterDataRefresh(); };
+  vsfFolderContacts.AfterSort = [this](int column, controls::SortOrder order) {
+    ContactColumns::ShowOrder(vsfFolderContacts, column, order);
+  };
+  vsfGroupContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
+    if (keyCode == controls::KeyCode::Delete) RemoveGroupMembers();
+  };
+  vsfGroupContacts.AfterDataRefresh = [this] { vsfGroupContacts_AfterDataRefresh(); };
+  vsfGroupContacts.AfterSort = [this](int column, controls::SortOrder order) {
+    ContactColumns::ShowOrder(vsfGroupContacts, column, order);
+  };
+  sources_.Changed = [this] { ShowWhatIsPossible(); };
+  members_.Changed = [this] { ShowWhatIsPossible(); };
+}
+
+void frmGroupsNew::Form_Load() {
+  saved_ = false;
+  const bool connected = session_.Trap(Context::kFormLoad, false, [&] {
+    InitAdoCommands();
+    return true;
+  });
+  // Without a database the dialog opens too, and shows no more rights than with one.
+  session_.Trap(Context::kFormLoad, [&] {
+    ApplyRights();
+    if (IsPicker()) {
+      LayOutAsPicker();
+    } else if (IsShared()) {
+      chkGroup.SetChecked(true);
+    }
+    if (connected) sources_.FillSelector();
+    ShowMembers(connected);
+    ShowSource(connected);
+    ShowWhatIsPossible();
+  });
+}
+
+void frmGroupsNew::Form_QueryUnload() {
+  sources_.Cancel();
+  members_.Cancel();
+  if (!saved_) ClearResults();
+}
+
+void frmGroupsNew::InitAdoCommands() {
+  commands_.Init();
+}
+
+void frmGroupsNew::ApplyRights() {
+  if (session_.IsAdmin != 0 || !IsShared()) return;
+  cmdOK.SetEnabled(false);
+  cmdNew.SetEnabled(false);
+}
+
+void frmGroupsNew::LayOutAsPicker() {
+  for (controls::Control* control : Controls()) {
+    controls::Rectangle bounds = control->Bounds();
+    bounds.Top -= kNameRowHeight;
+    if (control == &lblGroupName || control == &txtGroupName || control == &chkGroup) {
+      control->SetVisible(false);
+    } else {
+      control->Move(bounds);
+    }
+  }
+  Resize(ScaleWidth(), ScaleHeight() - kNameRowHeight);
+  SetCaption(u"Select Recipient");
+}
+
+void frmGroupsNew::ShowMembers(bool connected) {
+  if (IsPicker() || Mode == ModeOfOperation::Add) {
+    members_.Empty();
+    return;
+  }
+  SetCaption(u"Modify Group");
+  if (connected) {
+    LoadGroupContacts();
+  } else {
+    members_.Fail();
+  }
+}
+
+void frmGroupsNew::ShowSource(bool connected) {
+  if (!connected) sources_.Fail();
+  if (cboContactType.ListCount() > 0) {
+    cboContactType.SetListIndex(0);
+    LoadFolderContacts(u"0");
+  }
+  // Only from here on, so that the first source is asked for once.
+  cboContactType.Click = [this] { cboContactType_Click(); };
+}
+
+void frmGroupsNew::ShowWhatIsPossible() {
+  cmdSelect.SetEnabled(members_.IsComplete());
+  cmdSelectAll.SetEnabled(members_.IsComplete() && !sources_.IsLoading());
+}
+
+void frmGroupsNew::LoadFolderContacts(StringView folderId) {
+  sources_.Load(IsPicker() ? Purpose::PickRecipients : Purpose::EditGroup, folderId);
+}
+
+void frmGroupsNew::LoadGroupContacts() {
+  txtGroupName.SetText(session_.GroupName);
+  if (IsShared()) {
+    members_.Load();
+  } else {
+    members_.Empty();
+  }
+}
+
+bool frmGroupsNew::Validate_Data() {
+  if (IsPicker()) return true;
+  const auto refuse = [&](StringView message) {
+    session_.ShowMessage(message, MessageStyle::Exclamation);
+    txtGroupName.SetFocus();
+    return false;
+  };
+  return session_.Trap(Context::kValidate, false, [&] {
+    const String name(Trim(txtGroupName.Text()));
+    if (name.empty()) return refuse(u"Please enter the Group Name.");
+    // Local groups are not stored here, so nothing is known of their names.
+    if (IsShared() && store_.IsNameTaken(name, Mode)) {
+      return refuse(u"A group with that name already exists. Please use a different group name.");
+    }
+    return true;
+  });
+}
+
+bool frmGroupsNew::MembersMayBeReplaced() {
+  if (members_.IsComplete()) return true;
+  session_.ShowMessage(
+      members_.IsLoading()
+          ? StringView(u"The members of the group are still being loaded. Please wait.")
+          : StringView(u"The members of the group could not be loaded. Saving now would remove "
+                       u"them from the group."),
+      MessageStyle::Exclamation);
+  return false;
+}
+
+bool frmGroupsNew::Save_Data() {
+  const bool saved = session_.Trap(Context::kSave, false, [&] {
+    if (IsPicker()) {
+      JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
+      PickRecipients(session_, commands_, vsfGroupContacts, chkIncudeCountryCode.Checked(),
+                     progress);
+    } else {
+      SaveGroup();
+    }
+    return true;
+  });
+  if (!saved) {
+    lblSave.SetCaption(IsPicker() ? u"The recipients could not be selected."
+                                  : u"The group could not be saved.");
+    lblSave.SetVisible(true);
+  }
+  return saved;
+}
+
+void frmGroupsNew::SaveGroup() {
+  const String name(Trim(txtGroupName.Text()));
+  if (IsShared()) {
+    if (Mode == ModeOfOperation::Add) {
+      store_.Create(name, FolderId);
+      // When a later statement fails, the next OK goes on with the group that is there now.
+      Mode = ModeOfOperation::Modify;
+    } else {
+      store_.Rename(name);
+    }
+    JobProgress progress(lblSave, pbrSave, u"Saving Group...", members_.Count());
+    store_.ReplaceMembers(vsfGroupContacts, progress);
+  }
+  session_.GroupName = name;
+}
+
+void frmGroupsNew::SelectMembers() {
+  session_.Trap(Context::kSelect, [&] { Take(vsfFolderContacts.SelectedRows()); });
+}
+
+void frmGroupsNew::SelectAllMembers() {
+  session_.Trap(Context::kSelectAll, [&] {
+    std::vector<int> rows(static_cast<std::size_t>(vsfFolderContacts.Rows() - 1));
+    std::iota(rows.begin(), rows.end(), 1);
+    Take(rows);
+  });
+}
+
+void frmGroupsNew::Take(const std::vector<int>& rows) {
+  if (!members_.IsComplete()) return;
+  {
+    JobProgress progress(lblSave, pbrSave, u"Adding Contacts...",
+                         static_cast<std::int64_t>(rows.size()));
+    members_.Take(vsfFolderContacts, rows, progress);
+  }
+  lblSave.SetCaption(String(kSavingContacts));
+}
+
+void frmGroupsNew::RemoveGroupMembers() {
+  session_.Trap(Context::kRemove, [&] {
+    if (members_.IsComplete()) members_.RemoveSelected();
+  });
+}
+
+void frmGroupsNew::cmdOK_Click() {
+  if (!Validate_Data()) return;
+  if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
+  if (!Save_Data()) return;
+  saved_ = true;
+  Unload();
+}
+
+void frmGroupsNew::cmdCancel_Click() {
+  ClearResults();
+  Unload();
+}
+
+void frmGroupsNew::cmdNew_Click() {
+  session_.Trap(Context::kNew, [&] {
+    const int index = cboContactType.ListIndex();
+    contacts_.New(index < 0 ? 0 : cboContactType.ItemData(index));
+  });
+}
+
+void frmGroupsNew::cmdProperty_Click() {
+  session_.Trap(Context::kProperty, [&] { contacts_.Properties(); });
+}
+
+void frmGroupsNew::cmdFind_Click() {
+  if (vsfFolderContacts.Rows() < 2) return;
+  const StringView text = Trim(txtFind.Text());
+  if (!sources_.Find(text, vsfFolderContacts.Row() + 1)) sources_.Find(text, 1);
+}
+
+void frmGroupsNew::cboContactType_Click() {
+  const int index = cboContactType.ListIndex();
+  if (index >= 0) LoadFolderContacts(ToDecimal(cboContactType.ItemData(index)));
+}
+
+void frmGroupsNew::txtFind_Change() {
+  if (vsfFolderContacts.Rows() > 1) sources_.Find(Trim(txtFind.Text()), 1);
+}
+
+void frmGroupsNew::vsfFolderContacts_AfterDataRefresh() {
+  session_.Trap(Context::kSourceLayout, [&] { ContactColumns::LayOut(vsfFolderContacts); });
+}
+
+void frmGroupsNew::vsfGroupContacts_AfterDataRefresh() {
+  session_.Trap(Context::kMemberLayout, [&] { ContactColumns::LayOut(vsfGroupContacts); });
+}
+
+void frmGroupsNew::ClearResults() {
+  session_.ContactsName.clear();
+  if (IsPicker()) return;
+  session_.GroupId.clear();
+  session_.GroupName.clear();
+}
+
+bool frmGroupsNew::IsShared() const {
+  return Is(session_.GroupType, TypeOfGroup::SharedGroup);
+}
+
+bool frmGroupsNew::IsPicker() const {
+  return LoadGroupFor == ktrv::LoadGroupFor::SelectReceipient;
+}
+
+}  // namespace ktrv::forms

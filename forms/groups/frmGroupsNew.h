@@ -1,0 +1,118 @@
+#pragma once
+
+#include "controls/CheckBox.h"
+#include "controls/ComboBox.h"
+#include "controls/CommandButton.h"
+#include "controls/FlexGrid.h"
+#include "controls/Form.h"
+#include "controls/Frame.h"
+#include "controls/Label.h"
+#include "controls/ProgressBar.h"
+#include "controls/TextBox.h"
+#include "forms/groups/ContactOpening.h"
+#include "forms/groups/GroupCommands.h"
+#include "forms/groups/GroupStore.h"
+#include "forms/groups/MemberList.h"
+#include "forms/groups/SourceList.h"
+
+namespace ktrv::forms {
+
+/// Modal dialog with two uses: it creates or modifies a group, or it picks recipients. It works on
+/// shared groups when the session's group type says so; local groups are kept by the host, and
+/// nothing of them is read or written here.
+///
+/// After OK the session holds the group's id and name, or the picked recipients; after Cancel, or
+/// when the window was closed, it holds neither.
+class frmGroupsNew final : public controls::Form {
+ public:
+  /// \param session must outlive the dialog.
+  explicit frmGroupsNew(Session& session);
+  ~frmGroupsNew() override;
+
+  // Set by the opener before it is shown.
+  ktrv::LoadGroupFor LoadGroupFor = ktrv::LoadGroupFor::AddModify;
+  ModeOfOperation Mode = ModeOfOperation::Add;  ///< has no meaning for the picker
+  String FolderId = u"0";                       ///< decimal id of the folder of a new group
+
+  controls::Label lblGroupName{*this, {150, 210, 1200, 255}, u"Group Name"};
+  controls::TextBox txtGroupName{*this, {1400, 165, 4300, 330}, 100};
+  controls::CheckBox chkGroup{*this, {6000, 195, 3600, 285}, u"This is a Shared Group"};
+  controls::Frame Frame2{*this, {150, 750, 11400, 5955}, u" Select Group Members "};
+  controls::ComboBox cboContactType{*this, {345, 1080, 4650, 330}};
+  controls::Label Label2{*this, {345, 1530, 4650, 255}, u"Type Name or select from list"};
+  controls::TextBox txtFind{*this, {345, 1800, 3600, 330}};
+  controls::CommandButton cmdFind{*this, {4035, 1785, 960, 360}, u"&Find"};
+  controls::FlexGrid vsfFolderContacts{*this, {345, 2250, 4650, 3900}};
+  controls::Label lblLoadingFolder{*this, {345, 6270, 2500, 255}, u"Loading..."};
+  controls::ProgressBar pbrFolder{*this, {2895, 6270, 2100, 240}};
+  controls::CommandButton cmdSelect{*this, {5130, 2700, 1500, 390}, u"&Select ->"};
+  controls::CommandButton cmdSelectAll{*this, {5130, 3165, 1500, 390}, u"&All ->"};
+  controls::CommandButton cmdProperty{*this, {5130, 4050, 1500, 390}, u"&Properties"};
+  controls::CommandButton cmdNew{*this, {5130, 4515, 1500, 390}, u"&New Contact"};
+  controls::Label lblMemberCount{*this, {6765, 1530, 4590, 255}, {}};
+  controls::FlexGrid vsfGroupContacts{*this, {6765, 1800, 4590, 3975}};
+  controls::CheckBox chkIncudeCountryCode{
+      *this, {6765, 5865, 4590, 285}, u"Prefix Country code (if available)"};
+  controls::Label lblLoadingGrp{*this, {6765, 6270, 2500, 255}, u"Loading..."};
+  controls::ProgressBar PbrGrp{*this, {9255, 6270, 2100, 240}};
+  controls::Label lblSave{*this, {150, 6870, 4300, 255}, u"Saving Group..."};
+  controls::ProgressBar pbrSave{*this, {4500, 6870, 3600, 240}};
+  controls::CommandButton cmdOK{*this, {8700, 6810, 1350, 390}, u"&OK"};
+  controls::CommandButton cmdCancel{
+      *this, {10200, 6810, 1350, 390}, u"&Cancel", controls::CommandButton::Key::Escape};
+
+  /// Makes the prepared commands. \throws Error
+  void InitAdoCommands();
+  /// Whether OK may save; tells the user why not.
+  bool Validate_Data();
+  bool Save_Data();
+  void LoadFolderContacts(StringView folderId);
+  void LoadGroupContacts();
+  void SelectMembers();
+  void SelectAllMembers();
+  void RemoveGroupMembers();
+
+  void cmdOK_Click();
+  void cmdCancel_Click();
+  void cmdNew_Click();
+  void cmdProperty_Click();
+  void cmdFind_Click();
+  void cboContactType_Click();
+  void txtFind_Change();
+  void vsfFolderContacts_AfterDataRefresh();
+  void vsfGroupContacts_AfterDataRefresh();
+
+  /// Shows the contact editor; a test puts its own in its place.
+  ContactOpening::Editor& ContactEditor() { return contacts_.OpenEditor; }
+  const GroupCommands& Commands() const { return commands_; }
+  const SourceList& Sources() const { return sources_; }
+  const MemberList& Members() const { return members_; }
+
+ protected:
+  void Form_Load() override;
+  void Form_QueryUnload() override;
+
+ private:
+  void ConnectEvents();
+  void ApplyRights();
+  void LayOutAsPicker();
+  void ShowMembers(bool connected);
+  void ShowSource(bool connected);
+  void ShowWhatIsPossible();
+  bool MembersMayBeReplaced();
+  void Take(const std::vector<int>& rows);
+  void SaveGroup();
+  void ClearResults();
+  bool IsShared() const;
+  bool IsPicker() const;
+
+  Session& session_;
+  GroupCommands commands_;
+  GroupStore store_;
+  SourceList sources_;
+  MemberList members_;
+  ContactOpening contacts_;
+  bool saved_ = false;
+};
+
+}  // namespace ktrv::forms
