@@ -2,6 +2,7 @@
 
 #include "data/EditorQueries.h"
 #include "database/Recordset.h"
+#include "forms/groups/frmGroupsNew.h"
 
 namespace ktrv {
 namespace {
@@ -106,7 +107,7 @@ std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactT
                                Enter(EntryOperations::kAddContacts, takeArguments, work));
 }
 
-std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView /*m_FolderId*/,
+std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
                                std::int32_t p_GroupType, StringView /*p_GroupName*/) {
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
@@ -114,11 +115,14 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView /*m_FolderId*/,
   };
   const auto work = [&](std::int32_t& result) {
     session_.GroupId.clear();
+    forms::frmGroupsNew editor(session_);
+    editor.Mode = ModeOfOperation::Add;
+    editor.FolderId = m_FolderId;
+    editor.ShowModal();
     result = 1;
     session_.CloseConnection();
   };
-  return AnnounceMissingDialog(EntryOperations::kAddGroup,
-                               Enter(EntryOperations::kAddGroup, takeArguments, work));
+  return Enter(EntryOperations::kAddGroup, takeArguments, work);
 }
 
 std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
@@ -137,11 +141,13 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     }
     session_.GroupName = Trim(ToText(names.Field(u"NAME")));
     names.Close();
+    forms::frmGroupsNew editor(session_);
+    editor.Mode = ModeOfOperation::Modify;
+    editor.ShowModal();
     result = 1;
     session_.CloseConnection();
   };
-  return AnnounceMissingDialog(EntryOperations::kEditGroup,
-                               Enter(EntryOperations::kEditGroup, takeArguments, work));
+  return Enter(EntryOperations::kEditGroup, takeArguments, work);
 }
 
 std::int32_t clsMain::LoadAddressBook(std::int32_t p_UserId) {
@@ -171,11 +177,14 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
     }
     session_.CloseConnection();
     session_.RenewResults();
+    session_.ContactsName.clear();
+    forms::frmGroupsNew picker(session_);
+    picker.LoadGroupFor = LoadGroupFor::SelectReceipient;
+    picker.ShowModal();
     result = 1;
   };
-  return AnnounceMissingDialog(EntryOperations::kLoadRecipients,
-                               Enter(
-                                   EntryOperations::kLoadRecipients, [] {}, work));
+  return Enter(
+      EntryOperations::kLoadRecipients, [] {}, work);
 }
 
 std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
