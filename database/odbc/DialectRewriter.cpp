@@ -58,6 +58,10 @@ class Rewriter {
     return text;
   }
 
+  /// Whether a parenthesis was still open at the end. The engine must see such a text as it is, and
+  /// not one that was made whole.
+  bool LeftOpen() const { return unclosed_; }
+
  private:
   bool AtEnd() const { return next_ == tokens_.size(); }
   StringView Take() { return tokens_[next_++].Text; }
@@ -197,7 +201,11 @@ class Rewriter {
         arguments.back().append(Take()).append(Sequence());
       }
     }
-    if (!AtEnd()) Take();
+    if (AtEnd()) {
+      unclosed_ = true;
+    } else {
+      Take();
+    }
     return arguments;
   }
 
@@ -218,6 +226,7 @@ class Rewriter {
   const std::vector<SqlToken> tokens_;
   const Engine engine_;
   std::size_t next_ = 0;
+  bool unclosed_ = false;
 };
 
 }  // namespace
@@ -225,7 +234,10 @@ class Rewriter {
 String RewriteForEngine(StringView sql, Engine engine) {
   const bool rewritten =
       engine == Engine::Sqlite || engine == Engine::MySql || engine == Engine::PostgreSql;
-  return rewritten ? Rewriter(sql, engine).WholeText() : String(sql);
+  if (!rewritten) return String(sql);
+  Rewriter rewriter(sql, engine);
+  String text = rewriter.WholeText();
+  return rewriter.LeftOpen() ? String(sql) : text;
 }
 
 }  // namespace ktrv::database::odbc

@@ -1,0 +1,51 @@
+#include "database/odbc/ConnectionString.h"
+
+#include <gtest/gtest.h>
+
+namespace ktrv::database::odbc {
+namespace {
+
+TEST(ConnectionString, KeywordIsFoundWhateverItsCase) {
+  EXPECT_EQ(KeywordValue(u"Driver=SQLite3;DATABASE = /x.db ", u"Database"), u"/x.db");
+}
+
+TEST(ConnectionString, MissingKeywordHasNoValue) {
+  EXPECT_EQ(KeywordValue(u"Driver=SQLite3", u"Database"), u"");
+  EXPECT_EQ(KeywordValue(u"", u"Database"), u"");
+}
+
+TEST(ConnectionString, BracesAreTakenOffAValue) {
+  EXPECT_EQ(KeywordValue(u"Pwd={a;b=}}c};Driver={SQLite3 ODBC Driver}", u"Pwd"), u"a;b=}c");
+  EXPECT_EQ(KeywordValue(u"Pwd={a;b=}}c};Driver={SQLite3 ODBC Driver}", u"Driver"),
+            u"SQLite3 ODBC Driver");
+}
+
+TEST(ConnectionString, BrokenStringsHaveNoValues) {
+  for (const StringView broken : {u";;;", u"=", u"Database", u"Database;x", u"{Database=x"}) {
+    EXPECT_EQ(KeywordValue(broken, u"Database"), u"") << ToUtf8(broken);
+  }
+  EXPECT_EQ(KeywordValue(u"Database={never closed", u"Database"), u"never closed");
+}
+
+TEST(ConnectionString, AddedValueIsQuotedWhenItMustBe) {
+  EXPECT_EQ(WithKeyword(u"DSN=x", u"Pwd", u"plain"), u"DSN=x;Pwd=plain");
+  EXPECT_EQ(WithKeyword(u"DSN=x;", u"Pwd", u"a;b}c"), u"DSN=x;Pwd={a;b}}c}");
+}
+
+TEST(ConnectionString, UserAndPasswordAreAddedOnlyWhenGiven) {
+  EXPECT_EQ(CompleteConnectionString(u"DSN=x", u"", u""), u"DSN=x");
+  EXPECT_EQ(CompleteConnectionString(u"DSN=x", u"ann", u"s"), u"DSN=x;Uid=ann;Pwd=s");
+}
+
+TEST(ConnectionString, SqliteStreamsRefusesMissingFilesAndGivesUpOnLocks) {
+  EXPECT_EQ(CompleteConnectionString(u"Driver={SQLite3 ODBC Driver};Database=/x", u"", u""),
+            u"Driver={SQLite3 ODBC Driver};Database=/x;StepAPI=1;NoCreat=1;Timeout=3000");
+}
+
+TEST(ConnectionString, SettingsThatAreGivenStay) {
+  const String given = u"Driver=SQLite3;stepapi=0;NOCREAT=0;Timeout=5";
+  EXPECT_EQ(CompleteConnectionString(given, u"", u""), given);
+}
+
+}  // namespace
+}  // namespace ktrv::database::odbc

@@ -1,0 +1,83 @@
+#include "database/TableWriter.h"
+
+#include <gtest/gtest.h>
+
+#include "common/Error.h"
+#include "tests/native/support/FakeDriver.h"
+
+namespace ktrv::database {
+namespace {
+
+class TableWriterTest : public testing::Test {
+ protected:
+  bool Accepts(StringView query) {
+    try {
+      TableWriter(*link, query, columns);
+      return true;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Number(), ErrorNumber::NotUpdatable);
+      return false;
+    }
+  }
+
+  tests::FakeDriver driver;
+  std::unique_ptr<Link> link = driver.Open(u"", u"", u"");
+  std::vector<Column> columns = {
+      {u"Id", DataType::Integer}, {u"FNAME"}, {u"AGE", DataType::Double}};
+};
+
+TEST_F(TableWriterTest, OnlyAQueryOfOneTableIsUpdatable) {
+  EXPECT_TRUE(Accepts(u"SELECT * FROM T"));
+  EXPECT_TRUE(Accepts(u"select ID, FNAME from dbo.T where 1 = 2"));
+  EXPECT_TRUE(Accepts(u"SELECT * FROM [a table] ORDER BY ID"));
+  EXPECT_FALSE(Accepts(u"SELECT * FROM T, U"));
+  EXPECT_FALSE(Accepts(u"SELECT * FROM T JOIN U ON 1 = 1"));
+  EXPECT_FALSE(Accepts(u"SELECT ID FROM T WHERE 1 = 1 UNION SELECT ID FROM U"));
+  EXPECT_FALSE(Accepts(u"SELECT DISTINCT FNAME FROM T"));
+  EXPECT_FALSE(Accepts(u"SELECT * FROM (SELECT 1)"));
+  EXPECT_FALSE(Accepts(u"UPDATE T SET A = 1"));
+  EXPECT_FALSE(Accepts(u"SELECT 1"));
+  EXPECT_FALSE(Accepts(u""));
+}
+
+TEST_F(TableWriterTest, ResultWithoutTheKeyIsNotUpdatable) {
+  driver.SetKeyColumns({u"CODE"});
+  EXPECT_FALSE(Accepts(u"SELECT * FROM T"));
+}
+
+TEST_F(TableWriterTest, UpdateNamesTheKeyAndTheOldValuesOfWhatChanges) {
+  driver.Changes(u"UPDATE", 1);
+  TableWriter::Cells cells = {u"5", u"Ann", std::nullopt};
+  TableWriter(*link, u"SELECT * FROM T WHERE ID = 5", columns)
+      .Update(cells, {{1, String(u"Bob")}, {2, 41.5}});
+  const auto ran = driver.Executed().back();
+  EXPECT_EQ(ToUtf8(ran.Text),
+            "UPDATE T SET FNAME = ?, AGE = ? WHERE Id = ? AND FNAME = ? AND AGE IS NULL");
+  EXPECT_EQ(ran.Values,
+            (std::vector<Variant>{String(u"Bob"), 41.5, std::int64_t{5}, String(u"Ann")}));
+  EXPECT_EQ(cells, (TableWriter::Cells{u"5", u"Bob", u"41.5"}));
+}
+
+TEST_F(TableWriterTest, UpdateOfNoRowIsAConflict) {
+  driver.Changes(u"UPDATE", 0);
+  TableWriter::Cells cells = {u"5", u"Ann", std::nullopt};
+  try {
+    TableWriter(*link, u"SELECT * FROM T", columns).Update(cells, {{1, String(u"Bob")}});
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), ErrorNumber::RowChanged);
+  }
+  EXPECT_EQ(cells[1], u"Ann");
+}
+
+TEST_F(TableWriterTest, InsertNamesOnlyWhatWasSetAndLearnsTheId) {
+  driver.Changes(u"INSERT", 1);
+  driver.SetLastInsertedId(77);
+  TableWriter::Cells cells(3);
+  TableWriter(*link, u"SELECT * FROM T WHERE 1 = 2", columns).Insert(cells, {{2, Null{}}});
+  EXPECT_EQ(ToUtf8(driver.Executed().back().Text), "INSERT INTO T (AGE) VALUES (?)");
+  EXPECT_EQ(cells[0], u"77");
+}
+
+}  // namespace
+}  // namespace ktrv::database
