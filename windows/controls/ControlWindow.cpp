@@ -40,7 +40,7 @@ void ControlWindow::Create(const wchar_t* windowClass, DWORD style, DWORD exStyl
   if (!control_.Enabled()) style |= WS_DISABLED;
   const std::wstring name = ToWide(control_.AccessibleName);
   handle_ = CreateWindowExW(exStyle, windowClass, name.c_str(), style, place.left, place.top,
-                            place.right - place.left, place.bottom - place.top,
+                            place.right - place.left, place.bottom - place.top + ExtraHeight(),
                             parent ? parent : form_.Handle(), nullptr, ThisModule(), nullptr);
   if (!handle_)
     throw Error(ErrorNumber::OutOfMemory, u"Can't create a window.", {}, GetLastError());
@@ -58,7 +58,7 @@ void ControlWindow::Place() {
   if (!handle_ || GetParent(handle_) != form_.Handle()) return;
   const RECT place = CurrentScale().ToPixels(control_.Bounds());
   SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+               place.bottom - place.top + ExtraHeight(), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ControlWindow::ShowVisible() {

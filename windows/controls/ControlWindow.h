@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstdint>
 #include <optional>
 
 #include "controls/Control.h"
@@ -34,6 +35,8 @@ class ControlWindow {
   virtual void OnFormRealised() {}
   /// The form came to another resolution: fonts and bounds are renewed already.
   virtual void OnScaleChanged() {}
+  /// The colour behind the text, as properties store it. Nothing: the system's.
+  virtual std::optional<std::uint32_t> BackColor() const { return std::nullopt; }
   /// The form's inner size changed: for controls that lie along its edges.
   virtual void OnFormResized() {}
 
@@ -47,6 +50,9 @@ class ControlWindow {
   virtual std::optional<LRESULT> OnMessage(UINT, WPARAM, LPARAM) { return std::nullopt; }
   /// After its own procedure has seen it.
   virtual void AfterMessage(UINT /*message*/) {}
+
+  /// Pixels that the window is higher than the control.
+  virtual int ExtraHeight() const { return 0; }
 
   FormWindow& Owner() const { return form_; }
   Scale CurrentScale() const;

@@ -6,6 +6,8 @@
 #include <array>
 
 #include "common/Error.h"
+#include "controls/Color.h"
+#include "controls/CommandButton.h"
 #include "controls/Control.h"
 #include "windows/controls/ControlWindow.h"
 #include "windows/controls/Guard.h"
@@ -232,9 +234,14 @@ LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 
 std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_NOTIFY:
     case WM_COMMAND:
+      if (lParam == 0) PressButtonOf(LOWORD(wParam));
       return Reflect(message, wParam, lParam);
+    case WM_NOTIFY:
+      return Reflect(message, wParam, lParam);
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+      return BackgroundOf(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam));
     case WM_CLOSE:
       form_.UserCloses();
       return 0;
@@ -275,6 +282,35 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
     default:
       return std::nullopt;
   }
+}
+
+void FormWindow::PressButtonOf(WORD command) {
+  constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
+  HWND focus = GetFocus();
+  if (command == IDOK && focus && SendMessageW(focus, WM_GETDLGCODE, 0, 0) & kPushButton) {
+    SendMessageW(focus, BM_CLICK, 0, 0);
+    return;
+  }
+  for (controls::Control* control : form_.Controls()) {
+    auto* button = dynamic_cast<controls::CommandButton*>(control);
+    if (!button) continue;
+    if ((command == IDOK && button->IsDefault()) || (command == IDCANCEL && button->IsCancel())) {
+      button->UserClicks();
+      return;
+    }
+  }
+}
+
+std::optional<LRESULT> FormWindow::BackgroundOf(HWND control, HDC target) {
+  const ControlWindow* window = ControlWindow::From(control);
+  const auto color = window ? window->BackColor() : std::nullopt;
+  if (!color || *color == controls::kSystemWindowBackground) return std::nullopt;
+  constexpr std::uint32_t kSystem = 0x80000000;
+  const COLORREF shown = *color & kSystem ? GetSysColor(static_cast<int>(*color & 0xFF))
+                                          : static_cast<COLORREF>(*color);
+  SetBkColor(target, shown);
+  SetDCBrushColor(target, shown);
+  return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
 }
 
 bool FormWindow::SetPointerShape(LPARAM lParam) const {

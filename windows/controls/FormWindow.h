@@ -67,6 +67,8 @@ class FormWindow final : public controls::FormPeer {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static const wchar_t* WindowClass();
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void PressButtonOf(WORD command);
+  static std::optional<LRESULT> BackgroundOf(HWND control, HDC target);
   bool SetPointerShape(LPARAM lParam) const;
   void LimitSize(MINMAXINFO& limits) const;
   void OnSize(WPARAM kind);

@@ -10,7 +10,9 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
   TextBoxWindow(FormWindow& form, controls::TextBox& box);
   void TextChanged() override;
   void SelectionChanged() override;
+  void BackColorChanged() override { PaintNow(); }
   void OnCommand(WORD code) override;
+  std::optional<std::uint32_t> BackColor() const override { return box_.BackColor(); }
 
  protected:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -127,8 +127,8 @@ void ToolBarWindow::LayOutBand() {
   if (!label || !box) return;
   constexpr int kDefaultWidth = 3000;  // twips
   const int width = bar_.BandBox()->Width() > 0 ? bar_.BandBox()->Width() : kDefaultWidth;
-  const SIZE least = LayOutLabelAndBox(label->Handle(), box->Handle(), Owner().Font(),
-                                       CurrentScale(), width);
+  const SIZE least =
+      LayOutLabelAndBox(label->Handle(), box->Handle(), Owner().Font(), CurrentScale(), width);
   SetBandChild(kSecondBand, band_, least, 0);
   // The first band is as wide as its buttons, the second takes the rest.
   Send(RB_MINIMIZEBAND, kToolBarBand);

@@ -1,6 +1,11 @@
 #include "windows/controls/WindowFactory.h"
 
+#include "windows/controls/CheckBoxWindow.h"
+#include "windows/controls/ComboBoxWindow.h"
+#include "windows/controls/CommandButtonWindow.h"
+#include "windows/controls/DatePickerWindow.h"
 #include "windows/controls/FlexGridWindow.h"
+#include "windows/controls/FrameWindow.h"
 #include "windows/controls/LabelWindow.h"
 #include "windows/controls/PictureBoxWindow.h"
 #include "windows/controls/ProgressBarWindow.h"
@@ -8,6 +13,7 @@
 #include "windows/controls/TextBoxWindow.h"
 #include "windows/controls/ToolBarWindow.h"
 #include "windows/controls/TreeViewWindow.h"
+#include "windows/controls/UpDownWindow.h"
 
 namespace ktrv::windows {
 
@@ -41,6 +47,30 @@ std::unique_ptr<controls::ToolBarPeer> WindowFactory::Make(controls::ToolBar& co
 
 std::unique_ptr<controls::TreeViewPeer> WindowFactory::Make(controls::TreeView& control) {
   return std::make_unique<TreeViewWindow>(form_, control);
+}
+
+std::unique_ptr<controls::CheckBoxPeer> WindowFactory::Make(controls::CheckBox& control) {
+  return std::make_unique<CheckBoxWindow>(form_, control);
+}
+
+std::unique_ptr<controls::ComboBoxPeer> WindowFactory::Make(controls::ComboBox& control) {
+  return std::make_unique<ComboBoxWindow>(form_, control);
+}
+
+std::unique_ptr<controls::CommandButtonPeer> WindowFactory::Make(controls::CommandButton& control) {
+  return std::make_unique<CommandButtonWindow>(form_, control);
+}
+
+std::unique_ptr<controls::DatePickerPeer> WindowFactory::Make(controls::DatePicker& control) {
+  return std::make_unique<DatePickerWindow>(form_, control);
+}
+
+std::unique_ptr<controls::FramePeer> WindowFactory::Make(controls::Frame& control) {
+  return std::make_unique<FrameWindow>(form_, control);
+}
+
+std::unique_ptr<controls::UpDownPeer> WindowFactory::Make(controls::UpDown& control) {
+  return std::make_unique<UpDownWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

@@ -1,0 +1,61 @@
+#include "windows/controls/DatePickerWindow.h"
+
+namespace ktrv::windows {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::floor;
+using std::chrono::local_days;
+using std::chrono::year_month_day;
+
+SYSTEMTIME ToSystemTime(DateTime value) {
+  const year_month_day date(floor<days>(value));
+  SYSTEMTIME time{};
+  time.wYear = static_cast<WORD>(static_cast<int>(date.year()));
+  time.wMonth = static_cast<WORD>(static_cast<unsigned>(date.month()));
+  time.wDay = static_cast<WORD>(static_cast<unsigned>(date.day()));
+  return time;
+}
+
+DateTime ToDateTime(const SYSTEMTIME& time) {
+  const year_month_day date(std::chrono::year(time.wYear), std::chrono::month(time.wMonth),
+                            std::chrono::day(time.wDay));
+  return DateTime(local_days(date));
+}
+
+}  // namespace
+
+DatePickerWindow::DatePickerWindow(FormWindow& form, controls::DatePicker& control)
+    : Peer(form, control), picker_(control) {
+  Create(DATETIMEPICK_CLASSW, WS_TABSTOP | DTS_SHORTDATECENTURYFORMAT | DTS_SHOWNONE);
+  SYSTEMTIME range[2] = {ToSystemTime(controls::DatePicker::kEarliest),
+                         ToSystemTime(controls::DatePicker::kLatest)};
+  Send(DTM_SETRANGE, GDTR_MIN | GDTR_MAX, &range[0]);
+  ValueChanged();
+}
+
+void DatePickerWindow::ValueChanged() {
+  SYSTEMTIME time{};
+  if (picker_.Value()) {
+    time = ToSystemTime(*picker_.Value());
+    Send(DTM_SETSYSTEMTIME, GDT_VALID, &time);
+    return;
+  }
+  // A time is passed with "none" too; without one the request is refused here and there.
+  GetLocalTime(&time);
+  Send(DTM_SETSYSTEMTIME, GDT_NONE, &time);
+}
+
+std::optional<LRESULT> DatePickerWindow::OnNotify(NMHDR& header) {
+  if (header.code != DTN_DATETIMECHANGE) return std::nullopt;
+  const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(header);
+  std::optional<DateTime> picked;
+  if (change.dwFlags == GDT_VALID) picked = ToDateTime(change.st);
+  // Told twice for one change when the calendar closes, and for a day outside the range that the
+  // form keeps although the picker cannot show it.
+  if (picked != picker_.Value()) picker_.UserPicks(picked);
+  return 0;
+}
+
+}  // namespace ktrv::windows
