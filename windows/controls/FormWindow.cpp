@@ -141,15 +141,24 @@ void FormWindow::FocusNext(bool backward) {
 }
 
 bool FormWindow::TakeMnemonic(wchar_t letter) {
-  for (const ControlWindow* window : windows_) {
-    HWND control = window->Handle();
-    if (!IsWindowVisible(control) || !IsWindowEnabled(control)) continue;
+  const auto canBeUsed = [](HWND control) {
+    return IsWindowVisible(control) && IsWindowEnabled(control);
+  };
+  for (auto window = windows_.begin(); window != windows_.end(); ++window) {
+    HWND control = (*window)->Handle();
+    if (!canBeUsed(control) || MnemonicOf(control) != Capital(letter)) continue;
     const LRESULT kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
-    const bool isButton = kind & (DLGC_BUTTON | DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON);
-    if (!(isButton || kind & DLGC_STATIC) || MnemonicOf(control) != Capital(letter)) continue;
-    HWND target = isButton ? control : GetNextDlgTabItem(handle_, control, FALSE);
-    SetFocus(target);
-    if (isButton) PostMessageW(control, BM_CLICK, 0, 0);
+    if (kind & (DLGC_BUTTON | DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) {
+      SetFocus(control);
+      PostMessageW(control, BM_CLICK, 0, 0);
+      return true;
+    }
+    if (!(kind & DLGC_STATIC)) continue;
+    // A label names the control made after it, which may lie in another window: a cool bar's band.
+    const auto named = std::find_if(window + 1, windows_.end(), [&](const ControlWindow* next) {
+      return canBeUsed(next->Handle()) && GetWindowLongPtrW(next->Handle(), GWL_STYLE) & WS_TABSTOP;
+    });
+    if (named != windows_.end()) SetFocus((*named)->Handle());
     return true;
   }
   return false;

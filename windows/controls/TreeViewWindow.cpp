@@ -78,11 +78,13 @@ void TreeViewWindow::NodeAdded(TreeNode& node) {
   insert.item.iImage = node.ImageIndex > 0 ? node.ImageIndex - 1 : I_IMAGENONE;
   insert.item.iSelectedImage =
       node.SelectedImageIndex > 0 ? node.SelectedImageIndex - 1 : insert.item.iImage;
-  items_[&node] = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
-  // Without children it could not show that it is expanded.
-  if (node.Parent && node.Parent->Expanded && node.Parent->Children.size() == 1) {
-    Expand(*node.Parent);
-  }
+  const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
+  items_[&node] = item;
+  // Without children its parent could not show that it is expanded.
+  const bool isFirst =
+      Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(insert.hParent)) ==
+      reinterpret_cast<LRESULT>(item);
+  if (node.Parent && node.Parent->Expanded && isFirst) Expand(*node.Parent);
 }
 
 void TreeViewWindow::NodeRemoving(TreeNode& node) {

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include "tests/wine/controls/Play.h"
+#include "tests/wine/controls/PlayForm.h"
+#include "windows/controls/WideText.h"
+
+namespace ktrv::windows {
+namespace {
+
+class TheEditorControls : public testing::Test {
+ protected:
+  TheEditorControls() {
+    form_.Combo.AddItem(u"");
+    form_.Combo.AddItem(u"Male");
+    form_.Combo.AddItem(u"Female");
+    form_.Show();
+    Pump();
+  }
+
+  static String TextOf(HWND window) {
+    std::wstring text(100, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), 100)));
+    return FromWide(text);
+  }
+  void Type(HWND window, wchar_t letter) {
+    PostMessageW(window, WM_CHAR, letter, 1);
+    Pump();
+  }
+
+  Win32Screen screen_;
+  PlayForm form_{screen_};
+};
+
+TEST_F(TheEditorControls, TellWhatIsTyped) {
+  Type(WindowOf(form_.Number), L'7');
+  EXPECT_EQ(form_.Number.Text(), u"7");
+}
+
+TEST_F(TheEditorControls, LetTheFormDiscardACharacter) {
+  form_.Number.KeyPress = [](std::int16_t& code) {
+    if (code == 'x') code = 0;
+  };
+  Type(WindowOf(form_.Number), L'x');
+  Type(WindowOf(form_.Number), L'5');
+  EXPECT_EQ(form_.Number.Text(), u"5");
+}
+
+TEST_F(TheEditorControls, StopTypingAtTheLimit) {
+  for (int i = 0; i < 8; ++i) Type(WindowOf(form_.Number), L'1');
+  EXPECT_EQ(form_.Number.Text(), u"11111");
+}
+
+TEST_F(TheEditorControls, ShowTheTextThatTheFormSets) {
+  form_.Number.SetText(u"42");
+  EXPECT_EQ(TextOf(WindowOf(form_.Number)), u"42");
+}
+
+TEST_F(TheEditorControls, CountWithTheArrows) {
+  form_.Number.SetText(u"3");
+  HWND arrows = WindowOf(form_.Arrows);
+  RECT inside{};
+  GetClientRect(arrows, &inside);
+  LeftClick(arrows, {inside.right / 2, inside.bottom / 4});
+  EXPECT_EQ(form_.Number.Text(), u"4");
+  LeftClick(arrows, {inside.right / 2, inside.bottom * 3 / 4});
+  EXPECT_EQ(form_.Number.Text(), u"3");
+}
+
+TEST_F(TheEditorControls, CheckABoxBothWays) {
+  HWND box = WindowOf(form_.Check);
+  SendMessageW(box, BM_CLICK, 0, 0);
+  EXPECT_TRUE(form_.Check.Checked());
+  form_.Check.SetChecked(false);
+  EXPECT_EQ(SendMessageW(box, BM_GETCHECK, 0, 0), BST_UNCHECKED);
+}
+
+TEST_F(TheEditorControls, ChooseFromTheListBothWays) {
+  HWND combo = WindowOf(form_.Combo);
+  form_.Combo.SetListIndex(1);
+  EXPECT_EQ(TextOf(combo), u"Male");
+  SendMessageW(combo, WM_KEYDOWN, VK_DOWN, 1);
+  EXPECT_EQ(form_.Combo.Text(), u"Female");
+}
+
+TEST_F(TheEditorControls, ShowADateOrNone) {
+  using namespace std::chrono;
+  HWND picker = WindowOf(form_.Date);
+  SYSTEMTIME shown{};
+  EXPECT_EQ(DateTime_GetSystemtime(picker, &shown), GDT_NONE);
+  form_.Date.SetValue(DateTime(local_days(year(1980) / 2 / 29)));
+  EXPECT_EQ(DateTime_GetSystemtime(picker, &shown), GDT_VALID);
+  EXPECT_EQ(shown.wYear, 1980);
+  EXPECT_EQ(shown.wDay, 29);
+}
+
+TEST_F(TheEditorControls, LayAProgressBarOverAPanelOfTheStatusBar) {
+  form_.Progress.PlaceIn(form_.Status, 2);
+  HWND bar = WindowOf(form_.Progress);
+  EXPECT_EQ(GetParent(bar), WindowOf(form_.Status));
+  RECT panel{};
+  SendMessageW(WindowOf(form_.Status), SB_GETRECT, 1, reinterpret_cast<LPARAM>(&panel));
+  RECT place{};
+  GetWindowRect(bar, &place);
+  MapWindowPoints(nullptr, WindowOf(form_.Status), reinterpret_cast<POINT*>(&place), 2);
+  EXPECT_TRUE(EqualRect(&place, &panel));
+}
+
+TEST_F(TheEditorControls, MoveTheProgressBarWithItsPanel) {
+  form_.Progress.PlaceIn(form_.Status, 2);
+  form_.Resize(12000, 6000);
+  RECT panel{};
+  SendMessageW(WindowOf(form_.Status), SB_GETRECT, 1, reinterpret_cast<LPARAM>(&panel));
+  RECT place{};
+  GetWindowRect(WindowOf(form_.Progress), &place);
+  MapWindowPoints(nullptr, WindowOf(form_.Status), reinterpret_cast<POINT*>(&place), 2);
+  EXPECT_EQ(place.left, panel.left);
+}
+
+}  // namespace
+}  // namespace ktrv::windows

@@ -1,0 +1,182 @@
+#include "windows/controls/FormWindow.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <thread>
+
+#include "tests/wine/controls/Play.h"
+#include "tests/wine/controls/PlayForm.h"
+
+namespace ktrv::windows {
+namespace {
+
+class AFormWindow : public testing::Test {
+ protected:
+  AFormWindow() {
+    form_.Show();
+    Pump();
+  }
+  void Type(wchar_t letter) {
+    PostMessageW(GetFocus(), WM_SYSCHAR, letter, 0x20000001);
+    Pump();
+  }
+
+  Win32Screen screen_;
+  PlayForm form_{screen_};
+};
+
+TEST_F(AFormWindow, HasTheFormsInnerSize) {
+  RECT inner{};
+  GetClientRect(WindowOf(form_), &inner);
+  const Scale scale = Scale::Of(WindowOf(form_));
+  EXPECT_EQ(inner.right, scale.ToPixels(9000));
+  EXPECT_EQ(inner.bottom, scale.ToPixels(6000));
+}
+
+TEST_F(AFormWindow, TellsTheFormItsNewSize) {
+  RECT outer{};
+  GetWindowRect(WindowOf(form_), &outer);
+  const Scale scale = Scale::Of(WindowOf(form_));
+  SetWindowPos(WindowOf(form_), nullptr, 0, 0, outer.right - outer.left + scale.ToPixels(1440),
+               outer.bottom - outer.top, SWP_NOMOVE | SWP_NOZORDER);
+  EXPECT_EQ(form_.ScaleWidth(), 9000 + 1440);
+}
+
+TEST_F(AFormWindow, CannotBecomeSmallerThanItsMinimum) {
+  MINMAXINFO limits{};
+  SendMessageW(WindowOf(form_), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+  EXPECT_GE(limits.ptMinTrackSize.x, Scale::Of(WindowOf(form_)).ToPixels(3000));
+}
+
+TEST_F(AFormWindow, MovesTheFocusWithTabInTheOrderOfTheControls) {
+  PressKey(VK_TAB);
+  EXPECT_EQ(GetFocus(), WindowOf(form_.Grid));
+  EXPECT_TRUE(form_.Grid.HasFocus());
+  EXPECT_FALSE(form_.Tree.HasFocus());
+  PressKey(VK_TAB);
+  EXPECT_EQ(GetFocus(), WindowOf(form_.Number));
+}
+
+TEST_F(AFormWindow, GoesToTheControlBehindALabelByItsLetter) {
+  Type(L'n');
+  EXPECT_EQ(GetFocus(), WindowOf(form_.Number));
+}
+
+TEST_F(AFormWindow, PressesAButtonByItsLetter) {
+  bool saved = false;
+  form_.Ok.Click = [&] { saved = true; };
+  Type(L's');
+  EXPECT_TRUE(PumpUntil([&] { return saved; }));
+}
+
+TEST_F(AFormWindow, PressesItsButtonsWithEnterAndEscape) {
+  String pressed;
+  form_.Ok.Click = [&] { pressed += u'o'; };
+  form_.Cancel.Click = [&] { pressed += u'c'; };
+  form_.Number.SetFocus();
+  PressKey(VK_RETURN);
+  PressKey(VK_ESCAPE);
+  EXPECT_TRUE(PumpUntil([&] { return pressed == u"oc"; }));
+}
+
+TEST_F(AFormWindow, StaysOpenOnEscapeWithoutAButtonForIt) {
+  PressKey(VK_ESCAPE);
+  EXPECT_TRUE(form_.IsVisible());
+}
+
+TEST_F(AFormWindow, UnloadsTheFormWhenItsUserClosesIt) {
+  PostMessageW(WindowOf(form_), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(PumpUntil([&] { return !form_.IsLoaded(); }));
+  EXPECT_TRUE(PumpUntil([&] { return FormWindow::Of(form_) == nullptr; }));
+}
+
+TEST_F(AFormWindow, UnloadsTheFormWhenTheHostDestroysIt) {
+  DestroyWindow(WindowOf(form_));
+  EXPECT_FALSE(form_.IsLoaded());
+}
+
+TEST_F(AFormWindow, SurvivesAHandlerThatThrows) {
+  form_.Ok.Click = [] { throw std::runtime_error("a handler's failure"); };
+  SendMessageW(WindowOf(form_.Ok), BM_CLICK, 0, 0);
+  EXPECT_TRUE(form_.IsVisible());
+}
+
+TEST_F(AFormWindow, KeepsTheFocusOfAControlWhileAnotherProgramHasIt) {
+  SendMessageW(WindowOf(form_.Tree), WM_KILLFOCUS, 0, 0);
+  EXPECT_TRUE(form_.Tree.HasFocus());
+}
+
+TEST_F(AFormWindow, GrowsWithTheResolutionOfItsMonitor) {
+  HWND window = WindowOf(form_);
+  RECT place{0, 0, 1300, 900};
+  SendMessageW(window, 0x02E0, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&place));
+  RECT tree{};
+  GetWindowRect(WindowOf(form_.Tree), &tree);
+  EXPECT_EQ(tree.right - tree.left, 3000 * 192 / 1440);
+  LOGFONTW font{};
+  GetObjectW(reinterpret_cast<HFONT>(SendMessageW(WindowOf(form_.Tree), WM_GETFONT, 0, 0)),
+             sizeof font, &font);
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  EXPECT_GT(std::abs(font.lfHeight), std::abs(metrics.lfMessageFont.lfHeight));
+}
+
+class AModalForm : public testing::Test {
+ protected:
+  Win32Screen screen_;
+  PlayForm opener_{screen_};
+  PlayForm modal_{screen_};
+};
+
+TEST_F(AModalForm, DisablesTheOtherWindowsUntilItCloses) {
+  opener_.Show();
+  HWND behind = WindowOf(opener_);
+  BOOL wasEnabled = TRUE;
+  screen_.Post([&] {
+    wasEnabled = IsWindowEnabled(behind);
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  EXPECT_FALSE(wasEnabled);
+  EXPECT_TRUE(IsWindowEnabled(behind));
+  EXPECT_EQ(GetActiveWindow(), behind);
+}
+
+TEST_F(AModalForm, HasNoOwnerOfTheHosts) {
+  HWND owner = reinterpret_cast<HWND>(1);
+  screen_.Post([&] {
+    owner = GetWindow(WindowOf(modal_), GW_OWNER);
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  EXPECT_EQ(owner, nullptr);
+}
+
+TEST_F(AModalForm, EndsWhenTheHostIsToQuitAndPassesThatOn) {
+  screen_.Post([] { PostQuitMessage(7); });
+  modal_.ShowModal();
+  EXPECT_FALSE(modal_.IsLoaded());
+  MSG message{};
+  EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 7U);
+}
+
+TEST_F(AModalForm, CanOpenAnother) {
+  PlayForm second(screen_);
+  bool outerWasDisabled = false;
+  screen_.Post([&] {
+    screen_.Post([&] {
+      outerWasDisabled = !IsWindowEnabled(WindowOf(modal_));
+      second.Unload();
+    });
+    second.ShowModal();
+    EXPECT_TRUE(IsWindowEnabled(WindowOf(modal_)));
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  EXPECT_TRUE(outerWasDisabled);
+}
+
+}  // namespace
+}  // namespace ktrv::windows

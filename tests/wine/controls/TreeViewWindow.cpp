@@ -1,0 +1,101 @@
+#include "windows/controls/TreeViewWindow.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+
+#include "tests/wine/controls/Play.h"
+#include "tests/wine/controls/PlayForm.h"
+
+namespace ktrv::windows {
+namespace {
+
+class ATreeWindow : public testing::Test {
+ protected:
+  ATreeWindow() {
+    form_.Tree.NodeClick = [this](controls::TreeNode& node) { clicked_.push_back(node.Key); };
+    form_.Show();
+    Pump();
+  }
+
+  HWND Tree() const { return WindowOf(form_.Tree); }
+  HTREEITEM Child(int place) const {
+    HTREEITEM item = TreeView_GetChild(Tree(), TreeView_GetRoot(Tree()));
+    while (place-- > 1) item = TreeView_GetNextSibling(Tree(), item);
+    return item;
+  }
+  POINT TextOf(HTREEITEM item) const {
+    RECT text{};
+    std::memcpy(&text, &item, sizeof item);
+    SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text));
+    return {text.left + 4, (text.top + text.bottom) / 2};
+  }
+
+  Win32Screen screen_;
+  PlayForm form_{screen_};
+  std::vector<String> clicked_;
+};
+
+TEST_F(ATreeWindow, HasTheFocusFirst) {
+  EXPECT_EQ(GetFocus(), Tree());
+}
+
+TEST_F(ATreeWindow, ShowsTheChildrenOfAnExpandedNode) {
+  EXPECT_EQ(TreeView_GetCount(Tree()), 3U);
+  EXPECT_TRUE(TreeView_GetItemState(Tree(), TreeView_GetRoot(Tree()), TVIS_EXPANDED) &
+              TVIS_EXPANDED);
+}
+
+TEST_F(ATreeWindow, ReportsEachClickOnANodeOnce) {
+  LeftClick(Tree(), TextOf(Child(1)));
+  LeftClick(Tree(), TextOf(Child(1)));
+  EXPECT_EQ(clicked_, (std::vector<String>{u"SFLD1", u"SFLD1"}));
+}
+
+TEST_F(ATreeWindow, ReportsAMoveWithTheKeyboardAsAClick) {
+  form_.Tree.Select(form_.Tree.Find(u"SFLD1"));
+  PressKey(VK_DOWN);
+  EXPECT_EQ(clicked_, std::vector<String>{u"SFLD2"});
+}
+
+TEST_F(ATreeWindow, ReportsNothingWhenTheFormSelects) {
+  form_.Tree.Select(form_.Tree.Find(u"SFLD2"));
+  EXPECT_EQ(TreeView_GetSelection(Tree()), Child(2));
+  EXPECT_TRUE(clicked_.empty());
+}
+
+TEST_F(ATreeWindow, CountsARightClickAsAClickBeforeTheButtonIsReleased) {
+  std::size_t clicksBefore = 0;
+  form_.Tree.MouseUp = [&](controls::MouseButton button, std::int16_t, int, int) {
+    if (button == controls::MouseButton::Right) clicksBefore = clicked_.size();
+  };
+  RightClick(Tree(), TextOf(Child(2)));
+  EXPECT_EQ(clicked_, std::vector<String>{u"SFLD2"});
+  EXPECT_EQ(clicksBefore, 1U);
+  EXPECT_EQ(TreeView_GetSelection(Tree()), Child(2));
+}
+
+TEST_F(ATreeWindow, ReportsWhatTheUserExpandsAndCollapses) {
+  int collapsed = 0;
+  form_.Tree.Collapse = [&](controls::TreeNode&) { ++collapsed; };
+  form_.Tree.Select(&form_.Tree.At(1));
+  PressKey(VK_LEFT);
+  EXPECT_EQ(collapsed, 1);
+  EXPECT_FALSE(form_.Tree.At(1).Expanded);
+}
+
+TEST_F(ATreeWindow, GivesDeleteToTheForm) {
+  int pressed = 0;
+  form_.Tree.KeyDown = [&](std::int16_t key, std::int16_t) { pressed = key; };
+  PressKey(VK_DELETE);
+  EXPECT_EQ(pressed, 46);
+}
+
+TEST_F(ATreeWindow, LosesTheNodesThatTheFormRemoves) {
+  form_.Tree.Remove(*form_.Tree.Find(u"SFLD1"));
+  EXPECT_EQ(TreeView_GetCount(Tree()), 2U);
+  form_.Tree.Clear();
+  EXPECT_EQ(TreeView_GetCount(Tree()), 0U);
+}
+
+}  // namespace
+}  // namespace ktrv::windows
