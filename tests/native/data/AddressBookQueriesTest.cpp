@@ -1,7 +1,8 @@
+#include "data/AddressBookQueries.h"
+
 #include <gtest/gtest.h>
 
 #include "common/Error.h"
-#include "data/AddressBookQueries.h"
 #include "data/IdText.h"
 #include "data/UserQueries.h"
 
