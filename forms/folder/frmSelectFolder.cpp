@@ -1,0 +1,208 @@
+#include "forms/folder/frmSelectFolder.h"
+
+namespace ktrv::forms {
+namespace {
+
+constexpr auto kSharedFolder = static_cast<std::int32_t>(TypeOfFolder::SharedFolder);
+constexpr auto kRemoteFolder = static_cast<std::int32_t>(TypeOfFolder::SharedRemoteFolder);
+
+controls::Form::Design DialogDesign() {
+  return {.Caption = u"New Folder", .Width = 6000, .Height = 2865};
+}
+
+}  // namespace
+
+frmSelectFolder::frmSelectFolder(Session& session)
+    : Form(session.Screen, DialogDesign()), session_(session) {
+  // As designed the box is cleared, and the list with it out of use.
+  cboRemoteFolderView.SetEnabled(false);
+  chkRemoteFolder.Click = [this] { chkRemoteFolder_Click(); };
+  txtFolderName.GotFocus = [this] { txtFolderName_GotFocus(); };
+  cmdOK.Click = [this] { cmdOK_Click(); };
+  cmdCancel.Click = [this] { cmdCancel_Click(); };
+}
+
+frmSelectFolder::~frmSelectFolder() {
+  Unload();
+}
+
+void frmSelectFolder::Form_Load() {
+  if (HasCommands()) session_.OpenConnection();
+  PrepareCommand();
+  LoadRemoteFolderViews();
+  if (Mode == ModeOfOperation::Modify) {
+    Populate_Data();
+    SetCaption(u"Edit Folder");
+    chkRemoteFolder.SetEnabled(false);  // a folder stays remote or not for good
+  } else {
+    FolderIdText.clear();
+    SetCaption(u"Add Folder");
+    chkRemoteFolder.SetEnabled(true);
+  }
+}
+
+void frmSelectFolder::Form_QueryUnload() {
+  if (saved_) return;
+  if (Mode == ModeOfOperation::Add) FolderIdText.clear();
+  session_.SavedFolderId.clear();
+  session_.SavedFolderName.clear();
+}
+
+bool frmSelectFolder::HasCommands() const {
+  return session_.FolderType == kSharedFolder || session_.FolderType == kRemoteFolder;
+}
+
+void frmSelectFolder::PrepareCommand() {
+  session_.Trap(u"KTRVAddressBook: Error occurred. Sub:PrepareCommand(), Module: frmSelectFolder",
+                [&] {
+                  if (HasCommands()) commands_.Prepare();
+                });
+}
+
+void frmSelectFolder::LoadRemoteFolderViews() {
+  session_.Trap(
+      u"KTRVAddressBook: Error occurred. Sub:LoadRemoteFolderViews(), Module: frmSelectFolder",
+      [&] {
+        database::Recordset categories = commands_.Execute(FolderCommand::Categories);
+        if (categories.EndOfFile()) return;
+        for (; !categories.EndOfFile(); categories.MoveNext()) {
+          cboRemoteFolderView.AddItem(ToText(categories.Field(u"CATEGORY")));
+        }
+        // The second category is the one that is offered. With a single one this fails and is
+        // logged, and nothing is chosen.
+        cboRemoteFolderView.SetListIndex(1);
+      });
+}
+
+bool frmSelectFolder::Populate_Data() {
+  return session_.Trap(
+      u"KTRVAddressBook: Error occurred. Sub:Populate_Data(), Module: frmSelectFolder", false, [&] {
+        const auto folder = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+        txtFolderName.SetText(String(Trim(ToText(folder.Field(u"NAME")))));
+        const bool isRemote = Trim(ToText(folder.Field(u"TYPE"))) == u"R";
+        chkRemoteFolder.SetChecked(isRemote);
+        chkRemoteFolder_Click();  // also when the box was so already
+        if (isRemote) ShowCategory(ToText(folder.Field(u"REMOTE_CONTACTS_CATEGORY")));
+        return true;
+      });
+}
+
+void frmSelectFolder::ShowCategory(const String& category) {
+  // A category that TALVERO has no more joins the list: otherwise the offered one would stay
+  // chosen, and saving the folder under another name would map it to that.
+  if (!category.empty() && cboRemoteFolderView.IndexOf(category) < 0) {
+    cboRemoteFolderView.AddItem(category);
+  }
+  cboRemoteFolderView.SetText(category);
+}
+
+bool frmSelectFolder::Validate_Data() {
+  return session_.Trap(
+      u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmSelectFolder", false, [&] {
+        if (!HasNameAndCategory()) return false;
+        const database::Recordset rival = Rival();
+        if (rival.State() == database::ObjectState::Closed || rival.EndOfFile()) return true;
+        if (session_.FolderType == kRemoteFolder) {
+          session_.ShowMessage(
+              u"Another folder (" + ToText(rival.Field(u"NAME")) +
+                  u") is already mapped to the selected Remote Contact Category.\r\n"
+                  u"You can map only one folder to each Remote Contact Category.",
+              MessageStyle::Exclamation);
+        } else {
+          session_.ShowMessage(
+              u"A folder with that name already exists. Please use a different folder name.",
+              MessageStyle::Exclamation);
+        }
+        return false;
+      });
+}
+
+bool frmSelectFolder::HasNameAndCategory() {
+  if (Trim(txtFolderName.Text()).empty()) {
+    Complain(u"Please enter the Folder Name.", txtFolderName);
+    return false;
+  }
+  if (chkRemoteFolder.Checked() && cboRemoteFolderView.Text().empty()) {
+    Complain(u"Please select the TALVERO contacts to display in this folder.", cboRemoteFolderView);
+    return false;
+  }
+  return true;
+}
+
+database::Recordset frmSelectFolder::Rival() {
+  // A shared folder has a name of its own among all folders, a remote one only a category of its
+  // own: its name may be any other folder's.
+  const String name(Trim(txtFolderName.Text()));
+  const String& category = cboRemoteFolderView.Text();
+  const bool isNew = Mode == ModeOfOperation::Add;
+  if (session_.FolderType == kSharedFolder) {
+    return isNew ? commands_.Execute(FolderCommand::NameExists, {name})
+                 : commands_.Execute(FolderCommand::NameExistsOther, {name, FolderIdText});
+  }
+  if (session_.FolderType == kRemoteFolder) {
+    return isNew ? commands_.Execute(FolderCommand::CategoryMapped, {category})
+                 : commands_.Execute(FolderCommand::CategoryMappedOther, {category, FolderIdText});
+  }
+  return database::Recordset(session_.Environment);
+}
+
+bool frmSelectFolder::Save_Data() {
+  return session_.Trap(
+      u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmSelectFolder", false, [&] {
+        const database::Recordset row = WriteAndReadBack();
+        session_.SavedFolderId = ToText(row.Field(u"ID"));
+        session_.SavedFolderName = ToText(row.Field(u"NAME"));
+        session_.SavedFolderType = ToText(row.Field(u"TYPE"));
+        session_.SavedFolderCategory = ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY"));
+        return true;
+      });
+}
+
+database::Recordset frmSelectFolder::WriteAndReadBack() {
+  // Without commands the caller fails on the closed result, so that no local folder is ever
+  // written.
+  if (!HasCommands()) return database::Recordset(session_.Environment);
+  const bool isRemote = chkRemoteFolder.Checked();
+  const String category = isRemote ? cboRemoteFolderView.Text() : String();
+  const String name(Trim(txtFolderName.Text()));
+  if (Mode == ModeOfOperation::Modify) {
+    commands_.Execute(FolderCommand::UpdateFolder, {name, category, FolderIdText});
+    return commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+  }
+  String letter = u"L";
+  if (isRemote) {
+    letter = u"R";
+  } else if (session_.FolderType == kSharedFolder) {
+    letter = u"S";
+  }
+  commands_.Execute(FolderCommand::InsertFolder,
+                    {letter, name, std::int64_t{session_.SessionUserId}, category});
+  return commands_.Execute(FolderCommand::FolderByName, {name});
+}
+
+void frmSelectFolder::chkRemoteFolder_Click() {
+  const bool isRemote = chkRemoteFolder.Checked();
+  cboRemoteFolderView.SetEnabled(isRemote);
+  session_.FolderType = isRemote ? kRemoteFolder : kSharedFolder;
+}
+
+void frmSelectFolder::txtFolderName_GotFocus() {
+  txtFolderName.Select(0, static_cast<int>(txtFolderName.Text().size()));
+}
+
+void frmSelectFolder::cmdOK_Click() {
+  if (!Validate_Data() || !Save_Data()) return;
+  saved_ = true;
+  Unload();
+}
+
+void frmSelectFolder::cmdCancel_Click() {
+  Unload();  // which leaves no folder behind
+}
+
+void frmSelectFolder::Complain(StringView message, controls::Control& about) {
+  session_.ShowMessage(message, MessageStyle::Exclamation);
+  about.SetFocus();
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "component/Session.h"
+#include "controls/CheckBox.h"
+#include "controls/ComboBox.h"
+#include "controls/CommandButton.h"
+#include "controls/Form.h"
+#include "controls/Label.h"
+#include "controls/TextBox.h"
+#include "forms/folder/FolderCommands.h"
+
+namespace ktrv::forms {
+
+/// The dialog in which a shared folder is made or given a new name, and in which a folder is mapped
+/// to a category of remote contacts. It leaves the saved folder in the session; when it is closed
+/// without saving, with its close button too, Session::SavedFolderId is empty.
+///
+/// Session::FolderType says what it works on and follows its check box. With anything but a shared
+/// or a remote folder there it has no commands: it opens, and every step that needs one is logged.
+class frmSelectFolder final : public controls::Form {
+ public:
+  /// The session must outlive the dialog.
+  explicit frmSelectFolder(Session& session);
+  ~frmSelectFolder() override;
+
+  ModeOfOperation Mode = ModeOfOperation::Add;  ///< set by the opener
+  String FolderIdText;                          ///< decimal id of the folder to edit
+
+  controls::Label lblFolderName{*this, {180, 180, 5640, 270}, u"Folder Name"};
+  controls::TextBox txtFolderName{*this, {180, 465, 5640, 345}, 50};
+  controls::CheckBox chkRemoteFolder{
+      *this, {180, 960, 5640, 315}, u"Map this folder to Contacts available in TALVERO"};
+  controls::Label lblRemoterFolderView{
+      *this, {180, 1425, 5640, 270}, u"Show contacts belonging to the following category"};
+  controls::ComboBox cboRemoteFolderView{*this, {180, 1710, 5640, 345}};
+  controls::CommandButton cmdOK{
+      *this, {3060, 2265, 1320, 420}, u"&OK", controls::CommandButton::Key::Enter};
+  controls::CommandButton cmdCancel{
+      *this, {4500, 2265, 1320, 420}, u"&Cancel", controls::CommandButton::Key::Escape};
+
+  const FolderCommands& Commands() const { return commands_; }
+
+ protected:
+  /// \throws Error when the session's connection cannot be opened; the opener logs it.
+  void Form_Load() override;
+  void Form_QueryUnload() override;
+
+ private:
+  void PrepareCommand();
+  void LoadRemoteFolderViews();
+  bool Populate_Data();
+  bool Validate_Data();
+  bool Save_Data();
+
+  void chkRemoteFolder_Click();
+  void txtFolderName_GotFocus();
+  void cmdOK_Click();
+  void cmdCancel_Click();
+
+  bool HasCommands() const;
+  void ShowCategory(const String& category);
+  bool HasNameAndCategory();
+  /// The folder that stands in the way of saving; closed when nothing is to be asked.
+  database::Recordset Rival();
+  /// Writes the folder and reads it back; closed when there are no commands for it.
+  database::Recordset WriteAndReadBack();
+  void Complain(StringView message, controls::Control& about);
+
+  Session& session_;
+  FolderCommands commands_{session_};
+  bool saved_ = false;
+};
+
+}  // namespace ktrv::forms

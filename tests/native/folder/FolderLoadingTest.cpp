@@ -1,0 +1,166 @@
+#include "tests/native/folder/FolderFixture.h"
+
+namespace ktrv::tests {
+namespace {
+
+struct FolderLoadingTest : FolderFixture {};
+
+TEST_F(FolderLoadingTest, ANewFolderIsOfferedTheSecondCategory) {
+  Categories({u"A", u"B", u"C"});
+  EXPECT_EQ(Add().cboRemoteFolderView.Text(), u"B");
+}
+
+TEST_F(FolderLoadingTest, CategoriesStandAsTheDatabaseReturnsThem) {
+  UseFakeDriver();
+  driver.Answer(u"CATEGORY FROM ZUL$", {{u"CATEGORY"}}, {{u"C"}, {u"A"}, {u"B"}});
+  Add();
+  EXPECT_EQ(form.cboRemoteFolderView.List(0), u"C");
+  EXPECT_EQ(form.cboRemoteFolderView.List(2), u"B");
+}
+
+TEST_F(FolderLoadingTest, ASingleCategoryIsListedNotChosenAndLogged) {
+  Categories({u"A"});
+  Add();
+  EXPECT_EQ(form.cboRemoteFolderView.ListCount(), 1);
+  EXPECT_EQ(form.cboRemoteFolderView.ListIndex(), -1);
+  EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::InvalidPropertyValue));
+}
+
+TEST_F(FolderLoadingTest, WithoutCategoriesNothingIsChosenAndNothingLogged) {
+  EXPECT_EQ(Add().cboRemoteFolderView.ListIndex(), -1);
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(FolderLoadingTest, TheCaptionTellsWhatIsDone) {
+  EXPECT_EQ(form.Caption(), u"New Folder");
+  EXPECT_EQ(Add().Caption(), u"Add Folder");
+}
+
+TEST_F(FolderLoadingTest, AddingForgetsTheIdAndLetsTheFolderBeMapped) {
+  form.FolderIdText = u"9";
+  Add();
+  EXPECT_EQ(form.FolderIdText, u"");
+  EXPECT_TRUE(form.chkRemoteFolder.Enabled());
+  EXPECT_FALSE(form.chkRemoteFolder.Checked());
+}
+
+TEST_F(FolderLoadingTest, ASharedFolderIsShownWithItsTrimmedName) {
+  Folder(u"4, 'S', '  Friends ', 0, 1, ''");
+  Edit(u"4");
+  EXPECT_EQ(form.Caption(), u"Edit Folder");
+  EXPECT_EQ(form.txtFolderName.Text(), u"Friends");
+  EXPECT_FALSE(form.chkRemoteFolder.Checked());
+  EXPECT_FALSE(form.chkRemoteFolder.Enabled());
+  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
+  EXPECT_EQ(session.FolderType, 1);
+}
+
+TEST_F(FolderLoadingTest, ARemoteFolderIsShownWithItsCategory) {
+  Categories({u"A", u"B", u"C"});
+  Folder(u"4, 'R', 'Dealers', 0, 1, 'C'");
+  Edit(u"4");
+  EXPECT_TRUE(form.chkRemoteFolder.Checked());
+  EXPECT_TRUE(form.cboRemoteFolderView.Enabled());
+  EXPECT_EQ(form.cboRemoteFolderView.Text(), u"C");
+  EXPECT_EQ(session.FolderType, 2);
+}
+
+TEST_F(FolderLoadingTest, EditingASharedFolderTurnsTheTypeBackToShared) {
+  session.FolderType = 2;
+  Folder(u"4, 'S', 'Friends', 0, 1, ''");
+  Edit(u"4");
+  EXPECT_EQ(session.FolderType, 1);
+  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
+}
+
+TEST_F(FolderLoadingTest, ATypeWithBlanksIsReadTrimmed) {
+  Categories({u"A", u"B"});
+  Folder(u"4, ' R ', 'Dealers', 0, 1, 'A'");
+  EXPECT_TRUE(Edit(u"4").chkRemoteFolder.Checked());
+}
+
+TEST_F(FolderLoadingTest, ACategoryThatTalveroHasNoMoreIsKept) {
+  Categories({u"A", u"B", u"C"});
+  Folder(u"4, 'R', 'Dealers', 0, 1, 'Gone'");
+  Edit(u"4");
+  EXPECT_EQ(form.cboRemoteFolderView.Text(), u"Gone");
+  form.cmdOK.UserClicks();
+  EXPECT_EQ(database.Rows(kFolderRows), std::vector<String>{u"4|R|Dealers|0|1|Gone"});
+}
+
+TEST_F(FolderLoadingTest, ARemoteFolderWithoutACategoryHasNoneChosen) {
+  Categories({u"A", u"B", u"C"});
+  Folder(u"4, 'R', 'Dealers', 0, 1, NULL");
+  EXPECT_EQ(Edit(u"4").cboRemoteFolderView.ListIndex(), -1);
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(FolderLoadingTest, TheBoxSwitchesTheListAndTheTypeOfTheFolder) {
+  Add();
+  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
+  form.chkRemoteFolder.UserClicks();
+  EXPECT_TRUE(form.cboRemoteFolderView.Enabled());
+  EXPECT_EQ(session.FolderType, 2);
+  form.chkRemoteFolder.UserClicks();
+  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
+  EXPECT_EQ(session.FolderType, 1);
+}
+
+TEST_F(FolderLoadingTest, TheNameIsSelectedWhenItGetsTheFocus) {
+  Add();
+  form.txtFolderName.SetText(u"Friends");
+  form.txtFolderName.SetFocus();
+  EXPECT_EQ(form.txtFolderName.SelectionStart(), 0);
+  EXPECT_EQ(form.txtFolderName.SelectionLength(), 7);
+}
+
+TEST_F(FolderLoadingTest, FiftyCharactersFitAndNoSurrogatePairIsCut) {
+  Add();
+  form.txtFolderName.UserTypes(String(49, u'x') + u"\U0001F600");
+  EXPECT_EQ(form.txtFolderName.Text(), String(49, u'x'));
+  form.txtFolderName.UserTypes(u"yz");
+  EXPECT_EQ(form.txtFolderName.Text(), String(49, u'x') + u"y");
+}
+
+TEST_F(FolderLoadingTest, AnIdThatNamesNoRowIsLoggedAndTheDialogStays) {
+  Edit(u"4");
+  EXPECT_EQ(ErrorsIn(u"Populate_Data"), 1);
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
+  EXPECT_EQ(form.Caption(), u"Edit Folder");
+  EXPECT_TRUE(form.IsLoaded());
+}
+
+TEST_F(FolderLoadingTest, TheConnectionIsOpenedOnlyWhenItIsClosed) {
+  session.OpenConnection();
+  Add();
+  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(FolderLoadingTest, ADatabaseThatCannotBeReachedIsTheOpenersFailure) {
+  UseFakeDriver();
+  driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));
+  EXPECT_THROW(form.Load(), Error);
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+// With the type of local folders, which is what the host's own entry opens it with.
+
+TEST_F(FolderLoadingTest, WithoutATypeItOpensWithoutConnectionAndLogsTheMissingCommand) {
+  session.FolderType = 0;
+  Add();
+  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Closed);
+  EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
+  EXPECT_EQ(ErrorsIn(u"PrepareCommand"), 0);
+  EXPECT_EQ(form.Caption(), u"Add Folder");
+}
+
+TEST_F(FolderLoadingTest, WithoutATypeNoFolderIsLoaded) {
+  session.FolderType = 0;
+  Edit(u"4");
+  EXPECT_EQ(ErrorsIn(u"Populate_Data"), 1);
+}
+
+}  // namespace
+}  // namespace ktrv::tests

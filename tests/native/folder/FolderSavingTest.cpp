@@ -1,0 +1,309 @@
+#include "tests/native/folder/FolderFixture.h"
+
+namespace ktrv::tests {
+namespace {
+
+using Lines = std::vector<String>;
+
+struct FolderSavingTest : FolderFixture {
+  FolderSavingTest() { Categories({u"A", u"B", u"C"}); }
+
+  void Name(StringView name) { form.txtFolderName.SetText(String(name)); }
+  void PressOk() { form.cmdOK.UserClicks(); }
+  Lines Folders() { return database.Rows(kFolderRows); }
+
+  /// A folder editor on the fake driver in which adding a folder named Friends has no rival.
+  void AddWithFakeDriver() {
+    UseFakeDriver();
+    driver.Answer(u"CATEGORY FROM ZUL$", {{u"CATEGORY"}}, {});
+    driver.Answer(u"SELECT 1", {{u"1"}}, {});
+    driver.Changes(u"INSERT", 1);
+    Add();
+    Name(u"Friends");
+  }
+  void ExpectOpenWithItsText(StringView procedure) {
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_EQ(form.txtFolderName.Text(), u"Friends");
+    EXPECT_EQ(ErrorsIn(procedure), 1);
+    EXPECT_TRUE(screen.Messages.empty());
+  }
+};
+
+TEST_F(FolderSavingTest, ANameOfBlanksIsAskedFor) {
+  Add();
+  Name(u"   ");
+  PressOk();
+  EXPECT_EQ(screen.LastMessage().Text, u"Please enter the Folder Name.");
+  EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
+  EXPECT_EQ(screen.LastMessage().Style, 48);
+  EXPECT_TRUE(form.txtFolderName.HasFocus());
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(Folders(), Lines{});
+}
+
+TEST_F(FolderSavingTest, ARemoteFolderNeedsACategory) {
+  Add();
+  Name(u"Dealers");
+  form.chkRemoteFolder.UserClicks();
+  form.cboRemoteFolderView.UserChooses(-1);
+  PressOk();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"Please select the TALVERO contacts to display in this folder.");
+  EXPECT_EQ(screen.LastMessage().Style, 48);
+  EXPECT_TRUE(form.cboRemoteFolderView.HasFocus());
+}
+
+TEST_F(FolderSavingTest, ANameThatAnyFolderHasIsRefused) {
+  Folder(u"1, 'L', 'Friends', 0, 99, ''");
+  Add();
+  Name(u" Friends ");
+  PressOk();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"A folder with that name already exists. Please use a different folder name.");
+  EXPECT_EQ(screen.LastMessage().Style, 48);
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(Folders().size(), 1u);
+}
+
+TEST_F(FolderSavingTest, RenamingAFolderToItsOwnNameIsAllowed) {
+  Folder(u"1, 'S', 'Friends', 0, 1, ''");
+  Edit(u"1");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(FolderSavingTest, RenamingAFolderToAnothersNameIsRefused) {
+  Folder(u"1, 'S', 'Friends', 0, 1, ''");
+  Folder(u"2, 'R', 'Dealers', 0, 1, 'A'");
+  Edit(u"1");
+  Name(u"Dealers");
+  PressOk();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"A folder with that name already exists. Please use a different folder name.");
+  EXPECT_EQ(Folders().front(), u"1|S|Friends|0|1|");
+}
+
+TEST_F(FolderSavingTest, ACategoryThatAFolderShowsIsRefusedWithThatFoldersName) {
+  Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
+  Add();
+  Name(u"More dealers");
+  form.chkRemoteFolder.UserClicks();
+  PressOk();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"Another folder (Dealers) is already mapped to the selected Remote Contact Category."
+            u"\r\nYou can map only one folder to each Remote Contact Category.");
+  EXPECT_EQ(screen.LastMessage().Style, 48);
+  EXPECT_TRUE(form.IsLoaded());
+}
+
+TEST_F(FolderSavingTest, TheFolderOfAMappingMayKeepItsCategory) {
+  Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
+  Edit(u"1");
+  Name(u"Our dealers");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Folders(), Lines{u"1|R|Our dealers|0|1|B"});
+}
+
+TEST_F(FolderSavingTest, AnotherFoldersCategoryCannotBeTaken) {
+  Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
+  Folder(u"2, 'R', 'Others', 0, 1, 'C'");
+  Edit(u"2");
+  form.cboRemoteFolderView.UserChooses(1);
+  PressOk();
+  EXPECT_NE(screen.LastMessage().Text.find(u"(Dealers)"), String::npos);
+}
+
+TEST_F(FolderSavingTest, ARemoteFolderMayHaveAnyFoldersNameAndThenHandsBackTheFirstOne) {
+  Folder(u"1, 'S', 'Dealers', 0, 1, ''");
+  Add();
+  Name(u"Dealers");
+  form.chkRemoteFolder.UserClicks();
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Folders().size(), 2u);
+  EXPECT_EQ(Saved(), u"1|Dealers|S|");
+}
+
+TEST_F(FolderSavingTest, ANewSharedFolderIsWrittenAndHandedBack) {
+  Add();
+  Name(u"  Friends ");
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"1|S|Friends|0|7|"});
+  EXPECT_EQ(Saved(), u"1|Friends|S|");
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(FolderSavingTest, ANewRemoteFolderIsWrittenAndHandedBack) {
+  Add();
+  Name(u"Dealers");
+  form.chkRemoteFolder.UserClicks();
+  form.cboRemoteFolderView.UserChooses(2);
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"1|R|Dealers|0|7|C"});
+  EXPECT_EQ(Saved(), u"1|Dealers|R|C");
+}
+
+TEST_F(FolderSavingTest, ARenamedFolderKeepsItsTypeParentAndUser) {
+  Folder(u"5, 'L', 'Mine', 3, 2, 'x'");
+  Edit(u"5");
+  Name(u"Ours");
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"5|L|Ours|3|2|"});
+  EXPECT_EQ(Saved(), u"5|Ours|L|");
+}
+
+TEST_F(FolderSavingTest, TheDialectsSaveAlike) {
+  for (const StringView dialect : {u"SQL", u"ORACLE", u"MYSQL"}) {
+    session.DbType = dialect;
+    session.FolderType = 1;
+    forms::frmSelectFolder dialog(session);
+    dialog.Load();
+    dialog.txtFolderName.SetText(u"Ünïcode " + String(dialect));
+    dialog.cmdOK.UserClicks();
+    EXPECT_EQ(session.SavedFolderName, u"Ünïcode " + String(dialect));
+  }
+}
+
+TEST_F(FolderSavingTest, QuotesTabsLineBreaksAndEmojiArriveAsTyped) {
+  const String name = u"O'Brien \"&\"\t; DROP TABLE X --\r\n\U0001F600";
+  Add();
+  Name(name);
+  PressOk();
+  EXPECT_EQ(session.SavedFolderName, name);
+  EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), Lines{name});
+}
+
+TEST_F(FolderSavingTest, CancelLeavesNoFolderAndKeepsTypeAndCategory) {
+  session.SavedFolderId = u"3";
+  session.SavedFolderName = u"Old";
+  session.SavedFolderType = u"R";
+  session.SavedFolderCategory = u"C";
+  Add();
+  Name(u"Friends");
+  form.cmdCancel.UserClicks();
+  EXPECT_EQ(Saved(), u"||R|C");
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Folders(), Lines{});
+}
+
+TEST_F(FolderSavingTest, CancelOfAnEditKeepsTheId) {
+  Folder(u"5, 'S', 'Mine', 0, 2, ''");
+  Edit(u"5");
+  form.cmdCancel.UserClicks();
+  EXPECT_EQ(form.FolderIdText, u"5");
+}
+
+TEST_F(FolderSavingTest, TheCloseButtonIsACancel) {
+  session.SavedFolderId = u"3";
+  Add();
+  form.UserCloses();
+  EXPECT_EQ(session.SavedFolderId, u"");
+}
+
+TEST_F(FolderSavingTest, EnterIsOkAndEscapeIsCancel) {
+  EXPECT_TRUE(form.cmdOK.IsDefault());
+  EXPECT_TRUE(form.cmdCancel.IsCancel());
+}
+
+// Failures: logged, the dialog still open, the text still there.
+
+TEST_F(FolderSavingTest, WithoutATypeASaveIsLoggedAndNoFolderIsWritten) {
+  session.FolderType = 0;
+  Add();
+  Name(u"Friends");
+  PressOk();
+  ExpectOpenWithItsText(u"Save_Data");
+  EXPECT_EQ(Folders(), Lines{});
+}
+
+TEST_F(FolderSavingTest, WithoutATypeCheckingTheBoxDoesNotHelp) {
+  session.FolderType = 0;
+  Add();
+  Name(u"Friends");
+  form.chkRemoteFolder.UserClicks();
+  form.cboRemoteFolderView.AddItem(u"A");
+  form.cboRemoteFolderView.UserChooses(0);
+  PressOk();
+  ExpectOpenWithItsText(u"Validate_Data");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::ObjectNotSet));
+}
+
+TEST_F(FolderSavingTest, ALostConnectionIsLogged) {
+  AddWithFakeDriver();
+  driver.Fail(u"SELECT 1", Error(ErrorNumber::DriverFailure, u"connection lost"));
+  PressOk();
+  ExpectOpenWithItsText(u"Validate_Data");
+}
+
+TEST_F(FolderSavingTest, AConnectionClosedBehindItsBackIsLogged) {
+  AddWithFakeDriver();
+  session.CloseConnection();
+  PressOk();
+  ExpectOpenWithItsText(u"Validate_Data");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::InvalidConnection));
+}
+
+TEST_F(FolderSavingTest, AConstraintViolationIsLogged) {
+  AddWithFakeDriver();
+  driver.Fail(u"INSERT", Error(ErrorNumber::IntegrityViolation, u"taken"));
+  PressOk();
+  ExpectOpenWithItsText(u"Save_Data");
+}
+
+TEST_F(FolderSavingTest, AFolderThatCannotBeReadBackLeavesNoResult) {
+  AddWithFakeDriver();
+  driver.Fail(u"WHERE NAME = ? ", Error(ErrorNumber::DriverFailure, u"connection lost"));
+  driver.Answer(u"SELECT 1", {{u"1"}}, {});
+  PressOk();
+  ExpectOpenWithItsText(u"Save_Data");
+  form.cmdCancel.UserClicks();
+  EXPECT_EQ(Saved(), u"|||");
+}
+
+TEST_F(FolderSavingTest, ASecondTryAfterAFailureSaves) {
+  AddWithFakeDriver();
+  driver.Fail(u"INSERT", Error(ErrorNumber::DriverFailure, u"locked"));
+  PressOk();
+  driver.Changes(u"INSERT", 1);
+  driver.Answer(u"WHERE NAME = ? ", {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"8", u"Friends", u"S", std::nullopt}});
+  driver.Answer(u"SELECT 1", {{u"1"}}, {});
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Saved(), u"8|Friends|S|");
+}
+
+TEST_F(FolderSavingTest, AFolderThatAnotherUserDeletedIsLogged) {
+  Folder(u"5, 'S', 'Friends', 0, 2, ''");
+  Edit(u"5");
+  database.Run({u"DELETE FROM SMS_ABFOLDERS"});
+  PressOk();
+  ExpectOpenWithItsText(u"Save_Data");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
+}
+
+TEST_F(FolderSavingTest, AnIdThatIsNoNumberNeverReachesAStatementThatWrites) {
+  Edit(u"5 OR 1=1");
+  Name(u"Friends");
+  PressOk();
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(ErrorsIn(u"Validate_Data"), 1);
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::DataConversion));
+}
+
+TEST_F(FolderSavingTest, ACategoryLongerThanItsParameterIsLogged) {
+  const String category(51, u'c');
+  Categories({category});
+  Add();
+  Name(u"Friends");
+  form.chkRemoteFolder.UserClicks();
+  form.cboRemoteFolderView.SetText(category);
+  PressOk();
+  ExpectOpenWithItsText(u"Validate_Data");
+}
+
+}  // namespace
+}  // namespace ktrv::tests
