@@ -161,7 +161,8 @@ void TreeViewWindow::OnSelected(const NMTREEVIEWW& change) {
   if (changing_ > 0 || change.action == TVC_UNKNOWN) return;
   TreeNode* node = NodeOf(change.itemNew.lParam);
   if (!change.itemNew.hItem || !node) return;
-  clickReported_ = change.action == TVC_BYMOUSE;
+  // Some trees select before they tell of the click, some after.
+  if (change.action == TVC_BYMOUSE && std::exchange(clickReported_, true)) return;
   tree_.UserClicks(*node);
 }
 
@@ -169,7 +170,7 @@ void TreeViewWindow::OnLeftClick() {
   const POINT place = Pointer(Handle());
   TreeNode* node = NodeAt(place);
   // Selecting it has been reported; a click on the selected node is one all the same.
-  if (!std::exchange(clickReported_, false) && node) tree_.UserClicks(*node);
+  if (node && !std::exchange(clickReported_, true)) tree_.UserClicks(*node);
   Release(MouseButton::Left, place);
 }
 
