@@ -87,7 +87,7 @@ TEST_F(SqliteFileTest, FirstRowsComeWhileTheQueryStillRuns) {
   EXPECT_TRUE(WaitForFetches());
 }
 
-TEST_F(SqliteFileTest, FileThatIsCutDuringAFetchEndsItWithAnError) {
+TEST_F(SqliteFileTest, FileThatLostItsEndFailsTheFetchAndNotTheProgram) {
   Recordset rows(environment);
   rows.BackgroundFetchSize = 100;
   std::optional<EventStatus> end;
@@ -96,7 +96,6 @@ TEST_F(SqliteFileTest, FileThatIsCutDuringAFetchEndsItWithAnError) {
     EXPECT_NE(error, nullptr);
   };
   const auto size = std::filesystem::file_size(file.File());
-  // Cut where the rows still to come are, before the fetch gets there.
   std::filesystem::resize_file(file.File(), size / 2 / 4096 * 4096);
   rows.Open(u"SELECT ID, NAME FROM T ORDER BY ID", file.ConnectionString(), {.Async = true});
   ASSERT_TRUE(dispatcher.RunUntil([&] { return end.has_value(); }));
