@@ -1,44 +1,132 @@
 #include "tests/wine/scripthost/UiInput.h"
 
+#include <vector>
+
 namespace ktrv::scripthost::UiInput {
 namespace {
 
-// List views and trees follow the mouse until the button goes up, so both always go together.
-void Button(HWND window, UINT down, UINT up, WPARAM keys, POINT at) {
-  const LPARAM place = MAKELPARAM(at.x, at.y);
-  PostMessageW(window, down, keys, place);
-  PostMessageW(window, up, 0, place);
+void Send(const std::vector<INPUT>& inputs) {
+  // One by one: the mouse's place must be what the button finds.
+  for (INPUT input : inputs) SendInput(1, &input, sizeof input);
+}
+
+INPUT MouseInput(DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  return input;
+}
+
+INPUT KeyInput(WORD key, DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.dwFlags = flags;
+  return input;
+}
+
+INPUT UnitInput(wchar_t unit, DWORD flags) {
+  INPUT input = KeyInput(0, KEYEVENTF_UNICODE | flags);
+  input.ki.wScan = unit;
+  return input;
+}
+
+/// Keys that are held while something is done.
+class Held {
+ public:
+  explicit Held(std::vector<WORD> keys) : keys_(std::move(keys)) {
+    for (const WORD key : keys_) Send({KeyInput(key, 0)});
+  }
+  ~Held() {
+    for (const WORD key : keys_) Send({KeyInput(key, KEYEVENTF_KEYUP)});
+  }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+
+ private:
+  std::vector<WORD> keys_;
+};
+
+std::vector<WORD> KeysOf(UINT keys) {
+  std::vector<WORD> held;
+  if ((keys & MK_SHIFT) != 0) held.push_back(VK_SHIFT);
+  if ((keys & MK_CONTROL) != 0) held.push_back(VK_CONTROL);
+  return held;
+}
+
+void PointTo(HWND window, POINT at) {
+  SetForegroundWindow(GetAncestor(window, GA_ROOT));
+  ClientToScreen(window, &at);
+  SetCursorPos(at.x, at.y);
+  // A move of nothing makes the system tell the window where the mouse is.
+  Send({MouseInput(MOUSEEVENTF_MOVE)});
+}
+
+bool HasFocus(HWND window) {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus == window;
+}
+
+void PressKey(WORD key) {
+  Send({KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP)});
 }
 
 }  // namespace
 
-void ClickButton(HWND button) {
-  PostMessageW(button, BM_CLICK, 0, 0);
+void Click(HWND window, POINT at, UINT keys) {
+  PointTo(window, at);
+  const Held held(KeysOf(keys));
+  Send({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
-void Click(HWND window, POINT at, UINT keys) {
-  Button(window, WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON | keys, at);
+void ClickMiddle(HWND window) {
+  RECT area = {};
+  GetClientRect(window, &area);
+  Click(window, {area.right / 2, area.bottom / 2}, 0);
 }
 
 void DoubleClick(HWND window, POINT at) {
   Click(window, at, 0);
-  Button(window, WM_LBUTTONDBLCLK, WM_LBUTTONUP, MK_LBUTTON, at);
+  Send({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
 void RightClick(HWND window, POINT at) {
-  Button(window, WM_RBUTTONDOWN, WM_RBUTTONUP, MK_RBUTTON, at);
+  PointTo(window, at);
+  Send({MouseInput(MOUSEEVENTF_RIGHTDOWN), MouseInput(MOUSEEVENTF_RIGHTUP)});
+}
+
+void Drag(HWND window, POINT from, POINT to) {
+  constexpr int kSteps = 10;
+  PointTo(window, from);
+  // The window moves with the mouse perhaps, so the way is laid out on the screen beforehand.
+  ClientToScreen(window, &from);
+  ClientToScreen(window, &to);
+  Send({MouseInput(MOUSEEVENTF_LEFTDOWN)});
+  for (int step = 1; step <= kSteps; ++step) {
+    SetCursorPos(from.x + (to.x - from.x) * step / kSteps,
+                 from.y + (to.y - from.y) * step / kSteps);
+    Send({MouseInput(MOUSEEVENTF_MOVE)});
+  }
+  Send({MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
 void Type(HWND window, std::wstring_view text) {
-  for (const wchar_t unit : text) {
-    PostMessageW(window, WM_CHAR, unit, 1);
-  }
+  if (!HasFocus(window)) ClickMiddle(window);
+  for (const wchar_t unit : text) Send({UnitInput(unit, 0), UnitInput(unit, KEYEVENTF_KEYUP)});
 }
 
-void Press(HWND window, WPARAM key) {
-  constexpr LPARAM kReleased = 0xC0000001;
-  PostMessageW(window, WM_KEYDOWN, key, 1);
-  PostMessageW(window, WM_KEYUP, key, kReleased);
+void Press(HWND window, WORD key, UINT keys) {
+  if (!HasFocus(window)) ClickMiddle(window);
+  const Held held(KeysOf(keys));
+  PressKey(key);
+}
+
+void PressAlt(HWND window, WORD key) {
+  SetForegroundWindow(GetAncestor(window, GA_ROOT));
+  const Held held({VK_MENU});
+  PressKey(key);
 }
 
 }  // namespace ktrv::scripthost::UiInput

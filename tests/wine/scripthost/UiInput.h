@@ -4,21 +4,26 @@
 
 #include <string_view>
 
-/// Does to windows of this process what a user does. All is posted, never sent: a click that opens
-/// a modal dialog returns at once.
+/// Does to windows of this process what a user does, with the system's own mouse and keyboard: the
+/// window must be in sight, and what happens is what would happen to a person. Returns before the
+/// window has taken notice, so that a click that opens a modal dialog does not wait for its end.
 namespace ktrv::scripthost::UiInput {
 
-void ClickButton(HWND button);
-
-/// \param x, y in the window's client pixels. \param keys MK_SHIFT and MK_CONTROL, or 0.
+/// \param at in the window's client pixels. \param keys MK_SHIFT and MK_CONTROL, or 0.
 void Click(HWND window, POINT at, UINT keys);
+void ClickMiddle(HWND window);
 void DoubleClick(HWND window, POINT at);
 void RightClick(HWND window, POINT at);
 
-/// Types the text into the window, character by character.
-void Type(HWND window, std::wstring_view text);
+/// Presses the left button at `from`, moves in small steps to `to` and lets go there.
+void Drag(HWND window, POINT from, POINT to);
 
-/// Presses and lets go one key, named by its virtual-key code.
-void Press(HWND window, WPARAM key);
+/// Types the text, or presses one key named by its virtual-key code, with the keys of MK_SHIFT and
+/// MK_CONTROL held, in the window; a window without the focus is clicked first.
+void Type(HWND window, std::wstring_view text);
+void Press(HWND window, WORD key, UINT keys);
+
+/// Presses a key together with Alt.
+void PressAlt(HWND window, WORD key);
 
 }  // namespace ktrv::scripthost::UiInput

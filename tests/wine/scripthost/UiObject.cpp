@@ -125,6 +125,36 @@ void UiObject::OfferReading() {
           arguments.Number(2, kPatience), std::to_wstring(count) + L" rows");
     return {};
   });
+  Offer(L"Panel", [](const Arguments& arguments) {
+    wchar_t text[256] = L"";
+    SendMessageW(Handle(arguments), SB_GETTEXTW, static_cast<WPARAM>(arguments.Number(1) - 1),
+                 reinterpret_cast<LPARAM>(text));
+    return Value(std::wstring_view(text));
+  });
+  Offer(L"SelectedRow", [](const Arguments& arguments) {
+    return Value(static_cast<LONG>(ListView_GetNextItem(Handle(arguments), -1, LVNI_SELECTED)));
+  });
+  Offer(L"FocusClass", [](const Arguments& arguments) {
+    return Value(WindowSearch::FocusClass(Handle(arguments)));
+  });
+  Offer(L"Left", [](const Arguments& arguments) {
+    return Value(WindowSearch::PlaceInParent(Handle(arguments)).left);
+  });
+  Offer(L"Width", [](const Arguments& arguments) {
+    RECT area = {};
+    GetClientRect(Handle(arguments), &area);
+    return Value(area.right);
+  });
+  Offer(L"Height", [](const Arguments& arguments) {
+    RECT area = {};
+    GetClientRect(Handle(arguments), &area);
+    return Value(area.bottom);
+  });
+  Offer(L"IsExpanded", [](const Arguments& arguments) {
+    const HWND tree = Handle(arguments);
+    const HTREEITEM node = ControlText::Node(tree, arguments.Text(1));
+    return Value((TreeView_GetItemState(tree, node, TVIS_EXPANDED) & TVIS_EXPANDED) != 0);
+  });
   Offer(L"Nodes",
         [](const Arguments& arguments) { return Value(ControlText::Nodes(Handle(arguments))); });
 }
@@ -140,9 +170,16 @@ void UiObject::OfferInput() {
     SendMessageW(Handle(arguments), WM_SETTEXT, 0,
                  reinterpret_cast<LPARAM>(arguments.Text(1).c_str()));
   });
-  offer(L"Click", [](const Arguments& arguments) { UiInput::ClickButton(Handle(arguments)); });
+  offer(L"Click", [](const Arguments& arguments) { UiInput::ClickMiddle(Handle(arguments)); });
   offer(L"ClickAt", [](const Arguments& arguments) {
     UiInput::Click(Handle(arguments), PointOf(arguments), 0);
+  });
+  offer(L"ClickTool", [](const Arguments& arguments) {
+    const HWND bar = Handle(arguments);
+    RECT area = {};
+    SendMessageW(bar, TB_GETITEMRECT, static_cast<WPARAM>(arguments.Number(1)),
+                 reinterpret_cast<LPARAM>(&area));
+    UiInput::Click(bar, {area.left + 10, MiddleOf(area).y}, 0);
   });
   offer(L"RightClickAt", [](const Arguments& arguments) {
     UiInput::RightClick(Handle(arguments), PointOf(arguments));
@@ -168,7 +205,15 @@ void UiObject::OfferInput() {
   offer(L"Type",
         [](const Arguments& arguments) { UiInput::Type(Handle(arguments), arguments.Text(1)); });
   offer(L"Press", [](const Arguments& arguments) {
-    UiInput::Press(Handle(arguments), static_cast<WPARAM>(arguments.Number(1)));
+    UiInput::Press(Handle(arguments), static_cast<WORD>(arguments.Number(1)),
+                   static_cast<UINT>(arguments.Number(2, 0)));
+  });
+  offer(L"PressAlt", [](const Arguments& arguments) {
+    UiInput::PressAlt(Handle(arguments), static_cast<WORD>(arguments.Number(1)));
+  });
+  offer(L"Drag", [](const Arguments& arguments) {
+    UiInput::Drag(Handle(arguments), PointOf(arguments),
+                  {arguments.Number(3), arguments.Number(4)});
   });
   offer(L"Command", [](const Arguments& arguments) {
     PostMessageW(Handle(arguments), WM_COMMAND, static_cast<WPARAM>(arguments.Number(1)), 0);

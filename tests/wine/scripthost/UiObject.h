@@ -17,11 +17,21 @@ namespace ktrv::scripthost {
 ///   WaitText(window, text[, ms])   waits until the window's text is that text
 ///   Rows(list), RowCount(list), Nodes(tree)
 ///   WaitRows(list, n[, ms])        waits until the list has n rows
-///   Click(button)                  presses a button
+///   Panel(statusBar, n)            text of its n-th panel, counted from 1
+///   IsExpanded(tree, text)         whether the node with that text shows those below it
+///   SelectedRow(list)              its first selected row from 0, or -1
+///   FocusClass(window)             the class of what has the focus in the window's thread
+///   Left(window)                   pixels from its parent's left
+///   Width(window), Height(window)  of the inside, in pixels
+///   ClickTool(toolbar, n)          its n-th button, counted from 0
+///   Click(window)                  clicks its middle
+///   Drag(window, x, y, toX, toY)   with the left button, in its pixels
 ///   ClickAt(window, x, y), RightClickAt(window, x, y), DoubleClickAt(window, x, y)
 ///   ClickRow(list, n[, keys]), RightClickRow(list, n), DoubleClickRow(list, n)
 ///   ClickNode(tree, text), RightClickNode(tree, text)
-///   Type(window, text), Press(window, virtualKey), Command(window, id), Close(window)
+///   Type(window, text), Press(window, virtualKey[, keys]), PressAlt(window, virtualKey)
+///   Command(window, id), Close(window)
+/// Mouse and keyboard are the system's own; keys are 4 for Shift and 8 for Ctrl, added up.
 class UiObject final : public ScriptObject {
  public:
   UiObject();

@@ -69,4 +69,22 @@ std::wstring Text(HWND window) {
   return text;
 }
 
+std::wstring FocusClass(HWND window) {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof info;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  wchar_t name[128] = L"";
+  if (info.hwndFocus != nullptr) {
+    GetClassNameW(info.hwndFocus, name, static_cast<int>(std::size(name)));
+  }
+  return name;
+}
+
+RECT PlaceInParent(HWND window) {
+  RECT area = {};
+  GetWindowRect(window, &area);
+  MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&area), 2);
+  return area;
+}
+
 }  // namespace ktrv::scripthost::WindowSearch

@@ -20,4 +20,10 @@ HWND ChildWithText(HWND parent, const std::wstring& text);
 /// The window's text as WM_GETTEXT tells it.
 std::wstring Text(HWND window);
 
+/// The class of the window that has the focus in this window's thread; empty when none has.
+std::wstring FocusClass(HWND window);
+
+/// Where the window lies in its parent's client area, in pixels.
+RECT PlaceInParent(HWND window);
+
 }  // namespace ktrv::scripthost::WindowSearch
