@@ -1,0 +1,70 @@
+#pragma once
+
+#include "controls/Geometry.h"
+
+/// Where the controls of the contact editor stand, in twips: two columns of frames that end at the
+/// same height, in each frame one line a box with its label before it. The room around a text is
+/// a fifth more than the usual font needs.
+namespace ktrv::forms::ContactLayout {
+
+using controls::Rectangle;
+
+inline constexpr int kMargin = 150;
+inline constexpr int kFrameWidth = 4650;
+inline constexpr int kWidth = 3 * kMargin + 2 * kFrameWidth;
+inline constexpr int kGap = 90;  ///< between frames
+inline constexpr int kLineHeight = 435;
+inline constexpr int kBoxHeight = 345;
+inline constexpr int kFirstLine = 315;  ///< below a frame's top
+inline constexpr int kLabelLeft = 165;  ///< from a frame's left
+inline constexpr int kBoxLeft = 1545;
+inline constexpr int kBoxWidth = 2940;
+
+constexpr Rectangle FrameOf(int left, int top, int lines) {
+  return {left, top, kFrameWidth, kFirstLine + lines * kLineHeight + kGap};
+}
+
+constexpr int Below(const Rectangle& frame) {
+  return frame.Top + frame.Height + kGap;
+}
+
+inline constexpr Rectangle kKind{kMargin, 105, kWidth - 2 * kMargin, 720};
+inline constexpr Rectangle kName = FrameOf(kMargin, Below(kKind), 3);
+inline constexpr Rectangle kPhones = FrameOf(kMargin, Below(kName), 7);
+inline constexpr int kRight = 2 * kMargin + kFrameWidth;
+inline constexpr Rectangle kPersonals = FrameOf(kRight, Below(kKind), 4);
+inline constexpr Rectangle kAddress = FrameOf(kRight, Below(kPersonals), 6);
+
+constexpr int LineTop(const Rectangle& frame, int line) {
+  return frame.Top + kFirstLine + line * kLineHeight;
+}
+
+/// \param line counted from 0
+constexpr Rectangle Label(const Rectangle& frame, int line) {
+  constexpr int kDrop = 45;  // puts the label's text on the box's base line
+  return {frame.Left + kLabelLeft, LineTop(frame, line) + kDrop, kBoxLeft - kLabelLeft - 30, 285};
+}
+
+constexpr Rectangle Box(const Rectangle& frame, int line, int width = kBoxWidth) {
+  return {frame.Left + kBoxLeft, LineTop(frame, line), width, kBoxHeight};
+}
+
+/// Of the arrows that stand behind a box of this width.
+constexpr Rectangle Arrows(const Rectangle& frame, int line, int boxWidth) {
+  return {frame.Left + kBoxLeft + boxWidth, LineTop(frame, line), 255, kBoxHeight};
+}
+
+inline constexpr int kButtonWidth = 1320;
+inline constexpr int kButtonHeight = 420;
+inline constexpr int kButtonsTop = kAddress.Top + kAddress.Height + kMargin;
+inline constexpr int kHeight = kButtonsTop + kButtonHeight + kMargin;
+
+/// \param place from the right, counted from 0
+constexpr Rectangle Button(int place) {
+  return {kWidth - kMargin - kButtonWidth - place * (kButtonWidth + 120), kButtonsTop, kButtonWidth,
+          kButtonHeight};
+}
+
+static_assert(kPhones.Top + kPhones.Height == kAddress.Top + kAddress.Height);
+
+}  // namespace ktrv::forms::ContactLayout

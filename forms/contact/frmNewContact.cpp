@@ -1,0 +1,185 @@
+#include "forms/contact/frmNewContact.h"
+
+#include "common/Global.h"
+#include "data/ContactQueries.h"
+#include "forms/contact/ContactFields.h"
+
+namespace ktrv::forms {
+namespace {
+
+controls::Form::Design DialogDesign() {
+  return {
+      .Caption = u"New Contact", .Width = ContactLayout::kWidth, .Height = ContactLayout::kHeight};
+}
+
+}  // namespace
+
+frmNewContact::frmNewContact(Session& session)
+    : Form(session.Screen, DialogDesign()), session_(session) {
+  for (const StringView sex : {u"", u"Male", u"Female"}) cboSex.AddItem(String(sex));
+  txtAge.KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
+  txtMobileno.KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
+  txtMobileno.GotFocus = [this] { txtMobileno_GotFocus(); };
+  cmdSave.Click = [this] { cmdSave_Click(); };
+  cmdCancel.Click = [this] { cmdCancel_Click(); };
+}
+
+frmNewContact::~frmNewContact() {
+  Unload();
+}
+
+void frmNewContact::Form_Load() {
+  session_.Trap(u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact", [&] {
+    if (session_.IsAtServer()) {
+      EnableControls(true);
+      cmdSave.SetVisible(true);
+      cmdSave.SetEnabled(true);
+      chkContacts.SetVisible(true);
+      chkContacts.SetChecked(true);
+      chkContacts.SetEnabled(false);
+    }
+    if (Mode == ModeOfOperation::Add) PresentNew();
+    if (Mode == ModeOfOperation::Modify && !session_.EditContactId.empty()) PresentExisting();
+  });
+}
+
+void frmNewContact::Form_QueryUnload() {
+  if (saved_) return;
+  session_.SavedContactId.clear();
+  session_.SavedContactName.clear();
+  session_.SavedContactMobile.clear();
+  session_.SavedContactEmail.clear();
+  session_.SavedContactAddress.clear();
+  session_.SavedContactOrganisation.clear();
+}
+
+void frmNewContact::PresentNew() {
+  txtFname.SetText({});
+  if (Is(session_.SharedMode, TypeOfContact::SharedContact)) {
+    chkContacts.SetChecked(true);
+    chkContacts.SetEnabled(false);
+    SetCaption(u"Add Shared Contact");
+  }
+  txtFname.SetText(session_.PresetContactName);
+  // The country prefix stands in the mobile number's box; the country code's box stays empty.
+  if (Trim(session_.PresetMobileNo).empty()) session_.PresetMobileNo = u"91";
+  txtMobileno.SetText(session_.PresetMobileNo);
+  cboSex.SetListIndex(0);
+}
+
+void frmNewContact::PresentExisting() {
+  // A local contact keeps the caption of a new one.
+  if (Is(session_.SharedMode, TypeOfContact::SharedContact)) {
+    chkContacts.SetChecked(true);
+    SetCaption(u"Edit Shared Contact");
+  }
+  chkContacts.SetEnabled(false);
+  Populate_Data();
+}
+
+void frmNewContact::Populate_Data() {
+  const StringView id = Trim(session_.EditContactId);
+  if (id.empty()) return;
+  database::Recordset contact(session_.Environment);
+  contact.Open(data::ContactQueries::ById(id), session_.SessionConnectionString);
+  if (!contact.EndOfFile()) ContactFields::Show(contact, *this);
+}
+
+void frmNewContact::EnableControls(bool enable) {
+  for (controls::Control* control : Controls()) {
+    // Boxes that are switched off keep the colour of those that are on.
+    if (auto* box = dynamic_cast<controls::TextBox*>(control)) {
+      box->SetBackColor(controls::kSystemWindowBackground);
+    } else if (auto* list = dynamic_cast<controls::ComboBox*>(control)) {
+      list->SetBackColor(controls::kSystemWindowBackground);
+    } else {
+      continue;
+    }
+    control->SetEnabled(enable);
+  }
+  dtBirthday.SetEnabled(enable);
+  dtAnniversary.SetEnabled(enable);
+  cmdSave.SetEnabled(enable);
+  Frame1.SetEnabled(enable);
+}
+
+std::int16_t frmNewContact::Validate_Data() {
+  const auto refuse = [&](StringView message, controls::TextBox& box) {
+    session_.ShowMessage(message, MessageStyle::Exclamation);
+    box.SetFocus();
+    return std::int16_t{0};
+  };
+  if (Trim(txtFname.Text()).empty()) return refuse(u"Please enter the First Name.", txtFname);
+  if (Trim(txtMobileno.Text()).empty()) {
+    return refuse(u"Please enter the Mobile No.", txtMobileno);
+  }
+  // Any other number will do, the prefix alone included.
+  if (LeadingNumber(txtMobileno.Text()) == 0) {
+    return refuse(u"Enter a proper Mobile No.", txtMobileno);
+  }
+  const String& email = txtEmail.Text();
+  if (!Trim(email).empty() &&
+      !Global::ValidateEmail(*session_.Logger, session_.LogFilePath, email)) {
+    return refuse(u"Enter a valid Email Id", txtEmail);
+  }
+  return 1;
+}
+
+void frmNewContact::Save_Data() {
+  const bool isNew = Mode == ModeOfOperation::Add;
+  database::Recordset contact(session_.Environment);
+  contact.Location = database::CursorLocation::Client;
+  contact.Open(isNew ? String(data::ContactQueries::kNone)
+                     : data::ContactQueries::ById(Trim(session_.EditContactId)),
+               session_.SessionConnectionString,
+               {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
+  // Whatever was opened, the session works on shared contacts until the host's next call.
+  session_.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact);
+  if (isNew) {
+    contact.AddNew();
+    contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
+  }
+  ContactFields::Write(*this, contact);
+  contact.Update();
+  contact.Resync();  // brings the id that the database gave to a new row
+  const String id = ToText(contact.Field(u"ID"));
+  if (Trim(session_.EditContactId).empty()) session_.EditContactId = id;
+  SetResults(id);
+}
+
+void frmNewContact::SetResults(const String& id) {
+  session_.SavedContactId = id;
+  session_.SavedContactName = txtFname.Text() + u" " + txtMname.Text() + u" " + txtLname.Text();
+  session_.SavedContactMobile = String(LTrim(txtCountryCode.Text() + u" ")) + txtMobileno.Text();
+  session_.SavedContactEmail = txtEmail.Text();
+  session_.SavedContactAddress = txtAddress.Text();
+  session_.SavedContactOrganisation = txtOrganisation.Text();
+}
+
+void frmNewContact::cmdSave_Click() {
+  session_.Trap(u"KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()",
+                [&] {
+                  if (Validate_Data() != 1) return;
+                  Save_Data();
+                  saved_ = true;
+                  Unload();
+                });
+}
+
+void frmNewContact::cmdCancel_Click() {
+  Unload();  // which leaves no contact behind
+}
+
+void frmNewContact::txtMobileno_GotFocus() {
+  if (txtMobileno.Text().empty()) return;
+  txtMobileno.Select(static_cast<int>(txtMobileno.Text().size()), 0);
+}
+
+void frmNewContact::FilterDigits(std::int16_t& code) {
+  constexpr bool kRefuse = true;
+  const bool accepted =
+      Global::KeyFilterNumeric(code, kRefuse, kRefuse, [&] { return Display().ClipboardText(); });
+  if (!accepted) code = 0;
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "component/Session.h"
+#include "controls/CheckBox.h"
+#include "controls/ComboBox.h"
+#include "controls/CommandButton.h"
+#include "controls/DatePicker.h"
+#include "controls/Form.h"
+#include "controls/Frame.h"
+#include "controls/Label.h"
+#include "controls/TextBox.h"
+#include "controls/UpDown.h"
+#include "forms/contact/ContactLayout.h"
+
+namespace ktrv::forms {
+
+/// The dialog in which one contact is made or changed. It reads the contact id and the presets from
+/// the session and leaves a summary of the saved contact there; when it is closed without saving,
+/// with its close button too, Session::SavedContactId is empty. A contact that cannot be loaded or
+/// saved is logged, and the dialog stays open.
+class frmNewContact final : public controls::Form {
+ public:
+  /// The session must outlive the dialog.
+  explicit frmNewContact(Session& session);
+  ~frmNewContact() override;
+
+  ModeOfOperation Mode = ModeOfOperation::Add;  ///< set by the opener
+  std::int16_t FolderId = 0;                    ///< of a new contact; 0 is the main folder
+
+  // Tab goes through the controls in this order, and each label names the box behind it.
+  using Key = controls::CommandButton::Key;
+  static constexpr auto& kKind = ContactLayout::kKind;
+  static constexpr auto& kName = ContactLayout::kName;
+  static constexpr auto& kPhones = ContactLayout::kPhones;
+  static constexpr auto& kPersonals = ContactLayout::kPersonals;
+  static constexpr auto& kAddress = ContactLayout::kAddress;
+  static constexpr int kAgeWidth = 795;
+
+  controls::Frame Frame1{*this, kKind, u" Contact Information "};
+  controls::CheckBox chkContacts{
+      *this,
+      {kKind.Left + ContactLayout::kLabelLeft, ContactLayout::LineTop(kKind, 0), 6000, 315},
+      u"This is a Shared Contact"};
+
+  controls::Frame Frame2{*this, kName, u" Name "};
+  controls::Label lblFname{*this, ContactLayout::Label(kName, 0), u"First"};
+  controls::TextBox txtFname{*this, ContactLayout::Box(kName, 0), 50};
+  controls::Label lblMname{*this, ContactLayout::Label(kName, 1), u"Middle"};
+  controls::TextBox txtMname{*this, ContactLayout::Box(kName, 1), 50};
+  controls::Label lblLname{*this, ContactLayout::Label(kName, 2), u"Last"};
+  controls::TextBox txtLname{*this, ContactLayout::Box(kName, 2), 50};
+
+  controls::Frame fraPhones{*this, kPhones, u" Phone Numbers "};
+  controls::Label lblCountryCode{*this, ContactLayout::Label(kPhones, 0), u"Country Code "};
+  controls::TextBox txtCountryCode{*this, ContactLayout::Box(kPhones, 0, 1200), 10};
+  controls::Label lblMobileno{*this, ContactLayout::Label(kPhones, 1), u"Mobile No"};
+  controls::TextBox txtMobileno{*this, ContactLayout::Box(kPhones, 1), 20};
+  controls::Label lblEmail{*this, ContactLayout::Label(kPhones, 2), u"Email Id"};
+  controls::TextBox txtEmail{*this, ContactLayout::Box(kPhones, 2), 50};
+  controls::Label lblOrganisation{*this, ContactLayout::Label(kPhones, 3), u"Company"};
+  controls::TextBox txtOrganisation{*this, ContactLayout::Box(kPhones, 3), 50};
+  controls::Label lblOfficePhone{*this, ContactLayout::Label(kPhones, 4), u"Office Phone"};
+  controls::TextBox txtOfficePhone{*this, ContactLayout::Box(kPhones, 4), 20};
+  controls::Label lblHomePhone{*this, ContactLayout::Label(kPhones, 5), u"Home Phone"};
+  controls::TextBox txtHomePhone{*this, ContactLayout::Box(kPhones, 5), 20};
+  controls::Label lblFax{*this, ContactLayout::Label(kPhones, 6), u"Fax"};
+  controls::TextBox txtFax{*this, ContactLayout::Box(kPhones, 6), 20};
+
+  controls::Frame fraPersonals{*this, kPersonals, u" Personal Info "};
+  controls::Label lblAge{*this, ContactLayout::Label(kPersonals, 0), u"Age"};
+  controls::TextBox txtAge{*this, ContactLayout::Box(kPersonals, 0, kAgeWidth), 3};
+  controls::UpDown UpDnLast{*this,
+                            ContactLayout::Arrows(kPersonals, 0, kAgeWidth),
+                            txtAge,
+                            {.Min = 0, .Max = 150, .Step = 1}};
+  controls::Label lblSex{*this, ContactLayout::Label(kPersonals, 1), u"Sex"};
+  controls::ComboBox cboSex{*this, ContactLayout::Box(kPersonals, 1, 1800)};
+  controls::Label lblBirthday{*this, ContactLayout::Label(kPersonals, 2), u"Birthday"};
+  controls::DatePicker dtBirthday{*this, ContactLayout::Box(kPersonals, 2, 2220)};
+  controls::Label lblAnniversary{*this, ContactLayout::Label(kPersonals, 3), u"Anniversary"};
+  controls::DatePicker dtAnniversary{*this, ContactLayout::Box(kPersonals, 3, 2220)};
+
+  controls::Frame fraAddress{*this, kAddress, u" Address "};
+  controls::Label lblAddress{*this, ContactLayout::Label(kAddress, 0), u"Street"};
+  controls::TextBox txtAddress{*this, ContactLayout::Box(kAddress, 0), 50};
+  controls::Label lblCity{*this, ContactLayout::Label(kAddress, 1), u"City"};
+  controls::TextBox txtCity{*this, ContactLayout::Box(kAddress, 1), 50};
+  controls::Label lblState{*this, ContactLayout::Label(kAddress, 2), u"State"};
+  controls::TextBox txtState{*this, ContactLayout::Box(kAddress, 2), 50};
+  controls::Label lblCountry{*this, ContactLayout::Label(kAddress, 3), u"Country"};
+  controls::TextBox txtCountry{*this, ContactLayout::Box(kAddress, 3), 50};
+  controls::Label lblZip{*this, ContactLayout::Label(kAddress, 4), u"Zip"};
+  controls::TextBox txtZip{*this, ContactLayout::Box(kAddress, 4, 1800), 20};
+  controls::Label lblHobby{*this, ContactLayout::Label(kAddress, 5), u"Hobby"};
+  controls::TextBox txtHobby{*this, ContactLayout::Box(kAddress, 5), 100};
+
+  controls::CommandButton cmdSave{*this, ContactLayout::Button(1), u"&OK", Key::Enter};
+  controls::CommandButton cmdCancel{*this, ContactLayout::Button(0), u"&Cancel", Key::Escape};
+
+ protected:
+  void Form_Load() override;
+  void Form_QueryUnload() override;
+
+ private:
+  void PresentNew();
+  void PresentExisting();
+  void Populate_Data();
+  void EnableControls(bool enable);
+
+  std::int16_t Validate_Data();
+  void Save_Data();
+  void SetResults(const String& id);
+
+  void cmdSave_Click();
+  void cmdCancel_Click();
+  void txtMobileno_GotFocus();
+  /// The key press of a box that takes digits only.
+  void FilterDigits(std::int16_t& code);
+
+  Session& session_;
+  bool saved_ = false;
+};
+
+}  // namespace ktrv::forms
