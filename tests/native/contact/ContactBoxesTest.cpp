@@ -1,0 +1,144 @@
+#include "tests/native/contact/ContactFixture.h"
+
+namespace ktrv::tests {
+namespace {
+
+using controls::Control;
+using controls::TextBox;
+
+struct ContactBoxesTest : ContactFixture {};
+
+TEST_F(ContactBoxesTest, EveryBoxHasItsLimit) {
+  for (const TextBox* box :
+       {&form.txtFname, &form.txtMname, &form.txtLname, &form.txtEmail, &form.txtOrganisation,
+        &form.txtAddress, &form.txtCity, &form.txtState, &form.txtCountry}) {
+    EXPECT_EQ(box->MaxLength(), 50);
+  }
+  for (const TextBox* box :
+       {&form.txtMobileno, &form.txtOfficePhone, &form.txtHomePhone, &form.txtFax, &form.txtZip}) {
+    EXPECT_EQ(box->MaxLength(), 20);
+  }
+  EXPECT_EQ(form.txtCountryCode.MaxLength(), 10);
+  EXPECT_EQ(form.txtAge.MaxLength(), 3);
+  EXPECT_EQ(form.txtHobby.MaxLength(), 100);
+}
+
+TEST_F(ContactBoxesTest, PastedTextIsCutAtTheLimitAndNoSurrogatePairIs) {
+  Add();
+  form.txtLname.UserTypes(String(200, u'x'));
+  EXPECT_EQ(form.txtLname.Text().size(), 50u);
+  form.txtCity.UserTypes(String(49, u'x') + u"\U0001F600");
+  EXPECT_EQ(form.txtCity.Text(), String(49, u'x'));
+}
+
+struct Typed {
+  StringView Text;
+  StringView Result;
+};
+
+class DigitFilterTest : public ContactFixture, public testing::WithParamInterface<Typed> {};
+
+TEST_P(DigitFilterTest, OnlyDigitsAreTyped) {
+  Add();
+  form.txtMobileno.SetText({});
+  form.txtAge.UserTypes(GetParam().Text);
+  form.txtMobileno.UserTypes(GetParam().Text);
+  EXPECT_EQ(form.txtAge.Text(), GetParam().Result);
+  EXPECT_EQ(form.txtMobileno.Text(), GetParam().Result);
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, DigitFilterTest,
+                         testing::Values(Typed{u"7", u"7"}, Typed{u"0", u"0"}, Typed{u"-", u""},
+                                         Typed{u".", u""}, Typed{u"+", u""}, Typed{u" ", u""},
+                                         Typed{u";", u""}, Typed{u"a", u""}, Typed{u"٣", u""}));
+
+/// What the key handlers leave of the paste key's code.
+std::int16_t AfterPaste(TextBox& box) {
+  std::int16_t code = 22;
+  box.KeyPress(code);
+  return code;
+}
+
+struct Clip {
+  std::optional<String> Text;
+  bool Accepted;
+};
+
+class PasteFilterTest : public ContactFixture, public testing::WithParamInterface<Clip> {};
+
+TEST_P(PasteFilterTest, OnlyNumbersOfZeroOrMoreArePasted) {
+  Add();
+  screen.Clipboard = GetParam().Text;
+  EXPECT_EQ(AfterPaste(form.txtAge), GetParam().Accepted ? 22 : 0);
+  EXPECT_EQ(AfterPaste(form.txtMobileno), GetParam().Accepted ? 22 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Clips, PasteFilterTest,
+                         testing::Values(Clip{u"12", true}, Clip{u"-5", false}, Clip{u"abc", false},
+                                         Clip{std::nullopt, false}));
+
+TEST_F(ContactBoxesTest, OtherBoxesTakeEveryCharacter) {
+  Add();
+  form.txtOfficePhone.UserTypes(u"+");
+  EXPECT_EQ(form.txtOfficePhone.Text(), u"+");
+}
+
+TEST_F(ContactBoxesTest, TheMobileNumberGetsTheFocusWithTheCaretBehindIt) {
+  Add();
+  form.txtMobileno.SetText(u"9120");
+  form.txtMobileno.SetFocus();
+  EXPECT_EQ(form.txtMobileno.SelectionStart(), 4);
+  EXPECT_EQ(form.txtMobileno.SelectionLength(), 0);
+}
+
+TEST_F(ContactBoxesTest, TheArrowsCountTheAge) {
+  Add();
+  form.UpDnLast.UserSteps(1);
+  EXPECT_EQ(form.txtAge.Text(), u"1");
+  form.UpDnLast.UserSteps(-5);
+  EXPECT_EQ(form.txtAge.Text(), u"0");
+}
+
+TEST_F(ContactBoxesTest, EnterIsOkAndEscapeIsCancel) {
+  EXPECT_TRUE(form.cmdSave.IsDefault());
+  EXPECT_TRUE(form.cmdCancel.IsCancel());
+  EXPECT_EQ(form.cmdSave.Caption(), u"&OK");
+  EXPECT_EQ(form.cmdCancel.Caption(), u"&Cancel");
+}
+
+TEST_F(ContactBoxesTest, EveryInputStandsRightBehindItsLabel) {
+  const auto& all = form.Controls();
+  const auto labelOf = [&](const Control& control) -> String {
+    const auto at = std::find(all.begin(), all.end(), &control);
+    const auto* label = dynamic_cast<const controls::Label*>(*(at - 1));
+    return label ? label->Caption() : u"no label";
+  };
+  EXPECT_EQ(labelOf(form.txtFname), u"First");
+  EXPECT_EQ(labelOf(form.txtCountryCode), u"Country Code ");
+  EXPECT_EQ(labelOf(form.txtMobileno), u"Mobile No");
+  EXPECT_EQ(labelOf(form.txtEmail), u"Email Id");
+  EXPECT_EQ(labelOf(form.txtOrganisation), u"Company");
+  EXPECT_EQ(labelOf(form.txtAge), u"Age");
+  EXPECT_EQ(labelOf(form.dtAnniversary), u"Anniversary");
+  EXPECT_EQ(labelOf(form.txtAddress), u"Street");
+  EXPECT_EQ(labelOf(form.txtHobby), u"Hobby");
+}
+
+TEST_F(ContactBoxesTest, NoTwoControlsLieOnEachOtherAndAllLieInTheForm) {
+  const auto overlap = [](const Control& one, const Control& other) {
+    return one.Left() < other.Left() + other.Width() && other.Left() < one.Left() + one.Width() &&
+           one.Top() < other.Top() + other.Height() && other.Top() < one.Top() + one.Height();
+  };
+  for (const Control* one : form.Controls()) {
+    EXPECT_LE(one->Left() + one->Width(), form.ScaleWidth());
+    EXPECT_LE(one->Top() + one->Height(), form.ScaleHeight());
+    if (dynamic_cast<const controls::Frame*>(one)) continue;
+    for (const Control* other : form.Controls()) {
+      if (one == other || dynamic_cast<const controls::Frame*>(other)) continue;
+      EXPECT_FALSE(overlap(*one, *other)) << one->Left() << "," << one->Top();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace ktrv::tests

@@ -1,0 +1,187 @@
+#include "tests/native/contact/ContactFixture.h"
+
+namespace ktrv::tests {
+namespace {
+
+/// What goes wrong in a save: one record, no message, the dialog still open with its text.
+struct ContactFailuresTest : ContactFixture {
+  void PressOk() { form.cmdSave.UserClicks(); }
+
+  void ExpectOpenWith(StringView firstName) {
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_EQ(form.txtFname.Text(), firstName);
+    EXPECT_EQ(SaveErrors(), 1);
+    EXPECT_TRUE(screen.Messages.empty());
+    EXPECT_EQ(session.SavedContactId, u"");
+  }
+
+  /// A contact editor on the fake driver, where the table has no row at first.
+  void AddWithFakeDriver() {
+    AnswerRows({});
+    driver.SetKeyColumns({u"ID"});
+    UseFakeDriver();
+    AddNamed(u"Ann");
+  }
+  /// Editing contact 5, whose row has nothing but its id, folder and first name.
+  void EditWithFakeDriver() {
+    FakeDriver::Row row(Columns().size());
+    row[0] = u"5";
+    row[1] = u"0";
+    row[2] = u"Ann";
+    AnswerRows({row});
+    driver.SetKeyColumns({u"ID"});
+    UseFakeDriver();
+    Edit();
+    form.txtMobileno.SetText(u"91");
+  }
+  void AnswerRows(std::vector<FakeDriver::Row> rows) {
+    driver.Answer(u"SELECT * FROM SMS_ABCONTACTS", Columns(), std::move(rows));
+  }
+  static std::vector<database::Column> Columns() {
+    using database::DataType;
+    std::vector<database::Column> columns{{u"ID", DataType::Integer},
+                                          {u"FOLDER_ID", DataType::Integer}};
+    for (const StringView name :
+         {u"FNAME", u"MNAME", u"LNAME", u"COUNTRYCODE", u"MOBILENO", u"OFFICEPHONE", u"HOMEPHONE",
+          u"FAX", u"EMAIL", u"ORGANISATION", u"ADDRESS", u"CITY", u"STATE", u"COUNTRY", u"ZIP"}) {
+      columns.push_back({String(name), DataType::VarWChar, 50});
+    }
+    columns.push_back({u"AGE", DataType::Integer});
+    columns.push_back({u"SEX", DataType::VarWChar, 1});
+    columns.push_back({u"BIRTHDAY", DataType::Date});
+    columns.push_back({u"ANNIVERSARY", DataType::Date});
+    columns.push_back({u"HOBBY", DataType::VarWChar, 100});
+    return columns;
+  }
+  /// Texts that were run and start so.
+  std::vector<String> Ran(StringView start) {
+    std::vector<String> texts;
+    for (const auto& each : driver.Executed()) {
+      if (StringView(each.Text).substr(0, start.size()) == start) texts.push_back(each.Text);
+    }
+    return texts;
+  }
+};
+
+TEST_F(ContactFailuresTest, AConnectionLostBetweenLoadAndSave) {
+  EditWithFakeDriver();
+  driver.FailOpen(Error(ErrorNumber::DriverFailure, u"connection lost"));
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::DriverFailure));
+}
+
+TEST_F(ContactFailuresTest, AConstraintViolation) {
+  AddWithFakeDriver();
+  driver.Fail(u"INSERT", Error(ErrorNumber::IntegrityViolation, u"taken"));
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::IntegrityViolation));
+}
+
+TEST_F(ContactFailuresTest, ADateThatTheDatabaseRefuses) {
+  AddWithFakeDriver();
+  form.dtBirthday.SetValue(Date(1700, 1, 1));
+  driver.Fail(u"INSERT", Error(ErrorNumber::ValueMismatch, u"date out of range"));
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_EQ(form.dtBirthday.Value(), Date(1700, 1, 1));
+}
+
+TEST_F(ContactFailuresTest, ARowThatChangesBetweenTheSavesOwnReadAndWrite) {
+  EditWithFakeDriver();
+  driver.Changes(u"UPDATE", 0);
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::RowChanged));
+}
+
+TEST_F(ContactFailuresTest, ARowThatIsGoneBeforeTheSaveReadsIt) {
+  Ann();
+  Edit();
+  database.Run({u"DELETE FROM SMS_ABCONTACTS"});
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
+  EXPECT_EQ(Row(u"ID"), u"no row");
+}
+
+TEST_F(ContactFailuresTest, ARowThatIsGoneBeforeItsReadBack) {
+  EditWithFakeDriver();
+  driver.Changes(u"UPDATE", 1);
+  driver.Answer(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", Columns(), {});
+  PressOk();
+  ExpectOpenWith(u"Ann");
+}
+
+TEST_F(ContactFailuresTest, AnIdThatNamesNoRow) {
+  Edit(u"99");
+  form.txtFname.SetText(u"Ann");
+  form.txtMobileno.SetText(u"91");
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
+}
+
+TEST_F(ContactFailuresTest, AnIdThatIsNoNumberNeverReachesTheDatabase) {
+  UseFakeDriver();
+  Edit(u"5; DELETE FROM SMS_ABCONTACTS");
+  form.txtFname.SetText(u"Ann");
+  form.txtMobileno.SetText(u"91");
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(driver.Executed().empty());
+}
+
+TEST_F(ContactFailuresTest, AnAgeThatIsNoNumber) {
+  AddNamed(u"Ann");
+  form.txtAge.SetText(u"4x");
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::TypeMismatch));
+  EXPECT_EQ(form.txtAge.Text(), u"4x");
+  EXPECT_EQ(Row(u"ID"), u"no row");
+}
+
+TEST_F(ContactFailuresTest, ASecondTryAfterAFailureAddsOneRow) {
+  AddNamed(u"Ann");
+  form.txtAge.SetText(u"4x");
+  PressOk();
+  form.txtAge.SetText(u"40");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Row(u"ID, FNAME, AGE"), u"1|Ann|40");
+}
+
+TEST_F(ContactFailuresTest, AFailedSaveHasTurnedTheSessionToSharedContactsOnceTheRowWasOpen) {
+  Local();
+  AddWithFakeDriver();
+  driver.Fail(u"INSERT", Error(ErrorNumber::DriverFailure, u"locked"));
+  PressOk();
+  EXPECT_EQ(session.SharedMode, 1);
+}
+
+TEST_F(ContactFailuresTest, ALostConnectionLeavesTheSessionsModeAlone) {
+  Local();
+  AddWithFakeDriver();
+  driver.FailOpen(Error(ErrorNumber::DriverFailure, u"connection lost"));
+  PressOk();
+  EXPECT_EQ(session.SharedMode, 0);
+}
+
+TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
+  AddWithFakeDriver();
+  driver.Changes(u"INSERT", 1);
+  driver.SetLastInsertedId(9);
+  FakeDriver::Row row(Columns().size());
+  row[0] = u"9";
+  driver.Answer(u"WHERE ID = ?", Columns(), {row});
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(driver.Executed().front().Text, u"SELECT * FROM SMS_ABCONTACTS WHERE 1 = 2");
+  EXPECT_EQ(Ran(u"INSERT").size(), 1u);
+  EXPECT_EQ(session.SavedContactId, u"9");
+}
+
+}  // namespace
+}  // namespace ktrv::tests

@@ -1,0 +1,292 @@
+#include "tests/native/contact/ContactFixture.h"
+
+namespace ktrv::tests {
+namespace {
+
+struct ContactSavingTest : ContactFixture {
+  void PressOk() { form.cmdSave.UserClicks(); }
+};
+
+// Validation.
+
+struct Refusal {
+  StringView FirstName;
+  StringView Mobile;
+  StringView Email;
+  StringView Message;
+};
+
+class ContactValidationTest : public ContactSavingTest,
+                              public testing::WithParamInterface<Refusal> {};
+
+TEST_P(ContactValidationTest, TheFirstFaultIsToldAndItsBoxGetsTheFocus) {
+  Add();
+  form.txtFname.SetText(String(GetParam().FirstName));
+  form.txtMobileno.SetText(String(GetParam().Mobile));
+  form.txtEmail.SetText(String(GetParam().Email));
+  PressOk();
+  ASSERT_EQ(screen.Messages.size(), 1u);
+  EXPECT_EQ(screen.LastMessage().Text, GetParam().Message);
+  EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
+  EXPECT_EQ(screen.LastMessage().Style, 48);
+  const auto& box = GetParam().Message.find(u"Name") != String::npos    ? form.txtFname
+                    : GetParam().Message.find(u"Email") != String::npos ? form.txtEmail
+                                                                        : form.txtMobileno;
+  EXPECT_TRUE(box.HasFocus());
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(Row(u"ID"), u"no row");
+}
+
+constexpr StringView kNoName = u"Please enter the First Name.";
+constexpr StringView kNoMobile = u"Please enter the Mobile No.";
+constexpr StringView kBadMobile = u"Enter a proper Mobile No.";
+constexpr StringView kBadEmail = u"Enter a valid Email Id";
+
+INSTANTIATE_TEST_SUITE_P(Faults, ContactValidationTest,
+                         testing::Values(Refusal{u"   ", u"", u"x", kNoName},
+                                         Refusal{u"", u"91", u"", kNoName},
+                                         Refusal{u"Ann", u"", u"x", kNoMobile},
+                                         Refusal{u"Ann", u"  ", u"", kNoMobile},
+                                         Refusal{u"Ann", u"000", u"x", kBadMobile},
+                                         Refusal{u"Ann", u"abc", u"", kBadMobile},
+                                         Refusal{u"Ann", u"91", u"a@bc", kBadEmail},
+                                         Refusal{u"Ann", u"91", u".a@b@c", kBadEmail}));
+
+TEST_F(ContactSavingTest, ThePrefixAloneIsAMobileNumber) {
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(Row(u"MOBILENO"), u"91");
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(ContactSavingTest, AnAddressOfBlanksIsNotCheckedAndSavedAsTyped) {
+  AddNamed(u"Ann");
+  form.txtEmail.SetText(u"   ");
+  PressOk();
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Row(u"EMAIL"), u"   ");
+}
+
+// New contacts.
+
+TEST_F(ContactSavingTest, ANewContactIsWrittenWithItsFolderAndEveryBox) {
+  form.FolderId = 12;
+  AddNamed(u"Ann");
+  form.txtMname.SetText(u"B");
+  form.txtLname.SetText(u"Lee");
+  form.txtCountryCode.SetText(u"44");
+  form.txtMobileno.SetText(u"7700900");
+  form.txtOfficePhone.SetText(u"off");
+  form.txtHomePhone.SetText(u"home");
+  form.txtFax.SetText(u"fax");
+  form.txtEmail.SetText(u"ann@lee.org");
+  form.txtOrganisation.SetText(u"Acme");
+  form.txtAddress.SetText(u"Street 1");
+  form.txtCity.SetText(u"Leeds");
+  form.txtState.SetText(u"York");
+  form.txtCountry.SetText(u"UK");
+  form.txtZip.SetText(u"LS1");
+  form.txtAge.SetText(u"30");
+  form.cboSex.UserChooses(2);
+  form.dtBirthday.UserPicks(Date(1990, 2, 28));
+  form.dtAnniversary.UserPicks(Date(2015, 6, 1));
+  form.txtHobby.SetText(u"Chess");
+  PressOk();
+  EXPECT_EQ(Row(u"*"),
+            u"1|12|Ann|B|Lee|44|7700900|off|home|fax|ann@lee.org|Acme|Street 1|Leeds|York|UK|LS1|"
+            u"30|F|1990-02-28|2015-06-01|Chess");
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(ContactSavingTest, EmptyBoxesAreWrittenAsEmptyTextsNotAsNull) {
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(Row(u"MNAME, LNAME, COUNTRYCODE, EMAIL, ZIP, HOBBY"), u"|||||");
+  EXPECT_EQ(Row(u"AGE, SEX, BIRTHDAY, ANNIVERSARY"), u"null|null|null|null");
+}
+
+TEST_F(ContactSavingTest, TextsAreWrittenUntrimmedAndAsTyped) {
+  const String name = u"  O'Brien \"&\"\t; --\r\n\U0001F600 ";
+  AddNamed(name);
+  PressOk();
+  EXPECT_EQ(Row(u"FNAME"), name);
+}
+
+TEST_F(ContactSavingTest, TheNewIdIsHandedBackAndKeptForTheHost) {
+  database.Run({u"INSERT INTO SMS_ABCONTACTS (ID) VALUES (41)"});
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(session.SavedContactId, u"42");
+  EXPECT_EQ(session.EditContactId, u"42");
+}
+
+TEST_F(ContactSavingTest, AnEarlierContactsIdStaysTheHostsAfterAnAdd) {
+  session.EditContactId = u"5";
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(session.EditContactId, u"5");
+  EXPECT_EQ(session.SavedContactId, u"1");
+}
+
+TEST_F(ContactSavingTest, TheResultValuesSumTheContactUp) {
+  AddNamed(u"Ann");
+  form.txtLname.SetText(u"Lee");
+  form.txtCountryCode.SetText(u"91");
+  form.txtMobileno.SetText(u"9876543210");
+  form.txtEmail.SetText(u"ann@lee.org");
+  form.txtAddress.SetText(u"Street 1");
+  form.txtOrganisation.SetText(u"Acme");
+  PressOk();
+  EXPECT_EQ(Saved(), u"1|Ann  Lee|91 9876543210|ann@lee.org|Street 1|Acme");
+}
+
+TEST_F(ContactSavingTest, WithoutACountryCodeTheMobileNumberStandsAlone) {
+  AddNamed(u"Ann");
+  form.txtMobileno.SetText(u"9876543210");
+  PressOk();
+  EXPECT_EQ(session.SavedContactMobile, u"9876543210");
+}
+
+TEST_F(ContactSavingTest, ASaveTurnsTheSessionToSharedContacts) {
+  Local();
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(session.SharedMode, 1);
+}
+
+TEST_F(ContactSavingTest, TheDialectsSaveAlike) {
+  for (const StringView dialect : {u"SQL", u"ORACLE", u"MYSQL"}) {
+    session.DbType = dialect;
+    forms::frmNewContact dialog(session);
+    dialog.Load();
+    dialog.txtFname.SetText(u"Ünïcode " + String(dialect));
+    dialog.cmdSave.UserClicks();
+    EXPECT_EQ(Row(u"FNAME"), u"Ünïcode " + String(dialect));
+  }
+}
+
+// Changed contacts.
+
+TEST_F(ContactSavingTest, AChangedContactKeepsItsIdAndFolder) {
+  Ann();
+  Edit();
+  form.FolderId = 8;
+  form.txtFname.SetText(u"Anna");
+  PressOk();
+  EXPECT_EQ(Row(u"ID, FOLDER_ID, FNAME, LNAME"), u"5|3|Anna|Lee");
+  EXPECT_EQ(Saved(), u"5|Anna B Lee|44 7700900|ann@lee.org|Street 1|Acme");
+}
+
+TEST_F(ContactSavingTest, AnUnchangedContactIsSaved) {
+  Ann();
+  const String before = Row(u"*");
+  Edit();
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Row(u"*"), before);
+  EXPECT_EQ(session.SavedContactId, u"5");
+}
+
+TEST_F(ContactSavingTest, ClearingTheAgeDoesNotClearIt) {
+  Ann();
+  Edit();
+  form.txtAge.SetText(u" ");
+  PressOk();
+  EXPECT_EQ(Row(u"AGE"), u"30");
+}
+
+TEST_F(ContactSavingTest, ClearingTheSexClearsIt) {
+  Ann();
+  Edit();
+  form.cboSex.UserChooses(0);
+  PressOk();
+  EXPECT_EQ(Row(u"SEX"), u"null");
+}
+
+TEST_F(ContactSavingTest, TheSexIsStoredAsALetter) {
+  Ann();
+  Edit();
+  form.cboSex.UserChooses(1);
+  PressOk();
+  EXPECT_EQ(Row(u"SEX"), u"M");
+}
+
+TEST_F(ContactSavingTest, ABirthdayWithoutAnAnniversaryClearsTheAnniversary) {
+  Ann();
+  Edit();
+  form.dtAnniversary.UserPicks(std::nullopt);
+  PressOk();
+  EXPECT_EQ(Row(u"BIRTHDAY, ANNIVERSARY"), u"1990-02-28|null");
+}
+
+TEST_F(ContactSavingTest, WithoutABirthdayBothDatesStayAsTheyWere) {
+  Ann();
+  Edit();
+  form.dtBirthday.UserPicks(std::nullopt);
+  form.dtAnniversary.UserPicks(Date(2020, 1, 1));
+  PressOk();
+  EXPECT_EQ(Row(u"BIRTHDAY, ANNIVERSARY"), u"1990-02-28|2015-06-01");
+}
+
+TEST_F(ContactSavingTest, WithoutABirthdayANewContactHasNoAnniversary) {
+  AddNamed(u"Ann");
+  form.dtAnniversary.UserPicks(Date(2020, 1, 1));
+  PressOk();
+  EXPECT_EQ(Row(u"ANNIVERSARY"), u"null");
+}
+
+TEST_F(ContactSavingTest, ThePickersTakeNoDateThatADatabaseCannotHold) {
+  AddNamed(u"Ann");
+  form.dtBirthday.UserPicks(Date(1600, 1, 1));
+  EXPECT_EQ(form.dtBirthday.Value(), Date(1753, 1, 1));
+}
+
+TEST_F(ContactSavingTest, TheLaterSaveHolds) {
+  Ann();
+  Edit();
+  form.txtCity.SetText(u"London");
+  database.Run({u"UPDATE SMS_ABCONTACTS SET CITY = 'Paris', STATE = 'IDF' WHERE ID = 5"});
+  PressOk();
+  EXPECT_EQ(Row(u"CITY, STATE"), u"London|York");
+  EXPECT_EQ(SaveErrors(), 0);
+}
+
+// Cancel.
+
+TEST_F(ContactSavingTest, CancelEmptiesTheResultsOfAnEarlierSave) {
+  AddNamed(u"Ann");
+  PressOk();
+  ASSERT_NE(session.SavedContactId, u"");
+  forms::frmNewContact second(session);
+  second.Load();
+  EXPECT_NE(session.SavedContactId, u"");
+  second.cmdCancel.UserClicks();
+  EXPECT_EQ(Saved(), u"|||||");
+  EXPECT_FALSE(second.IsLoaded());
+}
+
+TEST_F(ContactSavingTest, CancelAsksNothingOfTheDatabase) {
+  UseFakeDriver();
+  Add();
+  form.cmdCancel.UserClicks();
+  EXPECT_TRUE(driver.Opened().empty());
+}
+
+TEST_F(ContactSavingTest, TheCloseButtonIsACancel) {
+  session.SavedContactId = u"3";
+  Add();
+  form.UserCloses();
+  EXPECT_EQ(session.SavedContactId, u"");
+}
+
+TEST_F(ContactSavingTest, ASaveKeepsItsResultsWhenTheDialogGoes) {
+  auto dialog = std::make_unique<forms::frmNewContact>(session);
+  dialog->Load();
+  dialog->txtFname.SetText(u"Ann");
+  dialog->cmdSave.UserClicks();
+  dialog.reset();
+  EXPECT_EQ(session.SavedContactId, u"1");
+}
+
+}  // namespace
+}  // namespace ktrv::tests
