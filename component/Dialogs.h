@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include "component/Session.h"
@@ -7,7 +8,8 @@
 
 namespace ktrv {
 
-/// The windows of one host thread. They stay loaded between calls and are used again.
+/// The windows of one host thread. The address book window stays loaded between calls and is used
+/// again; the dialogs are made afresh for each call.
 class Dialogs {
  public:
   /// \param session must outlive the dialogs.
@@ -19,15 +21,22 @@ class Dialogs {
   /// The one address book window, made when it is first asked for.
   forms::frmAddressBook& AddressBook();
 
+  /// In the order in which UnloadAll takes them, behind the address book window.
+  enum class Editor { Contact, Folder, Group };
+
+  /// Shows the editor modally; returns when it is closed.
+  void ShowModal(Editor kind, controls::Form& editor);
+
   /// Unloads the windows that are loaded. A failure of one does not keep the others; it is logged.
   /// The objects stay, because one of them may be in the middle of an event.
   void UnloadAll() noexcept;
 
-  bool AnyLoaded() const;
-
  private:
+  void Unload(controls::Form* form) noexcept;
+
   Session& session_;
   std::unique_ptr<forms::frmAddressBook> addressBook_;
+  std::array<controls::Form*, 3> shown_{};  ///< by Editor; null when none is shown
 };
 
 }  // namespace ktrv

@@ -2,6 +2,8 @@
 
 #include "data/EditorQueries.h"
 #include "database/Recordset.h"
+#include "forms/contact/frmNewContact.h"
+#include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
 
 namespace ktrv {
@@ -33,14 +35,6 @@ std::int32_t clsMain::Enter(const EntryOperation& operation, const Step& takeArg
     if (CheckRights(session_, operation)) work(result);
     return result;
   });
-}
-
-std::int32_t clsMain::AnnounceMissingDialog(const EntryOperation& operation, std::int32_t ready) {
-  if (ready == 0) return 0;
-  const Error missing(ErrorNumber::ActionNotSupported,
-                      String(operation.Name) + u" is not yet available.");
-  session_.Logger->LogError(session_.LogFilePath, missing, operation.Context, 0, true);
-  throw missing;
 }
 
 std::int16_t clsMain::Init(StringView /*p_ClientDBString*/, StringView p_RemoteDBString,
@@ -85,10 +79,12 @@ std::int32_t clsMain::EditContacts(std::int32_t p_UserId, std::int32_t p_Contact
           LookUp(session_, data::EditorQueries::ContactName(session_.EditContactId), u"FNAME");
     }
     session_.CloseConnection();
+    forms::frmNewContact editor(session_);
+    editor.Mode = ModeOfOperation::Modify;
+    dialogs_.ShowModal(Dialogs::Editor::Contact, editor);
     result = 1;
   };
-  return AnnounceMissingDialog(EntryOperations::kEditContacts,
-                               Enter(EntryOperations::kEditContacts, takeArguments, work));
+  return Enter(EntryOperations::kEditContacts, takeArguments, work);
 }
 
 std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactType,
@@ -100,11 +96,13 @@ std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactT
     session_.PresetMobileNo = p_MobileNo;
   };
   const auto work = [&](std::int32_t& result) {
+    forms::frmNewContact editor(session_);
+    editor.Mode = ModeOfOperation::Add;
+    dialogs_.ShowModal(Dialogs::Editor::Contact, editor);
     result = 1;
     session_.CloseConnection();
   };
-  return AnnounceMissingDialog(EntryOperations::kAddContacts,
-                               Enter(EntryOperations::kAddContacts, takeArguments, work));
+  return Enter(EntryOperations::kAddContacts, takeArguments, work);
 }
 
 std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
@@ -118,7 +116,7 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
     forms::frmGroupsNew editor(session_);
     editor.Mode = ModeOfOperation::Add;
     editor.FolderId = m_FolderId;
-    editor.ShowModal();
+    dialogs_.ShowModal(Dialogs::Editor::Group, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -143,7 +141,7 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     names.Close();
     forms::frmGroupsNew editor(session_);
     editor.Mode = ModeOfOperation::Modify;
-    editor.ShowModal();
+    dialogs_.ShowModal(Dialogs::Editor::Group, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -180,7 +178,7 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
     session_.ContactsName.clear();
     forms::frmGroupsNew picker(session_);
     picker.LoadGroupFor = LoadGroupFor::SelectReceipient;
-    picker.ShowModal();
+    dialogs_.ShowModal(Dialogs::Editor::Group, picker);
     result = 1;
   };
   return Enter(
@@ -190,13 +188,15 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
 std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
   const auto work = [&](std::int32_t& result) {
     session_.CloseConnection();
+    // Local folders are kept nowhere any more: the editor opens, and its save fails and is logged.
     session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::LocalFolder);
+    forms::frmSelectFolder editor(session_);
+    editor.Mode = ModeOfOperation::Add;
+    dialogs_.ShowModal(Dialogs::Editor::Folder, editor);
     result = 1;
   };
-  return AnnounceMissingDialog(
-      EntryOperations::kLoadFolders,
-      Enter(
-          EntryOperations::kLoadFolders, [&] { session_.SessionUserId = p_UserId; }, work));
+  return Enter(
+      EntryOperations::kLoadFolders, [&] { session_.SessionUserId = p_UserId; }, work);
 }
 
 }  // namespace ktrv

@@ -11,8 +11,7 @@ namespace ktrv {
 /// name in the type library means. All objects of a thread share its session and its dialogs.
 ///
 /// The entry operations answer 1 when their dialog was shown and 0 when a guard stopped them or a
-/// failure was trapped and logged. Those whose dialog does not exist yet do all that comes before
-/// it and then raise ActionNotSupported.
+/// failure was trapped and logged.
 class clsMain {
  public:
   /// Both must outlive the object.
@@ -66,8 +65,6 @@ class clsMain {
 
   /// The common course of the operations: guard, arguments into the session, rights check, work.
   std::int32_t Enter(const EntryOperation& operation, const Step& takeArguments, const Work& work);
-  /// Logs and raises that the operation's dialog is still missing, unless `ready` is 0.
-  std::int32_t AnnounceMissingDialog(const EntryOperation& operation, std::int32_t ready);
 
   Session& session_;
   Dialogs& dialogs_;
