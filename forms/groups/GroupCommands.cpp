@@ -71,7 +71,7 @@ void GroupCommands::Init() {
 database::Recordset GroupCommands::Execute(GroupCommand name, std::vector<Variant> values) {
   // The connection may have been closed, or replaced by the host, since the dialog was loaded.
   database::Connection& connection = session_.OpenConnection();
-  database::Command& command = At(name);
+  database::Command& command = Get(name);
   if (command.ActiveConnection() != &connection) command.SetActiveConnection(&connection);
   return command.Execute(std::move(values));
 }
@@ -89,7 +89,7 @@ const database::Command& GroupCommands::At(GroupCommand command) const {
   return commands_[static_cast<std::size_t>(command)];
 }
 
-database::Command& GroupCommands::At(GroupCommand command) {
+database::Command& GroupCommands::Get(GroupCommand command) {
   return commands_[static_cast<std::size_t>(command)];
 }
 

@@ -54,7 +54,7 @@ class GroupCommands {
   const database::Command& At(GroupCommand command) const;
 
  private:
-  database::Command& At(GroupCommand command);
+  database::Command& Get(GroupCommand command);
 
   Session& session_;
   std::array<database::Command, kCount> commands_;

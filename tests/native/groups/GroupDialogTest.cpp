@@ -1,0 +1,413 @@
+#include "data/GroupQueries.h"
+#include "tests/native/groups/GroupsFixture.h"
+
+namespace ktrv::forms {
+namespace {
+
+namespace Queries = data::GroupQueries;
+
+struct GroupDialogTest : tests::GroupsTest {
+  void BeAnOrdinaryUser() { session.IsAdmin = 0; }
+  void TypeName(StringView name) { form->txtGroupName.UserTypes(name); }
+
+  static constexpr StringView kFormLoad =
+      u"KTRVAddressBook: Error occurred. Sub:Form_Load() Module: frmGroupsNew()";
+  static constexpr StringView kValidate =
+      u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmGroupsNew()";
+  static constexpr StringView kNew =
+      u"KTRVAddressBook: Error occured. Sub: cmdNew_Click(),  Module: frmGroupsNew()";
+  static constexpr StringView kProperty =
+      u"KTRVAddressBook: Error occured. Sub: cmdNew_Click(), Module: frmGroupsNew()";
+};
+
+TEST_F(GroupDialogTest, HasItsCaptions) {
+  OpenToAdd();
+  EXPECT_EQ(form->Caption(), u"New Group");
+  EXPECT_EQ(form->lblGroupName.Caption(), u"Group Name");
+  EXPECT_EQ(form->chkGroup.Caption(), u"This is a Shared Group");
+  EXPECT_EQ(form->Frame2.Caption(), u" Select Group Members ");
+  EXPECT_EQ(form->Label2.Caption(), u"Type Name or select from list");
+  EXPECT_EQ(form->cmdFind.Caption(), u"&Find");
+  EXPECT_EQ(form->cmdSelect.Caption(), u"&Select ->");
+  EXPECT_EQ(form->cmdSelectAll.Caption(), u"&All ->");
+  EXPECT_EQ(form->cmdProperty.Caption(), u"&Properties");
+  EXPECT_EQ(form->cmdNew.Caption(), u"&New Contact");
+  EXPECT_EQ(form->chkIncudeCountryCode.Caption(), u"Prefix Country code (if available)");
+  EXPECT_EQ(form->lblSave.Caption(), u"Saving Group...");
+  EXPECT_EQ(form->cmdOK.Caption(), u"&OK");
+  EXPECT_EQ(form->cmdCancel.Caption(), u"&Cancel");
+}
+
+TEST_F(GroupDialogTest, OrdinaryUserSeesASharedGroupButCannotChangeItOrMakeContacts) {
+  BeAnOrdinaryUser();
+  OpenToAdd();
+  EXPECT_FALSE(form->cmdOK.Enabled());
+  EXPECT_FALSE(form->cmdNew.Enabled());
+  EXPECT_TRUE(form->cmdCancel.Enabled());
+}
+
+TEST_F(GroupDialogTest, OrdinaryUserMayWorkOnLocalGroups) {
+  BeAnOrdinaryUser();
+  WorkOn(TypeOfGroup::LocalGroup);
+  OpenToAdd();
+  EXPECT_TRUE(form->cmdOK.Enabled());
+  EXPECT_TRUE(form->cmdNew.Enabled());
+}
+
+TEST_F(GroupDialogTest, AdministratorMayChangeSharedGroups) {
+  OpenToAdd();
+  EXPECT_TRUE(form->cmdOK.Enabled());
+  EXPECT_TRUE(form->cmdNew.Enabled());
+}
+
+TEST_F(GroupDialogTest, SharedModeOfContactsHasNoSayHere) {
+  session.SharedMode = 1;
+  WorkOn(TypeOfGroup::LocalGroup);
+  OpenToAdd();
+  EXPECT_FALSE(form->chkGroup.Checked());
+  EXPECT_TRUE(Sources().empty());
+}
+
+TEST_F(GroupDialogTest, PickerHasNoNameRowAndIs660TwipsShorter) {
+  OpenToAdd();
+  const auto height = form->ScaleHeight();
+  const controls::Rectangle frame = form->Frame2.Bounds();
+  const controls::Rectangle ok = form->cmdOK.Bounds();
+  const controls::Rectangle cancel = form->cmdCancel.Bounds();
+  const controls::Rectangle label = form->lblSave.Bounds();
+  const controls::Rectangle bar = form->pbrSave.Bounds();
+  const controls::Rectangle grid = form->vsfGroupContacts.Bounds();
+  OpenPicker();
+  EXPECT_EQ(form->ScaleHeight(), height - 660);
+  EXPECT_FALSE(form->lblGroupName.Visible());
+  EXPECT_FALSE(form->txtGroupName.Visible());
+  EXPECT_FALSE(form->chkGroup.Visible());
+  EXPECT_EQ(form->Frame2.Top(), frame.Top - 660);
+  EXPECT_EQ(form->cmdOK.Top(), ok.Top - 660);
+  EXPECT_EQ(form->cmdCancel.Top(), cancel.Top - 660);
+  EXPECT_EQ(form->lblSave.Top(), label.Top - 660);
+  EXPECT_EQ(form->pbrSave.Top(), bar.Top - 660);
+  EXPECT_EQ(form->vsfGroupContacts.Top(), grid.Top - 660);
+  EXPECT_EQ(form->vsfGroupContacts.Left(), grid.Left);
+  EXPECT_EQ(form->Caption(), u"Select Recipient");
+}
+
+TEST_F(GroupDialogTest, EditorTicksTheSharedBoxForASharedGroup) {
+  OpenToAdd();
+  EXPECT_TRUE(form->chkGroup.Checked());
+  WorkOn(TypeOfGroup::LocalGroup);
+  OpenToAdd();
+  EXPECT_FALSE(form->chkGroup.Checked());
+}
+
+TEST_F(GroupDialogTest, ModifyingHasItsCaptionAndTheGroupsName) {
+  OpenToModify(u"5", u"Team");
+  EXPECT_EQ(form->Caption(), u"Modify Group");
+  EXPECT_EQ(form->txtGroupName.Text(), u"Team");
+}
+
+TEST_F(GroupDialogTest, ModeHasNoMeaningForThePicker) {
+  form = std::make_unique<frmGroupsNew>(session);
+  form->LoadGroupFor = LoadGroupFor::SelectReceipient;
+  form->Mode = ModeOfOperation::Modify;
+  form->Load();
+  EXPECT_EQ(form->Caption(), u"Select Recipient");
+  EXPECT_TRUE(Ran(Queries::kCountMembers).empty());
+}
+
+TEST_F(GroupDialogTest, NewGroupAndPickerStartWithoutMembers) {
+  OpenToAdd();
+  EXPECT_EQ(form->Members().Count(), 0);
+  EXPECT_EQ(MemberCount(), u"0 Member(s)");
+  OpenPicker();
+  EXPECT_EQ(form->Members().Count(), 0);
+  EXPECT_EQ(form->vsfGroupContacts.Text(0, form->vsfGroupContacts.ColIndex(u"NAME")), u"Name");
+}
+
+TEST_F(GroupDialogTest, FirstSourceIsChosenAndAskedForOnce) {
+  OpenPicker();
+  EXPECT_EQ(form->cboContactType.ListIndex(), 0);
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Ran(u"AS MOBILE_DISPLAY FROM").size(), 1U);
+}
+
+TEST_F(GroupDialogTest, OpensWithoutADatabaseAndLogsItOnce) {
+  driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));
+  OpenToModify(u"5", u"Team");
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(ErrorsLogged(kFormLoad), 1);
+  EXPECT_EQ(ErrorsLogged(), 1);
+  EXPECT_EQ(form->lblLoadingFolder.Caption(), u"The contacts could not be loaded.");
+  EXPECT_EQ(form->lblLoadingGrp.Caption(), u"The members could not be loaded.");
+  EXPECT_FALSE(form->pbrFolder.Visible());
+}
+
+TEST_F(GroupDialogTest, WithoutADatabaseAnOrdinaryUserGetsNoMoreRights) {
+  BeAnOrdinaryUser();
+  driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));
+  OpenPicker();
+  EXPECT_FALSE(form->cmdOK.Enabled());
+  EXPECT_EQ(form->Caption(), u"Select Recipient");
+}
+
+TEST_F(GroupDialogTest, MySqlOpensListsNothingAndSaysSo) {
+  session.DbType = u"MYSQL";
+  Folders({{u"1", u"Friends", u"S", u""}});
+  OpenPicker();
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
+  EXPECT_TRUE(form->lblLoadingFolder.Visible());
+  EXPECT_EQ(form->lblLoadingFolder.Caption(), u"No lists for database type MYSQL.");
+  EXPECT_EQ(Sources(), (std::vector<String>{u"Shared Contacts", u"Friends"}));
+  EXPECT_TRUE(Ran(u"AS MOBILE_DISPLAY FROM").empty());
+}
+
+// Names.
+
+TEST_F(GroupDialogTest, NameOfBlanksIsRefused) {
+  OpenToAdd();
+  TypeName(u"   ");
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(screen.LastMessage().Text, u"Please enter the Group Name.");
+  EXPECT_EQ(screen.LastMessage().Style, MessageStyle::Exclamation);
+  EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
+  EXPECT_TRUE(form->txtGroupName.HasFocus());
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_TRUE(Ran(Queries::kNameTaken).empty());
+}
+
+TEST_F(GroupDialogTest, TakenNameOfANewGroupIsRefused) {
+  driver.Answer(Queries::kNameTaken, {{u"1"}}, {{u"1"}});
+  OpenToAdd();
+  TypeName(u" Team ");
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"A group with that name already exists. Please use a different group name.");
+  EXPECT_TRUE(form->txtGroupName.HasFocus());
+  ASSERT_EQ(Ran(Queries::kNameTaken).size(), 1U);
+  EXPECT_EQ(Ran(Queries::kNameTaken)[0].Values, (std::vector<Variant>{String(u"Team")}));
+  EXPECT_TRUE(Ran(u"INSERT").empty());
+}
+
+TEST_F(GroupDialogTest, NameOfAnotherGroupIsRefusedWhenModifying) {
+  driver.Answer(Queries::kNameTakenByAnother, {{u"1"}}, {{u"1"}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(screen.Messages.size(), 1U);
+  ASSERT_EQ(Ran(Queries::kNameTakenByAnother).size(), 1U);
+  EXPECT_EQ(Ran(Queries::kNameTakenByAnother)[0].Values,
+            (std::vector<Variant>{String(u"Team"), std::int64_t{5}}));
+}
+
+TEST_F(GroupDialogTest, NameOfALocalGroupIsNotLookedUp) {
+  WorkOn(TypeOfGroup::LocalGroup);
+  OpenToAdd();
+  TypeName(u"Mine");
+  EXPECT_TRUE(form->Validate_Data());
+  EXPECT_TRUE(driver.Executed().empty());
+}
+
+TEST_F(GroupDialogTest, PickerIsNotValidated) {
+  OpenPicker();
+  EXPECT_TRUE(form->Validate_Data());
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(GroupDialogTest, FailedNameCheckIsLoggedAndCountsAsInvalid) {
+  driver.Fail(Queries::kNameTaken, Error(ErrorNumber::DriverFailure, u"gone"));
+  OpenToAdd();
+  TypeName(u"Team");
+  EXPECT_FALSE(form->Validate_Data());
+  EXPECT_EQ(ErrorsLogged(kValidate), 1);
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(GroupDialogTest, NameTakesNoMoreThan100Units) {
+  OpenToAdd();
+  TypeName(String(120, u'x'));
+  EXPECT_EQ(form->txtGroupName.Text().size(), 100U);
+}
+
+// Cancelling.
+
+TEST_F(GroupDialogTest, CancelWritesNothingAndClearsTheGroup) {
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  form->cmdCancel.UserClicks();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(session.GroupId, u"");
+  EXPECT_EQ(session.GroupName, u"");
+  EXPECT_TRUE(Ran(u"INSERT").empty() && Ran(u"DELETE").empty() && Ran(u"UPDATE").empty());
+}
+
+TEST_F(GroupDialogTest, CancelOfThePickerClearsTheNamesAndLeavesTheGroupAlone) {
+  session.GroupId = u"5";
+  session.ContactsName = u"Anna;";
+  OpenPicker();
+  form->cmdCancel.UserClicks();
+  EXPECT_EQ(session.ContactsName, u"");
+  EXPECT_EQ(session.GroupId, u"5");
+  EXPECT_EQ(session.SelectedRecipients->Count(), 0);
+}
+
+TEST_F(GroupDialogTest, ClosingTheWindowIsACancel) {
+  OpenToModify(u"5", u"Team");
+  form->UserCloses();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(session.GroupId, u"");
+}
+
+TEST_F(GroupDialogTest, CancelDuringAFetchWaitsForNothing) {
+  HoldFetches();
+  OpenToModify(u"5", u"Team");
+  form->cmdCancel.UserClicks();
+  EXPECT_FALSE(form->IsLoaded());
+  form.reset();
+  driver.OpenGate.Open();
+  EXPECT_TRUE(tests::WaitForFetches());
+  screen.Pump();
+  EXPECT_EQ(ErrorsLogged(), 0);
+}
+
+// Contacts opened over the dialog.
+
+TEST_F(GroupDialogTest, NewContactOfTheChosenFolderIsAppendedToTheSource) {
+  Folders({{u"8", u"Friends", u"S", u""}});
+  driver.Answer(Queries::kContact, {{u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                {{u"Nora", u"98009", u"91"}});
+  OpenToAdd();
+  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"8", u"Friends", u"S", u""}});
+  ASSERT_TRUE(Choose(u"Friends"));
+  session.EditContactId = u"3";
+  form->ContactEditor() = [&](ModeOfOperation mode, std::int16_t folder) {
+    EXPECT_EQ(mode, ModeOfOperation::Add);
+    EXPECT_EQ(folder, 8);
+    EXPECT_EQ(session.EditContactId, u"");
+    EXPECT_EQ(session.SharedMode, 1);
+    session.EditContactId = u"42";
+  };
+  form->cmdNew.UserClicks();
+  const auto& grid = form->vsfFolderContacts;
+  EXPECT_EQ(Column(grid, u"ID"), (std::vector<String>{u"42"}));
+  EXPECT_EQ(Column(grid, u"NAME"), (std::vector<String>{u"Nora"}));
+  EXPECT_EQ(Column(grid, u"MOBILENO"), (std::vector<String>{u"98009"}));
+  EXPECT_EQ(Column(grid, u"COUNTRYCODE"), (std::vector<String>{u"91"}));
+  EXPECT_EQ(Column(grid, u"MOBILE_DISPLAY"), (std::vector<String>{u"91 98009"}));
+  EXPECT_EQ(Column(grid, u"CONTACTTYPE"), (std::vector<String>{u"1"}));
+}
+
+TEST_F(GroupDialogTest, NoRowComesWhenNoContactWasMade) {
+  OpenToAdd();
+  ASSERT_TRUE(Complete());
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {};
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
+  EXPECT_TRUE(Ran(Queries::kContact).empty());
+}
+
+TEST_F(GroupDialogTest, NewLocalContactIsNotMarkedSharedAndNotListed) {
+  WorkOn(TypeOfGroup::LocalGroup);
+  OpenToAdd();
+  form->ContactEditor() = [&](ModeOfOperation, std::int16_t folder) {
+    EXPECT_EQ(folder, 0);
+    session.EditContactId = u"42";
+  };
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(session.SharedMode, 0);
+  EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
+}
+
+TEST_F(GroupDialogTest, FolderIdOfMoreThan16BitsFailsTheNewContact) {
+  Folders({{u"40000", u"Far", u"S", u""}});
+  OpenToAdd();
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  form->cboContactType.UserChooses(1);
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(ErrorsLogged(kNew), 1);
+}
+
+TEST_F(GroupDialogTest, FailureOfANewContactIsLoggedWithTwoBlanks) {
+  OpenToAdd();
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {
+    throw Error(ErrorNumber::DriverFailure, u"gone");
+  };
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(ErrorsLogged(kNew), 1);
+  EXPECT_EQ(ErrorsLogged(kProperty), 0);
+}
+
+TEST_F(GroupDialogTest, PropertiesOfARemoteContactAreRefused) {
+  Candidates({{u"R1", u"Rita", u"97001", u"", u"3", u"97001"}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  form->vsfFolderContacts.SetRow(1);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"Cannot show properties of Shared Remote Contacts from here.");
+}
+
+TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
+  Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
+              {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
+  driver.Answer(Queries::kContact, {{u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                {{u"Berta", u"98022", std::nullopt}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->ContactEditor() = [&](ModeOfOperation mode, std::int16_t) {
+    EXPECT_EQ(mode, ModeOfOperation::Modify);
+    EXPECT_EQ(session.EditContactId, u"2");
+  };
+  form->vsfFolderContacts.SetRow(2);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna", u"Berta"}));
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILENO"),
+            (std::vector<String>{u"98001", u"98022"}));
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILE_DISPLAY"),
+            (std::vector<String>{u"91 98001", u"98022"}));
+}
+
+TEST_F(GroupDialogTest, PropertiesLogUnderTheNewContactsNameWithOneBlank) {
+  Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {
+    throw Error(ErrorNumber::DriverFailure, u"gone");
+  };
+  form->vsfFolderContacts.SetRow(1);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(ErrorsLogged(kProperty), 1);
+  EXPECT_EQ(ErrorsLogged(kNew), 0);
+}
+
+TEST_F(GroupDialogTest, PropertiesWithoutASelectedRowDoNothing) {
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(ErrorsLogged(), 0);
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(GroupDialogTest, PropertiesOfAListedGroupOpenItsOwnDialog) {
+  Candidates({{u"9", u"Team", u"", u"", u"2", u""}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  session.OpenForProperties = false;
+  screen.PlayModal([&](controls::Form& shown) {
+    EXPECT_TRUE(session.OpenForProperties);
+    EXPECT_EQ(session.GroupId, u"9");
+    EXPECT_EQ(shown.Caption(), u"Modify Group");
+    EXPECT_EQ(static_cast<frmGroupsNew&>(shown).txtGroupName.Text(), u"Team");
+    shown.Unload();
+  });
+  form->vsfFolderContacts.SetRow(1);
+  form->cmdProperty.UserClicks();
+  EXPECT_FALSE(session.OpenForProperties);
+  EXPECT_TRUE(form->IsLoaded());
+}
+
+}  // namespace
+}  // namespace ktrv::forms

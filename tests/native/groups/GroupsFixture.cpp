@@ -1,0 +1,207 @@
+#include "tests/native/groups/GroupsFixture.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "data/GroupQueries.h"
+
+namespace ktrv::tests {
+
+using database::DataType;
+namespace Queries = data::GroupQueries;
+
+GroupsTest::GroupsTest()
+    : session(screen, system,
+              {[this](StringView text) -> database::Driver& {
+                 if (file) return file->Surroundings().DriverFor(text);
+                 return driver;
+               },
+               screen.Dispatcher.Post()}) {
+  session.LogFilePath = u"log";
+  session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+  session.SessionConnectionString = u"DSN=Test";
+  session.DbType = u"SQL";
+  session.IsAdmin = 1;
+  session.InitDone = 1;
+  WorkOn(TypeOfGroup::SharedGroup);
+  driver.Changes(u"SMS_ABGROUPS SET NAME", 1);
+  driver.Changes(u"DELETE FROM", 0);
+  driver.Changes(u"INSERT INTO", 1);
+  driver.Answer(Queries::kNameTaken, {{u"1", DataType::Integer}}, {});
+  driver.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"77"}});
+  Folders({});
+  Candidates({});
+  MembersAre({});
+  for (const StringView query : {Queries::kCountFolderContacts, Queries::kCountRemoteContacts,
+                                 Queries::kCountFolderGroups, Queries::kCountMembers}) {
+    Counts(query, 0);
+  }
+}
+
+forms::frmGroupsNew& GroupsTest::OpenPicker() {
+  form = std::make_unique<forms::frmGroupsNew>(session);
+  form->LoadGroupFor = LoadGroupFor::SelectReceipient;
+  form->Load();
+  return *form;
+}
+
+forms::frmGroupsNew& GroupsTest::OpenToAdd(String folderId) {
+  session.GroupId.clear();
+  form = std::make_unique<forms::frmGroupsNew>(session);
+  form->FolderId = std::move(folderId);
+  form->Load();
+  return *form;
+}
+
+forms::frmGroupsNew& GroupsTest::OpenToModify(String groupId, String name) {
+  session.GroupId = std::move(groupId);
+  session.GroupName = std::move(name);
+  form = std::make_unique<forms::frmGroupsNew>(session);
+  form->Mode = ModeOfOperation::Modify;
+  form->Load();
+  return *form;
+}
+
+bool GroupsTest::Complete() {
+  return screen.WaitUntil(
+      [&] { return !form->Sources().IsLoading() && !form->Members().IsLoading(); });
+}
+
+void GroupsTest::Take(std::vector<int> rows) {
+  form->vsfFolderContacts.UserSelects(rows, rows.front());
+  form->cmdSelect.UserClicks();
+}
+
+bool GroupsTest::Choose(StringView source) {
+  const int index = form->cboContactType.IndexOf(source);
+  if (index < 0) return false;
+  form->cboContactType.UserChooses(index);
+  return Complete();
+}
+
+std::vector<String> GroupsTest::Column(const controls::FlexGrid& grid, StringView key) const {
+  std::vector<String> texts;
+  const int column = grid.ColIndex(key);
+  for (int row = 1; row < grid.Rows(); ++row) texts.push_back(grid.Text(row, column));
+  return texts;
+}
+
+std::vector<String> GroupsTest::Sources() const {
+  std::vector<String> names;
+  for (int index = 0; index < form->cboContactType.ListCount(); ++index) {
+    names.push_back(form->cboContactType.List(index));
+  }
+  return names;
+}
+
+std::vector<String> GroupsTest::Texts(const TextCollection& collection) {
+  std::vector<String> texts;
+  for (std::int32_t item = 1; item <= collection.Count(); ++item) {
+    texts.push_back(collection.Item(item));
+  }
+  return texts;
+}
+
+int GroupsTest::ErrorsLogged(StringView context) const {
+  const String log = system.TextOf(u"log");
+  int count = 0;
+  for (std::size_t at = log.find(context); at != String::npos; at = log.find(context, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+int GroupsTest::ErrorsLogged() const {
+  return ErrorsLogged(u"Error Number      : ");
+}
+
+std::vector<FakeDriver::Execution> GroupsTest::Ran(StringView part) const {
+  std::vector<FakeDriver::Execution> found;
+  for (const auto& execution : driver.Executed()) {
+    if (execution.Text.find(part) != String::npos) found.push_back(execution);
+  }
+  return found;
+}
+
+void GroupsTest::HoldFetches() {
+  session.OpenConnection();
+  driver.OpenGate.Close();
+}
+
+void GroupsTest::Folders(std::vector<Row> rows) {
+  driver.Answer(Queries::kFolders,
+                {{u"ID", DataType::Integer}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                std::move(rows));
+}
+
+void GroupsTest::Counts(StringView query, std::int64_t count) {
+  driver.Answer(query, {{u"TOTAL", DataType::Integer}}, {{ToDecimal(count)}});
+}
+
+namespace {
+const std::vector<database::Column> kListColumns = {
+    {u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}, {u"1"}, {u"MOBILE_DISPLAY"}};
+}
+
+void GroupsTest::Candidates(std::vector<Row> rows) {
+  driver.Answer(u"AS MOBILE_DISPLAY FROM", kListColumns, std::move(rows));
+}
+
+void GroupsTest::MembersAre(std::vector<Row> rows) {
+  driver.Answer(u"(SELECT CONTACT_ID FROM SMS_ABGROUPMAPS", kListColumns, std::move(rows));
+}
+
+namespace {
+
+void RunScript(SqliteFile& file, const std::string& name) {
+  std::ifstream script(KTRV_SCHEMA_FOLDER + name);
+  ASSERT_TRUE(script) << name;
+  std::string statement;
+  for (std::string line; std::getline(script, line);) {
+    line = line.substr(0, line.find("--"));
+    statement += line + "\n";
+    if (line.find(';') == std::string::npos) continue;
+    file.Run({FromUtf8(statement)});
+    statement.clear();
+  }
+}
+
+}  // namespace
+
+GroupsOnSqlite::GroupsOnSqlite() {
+  file = std::make_unique<SqliteFile>();
+  session.SessionConnectionString = file->ConnectionString();
+  RunScript(*file, "sqlite.sql");
+  RunScript(*file, "sqlite-host.sql");
+  file->Run({
+      u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES "
+      u"(1, 'S', 'Friends', ''), (2, 'R', 'Dealers', 'D')",
+      u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, COUNTRYCODE, MOBILENO) VALUES "
+      u"(1, 0, 'Anna', '91', '98001'), (2, 0, 'Bert', '', '98002'), (3, 0, 'Cora', NULL, NULL), "
+      u"(4, 1, 'Dora', '44', '98004')",
+      u"INSERT INTO \"ZUL$CONTACTS\" (CODE, NAME, MOBILENO, CATEGORY) VALUES "
+      u"('R1', 'Rita', '97001', 'D'), ('R2', 'Rolf', '97002', 'D')",
+      u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (11, 'Team', 0), (12, 'Void', 0)",
+      u"INSERT INTO SMS_ABGROUPMAPS VALUES (11, '1', 'S'), (11, '2', 'S'), (11, 'R1', 'R')",
+  });
+}
+
+String GroupsOnSqlite::Query(StringView text) {
+  database::Recordset rows(session.Environment);
+  rows.Open(text, session.SessionConnectionString);
+  String joined;
+  for (; !rows.EndOfFile(); rows.MoveNext()) {
+    if (!joined.empty()) joined += u",";
+    joined += ToText(rows.Field(rows.Columns().front().Name));
+  }
+  return joined;
+}
+
+String GroupsOnSqlite::MembershipsOf(StringView groupId) {
+  return Query(
+      u"SELECT CONTACT_ID || ':' || CONTACT_TYPE AS M FROM SMS_ABGROUPMAPS WHERE "
+      u"GROUP_ID = " +
+      String(groupId) + u" ORDER BY ROWID");
+}
+
+}  // namespace ktrv::tests

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "component/Session.h"
+#include "forms/groups/frmGroupsNew.h"
+#include "tests/native/support/FakeDriver.h"
+#include "tests/native/support/FakeOperatingSystem.h"
+#include "tests/native/support/ScriptedScreen.h"
+#include "tests/native/support/SqliteFile.h"
+
+namespace ktrv::tests {
+
+/// The group dialog for an administrator who works on shared groups, on a database that answers as
+/// the test says.
+class GroupsTest : public testing::Test {
+ protected:
+  using Row = FakeDriver::Row;
+
+  GroupsTest();
+
+  void WorkOn(TypeOfGroup type) { session.GroupType = static_cast<std::int32_t>(type); }
+
+  // Opening it. The dialog is loaded as if it were shown; nothing has come of its lists yet.
+  forms::frmGroupsNew& OpenPicker();
+  forms::frmGroupsNew& OpenToAdd(String folderId = u"0");
+  forms::frmGroupsNew& OpenToModify(String groupId, String name);
+  /// Waits until both lists are there. \return false when they are not in time.
+  bool Complete();
+  /// The source's rows, counted from 1, go into the members.
+  void Take(std::vector<int> rows);
+  /// Chooses the source of this name and waits for its rows. \return false when there is none.
+  bool Choose(StringView source);
+
+  std::vector<String> Column(const controls::FlexGrid& grid, StringView key) const;
+  std::vector<String> Sources() const;
+  String MemberCount() const { return form->lblMemberCount.Caption(); }
+  static std::vector<String> Texts(const TextCollection& collection);
+
+  int ErrorsLogged(StringView procedure) const;
+  int ErrorsLogged() const;
+  /// Texts that ran and contain this part.
+  std::vector<FakeDriver::Execution> Ran(StringView part) const;
+
+  /// Fetches in the background wait from now on until driver.OpenGate is opened.
+  void HoldFetches();
+
+  // What the scripted database answers.
+  void Folders(std::vector<Row> rows);  ///< id, name, type, category
+  void Counts(StringView query, std::int64_t count);
+  /// Rows of every source from now on: id, name, mobile number, country code, kind, display.
+  void Candidates(std::vector<Row> rows);
+  void MembersAre(std::vector<Row> rows);
+
+  FakeDriver driver;
+  std::unique_ptr<SqliteFile> file;  ///< where it is set, it is the database
+  ScriptedScreen screen;
+  FakeOperatingSystem system;
+  Session session;
+  std::unique_ptr<forms::frmGroupsNew> form;
+};
+
+/// The same on an embedded database. Contacts outside folders: 1 Anna (91, 98001), 2 Bert (no
+/// country code, 98002), 3 Cora (null and null); in folder 1 "Friends": 4 Dora. Folder 2 "Dealers"
+/// maps the category D of the remote contacts R1 Rita and R2 Rolf. Group 11 "Team" has the members
+/// 1, 2 and R1; group 12 "Void" none.
+class GroupsOnSqlite : public GroupsTest {
+ protected:
+  GroupsOnSqlite();
+
+  void Run(StringView statement) { file->Run({statement}); }
+  /// The first column of the rows, joined with commas.
+  String Query(StringView text);
+  /// "contact:letter" of the group's memberships in the order of their writing.
+  String MembershipsOf(StringView groupId);
+};
+
+}  // namespace ktrv::tests
