@@ -24,7 +24,12 @@ class PeerFactory {
  public:
   virtual ~PeerFactory() = default;
 
+  virtual std::unique_ptr<CheckBoxPeer> Make(CheckBox& control) = 0;
+  virtual std::unique_ptr<ComboBoxPeer> Make(ComboBox& control) = 0;
+  virtual std::unique_ptr<CommandButtonPeer> Make(CommandButton& control) = 0;
+  virtual std::unique_ptr<DatePickerPeer> Make(DatePicker& control) = 0;
   virtual std::unique_ptr<FlexGridPeer> Make(FlexGrid& control) = 0;
+  virtual std::unique_ptr<FramePeer> Make(Frame& control) = 0;
   virtual std::unique_ptr<LabelPeer> Make(Label& control) = 0;
   virtual std::unique_ptr<PictureBoxPeer> Make(PictureBox& control) = 0;
   virtual std::unique_ptr<ProgressBarPeer> Make(ProgressBar& control) = 0;
@@ -32,14 +37,7 @@ class PeerFactory {
   virtual std::unique_ptr<TextBoxPeer> Make(TextBox& control) = 0;
   virtual std::unique_ptr<ToolBarPeer> Make(ToolBar& control) = 0;
   virtual std::unique_ptr<TreeViewPeer> Make(TreeView& control) = 0;
-
-  // Without a window of their own on displays that do not show them yet.
-  virtual std::unique_ptr<CheckBoxPeer> Make(CheckBox&) { return nullptr; }
-  virtual std::unique_ptr<ComboBoxPeer> Make(ComboBox&) { return nullptr; }
-  virtual std::unique_ptr<CommandButtonPeer> Make(CommandButton&) { return nullptr; }
-  virtual std::unique_ptr<DatePickerPeer> Make(DatePicker&) { return nullptr; }
-  virtual std::unique_ptr<FramePeer> Make(Frame&) { return nullptr; }
-  virtual std::unique_ptr<UpDownPeer> Make(UpDown&) { return nullptr; }
+  virtual std::unique_ptr<UpDownPeer> Make(UpDown& control) = 0;
 };
 
 }  // namespace ktrv::controls
