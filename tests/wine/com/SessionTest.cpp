@@ -1,0 +1,153 @@
+#include <future>
+#include <gmock/gmock.h>
+#include <thread>
+
+#include "tests/wine/com/Component.h"
+
+namespace ktrv::tests {
+namespace {
+
+constexpr wchar_t kTitle[] = L"TALVERO Notification Server";
+
+/// Presses OK in the next message box of this process and gives its text.
+std::future<std::wstring> AnswerNextBox() {
+  return std::async(std::launch::async, [] {
+    const ULONGLONG end = GetTickCount64() + 20000;
+    while (GetTickCount64() < end) {
+      const HWND box = FindWindowW(nullptr, kTitle);
+      DWORD process = 0;
+      GetWindowThreadProcessId(box, &process);
+      if (box && process == GetCurrentProcessId() && IsWindowVisible(box)) {
+        wchar_t text[256] = L"";
+        GetDlgItemTextW(box, 0xFFFF, text, 256);
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        return std::wstring(text);
+      }
+      Sleep(10);
+    }
+    return std::wstring(L"(no box)");
+  });
+}
+
+class SessionOfAThread : public Component {
+ protected:
+  short Init(_clsMain* object, const std::wstring& connection) {
+    const Bstr client, remote(connection);
+    Bstr dialect(L"SQL"), log(Log);
+    short result = -1;
+    EXPECT_EQ(object->Init(client.Get(), remote.Get(), ::RuntAtClient, dialect.Address(),
+                           log.Address(), &result),
+              S_OK);
+    return result;
+  }
+  void TearDown() override {
+    DeleteFileW(Log.c_str());
+    Component::TearDown();
+  }
+  std::wstring Log = FreshFile(L"session.log");
+};
+
+TEST_F(SessionOfAThread, InitReachesADatabaseAndLogsIt) {
+  EXPECT_EQ(Init(Make().Get(), L"Driver=SQLite3;Database=:memory:"), 1);
+  EXPECT_EQ(ReadFile(Log),
+            "KTRVAddressBook: Starting initialization routine...\r\n"
+            "KTRVAddressBook: Initialization routine completed.....\r\n");
+}
+
+TEST_F(SessionOfAThread, InitLeavesARecordWhenItCannotReachOne) {
+  EXPECT_EQ(Init(Make().Get(), L"Driver=SQLite3;Database=/nowhere/at/all.db"), 0);
+  EXPECT_THAT(ReadFile(Log),
+              testing::HasSubstr("KTRVAddressBook: Error occured. Sub: Init, Module: clsMain\r\n"));
+}
+
+TEST_F(SessionOfAThread, EveryOperationIsRefusedInItsOwnWordsBeforeInit) {
+  const ComPtr<_clsMain> object = Make();
+  Init(object.Get(), L"Driver=SQLite3;Database=/nowhere/at/all.db");
+  DeleteFileW(Log.c_str());
+  Bstr text(L"1");
+  ::TypeOfGroup group = ::SharedGroup;
+  const auto refused = [&](auto&& call) {
+    std::future<std::wstring> shown = AnswerNextBox();
+    long result = -1;
+    EXPECT_EQ(call(&result), S_OK);
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(shown.get(), L"Initialisation routine for AddressBook DLL has not been done.");
+  };
+  refused(
+      [&](long* r) { return object->EditContacts(1, ::SharedContact, 1, nullptr, nullptr, r); });
+  refused([&](long* r) { return object->AddContacts(1, ::LocalContact, nullptr, nullptr, r); });
+  refused([&](long* r) { return object->AddGroup(1, text.Address(), nullptr, nullptr, r); });
+  refused([&](long* r) { return object->EditGroup(1, text.Address(), &group, nullptr, r); });
+  refused([&](long* r) { return object->LoadAddressBook(1, r); });
+  refused([&](long* r) { return object->LoadRecipients(1, VARIANT_TRUE, r); });
+  refused([&](long* r) { return object->LoadFolders(1, r); });
+  const std::string editGroup =
+      "KTRVAddressBook: Could not load edit group because initialisation routine not "
+      "completed....\r\n";
+  EXPECT_EQ(ReadFile(Log),
+            "KTRVAddressBook: Could not load edit contacts because initialisation routine not "
+            "completed....\r\n"
+            "KTRVAddressBook: Could not load add contacts because initialisation routine not "
+            "completed....\r\n"
+            "KTRVAddressBook: Could not load add group because initialisation routine not "
+            "completed....\r\n" +
+                editGroup + editGroup + editGroup + editGroup);
+}
+
+TEST_F(SessionOfAThread, AnotherThreadHasASessionOfItsOwnWhichEndsWithItsCom) {
+  const ComPtr<_clsMain> object = Make();
+  const Bstr text(L"DSN=First");
+  object->put_RemoteDBString(text.Get());
+  std::wstring seen = L"?";
+  std::thread([&] {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    {
+      const ComPtr<_clsMain> other = Make();
+      Bstr read;
+      other->get_RemoteDBString(read.Address());
+      seen = read.Text();
+    }
+    CoUninitialize();
+  }).join();
+  EXPECT_EQ(seen, L"");
+  Bstr read;
+  object->get_RemoteDBString(read.Address());
+  EXPECT_EQ(read.Text(), L"DSN=First");
+  // TearDown finds that the other thread left nothing.
+}
+
+TEST_F(SessionOfAThread, TwoProcessesCanWriteOneLogWithoutMixingRecords) {
+  constexpr int kRecords = 150;
+  std::vector<PROCESS_INFORMATION> writers;
+  for (const wchar_t* name : {L"one", L"two"}) {
+    std::wstring command = L"\"" + TestFolder() + L"\\logwriter.exe\" \"" + Log + L"\" " + name +
+                           L" " + std::to_wstring(kRecords);
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION writer{};
+    ASSERT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                               nullptr, &start, &writer));
+    writers.push_back(writer);
+  }
+  for (const PROCESS_INFORMATION& writer : writers) {
+    EXPECT_EQ(WaitForSingleObject(writer.hProcess, 60000), WAIT_OBJECT_0);
+    CloseHandle(writer.hProcess);
+    CloseHandle(writer.hThread);
+  }
+  std::string log = ReadFile(Log);
+  int records = 0;
+  const std::string head = "************************* ERROR *************************\r\n";
+  const std::string tail = "*********************************************************\r\n";
+  while (!log.empty()) {
+    ASSERT_EQ(log.compare(0, head.size(), head), 0) << "a record begins inside another";
+    const std::size_t end = log.find(tail);
+    ASSERT_NE(end, std::string::npos);
+    ASSERT_EQ(log.find(head, 1) < end, false);
+    log.erase(0, end + tail.size());
+    ++records;
+  }
+  EXPECT_EQ(records, 2 * kRecords);
+}
+
+}  // namespace
+}  // namespace ktrv::tests
