@@ -21,6 +21,9 @@ ContactOpening::ContactOpening(Session& session, GroupCommands& commands, contro
 
 void ContactOpening::New(std::int32_t folderId) {
   session_.EditContactId.clear();
+  // What a host preset for a contact of its own is no start for this one.
+  session_.PresetContactName.clear();
+  session_.PresetMobileNo.clear();
   MarkShared();
   OpenEditor(ModeOfOperation::Add, ToFolderId(folderId));
   if (session_.EditContactId.empty() || !Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;

@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "forms/contact/frmNewContact.h"
 #include "forms/groups/JobProgress.h"
 #include "forms/groups/OpenGroupProperties.h"
 #include "forms/groups/RecipientPick.h"
@@ -63,6 +64,12 @@ frmGroupsNew::frmGroupsNew(Session& session)
   }
   ContactColumns::Empty(vsfFolderContacts);
   ContactColumns::Empty(vsfGroupContacts);
+  contacts_.OpenEditor = [this](ModeOfOperation mode, std::int16_t folderId) {
+    frmNewContact editor(session_);
+    editor.Mode = mode;
+    editor.FolderId = folderId;
+    editor.ShowModal();
+  };
   contacts_.OpenGroup = [this](const String& id, const String& name) {
     OpenGroupProperties(session_, id, name);
   };
