@@ -69,7 +69,9 @@ OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
       text_(std::move(text)),
       parameters_(parameters.begin(), parameters.end()),
       handle_(link.NewStatement()),
-      arguments_(parameters.size()) {}
+      arguments_(parameters.size()) {
+  if (link.EngineKind() == Engine::Sqlite) interrupter_.emplace(link.NewStatement());
+}
 
 SQLRETURN OdbcStatement::Check(SQLRETURN result) const {
   return Checked(result, SQL_HANDLE_STMT, handle_.Get(), link_.HowToSpeak());
@@ -195,7 +197,10 @@ std::unique_ptr<RowBlock> OdbcStatement::Fetch(std::size_t rows) {
 
 void OdbcStatement::Cancel() noexcept {
   cancelled_ = true;
-  SQLCancel(handle_.Get());
+  // SQLite's driver interrupts all that its connection does, and then frees the rows of the
+  // statement that it was given, at a time when the fetching thread still reads them. So it is
+  // given one that never has rows.
+  SQLCancel(interrupter_ ? interrupter_->Get() : handle_.Get());
 }
 
 void OdbcStatement::CloseCursor() noexcept {

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <deque>
+#include <optional>
 #include <vector>
 
 #include "database/odbc/ColumnBuffer.h"
@@ -35,6 +36,7 @@ class OdbcStatement final : public Statement {
   const String text_;
   const std::vector<Parameter> parameters_;
   StatementHandle handle_;
+  std::optional<StatementHandle> interrupter_;  // of a link whose driver cannot cancel by handle_
   bool prepared_ = false;
   bool fetching_ = false;
   std::atomic<bool> cancelled_ = false;

@@ -64,6 +64,21 @@ TEST_P(ContractTest, EndlessFetchIsCancelled) {
   EXPECT_TRUE(WaitForFetches()) << "the engine goes on";
 }
 
+TEST_P(ContractTest, FetchesGivenUpWhileRowsComeLeaveNothingBroken) {
+  Insert(String(u"Ann"));
+  for (int doubling = 0; doubling < 11; ++doubling) {
+    connection.Execute(u"INSERT INTO CONTACTS (FNAME) SELECT FNAME FROM CONTACTS");
+  }
+  for (int round = 0; round < 200; ++round) {
+    Recordset rows(environment);
+    rows.BackgroundFetchSize = 10;
+    rows.Open(u"SELECT ID, FNAME FROM CONTACTS ORDER BY FNAME", connection, {.Async = true});
+    const std::int64_t some = round * 5;
+    ASSERT_TRUE(dispatcher.RunUntil([&] { return rows.RecordCount() >= some; }));
+  }
+  EXPECT_TRUE(WaitForFetches());
+}
+
 TEST_P(ContractTest, ManyFetchesReplacedAtOnceAllEnd) {
   Insert(String(u"Ann"));
   Recordset rows(environment);
