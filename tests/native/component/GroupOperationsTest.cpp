@@ -1,0 +1,114 @@
+#include "data/GroupQueries.h"
+#include "forms/groups/frmGroupsNew.h"
+#include "tests/native/component/EntryFixture.h"
+
+// What a host reads after its user worked in the group dialog.
+namespace ktrv {
+namespace {
+
+using database::DataType;
+using forms::frmGroupsNew;
+namespace Queries = data::GroupQueries;
+
+struct GroupOperationsTest : tests::EntryFixture {
+  GroupOperationsTest() {
+    driver.Answer(u"SELECT COUNT(1)", {{u"TOTAL", DataType::Integer}}, {{u"0"}});
+    driver.Answer(u"AS MOBILE_DISPLAY FROM",
+                  {{u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}, {u"1"}, {u"DISPLAY"}},
+                  {{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
+                   {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
+    driver.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"77"}});
+    driver.Changes(u"UPDATE SMS_ABGROUPS", 1);
+  }
+
+  /// The user of the next dialog waits for its lists and works in it.
+  void Play(std::function<void(frmGroupsNew&)> work) {
+    screen.PlayModal([this, work = std::move(work)](controls::Form& form) {
+      auto& dialog = static_cast<frmGroupsNew&>(form);
+      ASSERT_TRUE(screen.WaitUntil(
+          [&] { return !dialog.Sources().IsLoading() && !dialog.Members().IsLoading(); }));
+      work(dialog);
+    });
+  }
+  static void Pick(frmGroupsNew& dialog, int row) {
+    dialog.vsfFolderContacts.UserSelects({row}, row);
+    dialog.cmdSelect.UserClicks();
+  }
+};
+
+TEST_F(GroupOperationsTest, NewGroupIsReadBackThroughItsProperties) {
+  Initialise(kServer);
+  Play([](frmGroupsNew& dialog) {
+    EXPECT_EQ(dialog.FolderId, u"4");
+    Pick(dialog, 1);
+    dialog.txtGroupName.UserTypes(u"Team");
+    dialog.cmdOK.UserClicks();
+  });
+  EXPECT_EQ(main.AddGroup(1, u"4", 0, {}), 1);
+  EXPECT_EQ(main.NewGroupId(), u"77");
+  EXPECT_EQ(main.NewGroupName(), u"Team");
+  EXPECT_EQ(main.NewGroupType(), u"1");
+}
+
+TEST_F(GroupOperationsTest, CancelledGroupIsNotReadBack) {
+  Initialise(kServer);
+  Play([](frmGroupsNew& dialog) {
+    dialog.txtGroupName.UserTypes(u"Team");
+    dialog.cmdCancel.UserClicks();
+  });
+  EXPECT_EQ(main.AddGroup(1, u"4", 0, {}), 1);
+  EXPECT_EQ(main.NewGroupId(), u"");
+  EXPECT_EQ(main.NewGroupName(), u"");
+}
+
+TEST_F(GroupOperationsTest, EditedGroupIsRenamed) {
+  Initialise(kServer);
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 3", {{u"NAME"}}, {{u" Friends "}});
+  Play([](frmGroupsNew& dialog) {
+    EXPECT_EQ(dialog.txtGroupName.Text(), u"Friends");
+    dialog.txtGroupName.SetText(u"Best friends");
+    dialog.cmdOK.UserClicks();
+  });
+  EXPECT_EQ(main.EditGroup(1, u"3", 0, {}), 1);
+  EXPECT_EQ(main.NewGroupId(), u"3");
+  EXPECT_EQ(main.NewGroupName(), u"Best friends");
+}
+
+TEST_F(GroupOperationsTest, SecondPickHoldsNothingOfTheFirst) {
+  Initialise(kServer);
+  for (const int row : {1, 2}) {
+    Play([row](frmGroupsNew& dialog) {
+      Pick(dialog, row);
+      dialog.cmdOK.UserClicks();
+    });
+    EXPECT_EQ(main.LoadRecipients(1, false), 1);
+    ASSERT_EQ(main.SelectedRecipients()->Count(), 1);
+    ASSERT_EQ(main.SelectedMobileNos()->Count(), 1);
+  }
+  EXPECT_EQ(main.SelectedRecipients()->Item(1), u"SC|2|Bert|98002");
+  EXPECT_EQ(main.SelectedMobileNos()->Item(u"m1"), u"98002");
+}
+
+TEST_F(GroupOperationsTest, CancelledPickIsShownAndEmpty) {
+  Initialise(kServer);
+  Play([](frmGroupsNew& dialog) {
+    Pick(dialog, 1);
+    dialog.cmdCancel.UserClicks();
+  });
+  EXPECT_EQ(main.LoadRecipients(1, false), 1);
+  EXPECT_EQ(main.SelectedRecipients()->Count(), 0);
+  EXPECT_EQ(main.strContactsName(), u"");
+}
+
+TEST_F(GroupOperationsTest, OrdinaryUserAtTheServerSeesCandidatesAndCannotConfirm) {
+  Initialise(kServer);
+  Play([](frmGroupsNew& dialog) {
+    EXPECT_EQ(dialog.vsfFolderContacts.Rows(), 3);
+    EXPECT_FALSE(dialog.cmdOK.Enabled());
+    dialog.cmdCancel.UserClicks();
+  });
+  EXPECT_EQ(main.LoadRecipients(2, false), 1);
+}
+
+}  // namespace
+}  // namespace ktrv
