@@ -96,6 +96,8 @@ std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactT
     session_.PresetMobileNo = p_MobileNo;
   };
   const auto work = [&](std::int32_t& result) {
+    // The editor hands a new contact's id back only where no id stands.
+    session_.EditContactId.clear();
     forms::frmNewContact editor(session_);
     editor.Mode = ModeOfOperation::Add;
     dialogs_.ShowModal(Dialogs::Editor::Contact, editor);

@@ -87,6 +87,14 @@ TEST_F(EditorOperationsTest, ASecondAddContactsShowsAFreshEditor) {
   EXPECT_EQ(session.SavedContactId, u"");
 }
 
+TEST_F(EditorOperationsTest, ASecondAddContactsHandsItsOwnIdBack) {
+  SaveContact(u"Bob");
+  component.AddContacts(kClerk, kLocal, u"", u"");
+  SaveContact(u"Eve");
+  component.AddContacts(kClerk, kLocal, u"", u"");
+  EXPECT_EQ(component.NewContactId(), u"7");
+}
+
 TEST_F(EditorOperationsTest, AnAdministratorAtTheServerAddsSharedContacts) {
   AtServer();
   PlayContact([](forms::frmNewContact& form) {

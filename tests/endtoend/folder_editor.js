@@ -1,0 +1,32 @@
+// The host's own way to the folder editor: it opens, cannot save, tells the log and is cancelled.
+var database = WScript.Arguments(0), log = WScript.Arguments(1);
+
+function tries() {
+  var editor = Ui.Window("Add Folder");
+  var name = Ui.Child(editor, "Edit"), list = Ui.Child(editor, "ComboBox");
+  var kEnter = 13, kEscape = 27;
+  if (Ui.IsEnabled(list)) throw new Error("the list is in use while the box is cleared");
+  Ui.Press(name, kEnter);
+  var box = Ui.Window("TALVERO Notification Server");
+  Ui.ChildWithText(box, "Please enter the Folder Name.");
+  Ui.Click(Ui.Child(box, "Button"));
+  Ui.WaitGone(box);
+  Ui.Type(name, "Friends");
+  Ui.Click(Ui.ChildWithText(editor, "&OK"));
+  WScript.Sleep(300);
+  Ui.WaitText(name, "Friends");
+  Ui.Press(name, kEscape);
+  Ui.WaitGone(editor);
+}
+
+var book = WScript.CreateObject("KTRVAddressBook.clsMain");
+if (book.Init("", "Driver=SQLite3;Database=" + database, 0, "SQL", log) != 1) throw new Error("Init");
+Player.Play("(" + tries + ")();");
+if (book.LoadFolders(1) != 1) throw new Error("LoadFolders");
+Player.Wait();
+
+var files = new ActiveXObject("Scripting.FileSystemObject");
+var text = files.OpenTextFile(log).ReadAll();
+if (text.indexOf("Sub:Save_Data(), Module: frmSelectFolder") < 0) {
+  throw new Error("the save that failed is not in the log");
+}
