@@ -4,15 +4,12 @@
 #include <utility>
 
 namespace ktrv {
+namespace {
 
-Error::Error(std::int32_t number, String description, String source, std::uint32_t lastSystemError)
-    : number_(number),
-      description_(std::move(description)),
-      source_(std::move(source)),
-      lastSystemError_(lastSystemError),
-      what_(ToUtf8(description_)) {}
+const String kNoText;
 
-Error Error::Current() noexcept {
+/// \throws std::bad_alloc
+Error Describe() {
   try {
     throw;
   } catch (const Error& error) {
@@ -24,6 +21,43 @@ Error Error::Current() noexcept {
   } catch (...) {
     return Error(ErrorNumber::InternalError, u"Internal error");
   }
+}
+
+}  // namespace
+
+struct Error::Texts {
+  String Description;
+  String Source;
+  std::string Utf8;
+};
+
+Error::Error(std::int32_t number, String description, String source, std::uint32_t lastSystemError)
+    : number_(number), lastSystemError_(lastSystemError) {
+  std::string utf8 = ToUtf8(description);
+  texts_ = std::make_shared<const Texts>(
+      Texts{std::move(description), std::move(source), std::move(utf8)});
+}
+
+Error::Error() noexcept : number_(ErrorNumber::OutOfMemory) {}
+
+Error Error::Current() noexcept {
+  try {
+    return Describe();
+  } catch (...) {
+    return Error();
+  }
+}
+
+const String& Error::Description() const noexcept {
+  return texts_ ? texts_->Description : kNoText;
+}
+
+const String& Error::Source() const noexcept {
+  return texts_ ? texts_->Source : kNoText;
+}
+
+const char* Error::what() const noexcept {
+  return texts_ ? texts_->Utf8.c_str() : "";
 }
 
 }  // namespace ktrv

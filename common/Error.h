@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 
 #include "common/Text.h"
 
@@ -55,23 +56,26 @@ class Error final : public std::exception {
         std::uint32_t lastSystemError = 0);
 
   /// The failure that is being handled, as an Error whatever was thrown. Call in a catch block
-  /// only.
+  /// only. When memory is too short to describe it, it is OutOfMemory without a description.
   static Error Current() noexcept;
 
   std::int32_t Number() const noexcept { return number_; }
-  const String& Description() const noexcept { return description_; }
-  const String& Source() const noexcept { return source_; }
+  const String& Description() const noexcept;
+  const String& Source() const noexcept;
   std::uint32_t LastSystemError() const noexcept { return lastSystemError_; }
 
   /// The description in UTF-8.
-  const char* what() const noexcept override { return what_.c_str(); }
+  const char* what() const noexcept override;
 
  private:
+  struct Texts;
+
+  Error() noexcept;
+
   std::int32_t number_;
-  String description_;
-  String source_;
-  std::uint32_t lastSystemError_;
-  std::string what_;
+  std::uint32_t lastSystemError_ = 0;
+  /// Shared, because a failure must be copied without one of its own; null without memory.
+  std::shared_ptr<const Texts> texts_;
 };
 
 }  // namespace ktrv
