@@ -5,7 +5,10 @@ namespace ktrv::windows {
 FrameWindow::FrameWindow(FormWindow& form, controls::Frame& control) : Peer(form, control) {
   Create(WC_BUTTONW, BS_GROUPBOX);
   ShowText(control.Caption());
-  // What stands in it is made later and would lie under it.
+}
+
+void FrameWindow::OnFormRealised() {
+  // What stands in the frame was made after it, and so lies under it and would not be seen.
   SetWindowPos(Handle(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 

@@ -9,6 +9,8 @@ class FrameWindow final : public Peer<controls::FramePeer> {
  public:
   FrameWindow(FormWindow& form, controls::Frame& control);
 
+  void OnFormRealised() override;
+
  protected:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 };

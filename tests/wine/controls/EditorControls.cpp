@@ -66,6 +66,12 @@ TEST_F(TheEditorControls, CountWithTheArrows) {
   EXPECT_EQ(form_.Number.Text(), u"3");
 }
 
+TEST_F(TheEditorControls, LieAboveTheFrameAroundThem) {
+  HWND below = WindowOf(form_.Date);
+  while (below && below != WindowOf(form_.Frame)) below = GetWindow(below, GW_HWNDNEXT);
+  EXPECT_NE(below, nullptr);
+}
+
 TEST_F(TheEditorControls, CheckABoxBothWays) {
   HWND box = WindowOf(form_.Check);
   SendMessageW(box, BM_CLICK, 0, 0);

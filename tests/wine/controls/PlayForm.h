@@ -6,6 +6,7 @@
 #include "controls/DatePicker.h"
 #include "controls/FlexGrid.h"
 #include "controls/Form.h"
+#include "controls/Frame.h"
 #include "controls/Label.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
@@ -43,6 +44,7 @@ class PlayForm final : public controls::Form {
   controls::UpDown Arrows{*this, {2500, 3100, 240, 300}, Number, {0, 10, 1}};
   controls::CheckBox Check{*this, {0, 3600, 3000, 300}, u"Shared"};
   controls::ComboBox Combo{*this, {3000, 3600, 2000, 300}};
+  controls::Frame Frame{*this, {5400, 3400, 2200, 600}, u"Birthday"};
   controls::DatePicker Date{*this, {5500, 3600, 2000, 300}};
   controls::CommandButton Ok{
       *this, {0, 4200, 1200, 400}, u"&Save", controls::CommandButton::Key::Enter};
