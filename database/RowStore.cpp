@@ -22,9 +22,21 @@ std::optional<StringView> RowStore::Cell(std::int64_t row, std::size_t column) c
       return changed->second->Cell(0, column);
     }
   }
-  const auto next = std::upper_bound(firstRows_.begin(), firstRows_.end(), row);
-  const auto index = static_cast<std::size_t>(next - firstRows_.begin()) - 1;
+  const std::size_t index = BlockOf(row);
   return blocks_[index]->Cell(static_cast<std::size_t>(row - firstRows_[index]), column);
+}
+
+std::size_t RowStore::BlockOf(std::int64_t row) const {
+  const auto holds = [&](std::size_t index) {
+    return index < blocks_.size() && row >= firstRows_[index] &&
+           row - firstRows_[index] < static_cast<std::int64_t>(blocks_[index]->Rows());
+  };
+  // Most readers go from row to row.
+  if (!holds(lastBlock_) && !holds(++lastBlock_)) {
+    const auto next = std::upper_bound(firstRows_.begin(), firstRows_.end(), row);
+    lastBlock_ = static_cast<std::size_t>(next - firstRows_.begin()) - 1;
+  }
+  return lastBlock_;
 }
 
 }  // namespace ktrv::database

@@ -9,7 +9,8 @@
 
 namespace ktrv::database {
 
-/// The rows of a result as they came, block by block, with the rows that were changed since.
+/// The rows of a result as they came, block by block, with the rows that were changed since. Read
+/// on one thread.
 class RowStore {
  public:
   void Append(std::unique_ptr<RowBlock> block);
@@ -23,8 +24,11 @@ class RowStore {
   std::optional<StringView> Cell(std::int64_t row, std::size_t column) const;
 
  private:
+  std::size_t BlockOf(std::int64_t row) const;
+
   std::vector<std::unique_ptr<RowBlock>> blocks_;
   std::vector<std::int64_t> firstRows_;  // of each block
+  mutable std::size_t lastBlock_ = 0;    ///< where the last row that was read stands
   std::int64_t count_ = 0;
   std::vector<std::unique_ptr<RowBlock>> replacements_;
   std::map<std::int64_t, const RowBlock*> replaced_;
