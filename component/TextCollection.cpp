@@ -14,6 +14,11 @@ void TextCollection::Add(String text, String key) {
   texts_.push_back(std::move(text));
 }
 
+void TextCollection::Reserve(std::size_t count) {
+  texts_.reserve(count);
+  places_.reserve(count);
+}
+
 const String& TextCollection::Item(std::int64_t index) const {
   if (index < 1 || index > Count()) {
     throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");

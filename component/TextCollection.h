@@ -14,6 +14,9 @@ class TextCollection {
   /// \param key empty for none. \throws Error KeyInUse
   void Add(String text, String key = {});
 
+  /// Makes room for so many texts with keys.
+  void Reserve(std::size_t count);
+
   std::int32_t Count() const { return static_cast<std::int32_t>(texts_.size()); }
 
   /// \param index counted from 1. \throws Error SubscriptOutOfRange

@@ -38,7 +38,7 @@ void PickRecipients(Session& session, GroupCommands& commands, controls::FlexGri
                     bool prefixCountryCode, JobProgress& progress) {
   progress.Say(kSelecting);
   const ContactColumns columns(picked);
-  RecipientResult result(prefixCountryCode);
+  RecipientResult result(prefixCountryCode, static_cast<std::size_t>(picked.Rows() - 1));
   for (int index = 1; index < picked.Rows(); ++index) {
     const ContactRow row = columns.Read(index);
     if (row.Kind == ContactKind::Contact) {

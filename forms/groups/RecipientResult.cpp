@@ -17,7 +17,10 @@ String Padded(const String& id) {
 
 }  // namespace
 
-RecipientResult::RecipientResult(bool prefixCountryCode) : prefixCountryCode_(prefixCountryCode) {}
+RecipientResult::RecipientResult(bool prefixCountryCode, std::size_t rows)
+    : prefixCountryCode_(prefixCountryCode) {
+  for (const auto& collection : {recipients_, mobileNos_, names_}) collection->Reserve(rows);
+}
 
 void RecipientResult::AddContact(const ContactRow& contact) {
   Add(u"SC|", u'C', contact, MobileNoOf(contact));

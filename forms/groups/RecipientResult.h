@@ -14,7 +14,8 @@ class RecipientResult {
  public:
   /// \param prefixCountryCode whether the country code stands before a contact's number in the list
   /// of mobile numbers.
-  explicit RecipientResult(bool prefixCountryCode);
+  /// \param rows how many are known to come, more or fewer.
+  RecipientResult(bool prefixCountryCode, std::size_t rows);
 
   // All throw Error InvalidProcedureCall when the id is longer than 15 units.
   void AddContact(const ContactRow& contact);
