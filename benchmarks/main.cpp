@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "benchmarks/ListWork.h"
 #include "benchmarks/Load.h"
 
 int main(int argc, char** argv) {
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
   }
   try {
     ktrv::benchmarks::MeasureLoad({argv + 1, argv + argc});
+    ktrv::benchmarks::MeasureListWork({argv + 1, argv + argc});
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "benchmarks: %s\n", error.what());

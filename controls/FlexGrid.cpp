@@ -20,6 +20,7 @@ int FlexGrid::Rows() const {
 
 void FlexGrid::Reset(int rows, int cols) {
   source_ = nullptr;
+  searchIndex_.Stop();
   rows_.Reset(rows - 1);
   columns_.assign(static_cast<std::size_t>(cols), {});
   Forget();
@@ -33,6 +34,7 @@ void FlexGrid::Bind(const database::Recordset* rows) {
     Reset(2, 2);
   } else {
     source_ = rows;
+    searchIndex_.Stop();
     rows_.Bind(rows);
     Forget();
     TakeColumns();
@@ -44,6 +46,7 @@ void FlexGrid::Bind(const database::Recordset* rows) {
 void FlexGrid::RowsArrived() {
   if (!source_) return;
   rows_.TakeArrived();
+  IndexRows();
   sortIsCurrent_ = false;
   if (TakeColumns() && AfterDataRefresh) AfterDataRefresh();
   if (peer_) peer_->RowsAppended();
@@ -51,6 +54,7 @@ void FlexGrid::RowsArrived() {
 
 void FlexGrid::DataRefresh() {
   Reordered(rows_.Reread());
+  IndexRows();
   sortColumn_ = -1;
   sortOrder_ = SortOrder::None;
   TakeColumns();
@@ -186,12 +190,36 @@ void FlexGrid::ShowRow(int row) {
 
 int FlexGrid::FindRow(StringView text, int startRow, int column) const {
   CheckColumn(column);
-  if (!folding_) folding_ = std::make_unique<CaseFolding>(Parent().Display().UserLanguage());
-  const String prefix = folding_->Folded(text);
-  for (int row = std::max(startRow, 1); row < Rows(); ++row) {
-    if (folding_->StartsWith(rows_.Text(row - 1, column), prefix)) return row;
+  const CaseFolding& folding = Folding();
+  const String prefix = folding.Folded(text);
+  const PrefixIndex::Sought sought(prefix);
+  const bool indexed = column > 0 && searchIndex_.Covers(static_cast<std::size_t>(column) - 1);
+  const int rows = Rows();
+  for (int row = std::max(startRow, 1); row < rows; ++row) {
+    if (indexed) {
+      const std::int64_t source = rows_.SourceRow(row - 1);
+      if (source >= 0 && !searchIndex_.MayBegin(static_cast<std::size_t>(source), sought)) continue;
+    }
+    if (folding.StartsWith(rows_.Text(row - 1, column), prefix)) return row;
   }
   return -1;
+}
+
+void FlexGrid::SetSearchColumn(int column) {
+  CheckColumn(column);
+  const auto index = static_cast<std::size_t>(column) - 1;
+  if (!source_ || column == 0 || searchIndex_.Covers(index)) return;
+  searchIndex_.Start(index);
+  IndexRows();
+}
+
+void FlexGrid::IndexRows() {
+  if (source_) searchIndex_.Extend(*source_, Folding());
+}
+
+const CaseFolding& FlexGrid::Folding() const {
+  if (!folding_) folding_ = std::make_unique<CaseFolding>(Parent().Display().UserLanguage());
+  return *folding_;
 }
 
 void FlexGrid::Sort(int column, SortOrder order) {

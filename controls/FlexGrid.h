@@ -10,6 +10,7 @@
 #include "controls/Control.h"
 #include "controls/GridRows.h"
 #include "controls/Image.h"
+#include "controls/PrefixIndex.h"
 #include "controls/RowSelection.h"
 #include "database/Recordset.h"
 
@@ -120,6 +121,9 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// First row from `startRow` on whose text in the column begins with `text`, case not
   /// significant; -1 when there is none. An empty text matches the first row.
   int FindRow(StringView text, int startRow, int column) const;
+  /// Makes FindRow in this column of the bound rows, those to come too, a matter of few
+  /// milliseconds in a million rows, for eight bytes a row.
+  void SetSearchColumn(int column);
   /// Sorts the rows by the column in the user's language; rows alike keep their order, the current
   /// and the selected rows stay so. None: back to the order in which they came.
   void Sort(int column, SortOrder order);
@@ -149,6 +153,9 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// The current and the selected rows go where the rows went.
   void Reordered(const GridRows::FormerRows& formerRows);
   int Shown(int column) const;
+  const CaseFolding& Folding() const;
+  /// Takes the rows that came into the search index.
+  void IndexRows();
   void CheckRow(int row) const;
   void CheckColumn(int column) const;
 
@@ -161,6 +168,7 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   int sortColumn_ = -1;
   SortOrder sortOrder_ = SortOrder::None;
   bool sortIsCurrent_ = true;  ///< no row came or changed since the last sort
+  PrefixIndex searchIndex_;
   mutable std::unique_ptr<CaseFolding> folding_;
 };
 

@@ -121,12 +121,6 @@ GridRows::FormerRows GridRows::Reread() {
   return former;
 }
 
-GridRows::Reference GridRows::At(int row) const {
-  const auto index = static_cast<Reference>(row);
-  if (ordered_) return order_[index];
-  return index < taken_ ? index : kOwn | (index - taken_);
-}
-
 StringView GridRows::CellOf(Reference reference, int column) const {
   if (reference & kOwn) {
     const auto& cells = own_[reference & ~kOwn];

@@ -28,6 +28,12 @@ class GridRows {
   void Reset(int count);
 
   int Count() const;
+  /// The row of the recordset that stands here as it came; -1 when the row is the grid's own or
+  /// cells were changed here.
+  std::int64_t SourceRow(int row) const {
+    const Reference reference = At(row);
+    return (reference & kOwn) || !changed_.empty() ? -1 : std::int64_t{reference};
+  }
   /// \param column grid column. An empty text for null and beyond what the row holds.
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);
@@ -48,7 +54,11 @@ class GridRows {
   using Reference = std::uint32_t;
   static constexpr Reference kOwn = 0x80000000U;
 
-  Reference At(int row) const;
+  Reference At(int row) const {
+    const auto index = static_cast<Reference>(row);
+    if (ordered_) return order_[index];
+    return index < taken_ ? index : kOwn | (index - taken_);
+  }
   StringView CellOf(Reference reference, int column) const;
   /// Writes the natural order out, so that rows can leave it.
   void Materialise();

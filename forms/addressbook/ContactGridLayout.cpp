@@ -56,6 +56,7 @@ void Apply(controls::FlexGrid& grid) {
       column.Hidden = design.Width == 0;
     }
     grid.ColumnAt(grid.ColIndex(u"CONTACTTYPE")).Picture = TypePicture;
+    grid.SetSearchColumn(grid.ColIndex(kName));
     grid.ColumnsChanged();
   }
   grid.UserCanSort = true;

@@ -121,6 +121,48 @@ TEST_F(BoundGridTest, ARowOfTheRecordsetCanBeRemovedFromTheGrid) {
   EXPECT_EQ(rows.RecordCount(), 4);
 }
 
+/// What is found must not depend on the index that makes finding fast.
+struct IndexedFindTest : BoundGridTest {
+  IndexedFindTest() {
+    driver.Answer(u"PEOPLE", {{u"ID"}, {u"NAME"}},
+                  {{u"1", u"Bernadette"},
+                   {u"2", std::nullopt},
+                   {u"3", u"Bern"},
+                   {u"4", u"ber"},
+                   {u"5", u"\u00C9mile"}});
+    Open(u"PEOPLE");
+    grid.Bind(&rows);
+    grid.SetSearchColumn(2);
+  }
+};
+
+TEST_F(IndexedFindTest, PrefixesShorterAndLongerThanAnIndexEntryAreFound) {
+  EXPECT_EQ(grid.FindRow(u"", 1, 2), 1);
+  EXPECT_EQ(grid.FindRow(u"\u00E9", 1, 2), 5);
+  EXPECT_EQ(grid.FindRow(u"BERN", 2, 2), 3);
+  EXPECT_EQ(grid.FindRow(u"bernad", 1, 2), 1);
+  EXPECT_EQ(grid.FindRow(u"bernat", 1, 2), -1);
+  EXPECT_EQ(grid.FindRow(u"ber", 4, 2), 4);
+}
+
+TEST_F(IndexedFindTest, SortedRowsAreFoundInTheirNewOrder) {
+  grid.Sort(2, SortOrder::Ascending);
+  EXPECT_EQ(grid.FindRow(u"ber", 1, 2), 2);
+  EXPECT_EQ(grid.Text(2, 2), u"ber");
+}
+
+TEST_F(IndexedFindTest, ChangedAndAddedRowsAreFoundByWhatTheyShow) {
+  grid.SetText(1, 2, u"Zoe");
+  grid.AddItem(u"\t9\tZorro");
+  EXPECT_EQ(grid.FindRow(u"zo", 1, 2), 1);
+  EXPECT_EQ(grid.FindRow(u"zor", 1, 2), 6);
+  EXPECT_EQ(grid.FindRow(u"bernadette", 1, 2), -1);
+}
+
+TEST_F(IndexedFindTest, AnotherColumnIsSearchedWithoutIt) {
+  EXPECT_EQ(grid.FindRow(u"4", 1, 1), 4);
+}
+
 struct ArrivingRowsTest : BoundGridTest {
   ArrivingRowsTest() {
     rows.Location = database::CursorLocation::Client;
@@ -166,6 +208,7 @@ TEST_F(ArrivingRowsTest, RowsThatHaveComeAreFoundWhileOthersStillCome) {
   std::vector<int> found;
   rows.FetchProgress = [&](std::int64_t, std::int64_t) {
     grid.RowsArrived();
+    grid.SetSearchColumn(2);
     found.push_back(grid.FindRow(u"A", 1, 2));
   };
   ASSERT_TRUE(Arrive());
