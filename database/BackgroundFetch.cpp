@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <deque>
+#include <list>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -13,19 +14,66 @@ namespace {
 
 constexpr std::size_t kFirstBlockRows = 50;
 
-std::atomic<std::size_t> running = 0;
-
-/// Counts one thread from its start to the end of all that it owns.
-class RunningThread {
+/// Tells at its end that a thread has done its work, and all that it owned is gone.
+class EndMark {
  public:
-  RunningThread() { ++running; }
-  ~RunningThread() {
-    if (counts_) --running;
+  explicit EndMark(std::shared_ptr<std::atomic<bool>> ended) : ended_(std::move(ended)) {}
+  ~EndMark() {
+    if (ended_) *ended_ = true;
   }
-  RunningThread(RunningThread&& other) noexcept : counts_(std::exchange(other.counts_, false)) {}
+  EndMark(EndMark&&) noexcept = default;
 
  private:
-  bool counts_ = true;
+  std::shared_ptr<std::atomic<bool>> ended_;
+};
+
+/// The threads of all fetches. They are never waited for while they work, and never detached
+/// either: the thread library that is linked into the DLL mixes up a thread that ends while it is
+/// being detached with the next one, which then never runs. Those that have ended are joined in
+/// passing.
+class Threads {
+ public:
+  /// Lives for ever: a thread that the end of the process stops must not be missed by a destructor.
+  static Threads& OfProcess() {
+    static auto* const threads = new Threads;
+    return *threads;
+  }
+
+  template <class Work>
+  void Start(Work work, std::shared_ptr<std::atomic<bool>> ended) {
+    const std::lock_guard lock(mutex_);
+    JoinEnded();
+    threads_.push_back({{}, std::move(ended)});
+    try {
+      threads_.back().Thread = std::thread(std::move(work));
+    } catch (...) {
+      threads_.pop_back();
+      throw;
+    }
+  }
+
+  std::size_t Count() {
+    const std::lock_guard lock(mutex_);
+    JoinEnded();
+    return threads_.size();
+  }
+
+ private:
+  struct Entry {
+    std::thread Thread;
+    std::shared_ptr<std::atomic<bool>> Ended;
+  };
+
+  void JoinEnded() {
+    std::erase_if(threads_, [](Entry& entry) {
+      if (!*entry.Ended) return false;
+      entry.Thread.join();
+      return true;
+    });
+  }
+
+  std::mutex mutex_;
+  std::list<Entry> threads_;
 };
 
 struct Ended {
@@ -140,13 +188,15 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   Statement* statement_ = nullptr;
 };
 
-/// What the thread runs. Its members end in reverse: the count comes last, behind everything that
+/// What the thread runs. Its members end in reverse: the mark comes last, behind everything that
 /// could still need the driver.
 class BackgroundFetch::Worker {
  public:
   Worker(const Environment& environment, DatabaseAddress address, String text,
-         std::size_t blockRows, std::shared_ptr<Exchange> exchange)
-      : environment_(environment),
+         std::size_t blockRows, std::shared_ptr<Exchange> exchange,
+         std::shared_ptr<std::atomic<bool>> ended)
+      : endMark_(std::move(ended)),
+        environment_(environment),
         address_(std::move(address)),
         text_(std::move(text)),
         blockRows_(blockRows),
@@ -185,7 +235,7 @@ class BackgroundFetch::Worker {
     }
   }
 
-  RunningThread counted_;
+  EndMark endMark_;
   Environment environment_;
   DatabaseAddress address_;
   String text_;
@@ -196,8 +246,9 @@ class BackgroundFetch::Worker {
 BackgroundFetch::BackgroundFetch(const Environment& environment, DatabaseAddress address,
                                  String text, std::size_t blockRows, Receiver& receiver)
     : exchange_(std::make_shared<Exchange>(environment.Post, receiver)) {
-  std::thread(Worker(environment, std::move(address), std::move(text), blockRows, exchange_))
-      .detach();
+  auto ended = std::make_shared<std::atomic<bool>>(false);
+  Threads::OfProcess().Start(
+      Worker(environment, std::move(address), std::move(text), blockRows, exchange_, ended), ended);
 }
 
 BackgroundFetch::~BackgroundFetch() {
@@ -209,7 +260,7 @@ void BackgroundFetch::Cancel() {
 }
 
 std::size_t BackgroundFetch::Running() noexcept {
-  return running;
+  return Threads::OfProcess().Count();
 }
 
 }  // namespace ktrv::database
