@@ -6,8 +6,14 @@
 
 namespace ktrv::database {
 
-std::unique_ptr<Link> DatabaseAddress::Open(const Environment& environment) const {
+std::unique_ptr<Link> DatabaseAddress::TryOpen(const Environment& environment) const {
   return environment.DriverFor(ConnectionString).Open(ConnectionString, User, Password);
+}
+
+std::unique_ptr<Link> DatabaseAddress::Open(const Environment& environment) const {
+  auto link = TryOpen(environment);
+  if (!link) throw DataError(ErrorNumber::ObjectClosed);
+  return link;
 }
 
 Connection::Connection(Environment environment) : environment_(std::move(environment)) {}
@@ -15,7 +21,9 @@ Connection::Connection(Environment environment) : environment_(std::move(environ
 void Connection::Open(StringView connectionString, StringView user, StringView password) {
   if (link_) throw DataError(ErrorNumber::ObjectOpen);
   address_ = {String(connectionString), String(user), String(password)};
-  link_ = std::make_shared<SharedLink>(address_.Open(environment_));
+  if (auto link = address_.TryOpen(environment_)) {
+    link_ = std::make_shared<SharedLink>(std::move(link));
+  }
 }
 
 void Connection::Close() {

@@ -17,8 +17,11 @@ struct DatabaseAddress {
   String User;
   String Password;
 
-  /// A new link to it. May be called on any thread. \throws Error
+  /// A new link to it. May be called on any thread. \throws Error the driver's, or ObjectClosed
+  /// when the driver gives neither a link nor a reason.
   std::unique_ptr<Link> Open(const Environment& environment) const;
+  /// The same, but null when the driver gives neither.
+  std::unique_ptr<Link> TryOpen(const Environment& environment) const;
 };
 
 /// A session with a database that can be closed and opened again.
@@ -28,7 +31,8 @@ class Connection {
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// \throws Error ObjectOpen when open already, else the driver's failure; closed then.
+  /// \throws Error ObjectOpen when open already, else the driver's failure; closed then, as it is
+  /// when the driver gives no link and no reason.
   void Open(StringView connectionString, StringView user = {}, StringView password = {});
 
   /// \throws Error ObjectClosed when closed.

@@ -64,7 +64,8 @@ class Driver {
   virtual ~Driver() = default;
 
   /// Opens a link. May be called on any thread. \param user, \param password are added when not
-  /// empty. \throws Error with the library's number, text and source.
+  /// empty. \return null when the library gives no session and no reason. \throws Error with the
+  /// library's number, text and source.
   virtual std::unique_ptr<Link> Open(StringView connectionString, StringView user,
                                      StringView password) = 0;
 };

@@ -56,6 +56,26 @@ TEST_F(InitTest, AnOpenThatFailsIsAnErrorRecordAndTheResult0) {
   EXPECT_TRUE(screen.Messages.empty());
 }
 
+TEST_F(InitTest, AConnectionThatStaysClosedIsTheRefusalsLineAndTheResult0) {
+  driver.OpenNothing();
+  EXPECT_EQ(main.Init(u"", kConnection, kServer, u"SQL", kLog), 0);
+  EXPECT_EQ(Log(),
+            u"KTRVAddressBook: Starting initialization routine...\r\n"
+            u"KTRVAddressBook: Could not connect the remote database with the specified "
+            u"parameters.\r\n");
+  EXPECT_EQ(session.RunAt, kClient);
+}
+
+TEST_F(InitTest, ASecondInitWhoseConnectionStaysClosedBlocksAllOperations) {
+  Initialise();
+  driver.OpenNothing();
+  EXPECT_EQ(main.Init(u"", kConnection, kClient, u"SQL", kLog), 0);
+  EXPECT_EQ(session.InitDone, 0);
+  EXPECT_EQ(main.LoadAddressBook(1), 0);
+  EXPECT_EQ(screen.Messages.back().Text,
+            u"Initialisation routine for AddressBook DLL has not been done.");
+}
+
 TEST_F(InitTest, AFailedOpenAfterASuccessLeavesInitDoneAndRunAt) {
   Initialise(kServer);
   driver.FailOpen(Error(ErrorNumber::DriverFailure, u"No such server"));

@@ -142,6 +142,11 @@ void FakeDriver::FailOpen(std::optional<Error> error) {
   openFailure_ = std::move(error);
 }
 
+void FakeDriver::OpenNothing() {
+  const std::lock_guard lock(mutex_);
+  opensNothing_ = true;
+}
+
 void FakeDriver::SetKeyColumns(std::vector<String> names) {
   const std::lock_guard lock(mutex_);
   keyColumns_ = std::move(names);
@@ -167,6 +172,7 @@ std::unique_ptr<Link> FakeDriver::Open(StringView connectionString, StringView, 
   OpenGate.Pass(kNever);
   const std::lock_guard lock(mutex_);
   if (openFailure_) throw *openFailure_;
+  if (opensNothing_) return nullptr;
   opened_.emplace_back(connectionString);
   return std::make_unique<FakeLink>(*this);
 }

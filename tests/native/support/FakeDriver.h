@@ -59,6 +59,9 @@ class FakeDriver final : public database::Driver {
   /// The next and all later opens fail; nothing lets them succeed again.
   void FailOpen(std::optional<Error> error);
 
+  /// All later opens give no link and no failure.
+  void OpenNothing();
+
   void SetKeyColumns(std::vector<String> names);
   void SetLastInsertedId(std::int64_t id);
 
@@ -92,6 +95,7 @@ class FakeDriver final : public database::Driver {
   std::vector<Execution> executed_;
   std::vector<String> opened_;
   std::optional<Error> openFailure_;
+  bool opensNothing_ = false;
   std::vector<String> keyColumns_;
   std::int64_t lastId_ = 0;
   std::atomic<int> linksAlive_ = 0;
