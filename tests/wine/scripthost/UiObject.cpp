@@ -81,6 +81,11 @@ void UiObject::OfferSearch() {
     return AwaitWindow([&] { return WindowSearch::TopLevel(title); },
                        arguments.Number(1, kPatience), L"the window " + title);
   });
+  Offer(L"AnyWindow", [](const Arguments& arguments) {
+    const std::wstring title = arguments.Text(0);
+    return AwaitWindow([&] { return WindowSearch::AnyTopLevel(title); },
+                       arguments.Number(1, kPatience), L"the window " + title);
+  });
   Offer(L"IsShown", [](const Arguments& arguments) {
     return Value(WindowSearch::TopLevel(arguments.Text(0)) != nullptr);
   });

@@ -9,6 +9,8 @@ namespace ktrv::scripthost {
 /// or the number of milliseconds given last, else the script gets an error.
 ///
 ///   Window(title[, ms])            the visible top-level window of that title, waited for
+///   AnyWindow(title[, ms])         the same in any process; lists and trees of another process
+///                                  cannot be read or worked by row or node
 ///   IsShown(title)                 whether there is one now
 ///   WaitGone(window[, ms])         waits until the window is gone or hidden
 ///   Child(parent, class[, n])      its n-th visible descendant of a class, waited for

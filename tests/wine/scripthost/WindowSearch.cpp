@@ -40,6 +40,12 @@ HWND TopLevel(const std::wstring& title) {
   return search.found;
 }
 
+HWND AnyTopLevel(const std::wstring& title) {
+  Search search{[&](HWND window) { return Text(window) == title; }};
+  EnumWindows(Visit, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
 HWND ChildOfClass(HWND parent, const std::wstring& className, int ordinal) {
   Search search{[&](HWND window) {
     wchar_t name[128] = L"";

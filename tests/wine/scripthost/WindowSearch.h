@@ -4,11 +4,13 @@
 
 #include <string>
 
-/// Finds and reads windows of this process.
+/// Finds and reads windows; but for AnyTopLevel, those of this process.
 namespace ktrv::scripthost::WindowSearch {
 
 /// The visible top-level window with exactly this title; null when there is none.
 HWND TopLevel(const std::wstring& title);
+/// The same among the windows of all processes.
+HWND AnyTopLevel(const std::wstring& title);
 
 /// The visible descendant of this class, counted from 0 in the order of their creation; null when
 /// there are fewer. Letter case does not matter.

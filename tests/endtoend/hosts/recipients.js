@@ -1,0 +1,11 @@
+// Picks everybody of the folder Customers and one contact that stands in no folder.
+var kDown = 0x28;
+var window = Ui.AnyWindow("Select Recipient", 30000);
+var source = Ui.Child(window, "ComboBox"), contacts = Ui.Child(window, "SysListView32");
+Ui.WaitRows(contacts, 10);
+Ui.Press(source, kDown);
+Ui.WaitRows(contacts, 2);
+Ui.Click(Ui.ChildWithText(window, "All ->"));
+Ui.WaitRows(Ui.Child(window, "SysListView32", 1), 2);
+Ui.Click(Ui.ChildWithText(window, "OK"));
+Ui.WaitGone(window);
