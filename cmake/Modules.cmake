@@ -69,6 +69,7 @@ function(ktrv_test name)
     if("wine" IN_LIST arg_LABELS)
       # Windows of one desktop share the focus.
       set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
+      target_link_libraries(${name} PRIVATE ktrv_desktop_for_tests ktrv_desktop)
     endif()
   else()
     # Values in the names of parameterised cases would be addresses, another at each build.

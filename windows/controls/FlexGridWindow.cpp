@@ -45,6 +45,7 @@ void FlexGridWindow::OnScaleChanged() {
 
 void FlexGridWindow::RowsChanged() {
   if (!Handle()) return;
+  if (std::exchange(appended_, false)) KillTimer(Handle(), kRowsTimer);
   const Nesting changing(changing_);
   const RedrawOff off(*this);
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1), LVSICF_NOSCROLL);
@@ -53,12 +54,22 @@ void FlexGridWindow::RowsChanged() {
 
 void FlexGridWindow::RowsAppended() {
   if (!Handle()) return;
+  // The list view draws its scroll bar anew each time, which takes longer than a block of rows
+  // takes to come.
+  constexpr UINT kPause = 50;  // milliseconds
+  if (Send(LVM_GETITEMCOUNT) == 0) return ShowAppended();
+  if (!std::exchange(appended_, true)) SetTimer(Handle(), kRowsTimer, kPause, nullptr);
+}
+
+void FlexGridWindow::ShowAppended() {
+  if (std::exchange(appended_, false)) KillTimer(Handle(), kRowsTimer);
   const Nesting changing(changing_);
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1),
        LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
 }
 
 void FlexGridWindow::RowShown(int row) {
+  if (appended_) ShowAppended();
   Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row - 1), FALSE);
 }
 
@@ -81,6 +92,7 @@ void FlexGridWindow::RedrawChanged() {
 
 void FlexGridWindow::SelectionChanged() {
   if (!Handle()) return;
+  if (appended_) ShowAppended();
   const Nesting changing(changing_);
   // One row after another would be painted otherwise.
   const bool many = selected_.Count() > 100 || grid_.Selection().Count() > 100;
@@ -234,6 +246,10 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       if (header.hwndFrom != Header()) return std::nullopt;
       return OnHeader(reinterpret_cast<const NMHEADERW&>(header));
     }
+    case WM_TIMER:
+      if (wParam != kRowsTimer) return std::nullopt;
+      ShowAppended();
+      return 0;
     case WM_GETDLGCODE:
       // Enter opens the row; it is not the form's.
       if (lParam && reinterpret_cast<const MSG*>(lParam)->wParam == VK_RETURN) {

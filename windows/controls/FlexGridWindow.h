@@ -44,6 +44,11 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
     FlexGridWindow& grid_;
   };
 
+  /// Rows that came are shown together, a little later.
+  static constexpr UINT_PTR kRowsTimer = 0x4B54;
+  void ShowAppended();
+  bool appended_ = false;  ///< rows came that are not shown
+
   std::vector<int> VisibleColumns() const;
   /// The grid's column of the list view's; null when the grid's columns went meanwhile.
   const controls::GridColumn* ColumnOf(int listColumn) const;

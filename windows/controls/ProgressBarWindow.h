@@ -13,6 +13,7 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
 
  private:
   controls::ProgressBar& bar_;
+  ULONGLONG shownAt_ = 0;  ///< milliseconds since the system started
 };
 
 /// Makes the status bar the progress bar's parent and lays the bar over a panel (1-based; below 1:

@@ -122,8 +122,7 @@ TEST_F(AGridWindow, DoesNotPaintWhileRedrawIsOff) {
   form_.Grid.AddItem(u"6\tName 6\t06");
   EXPECT_FALSE(GetUpdateRect(List(), nullptr, FALSE));
   form_.Grid.SetRedraw(true);
-  Pump();
-  EXPECT_EQ(ListView_GetItemCount(List()), 6);
+  EXPECT_TRUE(PumpUntil([&] { return ListView_GetItemCount(List()) == 6; }));
   EXPECT_TRUE(IsWindowVisible(List()));
 }
 
@@ -132,6 +131,26 @@ TEST_F(AGridWindow, StaysHiddenWhenRedrawComesBack) {
   form_.Grid.SetRedraw(false);
   form_.Grid.SetRedraw(true);
   EXPECT_FALSE(IsWindowVisible(List()));
+}
+
+TEST_F(AGridWindow, ShowsTheFirstRowsAtOnceAndLaterOnesTogether) {
+  form_.Grid.SelectAll();
+  form_.Grid.RemoveSelected();
+  form_.Grid.AddItem(u"first");
+  EXPECT_EQ(ListView_GetItemCount(List()), 1);
+  form_.Grid.AddItem(u"second");
+  form_.Grid.AddItem(u"third");
+  EXPECT_EQ(ListView_GetItemCount(List()), 1);
+  EXPECT_TRUE(PumpUntil([&] { return ListView_GetItemCount(List()) == 3; }));
+}
+
+TEST_F(AGridWindow, ShowsALateRowAtOnceWhenItIsSelectedOrScrolledTo) {
+  form_.Grid.AddItem(u"6\tName 6\t06");
+  form_.Grid.SetRow(6);
+  EXPECT_EQ(ListView_GetNextItem(List(), -1, LVNI_SELECTED), 5);
+  form_.Grid.AddItem(u"7\tName 7\t07");
+  form_.Grid.ShowRow(7);
+  EXPECT_EQ(ListView_GetItemCount(List()), 7);
 }
 
 TEST_F(AGridWindow, DoesNotScrollWhenRowsArrive) {

@@ -9,9 +9,11 @@ namespace {
 
 constexpr ULONGLONG kLookAgain = 20;  // milliseconds; a condition may change without a message
 
+/// Messages that keep coming do not keep the condition from being looked at.
 void HandleWaiting() {
+  const ULONGLONG end = GetTickCount64() + kLookAgain;
   MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (GetTickCount64() < end && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }

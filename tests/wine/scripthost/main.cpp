@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/wine/desktop/Desktop.h"
 #include "tests/wine/scripthost/Console.h"
 #include "tests/wine/scripthost/Engine.h"
 #include "tests/wine/scripthost/PlayerObject.h"
@@ -72,6 +73,7 @@ int Run() {
 
 int main() {
   using namespace ktrv::scripthost;
+  const ktrv::windows::Desktop desktop;
   OleInitialize(nullptr);
   int code = kScriptError;
   try {
