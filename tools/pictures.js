@@ -1,0 +1,62 @@
+// Prints what the address book lists and has a picture taken of each window; for the script host.
+//   scripthost pictures.js CONNECTION LOG FOLDER
+// For each picture it makes the file NAME.want in FOLDER and waits until somebody has taken it.
+var kServer = 1, kAdministrator = 1, kShared = 1;
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), folder = WScript.Arguments(2);
+
+function printIndented(title, text) {
+  WScript.Echo(title);
+  var lines = text.split("\n");
+  for (var i = 0; i < lines.length; i++) WScript.Echo("  " + lines[i]);
+}
+
+function take(folder, name) {
+  var files = WScript.CreateObject("Scripting.FileSystemObject");
+  var want = folder + "\\" + name + ".want";
+  files.CreateTextFile(want).Close();
+  while (files.FileExists(want)) WScript.Sleep(20);
+}
+
+/// The picture of a dialog that the operation opens; the function makes it worth looking at.
+function takeDialog(title, name, fill, operation) {
+  Player.Play(take.toString() + "var window = Ui.Window('" + title + "'); (" + fill +
+              ")(window); take('" + folder.replace(/\\/g, "\\\\") + "', '" + name +
+              "'); Ui.Close(window); Ui.WaitGone(window);");
+  operation();
+  Player.Wait();
+}
+
+var book = WScript.CreateObject("KTRVAddressBook.clsMain");
+if (book.Init("", connection, kServer, "SQL", log) != 1 ||
+    book.LoadAddressBook(kAdministrator) != 1) {
+  WScript.Echo("The address book did not open; " + log + " tells why.");
+  WScript.Quit(1);
+}
+var window = Ui.Window("Address Book");
+var grid = Ui.Child(window, "SysListView32");
+for (var i = 0; Ui.RowCount(grid) == 0 && i < 100; i++) WScript.Sleep(100);
+printIndented("Folders and groups:", Ui.Nodes(Ui.Child(window, "SysTreeView32")));
+printIndented("Shared Contacts:", Ui.Rows(grid));
+take(folder, "address-book");
+Ui.Close(window);
+Ui.WaitGone(window);
+
+takeDialog("Edit Shared Contact", "contact", function(editor) {
+  Ui.WaitText(Ui.Child(editor, "Edit", 0), "Priya");
+}, function() { book.EditContacts(kAdministrator, kShared, 3); });
+
+takeDialog("Add Folder", "folder", function(editor) {
+  Ui.Type(Ui.Child(editor, "Edit"), "Friends");
+  Ui.WaitText(Ui.Child(editor, "Edit"), "Friends");
+}, function() { book.LoadFolders(kAdministrator); });
+
+takeDialog("Modify Group", "group", function(editor) {
+  Ui.WaitRows(Ui.Child(editor, "SysListView32", 1), 3);
+  Ui.WaitRows(Ui.Child(editor, "SysListView32"), 8);
+}, function() { book.EditGroup(kAdministrator, "1", kShared); });
+
+takeDialog("Select Recipient", "recipients", function(picker) {
+  Ui.WaitRows(Ui.Child(picker, "SysListView32"), 10);
+  Ui.Click(Ui.ChildWithText(picker, "All ->"));
+  Ui.WaitRows(Ui.Child(picker, "SysListView32", 1), 8);  // of one id only the first
+}, function() { book.LoadRecipients(kAdministrator); });
