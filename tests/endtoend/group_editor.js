@@ -16,7 +16,7 @@ var queries = 0;
 function query(text) {
   var answer = database + ".answer" + ++queries, done = answer + ".done";
   shell.Run('start /unix /usr/bin/sqlite3 "' + database + '" ".output ' + answer + '" "' + text +
-            '" ".shell touch ' + done + '"', 0, false);
+            '" ".output stdout" ".shell touch ' + done + '"', 0, false);
   for (var i = 0; !files.FileExists("Z:" + done.replace(/\//g, "\\")); i++) {
     if (i == 500) throw new Error("No answer to " + text);
     WScript.Sleep(20);
