@@ -1,6 +1,7 @@
 #include "database/odbc/OdbcLink.h"
 
 #include "common/Error.h"
+#include "database/Engines.h"
 #include "database/odbc/ConnectionString.h"
 #include "database/odbc/DialectRewriter.h"
 #include "database/odbc/OdbcStatement.h"
@@ -12,37 +13,6 @@ ConnectionHandle NewConnection(SQLHANDLE environment) {
   SQLHANDLE raw = nullptr;
   Checked(SQLAllocHandle(SQL_HANDLE_DBC, environment, &raw), SQL_HANDLE_ENV, environment, {});
   return ConnectionHandle(raw);
-}
-
-Engine EngineOf(StringView product) {
-  const String name = ToUpperAscii(product);
-  const auto contains = [&](StringView part) { return name.find(part) != StringView::npos; };
-  if (contains(u"SQLITE")) return Engine::Sqlite;
-  if (contains(u"MYSQL") || contains(u"MARIADB")) return Engine::MySql;
-  if (contains(u"POSTGRES")) return Engine::PostgreSql;
-  if (contains(u"ORACLE")) return Engine::Oracle;
-  if (contains(u"SQL SERVER")) return Engine::SqlServer;
-  return Engine::Other;
-}
-
-/// The statement that tells the id that this session's last insert was given; empty when there is
-/// no such statement.
-String LastIdQuery(Engine engine) {
-  switch (engine) {
-    case Engine::Sqlite:
-      return u"SELECT last_insert_rowid()";
-    case Engine::MySql:
-      return u"SELECT LAST_INSERT_ID()";
-    case Engine::PostgreSql:
-      return u"SELECT lastval()";
-    case Engine::SqlServer:
-      // SCOPE_IDENTITY would be empty: each statement of a session is a scope of its own.
-      return u"SELECT @@IDENTITY";
-    case Engine::Oracle:
-    case Engine::Other:
-      break;
-  }
-  return {};
 }
 
 }  // namespace
@@ -134,30 +104,7 @@ std::vector<String> OdbcLink::KeyColumns(StringView table) {
 }
 
 std::int64_t OdbcLink::LastInsertedId(StringView table, StringView column) {
-  String query = LastIdQuery(engine_);
-  if (engine_ == Engine::Oracle) {
-    // The sequence behind an identity column.
-    const std::vector<Parameter> parameters = {{u"TABLE_NAME", DataType::VarWChar, 128},
-                                               {u"COLUMN_NAME", DataType::VarWChar, 128}};
-    const auto statement = Prepare(
-        u"SELECT SEQUENCE_NAME FROM USER_TAB_IDENTITY_COLS WHERE TABLE_NAME = ? AND COLUMN_NAME = "
-        u"?",
-        parameters);
-    statement->Execute(std::vector<Variant>{ToUpperAscii(table), ToUpperAscii(column)});
-    if (const auto row = statement->Fetch(1); row && row->Cell(0, 0)) {
-      query = u"SELECT \"" + String(*row->Cell(0, 0)) + u"\".CURRVAL FROM DUAL";
-    }
-  }
-  if (!query.empty()) {
-    const auto statement = Prepare(query, {});
-    statement->Execute({});
-    const auto row = statement->Fetch(1);
-    if (row && row->Cell(0, 0)) {
-      if (const auto id = ParseInteger(*row->Cell(0, 0))) return *id;
-    }
-  }
-  throw Error(ErrorNumber::DriverFailure,
-              u"The database does not tell the id that it gave to the new row", dialogue_.Source);
+  return ReadLastInsertedId(*this, table, column, dialogue_.Source);
 }
 
 }  // namespace ktrv::database::odbc
