@@ -61,6 +61,13 @@ ColumnBuffer::Form FormOf(SQLSMALLINT type, Engine engine) {
   }
 }
 
+/// These drivers interrupt what their connection does for any of its statements, and free the rows
+/// of the statement that they were given, perhaps while the fetching thread still reads them. So
+/// they are given another one, which never has rows.
+bool FreesRowsWhenCancelled(Engine engine) {
+  return engine == Engine::Sqlite || engine == Engine::MySql;
+}
+
 }  // namespace
 
 OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
@@ -70,7 +77,7 @@ OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
       parameters_(parameters.begin(), parameters.end()),
       handle_(link.NewStatement()),
       arguments_(parameters.size()) {
-  if (link.EngineKind() == Engine::Sqlite) interrupter_.emplace(link.NewStatement());
+  if (FreesRowsWhenCancelled(link.EngineKind())) interrupter_.emplace(link.NewStatement());
 }
 
 SQLRETURN OdbcStatement::Check(SQLRETURN result) const {
@@ -197,9 +204,6 @@ std::unique_ptr<RowBlock> OdbcStatement::Fetch(std::size_t rows) {
 
 void OdbcStatement::Cancel() noexcept {
   cancelled_ = true;
-  // SQLite's driver interrupts all that its connection does, and then frees the rows of the
-  // statement that it was given, at a time when the fetching thread still reads them. So it is
-  // given one that never has rows.
   SQLCancel(interrupter_ ? interrupter_->Get() : handle_.Get());
 }
 

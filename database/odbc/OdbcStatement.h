@@ -36,7 +36,7 @@ class OdbcStatement final : public Statement {
   const String text_;
   const std::vector<Parameter> parameters_;
   StatementHandle handle_;
-  std::optional<StatementHandle> interrupter_;  // of a link whose driver cannot cancel by handle_
+  std::optional<StatementHandle> interrupter_;  // where handle_ may not be cancelled
   bool prepared_ = false;
   bool fetching_ = false;
   std::atomic<bool> cancelled_ = false;

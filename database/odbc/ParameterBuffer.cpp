@@ -42,6 +42,21 @@ SQL_TIMESTAMP_STRUCT Timestamp(DateTime moment) {
   return timestamp;
 }
 
+/// The text with each half of a pair that stands alone replaced. PostgreSQL's driver takes such a
+/// half and whatever follows it for one character, MariaDB's refuses the whole text.
+String WellFormed(String text) {
+  const auto isHigh = [](char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; };
+  const auto isLow = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (isHigh(text[at]) && at + 1 < text.size() && isLow(text[at + 1])) {
+      ++at;
+    } else if (isHigh(text[at]) || isLow(text[at])) {
+      text[at] = 0xFFFD;
+    }
+  }
+  return text;
+}
+
 }  // namespace
 
 void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Parameter& parameter,
@@ -73,7 +88,9 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
   } else {
     // SQLite keeps a date as text: in one form, so that equal dates compare equal.
     String text = *CellTextOf(value);
-    const bool endsAtZero = engine == Engine::Sqlite || engine == Engine::PostgreSql;
+    if (engine == Engine::MySql || engine == Engine::PostgreSql) text = WellFormed(std::move(text));
+    const bool endsAtZero =
+        engine == Engine::Sqlite || engine == Engine::MySql || engine == Engine::PostgreSql;
     if (endsAtZero && text.find(u'\0') != String::npos) {
       throw Error(ErrorNumber::DataConversion,
                   u"The text holds a zero, where the driver would end it", dialogue.Source);

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+
+#include "database/Connection.h"
+#include "database/odbc/OdbcDriver.h"
+
+namespace ktrv::tests {
+
+enum class ServerKind { MariaDb, PostgreSql };
+
+/// The port on loopback of the server of this kind that all tests of this build share. It is
+/// started at first use, and stays while this process or another test's does.
+/// \throws std::runtime_error
+std::uint16_t PortOf(ServerKind kind);
+
+/// A database on such a server, empty at first and dropped at its end.
+class ServerDatabase {
+ public:
+  explicit ServerDatabase(ServerKind kind);
+  ~ServerDatabase();
+  ServerDatabase(const ServerDatabase&) = delete;
+  ServerDatabase& operator=(const ServerDatabase&) = delete;
+
+  ServerKind Kind() const { return kind_; }
+  String ConnectionString() const { return ConnectionStringOf(name_); }
+  database::OdbcDriver& Driver() { return driver_; }
+
+  /// An environment whose connection strings all go to ODBC. \param post closures go there; by
+  /// default they are dropped.
+  database::Environment Surroundings(std::function<void(std::function<void()>)> post =
+                                         [](const auto&) {});
+
+  /// Runs statements one by one. \throws Error
+  void Run(std::initializer_list<StringView> statements);
+
+ private:
+  String ConnectionStringOf(StringView database) const;
+  void RunOn(StringView connectionString, std::initializer_list<StringView> statements);
+
+  ServerKind kind_;
+  String name_;
+  database::OdbcDriver driver_;
+};
+
+}  // namespace ktrv::tests

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+
+#include "database/Driver.h"
+
+namespace ktrv::tests {
+
+/// A driver that lets the test do something at a point of its choice in another driver's work.
+///
+///   WatchedDriver watched(driver);
+///   watched.BeforeExecute = [&](StringView text) { if (text.starts_with(u"UPDATE")) ...; };
+class WatchedDriver final : public database::Driver {
+ public:
+  /// \param driver does the work; must outlive this one and its links.
+  explicit WatchedDriver(database::Driver& driver) : driver_(driver) {}
+
+  /// Called on the thread that executes, with the text that goes to the driver next. May be replaced
+  /// from within.
+  std::function<void(StringView text)> BeforeExecute;
+
+  std::unique_ptr<database::Link> Open(StringView connectionString, StringView user,
+                                       StringView password) override;
+
+ private:
+  database::Driver& driver_;
+};
+
+}  // namespace ktrv::tests
