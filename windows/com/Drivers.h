@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/Driver.h"
+#include "database/ado/AdoDriver.h"
 #include "database/odbc/OdbcDriver.h"
 
 namespace ktrv::windows {
@@ -8,11 +9,12 @@ namespace ktrv::windows {
 /// The database libraries of this system.
 class Drivers {
  public:
-  /// The library that the connection string belongs to. Any thread.
-  /// \throws Error DriverFailure when there is none.
+  /// The library that the connection string belongs to: with "Provider=" ADO, else ODBC, which is
+  /// what ADO itself would do with it. Any thread.
   database::Driver& For(StringView connectionString);
 
  private:
+  database::AdoDriver ado_;
   database::OdbcDriver odbc_;
 };
 

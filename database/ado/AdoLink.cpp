@@ -1,0 +1,95 @@
+#include "database/ado/AdoLink.h"
+
+#include "database/Engines.h"
+#include "database/ado/AdoStatement.h"
+#include "database/ado/Constants.h"
+#include "database/ado/SafeArray.h"
+#include "database/odbc/DialectRewriter.h"
+
+namespace ktrv::database::ado {
+
+AdoLink::AdoLink(StringView connectionString, StringView user, StringView password)
+    : connection_(Object::Create(L"ADODB.Connection")) {
+  const Value text(connectionString);
+  if (user.empty() && password.empty()) {
+    connection_.Call(L"Open", {&text});
+  } else {
+    const Value name(user);
+    const Value secret(password);
+    connection_.Call(L"Open", {&text, &name, &secret});
+  }
+  if (IsOpen()) engine_ = AskEngine();
+}
+
+AdoLink::~AdoLink() {
+  try {
+    if (IsOpen()) connection_.Call(L"Close");
+  } catch (const Error&) {
+    // The session is gone already; there is nothing to end.
+  }
+}
+
+bool AdoLink::IsOpen() const {
+  return (connection_.GetWhole(L"State") & AdoState::Open) != 0;
+}
+
+Engine AdoLink::AskEngine() const {
+  try {
+    const Value name(StringView(u"DBMS Name"));
+    const Object property = connection_.Part(L"Properties").Part(L"Item", {&name});
+    return EngineOf(property.Get(L"Value").Text());
+  } catch (const Error&) {
+    return Engine::Other;  // the provider does not tell
+  }
+}
+
+std::unique_ptr<Statement> AdoLink::Prepare(StringView text,
+                                            std::span<const Parameter> parameters) {
+  return std::make_unique<AdoStatement>(*this, odbc::RewriteForEngine(text, engine_), parameters);
+}
+
+std::vector<String> AdoLink::KeyColumns(StringView table) {
+  String name(table.substr(table.rfind(u'.') + 1));
+  if (engine_ == Engine::PostgreSql) {
+    for (char16_t& unit : name) {  // it keeps unquoted names in small letters
+      if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + (u'a' - u'A'));
+    }
+  }
+  std::vector<String> columns;
+  try {
+    const Value kind(kPrimaryKeys);
+    const Value wanted = ArrayOf({Value(), Value(), Value(StringView(name))});
+    const Object rows(connection_.Call(L"OpenSchema", {&kind, &wanted}));
+    const Value columnName(StringView(u"COLUMN_NAME"));
+    while (!rows.Get(L"EOF").Truth()) {
+      const Object field = rows.Part(L"Fields").Part(L"Item", {&columnName});
+      columns.push_back(field.Get(L"Value").Text());
+      rows.Call(L"MoveNext");
+    }
+  } catch (const Error&) {
+    columns.clear();  // the provider cannot tell
+  }
+  return columns;
+}
+
+std::int64_t AdoLink::LastInsertedId(StringView table, StringView column) {
+  return ReadLastInsertedId(*this, table, column, u"ADODB");
+}
+
+void AdoLink::PassUnlessFailed() const {
+  const Object errors = connection_.Part(L"Errors");
+  const auto count = static_cast<std::int32_t>(errors.GetWhole(L"Count"));
+  for (std::int32_t index = 0; index < count; ++index) {
+    const Value place(index);
+    const Object each = errors.Part(L"Item", {&place});
+    const auto code = static_cast<HRESULT>(each.GetWhole(L"Number"));
+    if (code >= 0) continue;  // a warning
+    throw Error(NumberOf(code), each.Get(L"Description").Text(), each.Get(L"Source").Text());
+  }
+}
+
+void AdoLink::ForgetFailures() const {
+  connection_.Part(L"Errors").Call(L"Clear");
+}
+
+}  // namespace ktrv::database::ado

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "database/Driver.h"
+#include "database/ado/Apartment.h"
+#include "database/ado/Object.h"
+
+namespace ktrv::database::ado {
+
+/// A session through ADO. Belongs to the thread that made it.
+class AdoLink final : public Link {
+ public:
+  /// Opens it. \throws Error
+  AdoLink(StringView connectionString, StringView user, StringView password);
+  ~AdoLink() override;
+
+  bool IsOpen() const;
+
+  std::unique_ptr<Statement> Prepare(StringView text,
+                                     std::span<const Parameter> parameters) override;
+  Engine EngineKind() const override { return engine_; }
+  std::vector<String> KeyColumns(StringView table) override;
+  std::int64_t LastInsertedId(StringView table, StringView column) override;
+
+  const Object& Connection() const { return connection_; }
+  const Apartment& Surroundings() const { return apartment_; }
+
+  /// \throws Error the first failure that ADO noted since ForgetFailures, if there is one.
+  void PassUnlessFailed() const;
+  void ForgetFailures() const;
+
+ private:
+  Engine AskEngine() const;
+
+  Apartment apartment_;  // first: its end must follow that of all objects
+  Object connection_;
+  Engine engine_ = Engine::Other;
+};
+
+}  // namespace ktrv::database::ado
