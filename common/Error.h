@@ -44,6 +44,7 @@ inline constexpr std::int32_t IntegrityViolation = -2147217873;  ///< constraint
 inline constexpr std::int32_t LoginFailed = -2147217843;         ///< refused user (0x80040E4D)
 inline constexpr std::int32_t ValueMismatch = -2147217913;       ///< wrong data type (0x80040E07)
 inline constexpr std::int32_t RowChanged = -2147217864;          ///< update conflict (0x80040E38)
+inline constexpr std::int32_t RowGone = -2147217885;             ///< deleted row (0x80040E23)
 inline constexpr std::int32_t TimedOut = -2147217871;            ///< time-out (0x80040E31)
 inline constexpr std::int32_t CommandCancelled = -2147217842;    ///< cancelled (0x80040E4E)
 }  // namespace ErrorNumber

@@ -33,6 +33,9 @@ StringView Description(std::int32_t number) {
     case ErrorNumber::RowChanged:
       return u"Row cannot be located for updating. Some values may have been changed since it was "
              u"last read.";
+    case ErrorNumber::RowGone:
+      return u"Key value for this row was changed or deleted at the data store. The local row is "
+             u"now deleted.";
     default:
       return u"The operation failed.";
   }

@@ -95,14 +95,15 @@ class Recordset {
   void AddNew();
 
   /// Writes the changed fields of the current row to the table that the query named: an insert
-  /// after AddNew, else an update that finds the row by its key and by the old values of the
-  /// changed fields. \throws Error RowChanged when no such row is there any more, else the
-  /// driver's; the pending values stay.
+  /// after AddNew, else an update that finds the row by its key and by the values that the fields
+  /// which were set had when it was read, set to the same or not. \throws Error RowChanged when one
+  /// of them has another value now, RowGone when the row is gone, else the driver's; the pending
+  /// values stay.
   void Update();
   void CancelUpdate();
 
   /// Reads the current row and all its values again from the database; after an insert by the id
-  /// that the engine assigned. \throws Error RowChanged when the row is gone.
+  /// that the engine assigned. \throws Error RowGone when it is gone.
   void Resync();
 
   /// Takes the whole result of a statement that was executed; stays closed when it has none.

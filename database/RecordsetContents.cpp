@@ -52,14 +52,7 @@ Link& Recordset::Contents::UpdateLink() const {
 }
 
 void Recordset::Contents::Write() {
-  if (!Adding) {
-    // A value that is what it was is no change, and cannot collide with somebody else's.
-    std::erase_if(Pending, [&](const auto& pending) {
-      const auto& [column, value] = pending;
-      return value == CellValue(Columns[column].Type, Rows.Cell(Position, column));
-    });
-    if (Pending.empty()) return;
-  }
+  if (!Adding && Pending.empty()) return;
   TableWriter table(UpdateLink(), Source, Columns);
   TableWriter::Cells cells(Columns.size());
   if (!Adding) {

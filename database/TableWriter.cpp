@@ -149,35 +149,57 @@ void TableWriter::Insert(Cells& cells, const Values& values) {
   }
 }
 
-void TableWriter::Update(Cells& cells, const Values& values) {
+TableWriter::Values TableWriter::ChangedOf(const Cells& cells, const Values& values) const {
+  Values changed;
+  for (const auto& [column, value] : values) {
+    if (value != CellValue(columns_[column].Type, cells[column])) changed.emplace(column, value);
+  }
+  return changed;
+}
+
+bool TableWriter::Change(const Values& values, const Condition& condition) {
   String assignments;
   std::vector<Parameter> parameters;
   std::vector<Variant> arguments;
-  Condition condition = KeyCondition(cells);
   for (const auto& [index, value] : values) {
     const Column& column = columns_[index];
     assignments += (assignments.empty() ? u"" : u", ") + column.Name + u" = ?";
     parameters.push_back({column.Name, column.Type, column.Size});
     arguments.push_back(value);
-    const bool isKey = std::find(key_.begin(), key_.end(), index) != key_.end();
-    if (!isKey) AddOldValueCondition(condition, index, cells);
   }
   parameters.insert(parameters.end(), condition.Parameters.begin(), condition.Parameters.end());
   arguments.insert(arguments.end(), condition.Values.begin(), condition.Values.end());
   const auto statement =
       Run(u"UPDATE " + table_ + u" SET " + assignments + u" WHERE " + condition.Text, parameters,
           arguments);
-  if (statement->RowsAffected() == 0) throw DataError(ErrorNumber::RowChanged);
-  Fill(cells, values);
+  return statement->RowsAffected() != 0;
 }
 
-void TableWriter::Read(Cells& cells) {
-  const Condition condition = KeyCondition(cells);
+void TableWriter::Update(Cells& cells, const Values& values) {
+  Condition condition = KeyCondition(cells);
+  for (const auto& [column, value] : values) {
+    const bool isKey = std::find(key_.begin(), key_.end(), column) != key_.end();
+    if (!isKey) AddOldValueCondition(condition, column, cells);
+  }
+  // Only what changes is written: some engines count a row that stays the same as not found.
+  const Values changed = ChangedOf(cells, values);
+  const bool wasThere = changed.empty() ? Find(condition) != nullptr : Change(changed, condition);
+  if (!wasThere) {
+    throw DataError(Find(KeyCondition(cells)) ? ErrorNumber::RowChanged : ErrorNumber::RowGone);
+  }
+  Fill(cells, changed);
+}
+
+std::unique_ptr<RowBlock> TableWriter::Find(const Condition& condition) {
   const auto statement =
       Run(u"SELECT " + selectList_ + u" FROM " + table_ + u" WHERE " + condition.Text,
           condition.Parameters, condition.Values);
-  const auto row = statement->Fetch(1);
-  if (!row || row->Columns() != cells.size()) throw DataError(ErrorNumber::RowChanged);
+  return statement->Fetch(1);
+}
+
+void TableWriter::Read(Cells& cells) {
+  const auto row = Find(KeyCondition(cells));
+  if (!row || row->Columns() != cells.size()) throw DataError(ErrorNumber::RowGone);
   for (std::size_t column = 0; column < cells.size(); ++column) {
     const auto text = row->Cell(0, column);
     cells[column] = text ? std::optional<String>(*text) : std::nullopt;

@@ -23,12 +23,13 @@ class TableWriter {
   /// values are filled in, and the key that the engine assigned.
   void Insert(Cells& cells, const Values& values);
 
-  /// Changes the row of this key, provided that the changed columns still hold what the cells say.
-  /// \param cells the row as it was read; filled with the new values.
-  /// \throws Error RowChanged when there is no such row.
+  /// Changes the row of this key, provided that the columns of the values still hold what the cells
+  /// say, those too whose value stays the same. \param cells the row as it was read; filled with
+  /// the new values. \throws Error RowChanged when one holds something else, RowGone when there is
+  /// no such row.
   void Update(Cells& cells, const Values& values);
 
-  /// Reads the row of this key again. \throws Error RowChanged when there is none.
+  /// Reads the row of this key again. \throws Error RowGone when there is none.
   void Read(Cells& cells);
 
  private:
@@ -36,6 +37,11 @@ class TableWriter {
   void AddKeyCondition(Condition& condition, std::size_t column, const Cells& cells) const;
   void AddOldValueCondition(Condition& condition, std::size_t column, const Cells& cells) const;
   Condition KeyCondition(const Cells& cells) const;
+  Values ChangedOf(const Cells& cells, const Values& values) const;
+  /// Whether there was a row to change.
+  bool Change(const Values& values, const Condition& condition);
+  /// The first row that meets the condition; null when none does.
+  std::unique_ptr<RowBlock> Find(const Condition& condition);
   std::unique_ptr<Statement> Run(StringView text, const std::vector<Parameter>& parameters,
                                  const std::vector<Variant>& values);
   void Fill(Cells& cells, const Values& values) const;

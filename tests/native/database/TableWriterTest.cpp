@@ -20,6 +20,18 @@ class TableWriterTest : public testing::Test {
     }
   }
 
+  /// The number with which a new name for row 5 fails; 0 when it does not.
+  std::int32_t FailureOfUpdate() {
+    TableWriter::Cells cells = {u"5", u"Ann", std::nullopt};
+    try {
+      TableWriter(*link, u"SELECT * FROM T", columns).Update(cells, {{1, String(u"Bob")}});
+    } catch (const Error& error) {
+      EXPECT_EQ(cells[1], u"Ann");
+      return error.Number();
+    }
+    return 0;
+  }
+
   tests::FakeDriver driver;
   std::unique_ptr<Link> link = driver.Open(u"", u"", u"");
   std::vector<Column> columns = {
@@ -58,16 +70,33 @@ TEST_F(TableWriterTest, UpdateNamesTheKeyAndTheOldValuesOfWhatChanges) {
   EXPECT_EQ(cells, (TableWriter::Cells{u"5", u"Bob", u"41.5"}));
 }
 
-TEST_F(TableWriterTest, UpdateOfNoRowIsAConflict) {
-  driver.Changes(u"UPDATE", 0);
+TEST_F(TableWriterTest, UpdateWritesOnlyWhatChangesAndComparesAllThatWasSet) {
+  driver.Changes(u"UPDATE", 1);
+  TableWriter::Cells cells = {u"5", u"Ann", u"41.5"};
+  TableWriter(*link, u"SELECT * FROM T WHERE ID = 5", columns)
+      .Update(cells, {{1, String(u"Bob")}, {2, 41.5}});
+  EXPECT_EQ(ToUtf8(driver.Executed().back().Text),
+            "UPDATE T SET FNAME = ? WHERE Id = ? AND FNAME = ? AND AGE = ?");
+}
+
+TEST_F(TableWriterTest, UpdateThatChangesNothingLooksWhetherTheRowIsAsItWasRead) {
+  driver.Answer(u"SELECT", columns, {{u"5", u"Ann", std::nullopt}});
   TableWriter::Cells cells = {u"5", u"Ann", std::nullopt};
-  try {
-    TableWriter(*link, u"SELECT * FROM T", columns).Update(cells, {{1, String(u"Bob")}});
-    FAIL();
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Number(), ErrorNumber::RowChanged);
-  }
-  EXPECT_EQ(cells[1], u"Ann");
+  TableWriter(*link, u"SELECT * FROM T WHERE ID = 5", columns)
+      .Update(cells, {{1, cells[1].value()}});
+  EXPECT_EQ(ToUtf8(driver.Executed().back().Text), "SELECT * FROM T WHERE Id = ? AND FNAME = ?");
+}
+
+TEST_F(TableWriterTest, UpdateOfARowThatHasOtherValuesIsAConflict) {
+  driver.Changes(u"UPDATE", 0);
+  driver.Answer(u"SELECT", columns, {{u"5", u"Eve", std::nullopt}});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
+}
+
+TEST_F(TableWriterTest, UpdateOfARowThatIsGoneIsNotFound) {
+  driver.Changes(u"UPDATE", 0);
+  driver.Answer(u"SELECT", columns, {});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowGone);
 }
 
 TEST_F(TableWriterTest, InsertNamesOnlyWhatWasSetAndLearnsTheId) {

@@ -1,0 +1,155 @@
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+#include "tests/native/contact/ContactFixture.h"
+#include "tests/native/support/WatchedDriver.h"
+
+namespace ktrv::tests {
+namespace {
+
+std::string CommandLine(const std::string& connection, const std::string& work) {
+  std::string program = KTRV_OTHER_USER;
+  std::string quote;
+#ifdef _WIN32
+  std::replace(program.begin(), program.end(), '/', '\\');
+  program.insert(0, "Z:");
+  quote = "\"";  // the command processor takes the outer quotes off
+#endif
+  return quote + "\"" + program + "\" \"" + connection + "\" " + work + quote;
+}
+
+/// This process edits a contact while another one works with it.
+struct TwoProcessesTest : ContactFixture {
+  TwoProcessesTest() {
+    session.Environment.DriverFor = [this](StringView) -> database::Driver& { return watched; };
+  }
+
+  /// Another process does this with the database and ends; see otheruser.
+  void OtherUser(StringView work) {
+    const std::string command = CommandLine(ToUtf8(database.ConnectionString()), ToUtf8(work));
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+  }
+  /// The other process works when this one is about to run the first text that starts so.
+  void OtherUserBefore(StringView start, String work) {
+    watched.BeforeExecute = [this, start, work = std::move(work)](StringView text) {
+      if (text.substr(0, start.size()) != start) return;
+      watched.BeforeExecute = nullptr;
+      OtherUser(work);
+    };
+  }
+  void PressOk() { form.cmdSave.UserClicks(); }
+
+  void ExpectRecord(StringView number, StringView description) {
+    EXPECT_EQ(Log(),
+              u"************************* ERROR *************************\r\n"
+              u"KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()\r\n"
+              u"Error Date/Time   : 29/02/2024  13:05:00\r\n"
+              u"Error Number      : " +
+                  String(number) + u"\r\nError Description : " + String(description) +
+                  u"\r\n"
+                  u"Error DLLErrorNum : 0\r\n"
+                  u"Error Source      : KTRVAddressBook\r\n"
+                  u"*********************************************************\r\n");
+  }
+  void ExpectOpenWithItsText() {
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_TRUE(screen.Messages.empty());
+    EXPECT_EQ(form.txtFname.Text(), u"Anna");
+    EXPECT_EQ(form.txtCity.Text(), u"Leeds");
+    EXPECT_EQ(session.SavedContactId, u"");
+  }
+  void EditAnna() {
+    Ann();
+    Edit();
+    form.txtFname.SetText(u"Anna");
+  }
+
+  WatchedDriver watched{database.Driver()};
+};
+
+constexpr StringView kConflict =
+    u"Row cannot be located for updating. Some values may have been changed since it was last "
+    u"read.";
+constexpr StringView kGone =
+    u"Key value for this row was changed or deleted at the data store. The local row is now "
+    u"deleted.";
+
+TEST_F(TwoProcessesTest, TheLaterSaveHolds) {
+  EditAnna();
+  OtherUser(u"edit 5 Paris");
+  ASSERT_EQ(Row(u"FNAME, CITY"), u"Ann|Paris");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|Leeds");
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(TwoProcessesTest, ARowThatChangesBetweenTheSavesReadAndItsWriteIsAConflict) {
+  EditAnna();
+  OtherUserBefore(u"UPDATE", u"edit 5 Paris");
+  PressOk();
+  ExpectOpenWithItsText();
+  ExpectRecord(u"-2147217864", kConflict);
+  EXPECT_EQ(Row(u"FNAME, CITY, LNAME"), u"Ann|Paris|Lee");
+}
+
+TEST_F(TwoProcessesTest, AfterAConflictASecondOkReadsAfreshAndHolds) {
+  EditAnna();
+  OtherUserBefore(u"UPDATE", u"edit 5 Paris");
+  PressOk();
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|Leeds");
+  EXPECT_EQ(SaveErrors(), 1);
+}
+
+TEST_F(TwoProcessesTest, ASaveWithoutAnyChangeCollidesToo) {
+  Ann();
+  Edit();
+  OtherUserBefore(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", u"edit 5 Paris");
+  PressOk();
+  EXPECT_TRUE(form.IsLoaded());
+  ExpectRecord(u"-2147217864", kConflict);
+  EXPECT_EQ(Row(u"CITY"), u"Paris");
+}
+
+TEST_F(TwoProcessesTest, ARowThatGoesBetweenTheSavesReadAndItsWriteIsNotFound) {
+  EditAnna();
+  OtherUserBefore(u"UPDATE", u"delete 5");
+  PressOk();
+  ExpectOpenWithItsText();
+  ExpectRecord(u"-2147217885", kGone);
+  EXPECT_EQ(Row(u"ID"), u"no row");
+}
+
+TEST_F(TwoProcessesTest, ARowThatIsGoneBeforeTheSaveIsNotFound) {
+  EditAnna();
+  OtherUser(u"delete 5");
+  PressOk();
+  ExpectOpenWithItsText();
+  ExpectRecord(u"3021",
+               u"Either BOF or EOF is True, or the current record has been deleted. Requested "
+               u"operation requires a current record.");
+  EXPECT_EQ(Row(u"ID"), u"no row");
+}
+
+TEST_F(TwoProcessesTest, TwoWhoAddAtOnceGetAnIdEach) {
+  AddNamed(u"Ann");
+  OtherUserBefore(u"INSERT", u"add Bob");
+  PressOk();
+  EXPECT_EQ(session.SavedContactId, u"2");
+  EXPECT_EQ(database.Rows(u"SELECT ID, FNAME FROM SMS_ABCONTACTS ORDER BY ID"),
+            (std::vector<String>{u"1|Bob", u"2|Ann"}));
+}
+
+TEST_F(TwoProcessesTest, AnotherContactAddedBeforeTheReadBackIsNotTakenForTheOwn) {
+  AddNamed(u"Ann");
+  OtherUserBefore(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", u"add Bob");
+  PressOk();
+  EXPECT_EQ(session.SavedContactId, u"1");
+  EXPECT_EQ(session.SavedContactName, u"Ann  ");
+}
+
+}  // namespace
+}  // namespace ktrv::tests
