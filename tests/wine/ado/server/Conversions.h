@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+
+#include "database/Types.h"
+#include "tests/wine/ado/server/Arguments.h"
+
+namespace ktrv::adoserver {
+
+/// Whether the number is that of a type that parameters can have here.
+bool IsParameterType(std::int32_t type);
+/// Whether values of the type have a length that the size limits.
+bool IsVariableLength(std::int32_t type);
+/// What ODBC takes for the parameter type.
+database::DataType DataTypeOf(std::int32_t type);
+
+/// The value as one of the parameter type, brought there as ADO does: what cannot be one, and a
+/// text of more than `size` characters, is refused with DataConversion. Null and empty stay.
+Value Coerced(const VARIANT& value, std::int32_t type, std::int64_t size);
+
+/// What goes to ODBC for a coerced value. Narrow texts pass through the system's code page.
+Variant ForOdbc(const Value& value, std::int32_t type);
+
+/// A field's type number for a column.
+std::int32_t FieldType(const database::Column& column);
+/// A field's value of that type for a cell. \throws Error kCannotConvert when the cell holds none.
+Value FieldValue(const database::Column& column, std::optional<StringView> cell);
+
+}  // namespace ktrv::adoserver
