@@ -74,8 +74,37 @@ TEST_P(PasteFilterTest, OnlyNumbersOfZeroOrMoreArePasted) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Clips, PasteFilterTest,
-                         testing::Values(Clip{u"12", true}, Clip{u"-5", false}, Clip{u"abc", false},
+                         testing::Values(Clip{u"12", true}, Clip{u"0", true}, Clip{u"-5", false},
+                                         Clip{u"abc", false}, Clip{u"12a", false}, Clip{u"", false},
                                          Clip{std::nullopt, false}));
+
+struct ControlKey {
+  std::int16_t Code;
+  bool Accepted;
+};
+
+class ControlKeyTest : public ContactFixture, public testing::WithParamInterface<ControlKey> {};
+
+TEST_P(ControlKeyTest, BackspaceTabAndCopyPassAndTheOthersAreDiscarded) {
+  Add();
+  for (TextBox* box : {&form.txtAge, &form.txtMobileno}) {
+    std::int16_t code = GetParam().Code;
+    box->KeyPress(code);
+    EXPECT_EQ(code, GetParam().Accepted ? GetParam().Code : 0);
+  }
+}
+
+constexpr std::int16_t kSelectAll = 1;
+constexpr std::int16_t kCopy = 3;
+constexpr std::int16_t kBackspace = 8;
+constexpr std::int16_t kTab = 9;
+constexpr std::int16_t kCut = 24;
+constexpr std::int16_t kUndo = 26;
+
+INSTANTIATE_TEST_SUITE_P(Keys, ControlKeyTest,
+                         testing::Values(ControlKey{kCopy, true}, ControlKey{kBackspace, true},
+                                         ControlKey{kTab, true}, ControlKey{kSelectAll, false},
+                                         ControlKey{kCut, false}, ControlKey{kUndo, false}));
 
 TEST_F(ContactBoxesTest, OtherBoxesTakeEveryCharacter) {
   Add();
@@ -89,6 +118,20 @@ TEST_F(ContactBoxesTest, TheMobileNumberGetsTheFocusWithTheCaretBehindIt) {
   form.txtMobileno.SetFocus();
   EXPECT_EQ(form.txtMobileno.SelectionStart(), 4);
   EXPECT_EQ(form.txtMobileno.SelectionLength(), 0);
+}
+
+TEST_F(ContactBoxesTest, AnEmptyMobileNumberKeepsItsCaretWhereItIs) {
+  Add();
+  form.txtMobileno.SetText({});
+  form.txtMobileno.SetFocus();
+  EXPECT_EQ(form.txtMobileno.SelectionStart(), 0);
+}
+
+TEST_F(ContactBoxesTest, TypingGoesOnBehindThePrefix) {
+  Add();
+  form.txtMobileno.SetFocus();
+  form.txtMobileno.UserTypes(u"9");
+  EXPECT_EQ(form.txtMobileno.Text(), u"919");
 }
 
 TEST_F(ContactBoxesTest, TheArrowsCountTheAge) {
@@ -113,15 +156,39 @@ TEST_F(ContactBoxesTest, EveryInputStandsRightBehindItsLabel) {
     const auto* label = dynamic_cast<const controls::Label*>(*(at - 1));
     return label ? label->Caption() : u"no label";
   };
-  EXPECT_EQ(labelOf(form.txtFname), u"First");
-  EXPECT_EQ(labelOf(form.txtCountryCode), u"Country Code ");
-  EXPECT_EQ(labelOf(form.txtMobileno), u"Mobile No");
-  EXPECT_EQ(labelOf(form.txtEmail), u"Email Id");
-  EXPECT_EQ(labelOf(form.txtOrganisation), u"Company");
-  EXPECT_EQ(labelOf(form.txtAge), u"Age");
-  EXPECT_EQ(labelOf(form.dtAnniversary), u"Anniversary");
-  EXPECT_EQ(labelOf(form.txtAddress), u"Street");
-  EXPECT_EQ(labelOf(form.txtHobby), u"Hobby");
+  const std::vector<std::pair<const Control*, StringView>> labels{
+      {&form.txtFname, u"First"},
+      {&form.txtMname, u"Middle"},
+      {&form.txtLname, u"Last"},
+      {&form.txtCountryCode, u"Country Code "},
+      {&form.txtMobileno, u"Mobile No"},
+      {&form.txtEmail, u"Email Id"},
+      {&form.txtOrganisation, u"Company"},
+      {&form.txtOfficePhone, u"Office Phone"},
+      {&form.txtHomePhone, u"Home Phone"},
+      {&form.txtFax, u"Fax"},
+      {&form.txtAge, u"Age"},
+      {&form.cboSex, u"Sex"},
+      {&form.dtBirthday, u"Birthday"},
+      {&form.dtAnniversary, u"Anniversary"},
+      {&form.txtAddress, u"Street"},
+      {&form.txtCity, u"City"},
+      {&form.txtState, u"State"},
+      {&form.txtCountry, u"Country"},
+      {&form.txtZip, u"Zip"},
+      {&form.txtHobby, u"Hobby"},
+  };
+  for (const auto& [control, label] : labels) EXPECT_EQ(labelOf(*control), label);
+}
+
+TEST_F(ContactBoxesTest, FramesAndBoxSayWhatTheyHold) {
+  EXPECT_EQ(form.Frame1.Caption(), u" Contact Information ");
+  EXPECT_EQ(form.Frame2.Caption(), u" Name ");
+  EXPECT_EQ(form.fraPhones.Caption(), u" Phone Numbers ");
+  EXPECT_EQ(form.fraPersonals.Caption(), u" Personal Info ");
+  EXPECT_EQ(form.fraAddress.Caption(), u" Address ");
+  EXPECT_EQ(form.chkContacts.Caption(), u"This is a Shared Contact");
+  EXPECT_EQ(form.Caption(), u"New Contact");
 }
 
 TEST_F(ContactBoxesTest, NoTwoControlsLieOnEachOtherAndAllLieInTheForm) {

@@ -79,6 +79,28 @@ TEST_F(ContactFailuresTest, AConstraintViolation) {
   EXPECT_TRUE(LoggedNumber(ErrorNumber::IntegrityViolation));
 }
 
+TEST_F(ContactFailuresTest, ANumberThatTheDatabaseWantsOnlyOnce) {
+  Ann();
+  database.Run({u"CREATE UNIQUE INDEX ONCE ON SMS_ABCONTACTS (MOBILENO)"});
+  AddNamed(u"Bob");
+  form.txtMobileno.SetText(u"7700900");
+  PressOk();
+  ExpectOpenWith(u"Bob");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::IntegrityViolation));
+  EXPECT_EQ(Row(u"FNAME"), u"Ann");
+}
+
+TEST_F(ContactFailuresTest, ADatabaseThatIsNotThereAnyMore) {
+  Ann();
+  Edit();
+  session.SessionConnectionString += u".gone";
+  PressOk();
+  ExpectOpenWith(u"Ann");
+  session.SessionConnectionString = database.ConnectionString();
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+}
+
 TEST_F(ContactFailuresTest, ADateThatTheDatabaseRefuses) {
   AddWithFakeDriver();
   form.dtBirthday.SetValue(Date(1700, 1, 1));
@@ -179,7 +201,12 @@ TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
   PressOk();
   EXPECT_FALSE(form.IsLoaded());
   EXPECT_EQ(driver.Executed().front().Text, u"SELECT * FROM SMS_ABCONTACTS WHERE 1 = 2");
-  EXPECT_EQ(Ran(u"INSERT").size(), 1u);
+  ASSERT_EQ(Ran(u"INSERT").size(), 1u);
+  EXPECT_EQ(
+      Ran(u"INSERT").front(),
+      u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, "
+      u"OFFICEPHONE, HOMEPHONE, FAX, EMAIL, ORGANISATION, ADDRESS, CITY, STATE, COUNTRY, ZIP, "
+      u"SEX, HOBBY) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
   EXPECT_EQ(session.SavedContactId, u"9");
 }
 

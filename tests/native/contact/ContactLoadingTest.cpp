@@ -222,6 +222,31 @@ TEST_F(ContactLoadingTest, ABirthdayThatIsNoDateEndsTheLoadingThere) {
   EXPECT_EQ(form.txtHobby.Text(), u"");
 }
 
+TEST_F(ContactLoadingTest, AFolderIdThatIsNullEndsTheLoadingBehindTheFirstName) {
+  UseFakeDriver();
+  driver.Answer(u"SELECT * FROM SMS_ABCONTACTS",
+                {{u"ID", database::DataType::Integer},
+                 {u"FNAME"},
+                 {u"FOLDER_ID", database::DataType::Integer}},
+                {{u"5", u"Ann", std::nullopt}});
+  Edit();
+  EXPECT_EQ(LoadErrors(), 1);
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::InvalidUseOfNull));
+  EXPECT_EQ(form.txtFname.Text(), u"Ann");
+}
+
+TEST_F(ContactLoadingTest, ATextOverTheLimitIsShownWhole) {
+  Ann(u"LNAME = '" + String(60, u'x') + u"'");
+  Edit();
+  EXPECT_EQ(form.txtLname.Text(), String(60, u'x'));
+}
+
+TEST_F(ContactLoadingTest, QuotesTabsLineBreaksAndEmojiAreShownAsStored) {
+  Ann(u"LNAME = 'O''Brien \"&\"\t;\r\n\U0001F600'");
+  Edit();
+  EXPECT_EQ(form.txtLname.Text(), u"O'Brien \"&\"\t;\r\n\U0001F600");
+}
+
 // At the server.
 
 TEST_F(ContactLoadingTest, AtTheServerEveryContactIsMarkedShared) {
@@ -231,6 +256,19 @@ TEST_F(ContactLoadingTest, AtTheServerEveryContactIsMarkedShared) {
   EXPECT_TRUE(form.chkContacts.Visible());
   EXPECT_TRUE(form.chkContacts.Checked());
   EXPECT_FALSE(form.chkContacts.Enabled());
+  EXPECT_EQ(form.Caption(), u"New Contact");
+}
+
+TEST_F(ContactLoadingTest, AtTheServerAnEditedContactIsMarkedSharedAndEnabledToo) {
+  AtServer();
+  Local();
+  Ann();
+  form.txtCity.SetEnabled(false);
+  Edit();
+  EXPECT_TRUE(form.chkContacts.Checked());
+  EXPECT_FALSE(form.chkContacts.Enabled());
+  EXPECT_TRUE(form.txtCity.Enabled());
+  EXPECT_EQ(form.txtCity.Text(), u"Leeds");
   EXPECT_EQ(form.Caption(), u"New Contact");
 }
 

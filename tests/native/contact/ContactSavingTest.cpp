@@ -59,6 +59,37 @@ TEST_F(ContactSavingTest, ThePrefixAloneIsAMobileNumber) {
   EXPECT_FALSE(form.IsLoaded());
 }
 
+class MobileValueTest : public ContactSavingTest, public testing::WithParamInterface<StringView> {};
+
+TEST_P(MobileValueTest, ATextThatStartsWithANumberOtherThanZeroIsAMobileNumber) {
+  AddNamed(u"Ann");
+  form.txtMobileno.SetText(String(GetParam()));
+  PressOk();
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Row(u"MOBILENO"), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Numbers, MobileValueTest,
+                         testing::Values(u"7", u" 91", u"91 98765", u"91abc", u"0.5", u"-5"));
+
+TEST_F(ContactSavingTest, TheAddressIsCheckedWithTheBlanksAroundIt) {
+  AddNamed(u"Ann");
+  form.txtEmail.SetText(u"a@b. ");  // ends with a blank and not with its point
+  PressOk();
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Row(u"EMAIL"), u"a@b. ");
+}
+
+TEST_F(ContactSavingTest, AnAddressTooLongToCheckIsLoggedAndRefused) {
+  AddNamed(u"Ann");
+  form.txtEmail.SetText(u"a@b." + String(32768, u'c'));
+  PressOk();
+  EXPECT_EQ(screen.LastMessage().Text, u"Enter a valid Email Id");
+  EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occurred. Sub: ValidateEmail, Module: Global"),
+            1);
+  EXPECT_TRUE(form.IsLoaded());
+}
+
 TEST_F(ContactSavingTest, AnAddressOfBlanksIsNotCheckedAndSavedAsTyped) {
   AddNamed(u"Ann");
   form.txtEmail.SetText(u"   ");
@@ -249,6 +280,41 @@ TEST_F(ContactSavingTest, TheLaterSaveHolds) {
   PressOk();
   EXPECT_EQ(Row(u"CITY, STATE"), u"London|York");
   EXPECT_EQ(SaveErrors(), 0);
+}
+
+TEST_F(ContactSavingTest, ADateThatStaysIsLeftAsTheDatabaseHasIt) {
+  Ann(u"BIRTHDAY = '1990-02-28 00:00:00', ANNIVERSARY = '1700-01-01'");
+  Edit();
+  form.txtCity.SetText(u"London");
+  PressOk();
+  EXPECT_EQ(Log(), u"");
+  EXPECT_EQ(Row(u"CITY, BIRTHDAY, ANNIVERSARY"), u"London|1990-02-28 00:00:00|1700-01-01");
+}
+
+TEST_F(ContactSavingTest, ValuesOfOtherKindsThanTheirColumnsAreNoConflict) {
+  Ann(u"AGE = 30.5, FNAME = 5, HOBBY = 1e3, ZIP = NULL, SEX = 'x'");
+  Edit();
+  form.txtCity.SetText(u"London");
+  PressOk();
+  EXPECT_EQ(Log(), u"");
+  EXPECT_EQ(Row(u"CITY, ZIP, SEX"), u"London||null");
+}
+
+TEST_F(ContactSavingTest, TheLargestFolderIdIsWritten) {
+  form.FolderId = 32767;
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(Row(u"FOLDER_ID"), u"32767");
+}
+
+TEST_F(ContactSavingTest, AFailureKeepsTheResultsOfAnEarlierSave) {
+  session.SavedContactId = u"3";
+  session.SavedContactName = u"Eve";
+  AddNamed(u"Ann");
+  form.txtAge.SetText(u"4x");
+  PressOk();
+  EXPECT_EQ(session.SavedContactId, u"3");
+  EXPECT_EQ(session.SavedContactName, u"Eve");
 }
 
 // Cancel.

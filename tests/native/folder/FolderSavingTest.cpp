@@ -253,6 +253,64 @@ TEST_F(FolderSavingTest, AConstraintViolationIsLogged) {
   ExpectOpenWithItsText(u"Save_Data");
 }
 
+TEST_F(FolderSavingTest, ANameThatTheDatabaseWantsOnlyOnceIsLogged) {
+  Folder(u"1, 'S', 'Dealers', 0, 1, ''");
+  database.Run({u"CREATE UNIQUE INDEX ONCE ON SMS_ABFOLDERS (NAME)"});
+  Add();
+  Name(u"Dealers");
+  form.chkRemoteFolder.UserClicks();  // whose name is not asked for before
+  PressOk();
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(ErrorsIn(u"Save_Data"), 1);
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::IntegrityViolation));
+  EXPECT_EQ(Folders().size(), 1u);
+}
+
+TEST_F(FolderSavingTest, ARenameThatFailsLeavesTheFolderAsItWas) {
+  Folder(u"1, 'S', 'Friends', 0, 1, ''");
+  Edit(u"1");
+  database.Run(
+      {u"CREATE TRIGGER NO BEFORE UPDATE ON SMS_ABFOLDERS BEGIN SELECT RAISE(ABORT, "
+       u"'locked'); END"});
+  Name(u"Others");
+  PressOk();
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(form.txtFolderName.Text(), u"Others");
+  EXPECT_EQ(ErrorsIn(u"Save_Data"), 1);
+  EXPECT_EQ(Folders(), Lines{u"1|S|Friends|0|1|"});
+}
+
+TEST_F(FolderSavingTest, ANameOverTheLimitIsKeptUntilItIsChanged) {
+  const String name(80, u'n');
+  Folder(u"1, 'S', '" + name + u"', 0, 1, ''");
+  Edit(u"1");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(session.SavedFolderName, name);
+}
+
+TEST_F(FolderSavingTest, OverLongTextIsCutWhenItIsPasted) {
+  Add();
+  form.txtFolderName.UserTypes(String(200, u'x'));
+  EXPECT_EQ(form.txtFolderName.Text(), String(50, u'x'));
+}
+
+TEST_F(FolderSavingTest, ANewFolderAsksForRivalsByTheTrimmedName) {
+  AddWithFakeDriver();
+  driver.Answer(u"WHERE NAME = ? ", {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"8", u"Friends", u"S", std::nullopt}});
+  driver.Answer(u"SELECT 1", {{u"1"}}, {});
+  Name(u" Friends ");
+  PressOk();
+  const auto ran = driver.Executed();
+  ASSERT_EQ(ran.size(), 4u);
+  EXPECT_EQ(ran[1].Text, u"SELECT 1 FROM SMS_ABFOLDERS WHERE NAME = ?");
+  EXPECT_EQ(ran[1].Values, std::vector<Variant>{String(u"Friends")});
+  EXPECT_EQ(ran[2].Values,
+            (std::vector<Variant>{String(u"S"), String(u"Friends"), std::int64_t{7}, String()}));
+  EXPECT_EQ(ran[3].Values, std::vector<Variant>{String(u"Friends")});
+}
+
 TEST_F(FolderSavingTest, AFolderThatCannotBeReadBackLeavesNoResult) {
   AddWithFakeDriver();
   driver.Fail(u"WHERE NAME = ? ", Error(ErrorNumber::DriverFailure, u"connection lost"));
