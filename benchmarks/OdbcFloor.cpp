@@ -3,9 +3,9 @@
 #include <sql.h>
 #include <sqlext.h>
 
-#include <stdexcept>
 #include <vector>
 
+#include "benchmarks/BareOdbc.h"
 #include "benchmarks/UserInterfaceLoop.h"
 
 namespace ktrv::benchmarks {
@@ -13,11 +13,6 @@ namespace {
 
 constexpr std::size_t kBlockRows = 500;
 constexpr std::size_t kCellUnits = 256;
-
-SQLRETURN Succeed(SQLRETURN result, const char* what) {
-  if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) throw std::runtime_error(what);
-  return result;
-}
 
 SQLCHAR* Bytes(const std::string& text) {
   return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.c_str()));
@@ -37,37 +32,25 @@ SQLPOINTER Number(std::uintptr_t number) {
 FloorResult FetchByBareOdbc(const std::string& connectionString, const std::string& sql) {
   const auto start = Clock::now();
   FloorResult result;
-  SQLHANDLE environment = nullptr;
-  SQLHANDLE connection = nullptr;
-  SQLHANDLE statement = nullptr;
-  Succeed(SQLAllocHandle(SQL_HANDLE_ENV, nullptr, &environment), "environment");
-  SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
-  Succeed(SQLAllocHandle(SQL_HANDLE_DBC, environment, &connection), "connection");
-  Succeed(SQLDriverConnect(connection, nullptr, Bytes(connectionString), SQL_NTS, nullptr, 0,
-                           nullptr, SQL_DRIVER_NOPROMPT),
-          "connect");
-  Succeed(SQLAllocHandle(SQL_HANDLE_STMT, connection, &statement), "statement");
+  BareOdbc odbc(connectionString);
+  const SQLHANDLE statement = odbc.NewStatement();
   SQLULEN fetched = 0;
   SQLSetStmtAttr(statement, SQL_ATTR_ROW_ARRAY_SIZE, Number(kBlockRows), 0);
   SQLSetStmtAttr(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched, 0);
-  Succeed(SQLExecDirect(statement, Bytes(sql), SQL_NTS), "execute");
+  BareOdbc::Succeed(SQLExecDirect(statement, Bytes(sql), SQL_NTS), "execute");
   SQLSMALLINT columns = 0;
-  Succeed(SQLNumResultCols(statement, &columns), "columns");
+  BareOdbc::Succeed(SQLNumResultCols(statement, &columns), "columns");
   std::vector<ColumnOfBlock> block(static_cast<std::size_t>(columns));
   for (std::size_t index = 0; index < block.size(); ++index) {
-    Succeed(SQLBindCol(statement, static_cast<SQLUSMALLINT>(index + 1), SQL_C_WCHAR,
-                       block[index].Units.data(), kCellUnits * sizeof(char16_t),
-                       block[index].Lengths.data()),
-            "bind");
+    BareOdbc::Succeed(SQLBindCol(statement, static_cast<SQLUSMALLINT>(index + 1), SQL_C_WCHAR,
+                                 block[index].Units.data(), kCellUnits * sizeof(char16_t),
+                                 block[index].Lengths.data()),
+                      "bind");
   }
-  while (Succeed(SQLFetch(statement), "fetch") != SQL_NO_DATA) {
+  while (BareOdbc::Succeed(SQLFetch(statement), "fetch") != SQL_NO_DATA) {
     if (result.Rows == 0) result.FirstRow = SecondsSince(start);
     result.Rows += static_cast<std::int64_t>(fetched);
   }
-  SQLFreeHandle(SQL_HANDLE_STMT, statement);
-  SQLDisconnect(connection);
-  SQLFreeHandle(SQL_HANDLE_DBC, connection);
-  SQLFreeHandle(SQL_HANDLE_ENV, environment);
   return result;
 }
 

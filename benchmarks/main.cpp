@@ -1,15 +1,24 @@
 #include <cstdio>
 #include <exception>
+#include <string_view>
 
+#include "benchmarks/GroupWork.h"
 #include "benchmarks/ListWork.h"
 #include "benchmarks/Load.h"
 
 int main(int argc, char** argv) {
   if (argc < 2) {
-    std::fputs("usage: benchmarks DATABASE...   (smallest first)\n", stderr);
+    std::fputs(
+        "usage: benchmarks DATABASE...   (smallest first)\n"
+        "       benchmarks --groups DATABASE\n",
+        stderr);
     return 2;
   }
   try {
+    if (argv[1] == std::string_view("--groups") && argc == 3) {
+      ktrv::benchmarks::MeasureGroupWork(argv[2]);
+      return 0;
+    }
     ktrv::benchmarks::MeasureLoad({argv + 1, argv + argc});
     ktrv::benchmarks::MeasureListWork({argv + 1, argv + argc});
     return 0;

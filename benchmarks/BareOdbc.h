@@ -1,0 +1,29 @@
+#pragma once
+
+#include <sql.h>
+
+#include <string>
+
+namespace ktrv::benchmarks {
+
+/// A connection through ODBC with nothing around it.
+class BareOdbc {
+ public:
+  /// \throws std::runtime_error
+  explicit BareOdbc(const std::string& connectionString);
+  ~BareOdbc();
+  BareOdbc(const BareOdbc&) = delete;
+  BareOdbc& operator=(const BareOdbc&) = delete;
+
+  /// A new statement; the connection frees it. \throws std::runtime_error
+  SQLHANDLE NewStatement();
+
+  /// \throws std::runtime_error(what) when the call failed
+  static SQLRETURN Succeed(SQLRETURN result, const char* what);
+
+ private:
+  SQLHANDLE environment_ = nullptr;
+  SQLHANDLE connection_ = nullptr;
+};
+
+}  // namespace ktrv::benchmarks
