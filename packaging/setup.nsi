@@ -1,0 +1,122 @@
+; The setup program. packaging/pack gives VERSION, FILES (the macros that bring and remove the
+; files), SIZE in KB, SETUP (the program to write) and perhaps WIDE.
+;
+;   setup.exe [/S] [/AllUsers | /CurrentUser] [/D=FOLDER]
+;   uninstall.exe [/S] [/KeepLog]
+;
+; /S asks nothing. It ends with 0, with 1 when the user gave up, or with 2 when it failed.
+Unicode true
+!ifdef WIDE
+  Target amd64-unicode
+  !pragma warning disable 6012  ; whether the system has 64 bits is known, so a branch is idle
+!endif
+!include LogicLib.nsh
+!include FileFunc.nsh
+!include MUI2.nsh
+!include x64.nsh
+
+!define NAME KTRVAddressBook
+!define UNINSTALL_KEYS Software\Microsoft\Windows\CurrentVersion\Uninstall
+!define UNINSTALL_KEY "${UNINSTALL_KEYS}\${NAME}"
+
+Name ${NAME}
+OutFile "${SETUP}"
+SetCompressor /SOLID lzma
+ManifestDPIAware true
+; An administrator is asked to confirm and may install for everybody; others install for themselves.
+RequestExecutionLevel highest
+; Empty unless the user gave one.
+InstallDir ""
+BrandingText "${NAME} ${VERSION}"
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey ProductName "${NAME}"
+VIAddVersionKey ProductVersion "${VERSION}"
+VIAddVersionKey FileVersion "${VERSION}"
+VIAddVersionKey FileDescription "${NAME} setup"
+VIAddVersionKey LegalCopyright ""
+
+Var forAll  ; 1: for everybody on the machine; empty: for the current user
+
+!define MUI_ABORTWARNING
+Page custom ChooseUsers UsersChosen
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE English
+
+!macro Fail text
+  MessageBox MB_OK|MB_ICONSTOP "${text}" /SD IDOK
+  SetErrorLevel 2
+!macroend
+
+!include users.nsh
+!include component.nsh
+!include "${FILES}"
+
+Section
+  Call RemoveEarlier
+  ClearErrors
+  !insertmacro BringFiles
+  ${If} ${Errors}
+    !insertmacro Fail "$INSTDIR cannot be written."
+    Abort
+  ${EndIf}
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+  !insertmacro RegisterAll
+  ${If} $0 <> 0
+    ExecWait '"$INSTDIR\uninstall.exe" /S /KeepLog _?=$INSTDIR'
+    Delete "$INSTDIR\uninstall.exe"
+    SetOutPath $TEMP
+    RMDir "$INSTDIR"
+    !insertmacro Fail "The component could not be registered (regsvr32 ended with $0)."
+    Abort
+  ${EndIf}
+  !insertmacro OpenLogs
+
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayName "${NAME}"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe"'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /S'
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" EstimatedSize ${SIZE}
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoModify 1
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoRepair 1
+SectionEnd
+
+Section Uninstall
+  !insertmacro UnregisterAll
+  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
+  Call un.RemoveLogs
+  !insertmacro RemoveFiles
+  Delete "$INSTDIR\uninstall.exe"
+  SetOutPath $TEMP
+  RMDir "$INSTDIR"
+  ${If} $forAll == ""
+    ; What a user may have had no need of before.
+    DeleteRegKey /ifempty HKCU "${UNINSTALL_KEYS}"
+    RMDir "$LOCALAPPDATA\Programs"
+  ${EndIf}
+SectionEnd
+
+; What an earlier version brought and this one does not must go; its logs stay. It may stand in
+; another folder, from which the logs come along.
+Function RemoveEarlier
+  ReadRegStr $1 SHCTX "${UNINSTALL_KEY}" InstallLocation
+  ${If} $1 == ""
+  ${OrIfNot} ${FileExists} "$1\uninstall.exe"
+    Return
+  ${EndIf}
+  StrCpy $2 /KeepLog
+  ${If} $1 != $INSTDIR
+    StrCpy $2 ""
+    CreateDirectory "$INSTDIR\x64"
+    CreateDirectory "$INSTDIR\x86"
+    CopyFiles /SILENT "$1\x64\${LOG}" "$INSTDIR\x64"
+    CopyFiles /SILENT "$1\x86\${LOG}" "$INSTDIR\x86"
+  ${EndIf}
+  ExecWait '"$1\uninstall.exe" /S $2 _?=$1'
+  Delete "$1\uninstall.exe"
+  RMDir "$1"
+FunctionEnd
