@@ -8,11 +8,25 @@
 namespace ktrv::controls {
 namespace {
 
+bool BeginsPair(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
 /// At most `room` units of the text, without half a surrogate pair at the end.
 StringView Cut(StringView text, std::size_t room) {
   if (text.size() <= room) return text;
-  const bool splitsPair = room > 0 && text[room - 1] >= 0xD800 && text[room - 1] <= 0xDBFF;
+  const bool splitsPair = room > 0 && BeginsPair(text[room - 1]);
   return text.substr(0, splitsPair ? room - 1 : room);
+}
+
+/// Where the beginning of a surrogate pair stands without its end; npos when there is none.
+std::size_t HalfPair(StringView text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (!BeginsPair(text[i])) continue;
+    if (i + 1 == text.size() || text[i + 1] < 0xDC00 || text[i + 1] > 0xDFFF) return i;
+    ++i;
+  }
+  return StringView::npos;
 }
 
 }  // namespace
@@ -69,9 +83,14 @@ void TextBox::UserTypes(StringView text) {
 
 void TextBox::UserChanges(String text) {
   if (text == text_) return;
+  // A box that is full takes what fits of a pasted text, were it half a surrogate pair.
+  const bool full = maxLength_ > 0 && text.size() >= static_cast<std::size_t>(maxLength_);
+  const std::size_t half = full ? HalfPair(text) : String::npos;
+  if (half != String::npos) text.erase(half, 1);
   text_ = std::move(text);
-  selectionStart_ = static_cast<int>(text_.size());
+  selectionStart_ = static_cast<int>(std::min(half, text_.size()));
   selectionLength_ = 0;
+  if (half != String::npos && peer_) peer_->TextChanged();
   if (Change) Change();
 }
 

@@ -30,6 +30,7 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   void SetText(String text);
   int MaxLength() const { return maxLength_; }
 
+  /// As the form or the test's user set them; what a user marks on the display is not told.
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }
   void Select(int start, int length);
@@ -43,7 +44,7 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   /// The user replaced the selected text by this one, typed or pasted: filtered by KeyPress when it
   /// is one unit, cut at maxLength without splitting a surrogate pair.
   void UserTypes(StringView text);
-  /// The box on the display holds this text now.
+  /// The box on the display holds this text now. Half a surrogate pair, cut by the limit, goes.
   void UserChanges(String text);
 
   void Realise(PeerFactory& factory) override;

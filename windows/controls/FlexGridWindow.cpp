@@ -137,12 +137,11 @@ void FlexGridWindow::ShowSelection() {
 void FlexGridWindow::OnItemChanged(const NMLISTVIEW& change) {
   if (changing_ > 0 || !(change.uChanged & LVIF_STATE)) return;
   const UINT difference = change.uNewState ^ change.uOldState;
-  if (difference & LVIS_FOCUSED && change.iItem >= 0) {
-    if (change.uNewState & LVIS_FOCUSED) {
-      focused_ = change.iItem + 1;
-    } else if (focused_ == change.iItem + 1) {
-      focused_ = 0;
-    }
+  if (change.iItem >= 0 && change.uNewState & LVIS_FOCUSED) {
+    // The old state may tell of a focus that an earlier change took.
+    focused_ = change.iItem + 1;
+  } else if (difference & LVIS_FOCUSED && focused_ == change.iItem + 1) {
+    focused_ = 0;
   }
   const int last = change.iItem < 0 ? grid_.Rows() - 1 : change.iItem + 1;
   if (difference & LVIS_SELECTED) {
@@ -221,7 +220,8 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
   item.pszText = given.data();
 }
 
-LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) const {
+LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) {
+  if (appended_) ShowAppended();
   if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !ColumnOf(0)) return -1;
   const String text = FromWide(search.lvfi.psz);
   int row = grid_.FindRow(text, search.iStart + 1, shown_.front());

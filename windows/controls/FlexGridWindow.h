@@ -59,7 +59,7 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void ShowSelection();
 
   void GiveCell(LVITEMW& item);
-  LRESULT FindItem(const NMLVFINDITEMW& search) const;
+  LRESULT FindItem(const NMLVFINDITEMW& search);
   void OnItemChanged(const NMLISTVIEW& change);
   void OnRangeChanged(const NMLVODSTATECHANGE& change);
   void TakeSelection(int first, int last, bool selected);

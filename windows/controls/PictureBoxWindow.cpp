@@ -57,6 +57,9 @@ std::optional<LRESULT> PictureBoxWindow::OnMessage(UINT message, WPARAM wParam, 
     case WM_RBUTTONUP:
       Release(MouseButton::Right, lParam);
       return 0;
+    case WM_CAPTURECHANGED:
+      LoseMouse();
+      return 0;
     case WM_MOUSEMOVE:
       Report(box_.MouseMove, ButtonOf(wParam), lParam);
       return 0;
@@ -71,12 +74,24 @@ std::optional<LRESULT> PictureBoxWindow::OnMessage(UINT message, WPARAM wParam, 
 
 void PictureBoxWindow::Press(MouseButton button, LPARAM place) {
   SetCapture(Handle());
+  held_ = button;
   Report(box_.MouseDown, button, place);
 }
 
 void PictureBoxWindow::Release(MouseButton button, LPARAM place) {
+  held_.reset();
   if (GetCapture() == Handle()) ReleaseCapture();
   Report(box_.MouseUp, button, place);
+}
+
+void PictureBoxWindow::LoseMouse() {
+  const auto button = std::exchange(held_, std::nullopt);
+  if (!button) return;
+  // Another window took the mouse, whose release will not be told: what was begun ends here.
+  POINT place{};
+  GetCursorPos(&place);
+  ScreenToClient(Handle(), &place);
+  Report(box_.MouseUp, *button, MAKELPARAM(place.x, place.y));
 }
 
 void PictureBoxWindow::Report(const controls::PictureBox::MouseEvent& event, MouseButton button,

@@ -19,9 +19,11 @@ class PictureBoxWindow final : public Peer<controls::PictureBoxPeer> {
               LPARAM place) const;
   void Press(controls::MouseButton button, LPARAM place);
   void Release(controls::MouseButton button, LPARAM place);
+  void LoseMouse();
   void Paint(HDC target) const;
 
   controls::PictureBox& box_;
+  std::optional<controls::MouseButton> held_;  ///< pressed here and not released yet
 };
 
 }  // namespace ktrv::windows

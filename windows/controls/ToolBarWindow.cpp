@@ -1,5 +1,7 @@
 #include "windows/controls/ToolBarWindow.h"
 
+#include <uxtheme.h>
+
 #include <algorithm>
 #include <vector>
 
@@ -31,6 +33,8 @@ ToolBarWindow::ToolBarWindow(FormWindow& form, controls::ToolBar& bar)
          RBS_VARHEIGHT | RBS_FIXEDORDER | CCS_NODIVIDER | CCS_NOPARENTALIGN | CCS_NORESIZE |
              WS_CLIPCHILDREN,
          WS_EX_TOOLWINDOW | WS_EX_CONTROLPARENT);
+  // The themes' own background would show around the second band, which is plain.
+  SetWindowTheme(Handle(), L"", L"");
   MakeToolBar();
   OnFormResized();
 }

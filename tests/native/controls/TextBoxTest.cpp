@@ -55,6 +55,20 @@ TEST_F(TextBoxTest, ChangeIsReportedOncePerChange) {
   EXPECT_EQ(changes, 3);
 }
 
+TEST_F(TextBoxTest, HalfACharacterThatTheLimitCutOffGoes) {
+  const auto limit = static_cast<std::size_t>(box.MaxLength());
+  String pasted(limit - 1, u'x');
+  box.UserChanges(pasted + char16_t{0xD83D});
+  EXPECT_EQ(box.Text(), pasted);
+  EXPECT_EQ(box.SelectionStart(), static_cast<int>(limit - 1));
+}
+
+TEST_F(TextBoxTest, HalfACharacterMayWaitForItsOtherHalfWhileThereIsRoom) {
+  box.UserChanges(u"x\xD83D");
+  box.UserChanges(u"x\xD83D\xDE00");
+  EXPECT_EQ(box.Text(), u"x\xD83D\xDE00");
+}
+
 TEST_F(TextBoxTest, AKeyPressSetToZeroIsDiscarded) {
   box.KeyPress = [](std::int16_t& code) {
     if (code == u'x') code = 0;

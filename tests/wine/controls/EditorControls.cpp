@@ -2,10 +2,13 @@
 
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
+#include "tests/wine/scripthost/UiInput.h"
 #include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 namespace {
+
+namespace UiInput = scripthost::UiInput;
 
 class TheEditorControls : public testing::Test {
  protected:
@@ -120,6 +123,34 @@ TEST_F(TheEditorControls, MoveTheProgressBarWithItsPanel) {
   GetWindowRect(WindowOf(form_.Progress), &place);
   MapWindowPoints(nullptr, WindowOf(form_.Status), reinterpret_cast<POINT*>(&place), 2);
   EXPECT_EQ(place.left, panel.left);
+}
+
+TEST_F(TheEditorControls, TakeOnlyWholeCharactersOfAPastedText) {
+  screen_.SetClipboardText(u"1234\xD83D\xDE00");
+  SendMessageW(WindowOf(form_.Number), WM_PASTE, 0, 0);
+  EXPECT_EQ(form_.Number.Text(), u"1234");
+  EXPECT_EQ(TextOf(WindowOf(form_.Number)), u"1234");
+}
+
+TEST_F(TheEditorControls, LetTheUserPickADateAndTakeItBack) {
+  HWND picker = WindowOf(form_.Date);
+  RECT inside{};
+  GetClientRect(picker, &inside);
+  const POINT box{8, inside.bottom / 2};
+  UiInput::Click(picker, box, 0);
+  ASSERT_TRUE(PumpUntil([this] { return form_.Date.Value().has_value(); }));
+  const DateTime day(std::chrono::local_days(std::chrono::year(1980) / 2 / 27));
+  form_.Date.SetValue(day);
+  UiInput::Click(picker, {box.x + 16, box.y}, 0);
+  UiInput::Press(picker, VK_UP, 0);
+  EXPECT_TRUE(PumpUntil([&] { return form_.Date.Value() && form_.Date.Value() != day; }));
+  UiInput::Click(picker, box, 0);
+  EXPECT_TRUE(PumpUntil([this] { return !form_.Date.Value(); }));
+}
+
+TEST_F(TheEditorControls, AreNamedByTheLabelInFrontOfThem) {
+  HWND before = GetWindow(WindowOf(form_.Number), GW_HWNDPREV);
+  EXPECT_EQ(before, WindowOf(form_.Caption));
 }
 
 }  // namespace

@@ -5,10 +5,13 @@
 
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
+#include "tests/wine/scripthost/UiInput.h"
 #include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 namespace {
+
+namespace UiInput = scripthost::UiInput;
 
 class AGridWindow : public testing::Test {
  protected:
@@ -31,6 +34,23 @@ class AGridWindow : public testing::Test {
     RECT place{};
     ListView_GetItemRect(List(), item, &place, LVIR_LABEL);
     return {place.left + 20, (place.top + place.bottom) / 2};
+  }
+  HWND Header() const { return ListView_GetHeader(List()); }
+  RECT HeadingPlace(int listColumn) const {
+    RECT place{};
+    Header_GetItemRect(Header(), listColumn, &place);
+    return place;
+  }
+  int FirstShown() const {
+    std::array<int, 2> order{};
+    Header_GetOrderArray(Header(), 2, order.data());
+    return order[0];
+  }
+  void DragFirstHeadingBehindTheSecond() const {
+    const RECT first = HeadingPlace(0);
+    const RECT second = HeadingPlace(1);
+    UiInput::Drag(Header(), {(first.left + first.right) / 2, first.bottom / 2},
+                  {second.right - 10, first.bottom / 2});
   }
   void FillWith(int rows) {
     form_.Grid.Reset(rows + 1, 3);
@@ -178,6 +198,44 @@ TEST_F(AGridWindow, SelectsAllWithTheKeyboard) {
   SetKeyboardState(keys.data());
   EXPECT_EQ(form_.Grid.SelectedRows().size(), 5U);
   EXPECT_EQ(ListView_GetSelectedCount(List()), 5U);
+}
+
+TEST_F(AGridWindow, GoesToTheRowWhoseNameIsTyped) {
+  form_.Grid.AddItem(u"6\tZoe\t06");
+  form_.Grid.SetRow(1);
+  UiInput::Type(List(), L"zo");
+  EXPECT_TRUE(PumpUntil([this] { return form_.Grid.Row() == 6; }));
+}
+
+TEST_F(AGridWindow, TakesTheWidthThatTheUserDragsAHeadingTo) {
+  const RECT heading = HeadingPlace(0);
+  UiInput::Drag(Header(), {heading.right - 1, heading.bottom / 2},
+                {heading.right + 49, heading.bottom / 2});
+  const int expected = Scale::Of(List()).ToTwips(heading.right - heading.left + 50);
+  EXPECT_TRUE(PumpUntil([&] { return form_.Grid.ColumnAt(1).Width == expected; }));
+}
+
+TEST_F(AGridWindow, FitsAColumnByADoubleClickOnItsEdge) {
+  const RECT heading = HeadingPlace(0);
+  UiInput::DoubleClick(Header(), {heading.right - 1, heading.bottom / 2});
+  EXPECT_TRUE(PumpUntil([this] { return form_.Grid.ColumnAt(1).Width < 3000; }));
+}
+
+TEST_F(AGridWindow, LetsTheUserMoveAColumn) {
+  DragFirstHeadingBehindTheSecond();
+  EXPECT_TRUE(PumpUntil([this] { return FirstShown() == 1; }));
+}
+
+TEST_F(AGridWindow, KeepsItsColumnsInPlaceWhenTheUserMayNotMoveThem) {
+  form_.Grid.UserCanMoveColumns = false;
+  int sorted = 0;
+  form_.Grid.AfterSort = [&](int column, controls::SortOrder) { sorted = column; };
+  DragFirstHeadingBehindTheSecond();
+  // The click on a heading after the drag tells that the drag is over.
+  const RECT second = HeadingPlace(1);
+  UiInput::Click(Header(), {(second.left + second.right) / 2, second.bottom / 2}, 0);
+  EXPECT_TRUE(PumpUntil([&] { return sorted == 2; }));
+  EXPECT_EQ(FirstShown(), 0);
 }
 
 }  // namespace

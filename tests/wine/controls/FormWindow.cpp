@@ -122,6 +122,20 @@ TEST_F(AFormWindow, GrowsWithTheResolutionOfItsMonitor) {
   EXPECT_GT(std::abs(font.lfHeight), std::abs(metrics.lfMessageFont.lfHeight));
 }
 
+TEST_F(AFormWindow, ShowsTheHourglassOverAllItsControlsWhileItWorks) {
+  const auto shape = [](HWND window) {
+    SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window),
+                 MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    return GetCursor();
+  };
+  form_.SetPointer(controls::MousePointer::Hourglass);
+  for (HWND window : {WindowOf(form_), WindowOf(form_.Grid), WindowOf(form_.Number)}) {
+    EXPECT_EQ(shape(window), LoadCursorW(nullptr, IDC_WAIT));
+  }
+  form_.SetPointer(controls::MousePointer::Default);
+  EXPECT_EQ(shape(WindowOf(form_)), LoadCursorW(nullptr, IDC_ARROW));
+}
+
 class AModalForm : public testing::Test {
  protected:
   Win32Screen screen_;
