@@ -7,15 +7,19 @@
 namespace ktrv {
 
 void TextCollection::Add(String text, String key) {
-  if (!key.empty() && !places_.try_emplace(ToUpperAscii(key), texts_.size()).second) {
-    throw Error(ErrorNumber::KeyInUse,
-                u"This key is already associated with an element of this collection");
+  if (!key.empty()) {
+    if (!keys_.Add(ToUpperAscii(key))) {
+      throw Error(ErrorNumber::KeyInUse,
+                  u"This key is already associated with an element of this collection");
+    }
+    places_.push_back(texts_.size());
   }
   texts_.push_back(std::move(text));
 }
 
 void TextCollection::Reserve(std::size_t count) {
   texts_.reserve(count);
+  keys_.Reserve(count);
   places_.reserve(count);
 }
 
@@ -27,11 +31,11 @@ const String& TextCollection::Item(std::int64_t index) const {
 }
 
 const String& TextCollection::Item(StringView key) const {
-  const auto found = places_.find(ToUpperAscii(key));
-  if (found == places_.end()) {
+  const auto number = keys_.Find(ToUpperAscii(key));
+  if (!number) {
     throw Error(ErrorNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
   }
-  return texts_[found->second];
+  return texts_[places_[*number]];
 }
 
 }  // namespace ktrv

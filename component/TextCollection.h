@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
-#include "common/Text.h"
+#include "common/TextIndex.h"
 
 namespace ktrv {
 
@@ -26,9 +25,8 @@ class TextCollection {
 
  private:
   std::vector<String> texts_;
-  /// Place of the text of each key, the key in capitals: a hundred thousand recipients each have
-  /// one.
-  std::unordered_map<String, std::size_t> places_;
+  TextIndex keys_;                   ///< in capitals
+  std::vector<std::size_t> places_;  ///< of each key's text
 };
 
 }  // namespace ktrv

@@ -83,6 +83,11 @@ GridColumn& FlexGrid::ColumnAt(int column) {
   return columns_[static_cast<std::size_t>(column)];
 }
 
+const GridColumn& FlexGrid::ColumnAt(int column) const {
+  CheckColumn(column);
+  return columns_[static_cast<std::size_t>(column)];
+}
+
 void FlexGrid::ColumnsChanged() {
   if (peer_) peer_->ColumnsChanged();
 }
@@ -127,6 +132,11 @@ void FlexGrid::AddItem(StringView tabSeparated) {
     if (tab == StringView::npos) break;
     tabSeparated.remove_prefix(tab + 1);
   }
+  AddRow(std::move(cells));
+}
+
+void FlexGrid::AddRow(std::vector<String> cells) {
+  if (cells.size() > columns_.size()) cells.resize(columns_.size());
   rows_.Append(std::move(cells));
   sortIsCurrent_ = false;
   if (peer_) peer_->RowsAppended();

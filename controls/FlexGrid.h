@@ -80,6 +80,7 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   void DataRefresh();
 
   GridColumn& ColumnAt(int column);
+  const GridColumn& ColumnAt(int column) const;
   /// After ColumnAt was used to change columns.
   void ColumnsChanged();
   /// Column of the key, regardless of case; -1 when there is none.
@@ -93,6 +94,8 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// Appends a row of texts joined with tabs, the first into column 0; more than there are columns
   /// are left out.
   void AddItem(StringView tabSeparated);
+  /// The same for texts that may hold tabs.
+  void AddRow(std::vector<String> cells);
   void RemoveItem(int row);
   /// Takes the selected rows away, however many, in one pass; no row is current afterwards.
   void RemoveSelected();

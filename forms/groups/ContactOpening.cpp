@@ -1,6 +1,7 @@
 #include "forms/groups/ContactOpening.h"
 
 #include <limits>
+#include <utility>
 
 #include "forms/groups/ContactRow.h"
 
@@ -29,7 +30,7 @@ void ContactOpening::New(std::int32_t folderId) {
   if (session_.EditContactId.empty() || !Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;
   ContactRow contact;
   if (!Read(session_.EditContactId, contact)) return;
-  ContactColumns(list_).Add(contact);
+  ContactColumns(list_).Add(std::move(contact));
 }
 
 void ContactOpening::Properties() {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <utility>
+#include <vector>
 
 namespace ktrv::forms {
 
@@ -73,9 +74,10 @@ void ContactColumns::ShowOrder(FlexGrid& grid, int sorted, controls::SortOrder o
 }
 
 String ContactColumns::Trimmed(int row, int column) const {
-  const String text = grid_.Text(row, column);
+  String text = grid_.Text(row, column);
   const StringView trimmed = Trim(text);
-  return trimmed.size() == text.size() ? text : String(trimmed);
+  if (trimmed.size() != text.size()) text = String(trimmed);
+  return text;
 }
 
 ContactRow ContactColumns::Read(int row) const {
@@ -94,10 +96,10 @@ void ContactColumns::Write(int row, const ContactRow& contact) const {
   grid_.SetText(row, mobileDisplay_, contact.MobileDisplay);
 }
 
-void ContactColumns::Add(const ContactRow& contact) const {
-  std::array<const String*, kKeys.size()> cells{};
-  const auto place = [&](int column, const String& text) {
-    cells[static_cast<std::size_t>(column)] = &text;
+void ContactColumns::Add(ContactRow contact) const {
+  std::vector<String> cells(kKeys.size());
+  const auto place = [&](int column, String& text) {
+    cells.at(static_cast<std::size_t>(column)) = std::move(text);
   };
   place(id_, contact.Id);
   place(name_, contact.Name);
@@ -105,19 +107,7 @@ void ContactColumns::Add(const ContactRow& contact) const {
   place(countryCode_, contact.CountryCode);
   place(kind_, contact.Kind);
   place(mobileDisplay_, contact.MobileDisplay);
-  String item;
-  bool hasTab = false;
-  for (std::size_t column = 1; column < cells.size(); ++column) {
-    hasTab = hasTab || cells[column]->find(u'\t') != String::npos;
-    item.append(u"\t").append(*cells[column]);
-  }
-  grid_.AddItem(item);
-  if (!hasTab) return;
-  // A tab inside a name moved the cells behind it.
-  const int row = grid_.Rows() - 1;
-  for (std::size_t column = 1; column < cells.size(); ++column) {
-    grid_.SetText(row, static_cast<int>(column), *cells[column]);
-  }
+  grid_.AddRow(std::move(cells));
 }
 
 String MobileDisplayOf(StringView countryCode, StringView mobileNo) {

@@ -41,9 +41,10 @@ class ContactColumns {
 
   /// \throws Error SubscriptOutOfRange
   ContactRow Read(int row) const;
+  String ReadId(int row) const { return Trimmed(row, id_); }
   /// Writes all but id and kind.
   void Write(int row, const ContactRow& contact) const;
-  void Add(const ContactRow& contact) const;
+  void Add(ContactRow contact) const;
 
  private:
   String Trimmed(int row, int column) const;

@@ -36,7 +36,7 @@ MemberList::MemberList(Session& session, GroupCommands& commands, Display displa
 
 void MemberList::Empty() {
   ContactColumns::Empty(display_.Grid);
-  ids_.clear();
+  ids_.Clear();
   complete_ = true;
   ShowCount(0);
 }
@@ -65,13 +65,18 @@ void MemberList::Cancel() {
 }
 
 void MemberList::Loaded() {
-  const ContactColumns columns(display_.Grid);
-  ids_.clear();
-  for (int row = 1; row < display_.Grid.Rows(); ++row) {
-    ids_.emplace(Trim(display_.Grid.Text(row, columns.Id())));
-  }
+  ReadIds();
   complete_ = true;
   ShowCount(Count());
+}
+
+void MemberList::ReadIds() {
+  const ContactColumns columns(display_.Grid);
+  ids_.Clear();
+  ids_.Reserve(static_cast<std::size_t>(Count()));
+  for (int row = 1; row < display_.Grid.Rows(); ++row) {
+    ids_.Add(columns.ReadId(row));
+  }
 }
 
 void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
@@ -82,24 +87,19 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
     const RedrawPause pause(display_.Grid);
     for (const int row : rows) {
       progress.Advance();
-      if (ids_.contains(String(Trim(source.Text(row, from.Id()))))) continue;
-      const ContactRow contact = from.Read(row);
-      to.Add(contact);
-      ids_.insert(contact.Id);
+      const String id = from.ReadId(row);
+      if (ids_.Contains(id)) continue;
+      to.Add(from.Read(row));
+      ids_.Add(id);
     }
   }
   ShowCount(Count());
 }
 
 void MemberList::RemoveSelected() {
-  const ContactColumns columns(display_.Grid);
-  for (const auto& range : display_.Grid.Selection().Ranges()) {
-    for (int row = range.First; row <= range.Last; ++row) {
-      const auto id = ids_.find(String(Trim(display_.Grid.Text(row, columns.Id()))));
-      if (id != ids_.end()) ids_.erase(id);
-    }
-  }
   display_.Grid.RemoveSelected();
+  // From the rows that stayed: databases without keys may have given one of them twice.
+  ReadIds();
   ShowCount(Count());
 }
 

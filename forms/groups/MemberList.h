@@ -1,7 +1,6 @@
 #pragma once
 
-#include <unordered_set>
-
+#include "common/TextIndex.h"
 #include "forms/groups/ContactFetch.h"
 #include "forms/groups/ContactRow.h"
 #include "forms/groups/GroupCommands.h"
@@ -50,6 +49,7 @@ class MemberList {
 
  private:
   void Loaded();
+  void ReadIds();
   void ShowCount(std::int64_t members);
 
   Session& session_;
@@ -57,8 +57,7 @@ class MemberList {
   Display display_;
   ContactFetch fetch_;
   bool complete_ = false;
-  /// The ids in the grid. Databases without keys may give one twice.
-  std::unordered_multiset<String> ids_;
+  TextIndex ids_;  ///< the ids in the grid
 };
 
 }  // namespace ktrv::forms

@@ -5,14 +5,23 @@
 namespace ktrv::forms {
 namespace {
 
-/// The id in a column of 15. Hosts cut the name off behind it, so a longer id is a failure and not
-/// a wider column.
-String Padded(const String& id) {
+/// The id in a column of 15, and the name. Hosts cut the name off behind it, so a longer id is a
+/// failure and not a wider column.
+String PaddedName(const String& id, const String& name) {
   constexpr std::size_t kWidth = 15;
   if (id.size() > kWidth) {
     throw Error(ErrorNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
   }
-  return id + String(kWidth - id.size(), u' ');
+  String text;
+  text.reserve(kWidth + name.size());
+  return text.append(id).append(kWidth - id.size(), u' ').append(name);
+}
+
+String Entry(StringView prefix, const ContactRow& row) {
+  String text;
+  text.reserve(prefix.size() + row.Id.size() + row.Name.size() + row.MobileNo.size() + 2);
+  text.append(prefix).append(row.Id).append(1, u'|').append(row.Name);
+  return text.append(1, u'|').append(row.MobileNo);
 }
 
 }  // namespace
@@ -49,9 +58,9 @@ void RecipientResult::HandTo(Session& session) {
 void RecipientResult::Add(StringView prefix, char16_t letter, const ContactRow& row,
                           String mobileNo) {
   const String number = ToDecimal(++number_);
-  names_->Add(Padded(row.Id) + row.Name, letter + number);
+  names_->Add(PaddedName(row.Id, row.Name), letter + number);
   mobileNos_->Add(std::move(mobileNo), u"M" + number);
-  recipients_->Add(String(prefix) + row.Id + u"|" + row.Name + u"|" + row.MobileNo);
+  recipients_->Add(Entry(prefix, row));
 }
 
 String RecipientResult::MobileNoOf(const ContactRow& contact) const {

@@ -74,6 +74,15 @@ TEST_F(GroupOperationsTest, EditedGroupIsRenamed) {
   EXPECT_EQ(main.NewGroupName(), u"Best friends");
 }
 
+TEST_F(GroupOperationsTest, SharedGroupThatIsNotThereIsLoggedAndNothingShown) {
+  Initialise(kServer);
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 3", {{u"NAME"}}, {});
+  EXPECT_EQ(main.EditGroup(1, u"3", 0, {}), 0);
+  EXPECT_TRUE(
+      LoggedError(u"KTRVAddressBook:  Error occured. Sub: EditGroup, Module: clsMain", 3021));
+  EXPECT_TRUE(screen.Log.empty());
+}
+
 TEST_F(GroupOperationsTest, SecondPickHoldsNothingOfTheFirst) {
   Initialise(kServer);
   for (const int row : {1, 2}) {

@@ -46,6 +46,15 @@ TEST_F(FlexGridTest, ItemsAreSplitAtTabsFromColumnZeroOn) {
   EXPECT_EQ(grid.Text(2, 2), u"c");
 }
 
+TEST_F(FlexGridTest, TextsOfARowMayHoldTabs) {
+  grid.Reset(1, 3);
+  grid.AddRow({u"a", u"b\tc"});
+  grid.AddRow({u"a", u"b", u"c", u"d"});
+  EXPECT_EQ(grid.Text(1, 1), u"b\tc");
+  EXPECT_EQ(grid.Text(1, 2), u"");
+  EXPECT_EQ(grid.Text(2, 2), u"c");
+}
+
 TEST_F(FlexGridTest, ColumnsAreFoundByKeyRegardlessOfCase) {
   grid.Reset(1, 3);
   grid.ColumnAt(2).Key = u"NAME";

@@ -298,6 +298,20 @@ TEST_F(GroupDialogTest, NewContactOfTheChosenFolderIsAppendedToTheSource) {
   EXPECT_EQ(Column(grid, u"CONTACTTYPE"), (std::vector<String>{u"1"}));
 }
 
+TEST_F(GroupDialogTest, NewContactStaysInAListThatWasStillLoading) {
+  Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}});
+  driver.Answer(Queries::kContact, {{u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                {{u"Nora", u"98009", u"91"}});
+  HoldFetches();
+  OpenToAdd();
+  form->ContactEditor() = [&](ModeOfOperation, std::int16_t) { session.EditContactId = u"42"; };
+  form->cmdNew.UserClicks();
+  driver.OpenGate.Open();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Nora", u"Anna"}));
+  EXPECT_EQ(ErrorsLogged(), 0);
+}
+
 TEST_F(GroupDialogTest, NoRowComesWhenNoContactWasMade) {
   OpenToAdd();
   ASSERT_TRUE(Complete());

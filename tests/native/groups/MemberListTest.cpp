@@ -215,6 +215,15 @@ TEST_F(MemberListTest, LoadedMembersAreRemovedToo) {
   EXPECT_EQ(MemberCount(), u"3 Member(s)");
 }
 
+TEST_F(MemberListTest, MemberGivenTwiceIsStillThereWhenOneOfThemGoes) {
+  MembersAre({{u"1", u"Anna", u"", u"", u"1", u""}, {u"1", u"Anna", u"", u"", u"1", u""}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  Delete({1});
+  Take({1});
+  EXPECT_EQ(Ids(), (std::vector<String>{u"1"}));
+}
+
 TEST_F(MemberListTest, DeleteOnAnEmptyListDoesNothing) {
   Open();
   Delete({});
@@ -264,7 +273,7 @@ TEST_F(MemberListTest, FailuresAreLoggedUnderTheirProcedures) {
   EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occurred. Sub:SelectAllMembers(), Module: "
                          u"frmGroupsNew()"),
             1);
-  form->vsfGroupContacts.Reset(2, 2);  // no column has a key
+  form->vsfGroupContacts.Reset(3, 2);  // no column has a key
   form->vsfGroupContacts.UserSelects({1}, 1);
   form->RemoveGroupMembers();
   EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occurred. Sub RemoveGroupMembers(), Module: "
