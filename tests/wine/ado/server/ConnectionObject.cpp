@@ -1,5 +1,7 @@
 #include "tests/wine/ado/server/ConnectionObject.h"
 
+#include <algorithm>
+
 #include "database/ado/Constants.h"
 #include "database/odbc/ConnectionString.h"
 #include "database/odbc/OdbcStatement.h"
@@ -20,12 +22,17 @@ std::unique_ptr<odbc::EnvironmentHandle> NewEnvironment() {
   return std::make_unique<odbc::EnvironmentHandle>(raw);
 }
 
-/// What the provider hands on to ODBC.
+/// What the provider hands on to ODBC. No test has a semicolon in a value.
 String WithoutProvider(StringView text) {
   const StringView keyword = u"Provider=";
-  if (!EqualsIgnoringCase(text.substr(0, keyword.size()), keyword)) return String(text);
-  const std::size_t end = text.find(u';');
-  return String(end == StringView::npos ? StringView() : text.substr(end + 1));
+  String kept;
+  while (!text.empty()) {
+    const StringView pair = text.substr(0, text.find(u';'));
+    text.remove_prefix(std::min(pair.size() + 1, text.size()));
+    if (EqualsIgnoringCase(LTrim(pair).substr(0, keyword.size()), keyword)) continue;
+    kept.append(kept.empty() ? u"" : u";").append(pair);
+  }
+  return kept;
 }
 
 StringView NameOf(Engine engine) {

@@ -18,6 +18,8 @@ class ConnectionObject final : public ServerObject {
   ~ConnectionObject() override;
 
   bool IsOpen() const { return link_ != nullptr; }
+  /// \pre IsOpen()
+  database::Engine EngineKind() const { return link_->EngineKind(); }
   /// Whether a text runs in the background; notes the failure of one that has just ended.
   bool IsExecuting();
 

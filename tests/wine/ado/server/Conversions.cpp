@@ -75,6 +75,32 @@ String ThroughCodePage(const String& text) {
   return back;
 }
 
+/// Empty when the cell holds no value of the type.
+Value TypedValue(DataType type, StringView cell) {
+  Value value;
+  VARIANT& raw = value.Raw();
+  if (type == DataType::Integer || type == DataType::Boolean) {
+    const auto number = ParseInteger(cell);
+    if (number && type == DataType::Boolean) return Value(*number != 0);
+    if (!number) return value;
+    V_VT(&raw) = VT_I8;
+    V_I8(&raw) = *number;
+  } else if (type == DataType::Double) {
+    const auto number = ParseNumber(cell);
+    if (!number) return value;
+    V_VT(&raw) = VT_R8;
+    V_R8(&raw) = *number;
+  } else if (type == DataType::Date) {
+    const auto moment = ParseDateTime(cell);
+    if (!moment) return value;
+    V_VT(&raw) = VT_DATE;
+    V_DATE(&raw) = OleDate(*moment);
+  } else {
+    return Value(cell);
+  }
+  return value;
+}
+
 }  // namespace
 
 bool IsParameterType(std::int32_t type) {
@@ -147,30 +173,12 @@ std::int32_t FieldType(const Column& column) {
   return column.Size > 0 ? AdoType::VarWChar : AdoType::LongVarWChar;
 }
 
-Value FieldValue(const Column& column, std::optional<StringView> cell) {
+Value FieldValue(const Column& column, std::optional<StringView> cell, Engine engine) {
   if (!cell) return Value(Variant(Null{}));
-  Value value;
-  VARIANT& raw = value.Raw();
-  if (column.Type == DataType::Integer || column.Type == DataType::Boolean) {
-    const auto number = ParseInteger(*cell);
-    if (!number) throw Refusal(kCannotConvert);
-    if (column.Type == DataType::Boolean) return Value(*number != 0);
-    V_VT(&raw) = VT_I8;
-    V_I8(&raw) = *number;
-  } else if (column.Type == DataType::Double) {
-    const auto number = ParseNumber(*cell);
-    if (!number) throw Refusal(kCannotConvert);
-    V_VT(&raw) = VT_R8;
-    V_R8(&raw) = *number;
-  } else if (column.Type == DataType::Date) {
-    const auto moment = ParseDateTime(*cell);
-    if (!moment) throw Refusal(kCannotConvert);
-    V_VT(&raw) = VT_DATE;
-    V_DATE(&raw) = OleDate(*moment);
-  } else {
-    return Value(*cell);
-  }
-  return value;
+  Value value = TypedValue(column.Type, *cell);
+  if (V_VT(&value.Raw()) != VT_EMPTY) return value;
+  if (engine != Engine::Sqlite) throw Refusal(kCannotConvert);
+  return Value(*cell);
 }
 
 }  // namespace ktrv::adoserver

@@ -23,7 +23,9 @@ Variant ForOdbc(const Value& value, std::int32_t type);
 
 /// A field's type number for a column.
 std::int32_t FieldType(const database::Column& column);
-/// A field's value of that type for a cell. \throws Error kCannotConvert when the cell holds none.
-Value FieldValue(const database::Column& column, std::optional<StringView> cell);
+/// A field's value of that type for a cell. A cell that holds none is handed out as text when it is
+/// the engine's way to let any value into any column. \throws Error kCannotConvert otherwise
+Value FieldValue(const database::Column& column, std::optional<StringView> cell,
+                 database::Engine engine);
 
 }  // namespace ktrv::adoserver

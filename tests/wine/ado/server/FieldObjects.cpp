@@ -29,7 +29,7 @@ FieldObject::FieldObject(RecordsetObject& recordset, std::size_t column)
   });
   Property(L"NumericScale", [] { return Value(std::int32_t{0}); });
   Property(L"Value", [this, described, column] {
-    return FieldValue(described(), recordset_->OnRow().Cell(column));
+    return FieldValue(described(), recordset_->OnRow().Cell(column), recordset_->EngineKind());
   });
 }
 

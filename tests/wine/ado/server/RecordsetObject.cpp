@@ -81,7 +81,8 @@ Value RecordsetObject::GetRows(const Arguments& arguments) {
   connection_->Provide([&] {
     for (std::int32_t row = 0; row != count && !cursor.AtEnd(); ++row, cursor.MoveNext()) {
       for (std::size_t column = 0; column < columns; ++column) {
-        cells.push_back(FieldValue(cursor.Columns()[column], cursor.Cell(column)));
+        cells.push_back(
+            FieldValue(cursor.Columns()[column], cursor.Cell(column), connection_->EngineKind()));
       }
     }
   });

@@ -15,6 +15,7 @@ class RecordsetObject final : public ServerObject {
   Cursor& Opened();
   /// The same on a row. Refuses at the end.
   Cursor& OnRow();
+  database::Engine EngineKind() const { return connection_->EngineKind(); }
 
  protected:
   const IID& OwnId() const override { return kId; }
