@@ -2,6 +2,7 @@
 #include <exception>
 #include <string_view>
 
+#include "benchmarks/ContactWork.h"
 #include "benchmarks/GroupWork.h"
 #include "benchmarks/ListWork.h"
 #include "benchmarks/Load.h"
@@ -21,6 +22,7 @@ int main(int argc, char** argv) {
     }
     ktrv::benchmarks::MeasureLoad({argv + 1, argv + argc});
     ktrv::benchmarks::MeasureListWork({argv + 1, argv + argc});
+    ktrv::benchmarks::MeasureContactWork({argv + 1, argv + argc});
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "benchmarks: %s\n", error.what());

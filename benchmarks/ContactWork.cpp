@@ -1,0 +1,122 @@
+#include "benchmarks/ContactWork.h"
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+
+#include "benchmarks/ContactFloor.h"
+#include "benchmarks/Table.h"
+#include "benchmarks/UserInterfaceLoop.h"
+#include "database/odbc/ConnectionString.h"
+#include "database/odbc/OdbcDriver.h"
+#include "forms/contact/frmNewContact.h"
+#include "tests/native/support/FakeOperatingSystem.h"
+#include "tests/native/support/ScriptedScreen.h"
+
+namespace ktrv::benchmarks {
+namespace {
+
+constexpr int kRounds = 101;
+constexpr int kContact = 1000;
+
+/// Times of one kind of work, the product's and the floor's measured in turn.
+class Comparison {
+ public:
+  void Product(const std::function<void()>& work) { Measure(work, product_); }
+  void Floor(const std::function<void()>& work) { Measure(work, floor_); }
+
+  /// The times of the other added to these, round by round.
+  Comparison With(const Comparison& other) const {
+    Comparison sum;
+    for (std::size_t round = 0; round < product_.size(); ++round) {
+      sum.product_.push_back(product_[round] + other.product_[round]);
+      sum.floor_.push_back(floor_[round] + other.floor_[round]);
+    }
+    return sum;
+  }
+  void AddTo(Table& table, const char* what, const std::string& database) const {
+    const double product = Median(product_);
+    const double floor = Median(floor_);
+    table.Add({what, database.substr(database.rfind('/') + 1), Milliseconds(product),
+               Milliseconds(floor), Ratio(product, floor)});
+  }
+
+ private:
+  static void Measure(const std::function<void()>& work, std::vector<double>& times) {
+    const auto start = Clock::now();
+    work();
+    times.push_back(SecondsSince(start));
+  }
+  static double Median(std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+  }
+
+  std::vector<double> product_;
+  std::vector<double> floor_;
+};
+
+/// The session of a host whose user edits the contact, on a screen that shows nothing.
+class Editor {
+ public:
+  explicit Editor(const String& connectionString)
+      : session_(screen_, system_,
+                 {[this](StringView) -> database::Driver& { return driver_; },
+                  screen_.Dispatcher.Post()}) {
+    session_.SessionConnectionString = connectionString;
+    session_.EditContactId = ToDecimal(kContact);
+  }
+
+  void Open() {
+    form_ = std::make_unique<forms::frmNewContact>(session_);
+    form_->Mode = ModeOfOperation::Modify;
+    form_->Load();
+  }
+  void Save() { form_->cmdSave.UserClicks(); }
+  forms::frmNewContact& Form() { return *form_; }
+
+  void RequireSaved() {
+    if (form_->IsLoaded() || !system_.TextOf(session_.LogFilePath).empty()) {
+      throw std::runtime_error("the contact was not saved");
+    }
+  }
+
+ private:
+  database::OdbcDriver driver_;
+  tests::ScriptedScreen screen_;
+  tests::FakeOperatingSystem system_;
+  Session session_;
+  std::unique_ptr<forms::frmNewContact> form_;
+};
+
+void MeasureEditing(const std::string& path, Table& table) {
+  const String connectionString = u"Driver=SQLite3;Database=" + FromUtf8(path);
+  const std::string bare =
+      ToUtf8(database::odbc::CompleteConnectionString(connectionString, {}, {}));
+  Editor editor(connectionString);
+  Comparison opening;
+  Comparison saving;
+  for (int round = 0; round < kRounds; ++round) {
+    opening.Floor([&] { OpenByBareOdbc(bare, kContact); });
+    opening.Product([&] { editor.Open(); });
+    // Each save changes the city.
+    const std::string number = std::to_string(round);
+    saving.Floor([&] { SaveByBareOdbc(bare, kContact, "Town " + number); });
+    editor.Form().txtCity.SetText(u"City " + FromUtf8(number));
+    saving.Product([&] { editor.Save(); });
+    editor.RequireSaved();
+  }
+  opening.AddTo(table, "open a contact", path);
+  saving.AddTo(table, "save it", path);
+  opening.With(saving).AddTo(table, "open and save", path);
+}
+
+}  // namespace
+
+void MeasureContactWork(const std::vector<std::string>& databases) {
+  Table table({"Contact editor", "database", "product", "floor", "ratio"});
+  for (const std::string& path : databases) MeasureEditing(path, table);
+  table.Print();
+}
+
+}  // namespace ktrv::benchmarks

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace ktrv::benchmarks {
+
+/// Measures opening a contact in its editor and saving it, beside the bare ODBC statements. Prints
+/// its table. \param databases paths of SQLite address books, smallest first; a contact's city
+/// changes in each.
+void MeasureContactWork(const std::vector<std::string>& databases);
+
+}  // namespace ktrv::benchmarks
