@@ -57,8 +57,10 @@ void FlexGridWindow::RowsAppended() {
   // The list view draws its scroll bar anew each time, which takes longer than a block of rows
   // takes to come.
   constexpr UINT kPause = 50;  // milliseconds
+  if (appended_) return;  // even a question to the list view takes longer than a row
   if (Send(LVM_GETITEMCOUNT) == 0) return ShowAppended();
-  if (!std::exchange(appended_, true)) SetTimer(Handle(), kRowsTimer, kPause, nullptr);
+  appended_ = true;
+  SetTimer(Handle(), kRowsTimer, kPause, nullptr);
 }
 
 void FlexGridWindow::ShowAppended() {
