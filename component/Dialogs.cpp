@@ -1,7 +1,5 @@
 #include "component/Dialogs.h"
 
-#include <utility>
-
 namespace ktrv {
 
 Dialogs::Dialogs(Session& session) : session_(session) {}
@@ -15,20 +13,9 @@ forms::frmAddressBook& Dialogs::AddressBook() {
   return *addressBook_;
 }
 
-void Dialogs::ShowModal(Editor kind, controls::Form& editor) {
-  struct Restore {
-    controls::Form*& Slot;
-    controls::Form* Before;
-    ~Restore() { Slot = Before; }
-  };
-  controls::Form*& slot = shown_[static_cast<std::size_t>(kind)];
-  const Restore restore{slot, std::exchange(slot, &editor)};
-  editor.ShowModal();
-}
-
 void Dialogs::UnloadAll() noexcept {
   Unload(addressBook_.get());
-  for (controls::Form* editor : shown_) Unload(editor);
+  for (controls::Form* dialog : session_.Modal.Open()) Unload(dialog);
 }
 
 void Dialogs::Unload(controls::Form* form) noexcept {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <memory>
 
 #include "component/Session.h"
@@ -9,7 +8,7 @@
 namespace ktrv {
 
 /// The windows of one host thread. The address book window stays loaded between calls and is used
-/// again; the dialogs are made afresh for each call.
+/// again; the dialogs are made afresh for each call and shown through Session::Modal.
 class Dialogs {
  public:
   /// \param session must outlive the dialogs.
@@ -21,12 +20,6 @@ class Dialogs {
   /// The one address book window, made when it is first asked for.
   forms::frmAddressBook& AddressBook();
 
-  /// In the order in which UnloadAll takes them, behind the address book window.
-  enum class Editor { Contact, Folder, Group };
-
-  /// Shows the editor modally; returns when it is closed.
-  void ShowModal(Editor kind, controls::Form& editor);
-
   /// Unloads the windows that are loaded. A failure of one does not keep the others; it is logged.
   /// The objects stay, because one of them may be in the middle of an event.
   void UnloadAll() noexcept;
@@ -36,7 +29,6 @@ class Dialogs {
 
   Session& session_;
   std::unique_ptr<forms::frmAddressBook> addressBook_;
-  std::array<controls::Form*, 3> shown_{};  ///< by Editor; null when none is shown
 };
 
 }  // namespace ktrv

@@ -7,6 +7,7 @@
 #include "common/Logger.h"
 #include "common/Trap.h"
 #include "component/Enumerations.h"
+#include "component/ModalDialogs.h"
 #include "component/TextCollection.h"
 #include "controls/Screen.h"
 #include "database/Connection.h"
@@ -23,6 +24,9 @@ struct Session {
   controls::Screen& Screen;
   OperatingSystem& System;
   database::Environment Environment;
+
+  /// Every editor is shown through this, so that the end of the component can close it.
+  ModalDialogs Modal;
 
   // The database.
   std::unique_ptr<database::Connection> SessionConnection;  ///< null before Init

@@ -81,7 +81,7 @@ std::int32_t clsMain::EditContacts(std::int32_t p_UserId, std::int32_t p_Contact
     session_.CloseConnection();
     forms::frmNewContact editor(session_);
     editor.Mode = ModeOfOperation::Modify;
-    dialogs_.ShowModal(Dialogs::Editor::Contact, editor);
+    session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
     result = 1;
   };
   return Enter(EntryOperations::kEditContacts, takeArguments, work);
@@ -100,7 +100,7 @@ std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactT
     session_.EditContactId.clear();
     forms::frmNewContact editor(session_);
     editor.Mode = ModeOfOperation::Add;
-    dialogs_.ShowModal(Dialogs::Editor::Contact, editor);
+    session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -118,7 +118,7 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
     forms::frmGroupsNew editor(session_);
     editor.Mode = ModeOfOperation::Add;
     editor.FolderId = m_FolderId;
-    dialogs_.ShowModal(Dialogs::Editor::Group, editor);
+    session_.Modal.Show(ModalDialogs::Kind::Group, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -143,7 +143,7 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     names.Close();
     forms::frmGroupsNew editor(session_);
     editor.Mode = ModeOfOperation::Modify;
-    dialogs_.ShowModal(Dialogs::Editor::Group, editor);
+    session_.Modal.Show(ModalDialogs::Kind::Group, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -180,7 +180,7 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
     session_.ContactsName.clear();
     forms::frmGroupsNew picker(session_);
     picker.LoadGroupFor = LoadGroupFor::SelectReceipient;
-    dialogs_.ShowModal(Dialogs::Editor::Group, picker);
+    session_.Modal.Show(ModalDialogs::Kind::Group, picker);
     result = 1;
   };
   return Enter(
@@ -194,7 +194,7 @@ std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
     session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::LocalFolder);
     forms::frmSelectFolder editor(session_);
     editor.Mode = ModeOfOperation::Add;
-    dialogs_.ShowModal(Dialogs::Editor::Folder, editor);
+    session_.Modal.Show(ModalDialogs::Kind::Folder, editor);
     result = 1;
   };
   return Enter(

@@ -63,10 +63,22 @@ void Form::Unload() {
   peer_->Hide();
   if (modal_) return;
   // A peer may be the one that reported the event which unloads the form: let it return first.
+  PostTearDown();
+}
+
+void Form::PostTearDown() {
   screen_.Post([form = std::weak_ptr<Form*>(self_)] {
     const auto self = form.lock();
-    if (self && !(*self)->loaded_) (*self)->TearDown();
+    if (self && !(*self)->loaded_ && (*self)->stays_ == 0) (*self)->TearDown();
   });
+}
+
+Form::Stay::Stay(Form& form) : form_(form) {
+  ++form_.stays_;
+}
+
+Form::Stay::~Stay() {
+  if (--form_.stays_ == 0 && !form_.loaded_ && form_.peer_) form_.PostTearDown();
 }
 
 void Form::TearDown() {

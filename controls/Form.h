@@ -77,6 +77,19 @@ class Form {
   Screen& Display() const { return screen_; }
   const std::vector<Control*>& Controls() const { return controls_; }
 
+  /// Keeps the peers of a form that is unloaded meanwhile until the event that made this is over:
+  /// for events in which a message box or a dialog runs a message loop of its own.
+  class Stay {
+   public:
+    explicit Stay(Form& form);
+    ~Stay();
+    Stay(const Stay&) = delete;
+    Stay& operator=(const Stay&) = delete;
+
+   private:
+    Form& form_;
+  };
+
   /// The user made the window another inner size, in twips.
   void UserResizes(int width, int height);
   /// The user asked to close the window.
@@ -92,6 +105,8 @@ class Form {
   friend class Control;
 
   void TearDown();
+  /// Tears the form down later, when it is still unloaded then and nothing wants it to stay.
+  void PostTearDown();
 
   Screen& screen_;
   Design design_;
@@ -102,6 +117,7 @@ class Form {
   bool unloading_ = false;
   bool visible_ = false;
   bool modal_ = false;
+  int stays_ = 0;
   /// Tells closures that wait on the screen whether the form is still there.
   std::shared_ptr<Form*> self_ = std::make_shared<Form*>(this);
 };

@@ -4,15 +4,14 @@
 
 namespace ktrv::data {
 
-String WithId(StringView text, StringView id) {
+String WithId(StringView text, StringView id, StringView place) {
   if (!IsDecimalDigits(id)) {
     throw Error(ErrorNumber::TypeMismatch, u"Type mismatch: '" + String(id) + u"' is not an id");
   }
-  constexpr StringView kPlace = u"{id}";
   String filled;
-  for (std::size_t at = text.find(kPlace); at != StringView::npos; at = text.find(kPlace)) {
+  for (std::size_t at = text.find(place); at != StringView::npos; at = text.find(place)) {
     filled.append(text.substr(0, at)).append(id);
-    text.remove_prefix(at + kPlace.size());
+    text.remove_prefix(at + place.size());
   }
   return filled.append(text);
 }

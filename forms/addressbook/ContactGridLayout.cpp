@@ -19,15 +19,15 @@ struct Design {
 // column is wider than any window, so that it always runs to the grid's right edge.
 constexpr std::array<Design, 10> kColumns = {{
     {u"FIXED", u"", 0, Alignment::Left},
-    {u"ID", u"", 0, Alignment::Left},
+    {kId, u"", 0, Alignment::Left},
     {kName, u"Name", 3000, Alignment::Left},
     {u"SHARED", u"", 0, Alignment::Left},
     {u"MOBILENO", u"Mobile No", 2500, Alignment::Left},
     {u"EMAIL", u"Email", 25000, Alignment::Left},
     {u"ADDRESS", u"Address", 3000, Alignment::Left},
     {u"ORGANISATION", u"Organisation", 3000, Alignment::Left},
-    {u"FOLDERID", u"", 0, Alignment::Left},
-    {u"CONTACTTYPE", u"", 300, Alignment::Center},
+    {kFolderId, u"", 0, Alignment::Left},
+    {kType, u"", 300, Alignment::Center},
 }};
 
 /// The type column is too narrow for a word: it shows a picture.
@@ -38,14 +38,10 @@ std::pair<Image, String> TypePicture(StringView type) {
   return {Image::None, String(type)};
 }
 
-bool ShowsList(const controls::FlexGrid& grid) {
-  return grid.Cols() == static_cast<int>(kColumns.size());
-}
-
 }  // namespace
 
 void Apply(controls::FlexGrid& grid) {
-  if (ShowsList(grid)) {
+  if (IsList(grid)) {
     for (std::size_t i = 0; i < kColumns.size(); ++i) {
       const Design& design = kColumns[i];
       controls::GridColumn& column = grid.ColumnAt(static_cast<int>(i));
@@ -55,7 +51,7 @@ void Apply(controls::FlexGrid& grid) {
       column.Align = design.Align;
       column.Hidden = design.Width == 0;
     }
-    grid.ColumnAt(grid.ColIndex(u"CONTACTTYPE")).Picture = TypePicture;
+    grid.ColumnAt(grid.ColIndex(kType)).Picture = TypePicture;
     grid.SetSearchColumn(grid.ColIndex(kName));
     grid.ColumnsChanged();
   }
@@ -64,8 +60,12 @@ void Apply(controls::FlexGrid& grid) {
   grid.Refresh();
 }
 
+bool IsList(const controls::FlexGrid& grid) {
+  return grid.Cols() == static_cast<int>(kColumns.size());
+}
+
 bool HasRows(const controls::FlexGrid& grid) {
-  return ShowsList(grid) && grid.Rows() > 1;
+  return IsList(grid) && grid.Rows() > 1;
 }
 
 }  // namespace ktrv::forms::ContactGridLayout

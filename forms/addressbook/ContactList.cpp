@@ -54,6 +54,7 @@ void ContactList::Load(StringView nodeKey) {
 
 void ContactList::Clear() {
   display_.Grid.Reset(2, 2);
+  loading_ = false;
   total_ = 0;
   sortColumn_ = ContactGridLayout::kName;
   rsUserContacts_ = std::make_unique<database::Recordset>(session_.Environment);
@@ -74,8 +75,9 @@ void ContactList::Open(StringView nodeKey) {
                            .Lock = database::LockType::Optimistic,
                            .Async = true});
     rsUserContacts_->Disconnect();
+    loading_ = true;
   }
-  display_.Status.SetPanelText(kTextPanel, ToDecimal(total_) + u" item(s)");
+  ShowTotal();
   display_.Status.AddPanel({.Width = kCountPanelWidth});
   if (total_ > 0) {
     display_.Progress.PlaceIn(display_.Status, kCountPanel);
@@ -119,6 +121,7 @@ void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
 }
 
 void ContactList::rsUserContacts_FetchComplete(const Error* error) {
+  loading_ = false;
   display_.Grid.SetRedraw(false);
   session_.Trap(kLoadContext, [&] { FinishLoad(); });
   display_.Grid.SetRedraw(true);
@@ -173,13 +176,40 @@ void ContactList::Find(StringView text) {
   grid.ShowRow(row);
 }
 
+void ContactList::Add(const Contact& contact) {
+  controls::FlexGrid& grid = display_.Grid;
+  if (!ContactGridLayout::IsList(grid)) return;
+  String row;
+  for (const StringView text :
+       {StringView(), StringView(contact.Id), StringView(contact.Name), StringView(u"1"),
+        StringView(contact.MobileNo), StringView(contact.Email), StringView(contact.Address),
+        StringView(contact.Organisation), StringView(contact.FolderId), StringView(u"1")}) {
+    // A tab that was pasted into a name would shift what stands behind it.
+    String cell(text);
+    std::replace(cell.begin(), cell.end(), u'\t', u' ');
+    row += cell + u"\t";
+  }
+  row.pop_back();
+  grid.AddItem(row);
+  ++total_;
+  ShowTotal();
+  grid.SetRow(grid.Rows() - 1);
+  grid.ShowRow(grid.Row());
+}
+
+void ContactList::ShowTotal() {
+  display_.Status.SetPanelText(kTextPanel, ToDecimal(total_) + u" item(s)");
+}
+
 void ContactList::Close() {
+  loading_ = false;
   display_.Grid.Reset(2, 2);
   rsUserContacts_.reset();
   counts_.Release();
 }
 
 void ContactList::ShowFailure() {
+  loading_ = false;
   display_.Window.SetPointer(MousePointer::Default);
   display_.Progress.SetVisible(false);
   RemoveCountPanel();

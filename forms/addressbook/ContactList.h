@@ -34,6 +34,20 @@ class ContactList {
   /// fetched is dropped at once. A failure is logged and told in the status bar.
   void Load(StringView nodeKey);
 
+  /// A contact as the list shows it.
+  struct Contact {
+    String Id;
+    String Name;
+    String MobileNo;
+    String Email;
+    String Address;
+    String Organisation;
+    String FolderId;
+  };
+  /// Shows a contact that was saved just now behind the others and makes it the current row,
+  /// without asking the database. No effect when no list is shown.
+  void Add(const Contact& contact);
+
   /// Drops the list and its fetch and releases the counting commands.
   void Close();
 
@@ -47,7 +61,9 @@ class ContactList {
 
   /// The result that the grid shows; null before the first load.
   database::Recordset* Rows() const { return rsUserContacts_.get(); }
-  /// Rows counted for the current load.
+  /// Whether rows are still to come.
+  bool IsLoading() const { return loading_; }
+  /// Rows counted for the current load, and those added since.
   std::int32_t Total() const { return total_; }
   const String& SortColumn() const { return sortColumn_; }
   bool CanCount() const { return counts_.ArePrepared(); }
@@ -58,6 +74,7 @@ class ContactList {
   /// Counts the node's items into the total and gives its query, which is empty when the host's
   /// dialect word has none; nothing for a key that is neither counted nor queried.
   std::optional<String> Count(StringView nodeKey);
+  void ShowTotal();
   void ShowFailure();
   void RemoveCountPanel();
   void MoveIndicator(StringView columnKey, controls::SortOrder order);
@@ -70,6 +87,7 @@ class ContactList {
   Display display_;
   CountCommands counts_;
   std::unique_ptr<database::Recordset> rsUserContacts_;
+  bool loading_ = false;
   std::int32_t total_ = 0;
   String sortColumn_;
 };

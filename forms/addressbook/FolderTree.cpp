@@ -37,6 +37,7 @@ void FolderTree::Start() {
 }
 
 void FolderTree::Build() {
+  source_ = session_.SessionConnectionString;
   tree_.Clear();
   controls::TreeNode& root = tree_.Add({}, String(NodeKey::Shared), u"Shared Contacts", kRootImage);
   root.Tag = NodeKey::Shared;
@@ -50,7 +51,9 @@ void FolderTree::Build() {
   AddGroups();
   Expand();
   // The grid still shows the current node: so does the tree, when the node is there.
-  tree_.Select(tree_.Find(current_.Key));
+  controls::TreeNode* current = tree_.Find(current_.Key);
+  if (current) MakeCurrent(*current);  // its parent may be another one now
+  tree_.Select(current);
 }
 
 void FolderTree::AddFolders(StringView query, StringView kind) {
@@ -67,11 +70,23 @@ void FolderTree::AddGroups() {
   database::Recordset groups(session_.Environment);
   groups.Open(Queries::kGroups, session_.SessionConnectionString);
   for (; !groups.EndOfFile(); groups.MoveNext()) {
-    const std::int64_t folder = ToInteger(groups.Field(u"FOLDER_ID"));
-    const String parent =
-        folder == 0 ? String(NodeKey::Shared) : Joined(NodeKey::SharedFolder, ToDecimal(folder));
-    tree_.Add(parent, Joined(NodeKey::SharedGroup, ToText(groups.Field(u"ID"))),
-              ToText(groups.Field(u"NAME")), kGroupImage);
+    AddGroupNode(ToText(groups.Field(u"ID")), ToText(groups.Field(u"NAME")),
+                 ToDecimal(ToInteger(groups.Field(u"FOLDER_ID"))));
+  }
+}
+
+controls::TreeNode& FolderTree::AddGroupNode(StringView id, const String& name,
+                                             StringView folderId) {
+  const String parent =
+      folderId == u"0" ? String(NodeKey::Shared) : Joined(NodeKey::SharedFolder, folderId);
+  return tree_.Add(parent, Joined(NodeKey::SharedGroup, id), name, kGroupImage);
+}
+
+void FolderTree::AddGroup(StringView id, const String& name, StringView folderId) {
+  controls::TreeNode* node = tree_.Find(Joined(NodeKey::SharedGroup, id));
+  if (!node) node = &AddGroupNode(id, name, folderId);
+  for (controls::TreeNode* above = node->Parent; above; above = above->Parent) {
+    tree_.SetExpanded(*above, true);
   }
 }
 

@@ -20,7 +20,14 @@ class FolderTree {
   /// Builds the tree anew from the database; nodes added before a failure stay. \throws Error
   void Build();
 
+  /// Connection string of the database that the tree was built from.
+  const String& Source() const { return source_; }
+
   const CurrentNode& Current() const { return current_; }
+
+  /// Adds the node of a new group and shows it. \throws Error ElementNotFound when its folder is
+  /// not there
+  void AddGroup(StringView id, const String& name, StringView folderId);
 
   /// The node was clicked. \return whether another node became current
   bool Click(const controls::TreeNode& node);
@@ -41,12 +48,14 @@ class FolderTree {
 
   void AddFolders(StringView query, StringView kind);
   void AddGroups();
+  controls::TreeNode& AddGroupNode(StringView id, const String& name, StringView folderId);
   void Expand();
   void MakeCurrent(const controls::TreeNode& node);
 
   Session& session_;
   controls::TreeView& tree_;
   std::array<TopLevelState, 2> topLevel_;
+  String source_;
   CurrentNode current_;
   bool nodeClicked_ = false;
 };

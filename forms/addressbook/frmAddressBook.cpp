@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "forms/addressbook/AddressBookTools.h"
 #include "forms/addressbook/ContactGridLayout.h"
+#include "forms/addressbook/RowText.h"
 
 namespace ktrv::forms {
 namespace {
@@ -22,8 +24,6 @@ constexpr int kHeadingHeight = 285;
 constexpr int kHeadingIndent = 15;  ///< of the right pane's heading, behind the bar
 constexpr int kReserve = 800;       ///< below the panes, for the status bar and margins
 constexpr int kRightMargin = 50;
-
-constexpr StringView kNewGroup = u"GR";
 
 controls::Form::Design WindowDesign() {
   return {.Caption = u"Address Book",
@@ -52,10 +52,12 @@ frmAddressBook::frmAddressBook(Session& session)
       session_(session),
       folderTree_(session, tvwContacts),
       contactList_(session, {*this, vsfContacts, StatusBar1, ProgressBar1}),
-      splitter_(picSlider, picShadow) {
+      splitter_(picSlider, picShadow),
+      commands_(session, *this, folderTree_, contactList_) {
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
   StatusBar1.AddPanel({.Width = 3000});
-  MakeToolBar();
+  ConnectToolBar();
+  ConnectMenus();
   ConnectTree();
   ConnectGrid();
   ConnectSplitter();
@@ -93,6 +95,7 @@ void frmAddressBook::Form_Load() {
 }
 
 void frmAddressBook::Form_QueryUnload() {
+  commands_.Stop();
   Event(u"Form_QueryUnload", [&] { contactList_.Close(); });
 }
 
@@ -109,26 +112,10 @@ void frmAddressBook::ChangeSortOrder(StringView columnKey, SortOrder order) {
   contactList_.ChangeSortOrder(columnKey, order);
 }
 
-// Toolbar and find box.
+// Toolbar, menus and find box.
 
-void frmAddressBook::MakeToolBar() {
-  tlbMain.AddButton({.Key = u"NEW",
-                     .Caption = u"New",
-                     .ToolTip = u"Create a contact or a group",
-                     .Picture = Image::New,
-                     .DropDown = true});
-  tlbMain.AddButton({.Key = u"PROPERTIES",
-                     .Caption = u"Properties",
-                     .ToolTip = u"Show or change the selected item",
-                     .Picture = Image::Properties});
-  tlbMain.AddButton({.Key = u"DELETE",
-                     .Caption = u"Delete",
-                     .ToolTip = u"Delete the selected items",
-                     .Picture = Image::Delete});
-  tlbMain.AddButton({.Key = u"REFRESH",
-                     .Caption = u"Refresh",
-                     .ToolTip = u"Load the contacts again",
-                     .Picture = Image::Refresh});
+void frmAddressBook::ConnectToolBar() {
+  AddAddressBookTools(tlbMain);
   tlbMain.SetBand(lblFind, txtFind);
   tlbMain.ButtonClick = [this](const String& key) { tlbMain_ButtonClick(key); };
   tlbMain.ButtonDropDown = [this](const String& key, int x, int y) {
@@ -136,22 +123,52 @@ void frmAddressBook::MakeToolBar() {
   };
   mnuNew_.Items.push_back(
       {.Name = u"mnuNewContact", .Caption = u"&Contact", .Click = [this] { ContactNew({}); }});
-  mnuNew_.Items.push_back(
-      {.Name = u"mnuNewGroup", .Caption = u"&Group", .Click = [this] { ContactNew(kNewGroup); }});
+  mnuNew_.Items.push_back({.Name = u"mnuNewGroup", .Caption = u"&Group", .Click = [this] {
+                             ContactNew(ItemCommands::kNewGroup);
+                           }});
 }
 
 void frmAddressBook::tlbMain_ButtonClick(StringView key) {
   Event(u"tlbMain_ButtonClick", [&] {
-    if (key == u"NEW") ContactNew({});
-    if (key == u"PROPERTIES") ContactProperties();
-    if (key == u"DELETE") ContactDelete();
-    if (key == u"REFRESH") LoadContacts();
+    if (key == ToolKey::New) ContactNew({});
+    if (key == ToolKey::Properties) ContactProperties();
+    if (key == ToolKey::Delete) ContactDelete();
+    if (key == ToolKey::Refresh) LoadContacts();
   });
 }
 
 void frmAddressBook::tlbMain_ButtonDropDown(StringView key, int x, int y) {
+  const Stay stay(*this);
   Event(u"tlbMain_ButtonDropDown", [&] {
-    if (key == u"NEW") Display().ShowMenu(*this, mnuNew_, controls::Screen::Point{x, y});
+    if (key == ToolKey::New) Display().ShowMenu(*this, mnuNew_, controls::Screen::Point{x, y});
+  });
+}
+
+void frmAddressBook::ConnectMenus() {
+  Menus.Item(u"mnuSharedContactContext").Click = [this] { ContactNew({}); };
+  Menus.Item(u"mnuSharedGroupContext").Click = [this] { ContactNew(ItemCommands::kNewGroup); };
+  Menus.Item(u"mnuSharedFolderContext").Click = [this] { commands_.NewFolder(); };
+  Menus.Item(u"mnuAddSharedContactGroupContext").Click = [this] { commands_.NewMember(); };
+  Menus.Item(u"mnuProperties").Click = [this] { ContactProperties(); };
+  Menus.Item(u"mnuCopy").Click = [this] { Copy(); };
+  Menus.Item(u"mnuPaste").Click = [this] { Paste(); };
+}
+
+void frmAddressBook::ShowItemContextMenu(std::optional<int> x, std::optional<int> y) {
+  const Stay stay(*this);
+  Event(u"ShowItemContextMenu", [&] {
+    // Elsewhere the menu is shown as it stands.
+    if (session_.IsAtServer()) Menus.ShowFor(NodeKey::KindOf(Current().Key));
+    std::optional<controls::Screen::Point> at;
+    if (x || y) at = {x.value_or(0), y.value_or(0)};
+    Display().ShowMenu(*this, Menus.mnuContactContext, at);
+  });
+}
+
+void frmAddressBook::Copy() {
+  Event(u"Copy", [&] {
+    const String text = SelectedRowsText(vsfContacts);
+    if (!text.empty()) Display().SetClipboardText(text);
   });
 }
 
@@ -170,8 +187,8 @@ void frmAddressBook::ConnectTree() {
   tvwContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
     tvwContacts_KeyDown(keyCode);
   };
-  tvwContacts.MouseUp = [this](MouseButton button, std::int16_t, int, int) {
-    tvwContacts_MouseUp(button);
+  tvwContacts.MouseUp = [this](MouseButton button, std::int16_t, int x, int y) {
+    tvwContacts_MouseUp(button, x, y);
   };
 }
 
@@ -187,11 +204,12 @@ void frmAddressBook::tvwContacts_KeyDown(std::int16_t keyCode) {
   });
 }
 
-void frmAddressBook::tvwContacts_MouseUp(MouseButton button) {
+void frmAddressBook::tvwContacts_MouseUp(MouseButton button, int x, int y) {
   Event(u"tvwContacts_MouseUp", [&] {
     // A button that goes up over empty space follows no click on a node.
     const bool nodeClicked = folderTree_.TakeClick();
-    if (nodeClicked && button == MouseButton::Right) ShowItemContextMenu();
+    if (!nodeClicked || button != MouseButton::Right) return;
+    ShowItemContextMenu(tvwContacts.Left() + x, tvwContacts.Top() + y);
   });
 }
 
@@ -202,11 +220,11 @@ void frmAddressBook::ConnectGrid() {
   vsfContacts.AfterSort = [this](int column, SortOrder order) {
     vsfContacts_AfterSort(column, order);
   };
-  vsfContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
-    vsfContacts_KeyDown(keyCode);
+  vsfContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t shift) {
+    vsfContacts_KeyDown(keyCode, shift);
   };
   vsfContacts.DoubleClick = [this] {
-    if (ContactGridLayout::HasRows(vsfContacts)) vsfContacts_KeyDown(KeyCode::Enter);
+    if (ContactGridLayout::HasRows(vsfContacts)) vsfContacts_KeyDown(KeyCode::Enter, 0);
   };
   vsfContacts.MouseUp = [this](MouseButton button, std::int16_t, int row) {
     vsfContacts_MouseUp(button, row);
@@ -218,8 +236,9 @@ void frmAddressBook::vsfContacts_AfterSort(int column, SortOrder order) {
         [&] { ChangeSortOrder(vsfContacts.ColumnAt(column).Key, order); });
 }
 
-void frmAddressBook::vsfContacts_KeyDown(std::int16_t keyCode) {
+void frmAddressBook::vsfContacts_KeyDown(std::int16_t keyCode, std::int16_t shift) {
   Event(u"vsfContacts_KeyDown", [&] {
+    if (keyCode == u'C' && shift == controls::ShiftMask::Ctrl) Copy();
     if (keyCode == KeyCode::Enter) ContactProperties();
     if (keyCode == KeyCode::Delete) ContactDelete();
   });
@@ -231,31 +250,6 @@ void frmAddressBook::vsfContacts_MouseUp(MouseButton button, int row) {
       vsfContacts.SetRow(row);
     }
   });
-}
-
-// Item commands.
-
-void frmAddressBook::ContactNew(StringView /*kind*/) {
-  SayNotYetAvailable();
-}
-
-void frmAddressBook::ContactProperties() {
-  // The heading row is no item.
-  if (!tvwContacts.HasFocus() && vsfContacts.Row() == 0) return;
-  SayNotYetAvailable();
-}
-
-void frmAddressBook::ContactDelete() {
-  SayNotYetAvailable();
-}
-
-void frmAddressBook::ShowItemContextMenu(std::optional<controls::Screen::Point> /*at*/) {
-  SayNotYetAvailable();
-}
-
-void frmAddressBook::SayNotYetAvailable() {
-  constexpr std::int32_t kInformation = 64;
-  session_.ShowMessage(u"This command is not yet available.", kInformation);
 }
 
 // Layout.

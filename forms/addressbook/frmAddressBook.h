@@ -15,6 +15,8 @@
 #include "controls/TreeView.h"
 #include "forms/addressbook/ContactList.h"
 #include "forms/addressbook/FolderTree.h"
+#include "forms/addressbook/ItemCommands.h"
+#include "forms/addressbook/ItemMenus.h"
 #include "forms/addressbook/Splitter.h"
 
 namespace ktrv::forms {
@@ -55,15 +57,24 @@ class frmAddressBook final : public controls::Form {
   void PlaceProgressBar(controls::StatusBar& statusBar, controls::ProgressBar& progressBar,
                         int panel);
 
-  // The item commands.
-  /// \param kind "GR" for a group, else a contact.
-  void ContactNew(StringView kind);
+  // The item commands. A failure of one is logged.
+  /// Makes a group or a contact where the current node says. \param kind "GR" for a group
+  void ContactNew(StringView kind) { commands_.New(kind); }
   /// Opens the tree's current node or the grid's current row in its editor.
-  void ContactProperties();
-  /// Deletes the tree's current node or the grid's selected rows.
-  void ContactDelete();
-  /// Shows the current node's menu. \param at nothing for the pointer's place.
-  void ShowItemContextMenu(std::optional<controls::Screen::Point> at = {});
+  void ContactProperties() { commands_.Properties(); }
+  /// Deletes the tree's current node or the grid's selected rows; many rows go on being deleted
+  /// after it returned.
+  void ContactDelete() { commands_.Delete(); }
+  /// Shows the current node's menu at this place, twips from the form's inner corner, or at the
+  /// pointer when neither is given.
+  void ShowItemContextMenu(std::optional<int> x = {}, std::optional<int> y = {});
+  /// Puts the grid's selected rows on the clipboard, as text with headings.
+  void Copy();
+  /// Does nothing: what was copied is made into no item.
+  void Paste() {}
+
+  ItemMenus Menus;
+  bool IsDeleting() const { return commands_.IsDeleting(); }
 
   const CurrentNode& Current() const { return folderTree_.Current(); }
   /// The result that the grid shows; null before the first load and after a failed one.
@@ -76,7 +87,8 @@ class frmAddressBook final : public controls::Form {
   void Form_QueryUnload() override;
 
  private:
-  void MakeToolBar();
+  void ConnectToolBar();
+  void ConnectMenus();
   void ConnectTree();
   void ConnectGrid();
   void ConnectSplitter();
@@ -86,9 +98,9 @@ class frmAddressBook final : public controls::Form {
   void txtFind_Change();
   void tvwContacts_NodeClick(const controls::TreeNode& node);
   void tvwContacts_KeyDown(std::int16_t keyCode);
-  void tvwContacts_MouseUp(controls::MouseButton button);
+  void tvwContacts_MouseUp(controls::MouseButton button, int x, int y);
   void vsfContacts_AfterSort(int column, controls::SortOrder order);
-  void vsfContacts_KeyDown(std::int16_t keyCode);
+  void vsfContacts_KeyDown(std::int16_t keyCode, std::int16_t shift);
   void vsfContacts_MouseUp(controls::MouseButton button, int row);
   void picSlider_MouseDown();
   void picSlider_MouseMove(int x);
@@ -97,7 +109,6 @@ class frmAddressBook final : public controls::Form {
   int PanesTop() const;
   /// Gives the right pane the width that the left pane and the bar leave.
   void PlaceRightPane();
-  void SayNotYetAvailable();
   /// Traps the failures of one event procedure.
   template <class Body>
   void Event(StringView procedure, Body&& body);
@@ -106,6 +117,7 @@ class frmAddressBook final : public controls::Form {
   FolderTree folderTree_;
   ContactList contactList_;
   Splitter splitter_;
+  ItemCommands commands_;
   controls::Menu mnuNew_;
 };
 

@@ -26,7 +26,7 @@ void OpenGroupProperties(Session& session, const String& groupId, const String& 
   session.GroupName = groupName;
   frmGroupsNew properties(session);
   properties.Mode = ModeOfOperation::Modify;
-  properties.ShowModal();
+  session.Modal.Show(ModalDialogs::Kind::Group, properties);
 }
 
 }  // namespace ktrv::forms

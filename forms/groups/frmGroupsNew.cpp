@@ -68,7 +68,7 @@ frmGroupsNew::frmGroupsNew(Session& session)
     frmNewContact editor(session_);
     editor.Mode = mode;
     editor.FolderId = folderId;
-    editor.ShowModal();
+    session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
   };
   contacts_.OpenGroup = [this](const String& id, const String& name) {
     OpenGroupProperties(session_, id, name);

@@ -340,16 +340,21 @@ TEST_F(ContactListTest, TheFindIsSortedRowsOrder) {
 // Keys and mouse.
 
 TEST_F(ContactListTest, EnterAndDeleteRunTheirCommands) {
-  Show({Item(u"1", u"Anna")});
+  Show({Item(u"D1", u"Acme", u"3")});
   form->vsfContacts.SetRow(1);
   form->vsfContacts.UserPresses(controls::KeyCode::Enter, 0);
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_TRUE(screen.LastMessage().Text.starts_with(u"This is a Shared Remote Contact."));
+  screen.Answer(MessageAnswer::No);
   form->vsfContacts.UserPresses(controls::KeyCode::Delete, 0);
+  ASSERT_EQ(screen.Messages.size(), 2U);
+  EXPECT_TRUE(screen.LastMessage().Text.starts_with(u"Are you sure"));
   form->vsfContacts.UserPresses(controls::KeyCode::Escape, 0);
   EXPECT_EQ(screen.Messages.size(), 2U);
 }
 
 TEST_F(ContactListTest, ADoubleClickIsAsEnter) {
-  Show({Item(u"1", u"Anna")});
+  Show({Item(u"D1", u"Acme", u"3")});
   form->vsfContacts.SetRow(1);
   form->vsfContacts.UserDoubleClicks();
   EXPECT_EQ(screen.Messages.size(), 1U);
@@ -414,11 +419,16 @@ TEST_F(ContactListTest, RefreshLoadsTheListAgain) {
 TEST_F(ContactListTest, TheNewButtonsArrowOffersAContactOrAGroup) {
   Open();
   screen.Choose(u"mnuNewGroup");
+  String caption;
+  screen.PlayModal([&](controls::Form& editor) {
+    caption = editor.Caption();
+    editor.UserCloses();
+  });
   form->tlbMain.UserDropsDown(u"NEW", 100, 500);
   ASSERT_EQ(screen.Menus.size(), 1U);
   EXPECT_EQ(screen.Menus[0].Names, (Texts{u"mnuNewContact", u"mnuNewGroup"}));
   EXPECT_EQ(screen.Menus[0].At->X, 100);
-  EXPECT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(caption, u"New Group");
 }
 
 }  // namespace

@@ -269,9 +269,11 @@ TEST_F(FolderTreeTest, ClickingTheCurrentNodeAgainLoadsNothing) {
 
 TEST_F(FolderTreeTest, DeleteInTheTreeRunsTheDeleteCommand) {
   Open();
+  ClickAndWait(u"SHARED");
+  form->tvwContacts.UserFocuses(true);
   form->tvwContacts.UserPresses(controls::KeyCode::Delete, 0);
   ASSERT_EQ(screen.Messages.size(), 1U);
-  EXPECT_EQ(screen.LastMessage().Text, u"This command is not yet available.");
+  EXPECT_EQ(screen.LastMessage().Text, u"The item cannot be deleted.");
   EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
 }
 
@@ -285,7 +287,7 @@ TEST_F(FolderTreeTest, ARightClickOnANodeRunsTheContextMenu) {
   Open();
   Click(u"SHARED");
   form->tvwContacts.UserReleases(MouseButton::Right, 0, 10, 10);
-  EXPECT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.Menus.size(), 1U);
 }
 
 TEST_F(FolderTreeTest, ARightClickOnEmptySpaceRunsNoMenu) {
@@ -293,7 +295,7 @@ TEST_F(FolderTreeTest, ARightClickOnEmptySpaceRunsNoMenu) {
   Click(u"SHARED");
   form->tvwContacts.UserReleases(MouseButton::Right, 0, 10, 10);
   form->tvwContacts.UserReleases(MouseButton::Right, 0, 10, 10);
-  EXPECT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.Menus.size(), 1U);
 }
 
 TEST_F(FolderTreeTest, ALeftClickConsumesTheClickOnTheNode) {
@@ -301,7 +303,7 @@ TEST_F(FolderTreeTest, ALeftClickConsumesTheClickOnTheNode) {
   Click(u"SHARED");
   form->tvwContacts.UserReleases(MouseButton::Left, 0, 10, 10);
   form->tvwContacts.UserReleases(MouseButton::Right, 0, 10, 10);
-  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_TRUE(screen.Menus.empty());
 }
 
 TEST_F(FolderTreeTest, ARightClickOnTheCurrentNodeRunsTheMenuTooAndLoadsNothing) {
@@ -310,7 +312,7 @@ TEST_F(FolderTreeTest, ARightClickOnTheCurrentNodeRunsTheMenuTooAndLoadsNothing)
   form->tvwContacts.UserReleases(MouseButton::Left, 0, 10, 10);
   Click(u"SHARED");
   form->tvwContacts.UserReleases(MouseButton::Right, 0, 10, 10);
-  EXPECT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.Menus.size(), 1U);
   EXPECT_EQ(Ran(Queries::kCountFolderContacts).size(), 1U);
 }
 

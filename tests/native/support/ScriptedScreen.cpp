@@ -56,6 +56,7 @@ std::unique_ptr<controls::FormPeer> ScriptedScreen::Realise(controls::Form& form
 
 std::int16_t ScriptedScreen::ShowMessage(StringView text, StringView title, std::int32_t style) {
   Messages.push_back({String(text), String(title), style});
+  if (const auto happens = Next(happenings_)) (*happens)();
   return Next(answers_).value_or(MessageAnswer::Ok);
 }
 

@@ -36,6 +36,8 @@ class ScriptedScreen final : public controls::Screen {
   // The script.
   /// The button that the next box without an answer gets; without any it is OK.
   void Answer(std::int16_t button) { answers_.push_back(button); }
+  /// Runs while the next box is open; the next of several for each box.
+  void WhileAsked(std::function<void()> happens) { happenings_.push_back(std::move(happens)); }
   /// What the user does with the next form that is shown modally. It must unload it.
   void PlayModal(std::function<void(controls::Form&)> play) { plays_.push_back(std::move(play)); }
   /// The item that the user chooses from the next menu; empty for none.
@@ -70,6 +72,7 @@ class ScriptedScreen final : public controls::Screen {
   std::function<void(std::function<void()>)> post_ = Dispatcher.Post();
   std::unique_ptr<controls::Language> language_ = MakeUserLanguage();
   std::deque<std::int16_t> answers_;
+  std::deque<std::function<void()>> happenings_;
   std::deque<std::function<void(controls::Form&)>> plays_;
   std::deque<String> choices_;
 };

@@ -1,0 +1,27 @@
+#include "component/ModalDialogs.h"
+
+#include <algorithm>
+
+namespace ktrv {
+
+void ModalDialogs::Show(Kind kind, controls::Form& dialog) {
+  // Dialogs that open one another end in the reverse order.
+  struct Restore {
+    std::vector<Shown>& All;
+    ~Restore() { All.pop_back(); }
+  };
+  shown_.push_back({kind, &dialog});
+  const Restore restore{shown_};
+  dialog.ShowModal();
+}
+
+std::vector<controls::Form*> ModalDialogs::Open() const {
+  std::vector<Shown> ordered(shown_.rbegin(), shown_.rend());
+  std::stable_sort(ordered.begin(), ordered.end(),
+                   [](const Shown& left, const Shown& right) { return left.What < right.What; });
+  std::vector<controls::Form*> dialogs;
+  for (const Shown& each : ordered) dialogs.push_back(each.Dialog);
+  return dialogs;
+}
+
+}  // namespace ktrv

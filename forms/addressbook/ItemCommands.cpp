@@ -1,0 +1,330 @@
+#include "forms/addressbook/ItemCommands.h"
+
+#include <utility>
+
+#include "forms/addressbook/ContactGridLayout.h"
+#include "forms/addressbook/frmAddressBook.h"
+
+namespace ktrv::forms {
+namespace {
+
+/// Context texts of error records. Log readers match them literally; the doubled prefix is theirs.
+namespace Context {
+constexpr StringView kNew =
+    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactNew(), Module: frmAddressBook";
+constexpr StringView kNewFolder =
+    u"KTRVAddressBook: Error occurred. Sub: mnuSharedFolderContext_Click, Module: frmAddressBook";
+constexpr StringView kProperties =
+    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactProperties, Module: frmAddressBook";
+constexpr StringView kDelete =
+    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
+}  // namespace Context
+
+constexpr StringView kNodeIsGone =
+    u"The selected folder or group does not exist any more. Please select another one.";
+constexpr int kTextPanel = 1;
+
+}  // namespace
+
+ItemCommands::ItemCommands(Session& session, frmAddressBook& window, FolderTree& folders,
+                           ContactList& list)
+    : session_(session),
+      window_(window),
+      folders_(folders),
+      list_(list),
+      editors_(session),
+      statements_(session) {}
+
+ItemCommands::~ItemCommands() {
+  Stop();
+}
+
+void ItemCommands::Run(StringView context, const std::function<void()>& command) {
+  if (running_ || deletion_) return;
+  struct Running {
+    bool& Flag;
+    ~Running() { Flag = false; }
+  };
+  const controls::Form::Stay stay(window_);
+  running_ = true;
+  const Running running{running_};
+  if (folders_.Source() != session_.SessionConnectionString) {
+    // The host turned to another database: the ids shown here are not the ids there.
+    window_.LoadTreeView();
+    window_.LoadContacts();
+    return;
+  }
+  database_ = session_.SessionConnectionString;
+  session_.Trap(context, command);
+}
+
+bool ItemCommands::IsStillOpen() const {
+  return window_.IsLoaded() && session_.SessionConnectionString == database_;
+}
+
+void ItemCommands::Say(StringView text) {
+  session_.ShowMessage(text, MessageStyle::Exclamation);
+}
+
+// New items.
+
+void ItemCommands::New(StringView kind) {
+  Run(Context::kNew, [&] {
+    const CurrentNode node = folders_.Current();
+    const bool isRemote = NodeKey::KindOf(node.Key) == NodeKey::RemoteFolder;
+    if (kind == kNewGroup) {
+      if (isRemote) {
+        return Say(u"Creating a Group in a Shared Remote Contacts folder is not allowed.");
+      }
+      NewGroup(node);
+    } else {
+      if (isRemote) {
+        return Say(
+            u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO "
+            u"only.");
+      }
+      NewContact(node);
+    }
+  });
+}
+
+void ItemCommands::NewMember() {
+  if (NodeKey::KindOf(folders_.Current().Key) == NodeKey::SharedGroup) New({});
+}
+
+std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
+  // Before any node is chosen, new items go where those outside any folder are.
+  if (node.Key.empty()) return u"0";
+  const controls::TreeNode* place = window_.tvwContacts.Find(node.Key);
+  if (!place) {
+    Say(kNodeIsGone);
+    return std::nullopt;
+  }
+  if (NodeKey::KindOf(place->Key) == NodeKey::SharedGroup) place = place->Parent;
+  if (place->Key == NodeKey::Shared) return u"0";
+  return String(NodeKey::IdOf(place->Key));
+}
+
+void ItemCommands::NewContact(const CurrentNode& node) {
+  const auto folder = FolderFor(node);
+  if (!folder || !editors_.NewContact(*folder) || !IsStillOpen()) return;
+  if (NodeKey::KindOf(node.Key) == NodeKey::SharedGroup) {
+    statements_.InsertMember(NodeKey::IdOf(node.Key), session_.SavedContactId);
+  }
+  // A list that still comes may hold the contact or not, and replaces what is added to it.
+  if (list_.IsLoading()) return window_.LoadContacts();
+  if (folders_.Current().Key != node.Key) return;
+  list_.Add({.Id = session_.SavedContactId,
+             .Name = session_.SavedContactName,
+             .MobileNo = session_.SavedContactMobile,
+             .Email = session_.SavedContactEmail,
+             .Address = session_.SavedContactAddress,
+             .Organisation = session_.SavedContactOrganisation,
+             .FolderId = *folder});
+}
+
+void ItemCommands::NewGroup(const CurrentNode& node) {
+  const auto folder = FolderFor(node);
+  if (!folder || !editors_.NewGroup(*folder) || !IsStillOpen()) return;
+  folders_.AddGroup(session_.GroupId, session_.GroupName, *folder);
+  // Groups are listed in their folder, and not in another group.
+  if (NodeKey::KindOf(node.Key) != NodeKey::SharedGroup) window_.LoadContacts();
+}
+
+void ItemCommands::NewFolder() {
+  Run(Context::kNewFolder, [&] {
+    if (editors_.NewFolder() && IsStillOpen()) RebuildTree();
+  });
+}
+
+// Properties.
+
+void ItemCommands::Properties() {
+  Run(Context::kProperties, [&] {
+    if (window_.tvwContacts.HasFocus()) {
+      NodeProperties(folders_.Current());
+    } else if (window_.vsfContacts.Row() > 0 && ContactGridLayout::HasRows(window_.vsfContacts)) {
+      RowProperties();
+    }
+  });
+}
+
+void ItemCommands::NodeProperties(const CurrentNode& node) {
+  const StringView kind = NodeKey::KindOf(node.Key);
+  const bool isFolder = kind == NodeKey::SharedFolder || kind == NodeKey::RemoteFolder;
+  if (!isFolder && kind != NodeKey::SharedGroup) return;
+  if (!window_.tvwContacts.Find(node.Key)) return Say(kNodeIsGone);
+  if (!isFolder) return GroupProperties(node.Key);
+  editors_.EditFolder(String(NodeKey::IdOf(node.Key)), kind == NodeKey::RemoteFolder
+                                                           ? TypeOfFolder::SharedRemoteFolder
+                                                           : TypeOfFolder::SharedFolder);
+  if (IsStillOpen()) RebuildTree();
+}
+
+void ItemCommands::GroupProperties(const String& key) {
+  controls::TreeView& tree = window_.tvwContacts;
+  const String id(NodeKey::IdOf(key));
+  editors_.EditGroup(id, tree.Find(key)->Text);
+  if (!IsStillOpen()) return;
+  const auto name = statements_.GroupName(id);
+  controls::TreeNode* node = tree.Find(key);
+  if (name && node) tree.SetText(*node, *name);
+  tree.Refresh();
+  window_.LoadContacts();
+}
+
+void ItemCommands::RowProperties() {
+  const controls::FlexGrid& grid = window_.vsfContacts;
+  const auto cell = [&](StringView key) { return grid.Text(grid.Row(), grid.ColIndex(key)); };
+  const String type = cell(ContactGridLayout::kType);
+  const String id = cell(ContactGridLayout::kId);
+  if (type == u"3") {
+    return Say(
+        u"This is a Shared Remote Contact. The detail of this contact can be edited from TALVERO "
+        u"only.");
+  }
+  if (type == u"1") {
+    editors_.EditContact(id, cell(ContactGridLayout::kFolderId));
+  } else if (type == u"2") {
+    const bool saved = editors_.EditGroup(id, cell(ContactGridLayout::kName));
+    controls::TreeNode* node = window_.tvwContacts.Find(String(NodeKey::SharedGroup) + id);
+    if (saved && node && IsStillOpen()) window_.tvwContacts.SetText(*node, session_.GroupName);
+  } else {
+    return;
+  }
+  if (IsStillOpen()) window_.LoadContacts();
+}
+
+void ItemCommands::RebuildTree() {
+  const String before = folders_.Current().Key;
+  window_.LoadTreeView();
+  // At the server the root becomes current, and the grid shows what is.
+  if (folders_.Current().Key != before) window_.LoadContacts();
+}
+
+// Deletion.
+
+void ItemCommands::Delete() {
+  Run(Context::kDelete, [&] {
+    const CurrentNode node = folders_.Current();
+    const bool treeIsActive = window_.tvwContacts.HasFocus();
+    const bool isRoot = node.Key == NodeKey::Shared;
+    if ((isRoot || node.Key == NodeKey::Main) && treeIsActive) {
+      return Say(u"The item cannot be deleted.");
+    }
+    if (isRoot && session_.IsAdmin == 0) return;
+    if (treeIsActive) {
+      DeleteNode(node);
+    } else {
+      DeleteRows(node);
+    }
+  });
+}
+
+bool ItemCommands::Confirm(StringView question, std::int32_t buttons, std::int16_t wanted) {
+  const std::int16_t answer = session_.ShowMessage(
+      question, buttons | MessageStyle::Question | MessageStyle::DefaultButton2);
+  // What was confirmed is what stood there when the question was asked.
+  return answer == wanted && IsStillOpen();
+}
+
+bool ItemCommands::ConfirmDeletion() {
+  return Confirm(u"Are you sure you want to delete the selected item(s)?", MessageStyle::YesNo,
+                 MessageAnswer::Yes);
+}
+
+void ItemCommands::DeleteNode(const CurrentNode& node) {
+  if (node.Key.empty()) return;
+  const controls::TreeNode* found = window_.tvwContacts.Find(node.Key);
+  if (!found) return Say(kNodeIsGone);
+  if (!found->Children.empty()) {
+    session_.ShowMessage(
+        u"Selected folder contains group(s) under it. Remove all group(s) first to delete selected "
+        u"folder.",
+        MessageStyle::Critical);
+    return;
+  }
+  if (ConfirmDeletion() && DeleteItemOf(node)) RemoveNode(node.Key);
+}
+
+bool ItemCommands::DeleteItemOf(const CurrentNode& node) {
+  const StringView kind = NodeKey::KindOf(node.Key);
+  const StringView id = NodeKey::IdOf(node.Key);
+  const auto confirmWhole = [&](StringView question) {
+    return Confirm(question, MessageStyle::OkCancel, MessageAnswer::Ok);
+  };
+  if (kind == NodeKey::SharedGroup) {
+    statements_.DeleteGroup(id);
+    return true;
+  }
+  if (kind == NodeKey::SharedFolder) {
+    if (!confirmWhole(
+            u"Are you sure you want to completely delete the  selected folder and all its "
+            u"contents ?")) {
+      return false;
+    }
+    statements_.DeleteSharedFolder(id);
+    return true;
+  }
+  if (kind == NodeKey::RemoteFolder) {
+    if (!confirmWhole(u"Are you sure you want to completely delete the selected Shared Remote "
+                      u"folder ?")) {
+      return false;
+    }
+    statements_.DeleteRemoteFolder(id);
+    return true;
+  }
+  return false;
+}
+
+void ItemCommands::RemoveNode(const String& key) {
+  controls::TreeView& tree = window_.tvwContacts;
+  if (controls::TreeNode* node = tree.Find(key)) tree.Remove(*node);
+  tree.Refresh();
+  if (controls::TreeNode* next = tree.SelectedNode()) tree.UserClicks(*next);
+  // No button of the mouse belongs to this click: it leads to no menu.
+  folders_.TakeClick();
+}
+
+void ItemCommands::DeleteRows(const CurrentNode& node) {
+  const controls::FlexGrid& grid = window_.vsfContacts;
+  if (grid.Row() == 0 || !ContactGridLayout::HasRows(grid) || grid.Selection().Count() == 0) {
+    return Say(u"No item(s) selected for deletion.");
+  }
+  const StringView kind = NodeKey::KindOf(node.Key);
+  if (node.Key != NodeKey::Shared && kind != NodeKey::SharedFolder &&
+      kind != NodeKey::SharedGroup) {
+    return;
+  }
+  // Rows may still come while the question is open: only those that were selected before are meant.
+  std::vector<RowDeletion::Item> items;
+  const int id = grid.ColIndex(ContactGridLayout::kId);
+  const int type = grid.ColIndex(ContactGridLayout::kType);
+  for (const int row : grid.SelectedRows())
+    items.push_back({grid.Text(row, id), grid.Text(row, type)});
+  if (!ConfirmDeletion()) return;
+  deletion_ = std::make_shared<RowDeletion>(session_, Context::kDelete, std::move(items));
+  deletion_->Progress = [this, all = deletion_->Count()](std::size_t done) {
+    window_.StatusBar1.SetPanelText(
+        kTextPanel, u"Deleting item(s): " + ToDecimal(static_cast<std::int64_t>(done)) + u" of " +
+                        ToDecimal(static_cast<std::int64_t>(all)));
+  };
+  deletion_->Done = [this] { FinishDeletion(); };
+  deletion_->Run();
+}
+
+void ItemCommands::FinishDeletion() {
+  const auto deletion = std::exchange(deletion_, nullptr);
+  if (deletion->HasDeletedGroup() || folders_.Source() != session_.SessionConnectionString) {
+    window_.LoadTreeView();
+  }
+  window_.LoadContacts();
+}
+
+void ItemCommands::Stop() {
+  if (!deletion_) return;
+  deletion_->Stop();
+  deletion_.reset();
+}
+
+}  // namespace ktrv::forms

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "component/Session.h"
+
+namespace ktrv::forms {
+
+/// Opens the editors of the address book's items modally and hands each what it reads from the
+/// session. All throw Error.
+class ItemEditors {
+ public:
+  explicit ItemEditors(Session& session) : session_(session) {}
+
+  /// \param folderId decimal id of the new contact's folder. \return whether one was saved, which
+  /// the session's six SavedContact… fields then describe
+  bool NewContact(StringView folderId);
+  void EditContact(const String& contactId, StringView folderId);
+
+  /// \return whether one was saved, of Session::GroupId and GroupName
+  bool NewGroup(const String& folderId);
+  /// \return whether it was saved, under Session::GroupName
+  bool EditGroup(const String& groupId, const String& name);
+
+  /// \return whether one was saved
+  bool NewFolder();
+  void EditFolder(const String& folderId, TypeOfFolder type);
+
+ private:
+  void WorkOnShared();
+
+  Session& session_;
+};
+
+}  // namespace ktrv::forms

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "component/Session.h"
+
+namespace ktrv::forms {
+
+/// Writes the address book window's own changes, one statement at a time and without a transaction:
+/// when one fails, those before it stay done. Each opens the session's connection when it is not
+/// open. All throw Error, and never send an id that is not decimal digits.
+class ItemStatements {
+ public:
+  explicit ItemStatements(Session& session) : session_(session) {}
+
+  void InsertMember(StringView groupId, StringView contactId);
+  /// With its memberships. Its members stay.
+  void DeleteGroup(StringView groupId);
+  /// With the contacts in it, whose memberships stay.
+  void DeleteSharedFolder(StringView folderId);
+  /// The mapping only.
+  void DeleteRemoteFolder(StringView folderId);
+  /// With its memberships in all groups.
+  void DeleteContact(StringView contactId);
+
+  /// Name of the group; nothing when it is gone.
+  std::optional<String> GroupName(StringView groupId);
+
+ private:
+  void Execute(const String& statement);
+
+  Session& session_;
+};
+
+}  // namespace ktrv::forms

@@ -1,0 +1,54 @@
+#include "forms/addressbook/RowDeletion.h"
+
+#include <chrono>
+#include <utility>
+
+namespace ktrv::forms {
+
+RowDeletion::RowDeletion(Session& session, StringView context, std::vector<Item> items)
+    : session_(session),
+      context_(context),
+      database_(session.SessionConnectionString),
+      statements_(session),
+      items_(std::move(items)) {}
+
+void RowDeletion::Run() {
+  if (stopped_) return;
+  const auto self = shared_from_this();  // its owner may forget it while a message is shown
+  const bool goesOn = session_.Trap(context_, false, [&] { return WorkForAMoment(); });
+  if (stopped_) return;
+  if (!goesOn) {
+    if (Done) Done();
+    return;
+  }
+  if (Progress) Progress(next_);
+  session_.Screen.Post([waiting = weak_from_this()] {
+    if (const auto deletion = waiting.lock()) deletion->Run();
+  });
+}
+
+bool RowDeletion::WorkForAMoment() {
+  constexpr auto kMoment = std::chrono::milliseconds(30);
+  const auto end = std::chrono::steady_clock::now() + kMoment;
+  while (next_ < items_.size()) {
+    if (stopped_ || session_.SessionConnectionString != database_) return false;
+    Delete(items_[next_++]);
+    if (std::chrono::steady_clock::now() >= end) break;
+  }
+  return next_ < items_.size();
+}
+
+void RowDeletion::Delete(const Item& item) {
+  if (item.Type == u"1") {
+    statements_.DeleteContact(item.Id);
+  } else if (item.Type == u"2") {
+    hasDeletedGroup_ = true;
+    statements_.DeleteGroup(item.Id);
+  } else if (item.Type == u"3") {
+    session_.ShowMessage(
+        u"This is a Shared Remote Contact. This contact can be deleted from TALVERO only.",
+        MessageStyle::Exclamation);
+  }
+}
+
+}  // namespace ktrv::forms
