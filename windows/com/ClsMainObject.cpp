@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "windows/com/Bstr.h"
-#include "windows/com/ThreadSession.h"
 
 namespace ktrv::windows {
 namespace {
@@ -17,7 +16,8 @@ std::int32_t ValueOf(const ::TypeOfGroup* type) {
 
 ClsMainObject::ClsMainObject()
     : DualObject(__uuidof(::clsMain)),
-      main_(ThreadSession::Current().TheSession(), ThreadSession::Current().TheDialogs()) {}
+      thread_(ThreadSession::Current()),
+      main_(thread_->TheSession(), thread_->TheDialogs()) {}
 
 STDMETHODIMP ClsMainObject::get_LogFile(BSTR* path) noexcept {
   return Give(path, [&] { return NewBstr(main_.LogFile()); });

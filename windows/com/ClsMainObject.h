@@ -1,16 +1,19 @@
 #pragma once
 
+#include <memory>
+
 #include "KTRVAddressBook_h.h"
 #include "component/clsMain.h"
 #include "windows/com/DualObject.h"
 #include "windows/com/TextCollectionObject.h"
+#include "windows/com/ThreadSession.h"
 
 namespace ktrv::windows {
 
 /// clsMain as hosts see it: each member hands over to the one of the same name.
 class ClsMainObject final : public DualObject<_clsMain> {
  public:
-  /// Works on the session of the calling thread.
+  /// Works on the session of the calling thread, which lives as long as the object.
   ClsMainObject();
 
   STDMETHODIMP get_LogFile(BSTR* path) noexcept override;
@@ -48,6 +51,7 @@ class ClsMainObject final : public DualObject<_clsMain> {
   static _TextCollection* Share(ComPtr<TextCollectionObject>& object,
                                 std::shared_ptr<TextCollection> texts);
 
+  std::shared_ptr<ThreadSession> thread_;
   clsMain main_;
   ComPtr<TextCollectionObject> recipients_;
   ComPtr<TextCollectionObject> mobileNos_;

@@ -26,9 +26,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID wanted, void** object) {
 }
 
 STDAPI DllCanUnloadNow() {
-  bool mayUnload = false;
-  Guarded(GUID_NULL, [&] { mayUnload = Server::MayUnload(); });
-  return mayUnload ? S_OK : S_FALSE;
+  return Server::MayUnload() ? S_OK : S_FALSE;
 }
 
 STDAPI DllRegisterServer() {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "windows/controls/Entry.h"
 
 namespace ktrv::windows {
 
@@ -21,6 +22,7 @@ HRESULT ReportCurrentFailure(const IID& interfaceId) noexcept;
 /// nothing gets into the host.
 template <class Body>
 HRESULT Guarded(const IID& interfaceId, Body&& body) noexcept {
+  const Entry entry;
   SetErrorInfo(0, nullptr);  // a stale one would be taken for this call's
   try {
     std::forward<Body>(body)();

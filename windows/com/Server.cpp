@@ -4,6 +4,7 @@
 
 #include "database/BackgroundFetch.h"
 #include "windows/com/ThreadSession.h"
+#include "windows/controls/Entry.h"
 
 namespace ktrv::windows {
 namespace {
@@ -14,8 +15,10 @@ std::atomic<long> locks = 0;
 
 namespace Server {
 
-bool MayUnload() {
-  if (ServerLock::Count() != 0 || database::BackgroundFetch::Running() != 0) return false;
+bool MayUnload() noexcept {
+  if (Entry::IsInside() || ServerLock::Count() != 0 || database::BackgroundFetch::Running() != 0) {
+    return false;
+  }
   ThreadSession::EndCurrent();
   return ThreadSession::Count() == 0;
 }

@@ -6,7 +6,7 @@ namespace Server {
 
 /// Whether nothing is left that runs this code: no object, no lock of a host, no window, no
 /// fetch. Ends the calling thread's session when that is all that is left.
-bool MayUnload();
+bool MayUnload() noexcept;
 
 }  // namespace Server
 

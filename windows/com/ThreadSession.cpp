@@ -2,10 +2,12 @@
 
 #include <atomic>
 #include <memory>
+#include <utility>
 
 #include "database/BackgroundFetch.h"
 #include "windows/com/ApartmentWatch.h"
 #include "windows/com/Drivers.h"
+#include "windows/controls/Entry.h"
 #include "windows/system/ModulePath.h"
 
 namespace ktrv::windows {
@@ -22,10 +24,16 @@ database::Environment MakeEnvironment(const Win32Screen& screen) {
           screen.Poster()};
 }
 
-ThreadSession*& OfThisThread() {
+using Owner = std::shared_ptr<ThreadSession>;
+
+Owner*& OfThisThread() {
   // A plain pointer: an object would be destroyed while the loader holds its lock.
-  thread_local ThreadSession* session = nullptr;
+  thread_local Owner* session = nullptr;
   return session;
+}
+
+void Drop(void* owner) noexcept {
+  delete static_cast<Owner*>(owner);
 }
 
 }  // namespace
@@ -43,18 +51,24 @@ ThreadSession::~ThreadSession() {
   --sessions;
 }
 
-ThreadSession& ThreadSession::Current() {
-  ThreadSession*& session = OfThisThread();
-  if (!session) session = new ThreadSession;
+std::shared_ptr<ThreadSession> ThreadSession::Current() {
+  Owner*& session = OfThisThread();
+  if (!session) session = new Owner(new ThreadSession);
   return *session;
 }
 
 void ThreadSession::EndCurrent() noexcept {
-  const std::unique_ptr<ThreadSession, void (*)(ThreadSession*)> ended(
-      std::exchange(OfThisThread(), nullptr), [](ThreadSession* session) { delete session; });
-  // COM does not ask before it unloads the DLL of the last apartment. A fetch that its database
-  // holds up still runs this code, so the code has to stay.
-  if (database::BackgroundFetch::Running() != 0) KeepModuleLoaded();
+  std::unique_ptr<Owner> owner(std::exchange(OfThisThread(), nullptr));
+  if (!owner) return;
+  const std::weak_ptr<ThreadSession> session(*owner);
+  (*owner)->dialogs_.UnloadAll();
+  // Inside a call the session is still in use; one that cannot wait is left behind.
+  if (Entry::IsInside()) Entry::WhenLeft(&Drop, owner.release());
+  owner.reset();
+  // COM does not ask before it unloads the DLL of the last apartment. The code has to stay for
+  // objects that the host releases late, for the call that is under way, and for a fetch that its
+  // database holds up.
+  if (!session.expired() || database::BackgroundFetch::Running() != 0) KeepModuleLoaded();
 }
 
 long ThreadSession::Count() {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <objidl.h>
 
 #include "component/Dialogs.h"
@@ -18,12 +19,14 @@ namespace ktrv::windows {
 class ThreadSession {
  public:
   /// The calling thread's, made when it is first asked for. \throws Error
-  static ThreadSession& Current();
-  /// Ends the calling thread's, if there is one.
+  static std::shared_ptr<ThreadSession> Current();
+  /// Ends the calling thread's, if there is one: its windows close, and it goes with the last
+  /// object that a host did not release in time, or with the call during which the host ended COM.
   static void EndCurrent() noexcept;
   /// How many threads have one.
   static long Count();
 
+  ~ThreadSession();
   ThreadSession(const ThreadSession&) = delete;
   ThreadSession& operator=(const ThreadSession&) = delete;
 
@@ -32,7 +35,6 @@ class ThreadSession {
 
  private:
   ThreadSession();
-  ~ThreadSession();
 
   Win32OperatingSystem system_;
   Win32Screen screen_;

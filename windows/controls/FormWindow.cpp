@@ -2,8 +2,6 @@
 
 #include <windowsx.h>
 
-#include <algorithm>
-
 #include "common/Error.h"
 #include "controls/Color.h"
 #include "controls/Control.h"
@@ -21,22 +19,13 @@ namespace {
 constexpr wchar_t kClassName[] = L"KTRVAddressBookForm";
 constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
 
-DWORD StyleOf(const controls::Form& form) {
-  const DWORD resizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-  return WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | (form.Layout().Resizable ? resizable : 0U);
-}
-
-DWORD ExStyleOf(const controls::Form& form) {
-  return WS_EX_CONTROLPARENT | (form.Layout().Resizable ? 0U : WS_EX_DLGMODALFRAME);
-}
-
 }  // namespace
 
 FormWindow::FormWindow(controls::Form& form) : form_(form) {
   VisualStyle style;
-  handle_ = CreateWindowExW(ExStyleOf(form), WindowClass(), ToWide(form.Caption()).c_str(),
-                            StyleOf(form), CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, nullptr, nullptr,
-                            ThisModule(), nullptr);
+  handle_ = CreateWindowExW(ExStyle(), WindowClass(), ToWide(form.Caption()).c_str(), Style(),
+                            CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, nullptr, nullptr, ThisModule(),
+                            nullptr);
   if (!handle_)
     throw Error(ErrorNumber::OutOfMemory, u"Can't create a window.", {}, GetLastError());
   SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -93,12 +82,6 @@ void FormWindow::Realised() {
   for (ControlWindow* window : windows_) window->OnFormResized();
 }
 
-SIZE FormWindow::InnerSize() const {
-  RECT inner{};
-  GetClientRect(handle_, &inner);
-  return {inner.right, inner.bottom};
-}
-
 void FormWindow::Add(ControlWindow& window) {
   windows_.push_back(&window);
 }
@@ -126,13 +109,6 @@ std::optional<LRESULT> FormWindow::Reflect(UINT message, WPARAM wParam, LPARAM l
 
 void FormWindow::CaptionChanged() {
   SetWindowTextW(handle_, ToWide(form_.Caption()).c_str());
-}
-
-void FormWindow::SizeChanged() {
-  const SIZE inner{scale_.ToPixels(form_.ScaleWidth()), scale_.ToPixels(form_.ScaleHeight())};
-  const SIZE outer = scale_.Outer(inner, StyleOf(form_), ExStyleOf(form_));
-  SetWindowPos(handle_, nullptr, 0, 0, outer.cx, outer.cy,
-               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FormWindow::PointerChanged() {
@@ -257,68 +233,12 @@ bool FormWindow::SetPointerShape(LPARAM lParam) const {
   return true;
 }
 
-void FormWindow::LimitSize(MINMAXINFO& limits) const {
-  const auto& layout = form_.Layout();
-  const SIZE inner{scale_.ToPixels(layout.MinimumWidth), scale_.ToPixels(layout.MinimumHeight)};
-  const SIZE outer = scale_.Outer(inner, StyleOf(form_), ExStyleOf(form_));
-  if (inner.cx > 0) limits.ptMinTrackSize.x = outer.cx;
-  if (inner.cy > 0) limits.ptMinTrackSize.y = outer.cy;
-}
-
-void FormWindow::OnSize(WPARAM kind) {
-  if (kind == SIZE_MINIMIZED) return;
-  for (ControlWindow* window : windows_) window->OnFormResized();
-  const SIZE inner = InnerSize();
-  // The form's own size in whole pixels is no change of it.
-  if (inner.cx == scale_.ToPixels(form_.ScaleWidth()) &&
-      inner.cy == scale_.ToPixels(form_.ScaleHeight())) {
-    return;
-  }
-  form_.UserResizes(scale_.ToTwips(inner.cx), scale_.ToTwips(inner.cy));
-}
-
-void FormWindow::OnScaleChanged(int dpi, const RECT& place) {
-  scale_ = Scale(dpi);
-  UniqueFont former = std::exchange(font_, MessageFont(scale_));
-  RenewIcons();
-  for (ControlWindow* window : windows_) window->ApplyScale();
-  SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  for (ControlWindow* window : windows_) window->OnFormResized();
-  RedrawWindow(handle_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-}
-
 void FormWindow::OnDestroyed() {
   // Not by us: its owner or the host took the window away, and the form has to know.
   SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
   handle_ = nullptr;
   disabling_.reset();
   form_.UserCloses();
-}
-
-void FormWindow::CenterOnMonitor() {
-  HWND active = GetActiveWindow();
-  HMONITOR monitor = MonitorFromWindow(active ? active : handle_, MONITOR_DEFAULTTOPRIMARY);
-  MONITORINFO info{};
-  info.cbSize = sizeof info;
-  if (!GetMonitorInfoW(monitor, &info)) return;
-  const RECT& work = info.rcWork;
-  RECT window{};
-  GetWindowRect(handle_, &window);
-  const LONG width = std::min(window.right - window.left, work.right - work.left);
-  const LONG height = std::min(window.bottom - window.top, work.bottom - work.top);
-  SetWindowPos(handle_, nullptr, work.left + (work.right - work.left - width) / 2,
-               work.top + (work.bottom - work.top - height) / 2, width, height,
-               SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void FormWindow::RenewIcons() {
-  const UniqueIcon small =
-      std::exchange(smallIcon_, DrawIcon(controls::Image::SharedContacts, scale_.Units(16)));
-  const UniqueIcon large =
-      std::exchange(largeIcon_, DrawIcon(controls::Image::SharedContacts, scale_.Units(32)));
-  SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
-  SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon_.Get()));
 }
 
 }  // namespace ktrv::windows

@@ -70,6 +70,8 @@ class FormWindow final : public controls::FormPeer {
   void PressButtonOf(WORD command);
   static std::optional<LRESULT> BackgroundOf(HWND control, HDC target);
   bool SetPointerShape(LPARAM lParam) const;
+  DWORD Style() const;
+  DWORD ExStyle() const;
   void LimitSize(MINMAXINFO& limits) const;
   void OnSize(WPARAM kind);
   void OnScaleChanged(int dpi, const RECT& place);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "windows/controls/Entry.h"
+
 namespace ktrv::windows {
 
 /// Runs what the operating system called. Nothing may be thrown into its code, and the program
@@ -9,6 +11,7 @@ namespace ktrv::windows {
 /// the forms have logged their failures before they come here.
 template <class Result, class Body>
 Result Guard(Result failure, Body&& body) noexcept {
+  const Entry entry;
   try {
     return std::forward<Body>(body)();
   } catch (...) {

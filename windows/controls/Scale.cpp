@@ -1,5 +1,7 @@
 #include "windows/controls/Scale.h"
 
+#include <cstdlib>
+
 namespace ktrv::windows {
 
 namespace {
@@ -18,13 +20,25 @@ int SystemDpi() {
   return dpi;
 }
 
+/// At the system's resolution.
+LOGFONTW SystemMessageFont() {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+  return metrics.lfMessageFont;
+}
+
 }  // namespace
+
+Scale Scale::At(int dpi) {
+  return Scale(dpi, MulDiv(std::abs(SystemMessageFont().lfHeight), 96, SystemDpi()));
+}
 
 Scale Scale::Of(HWND window) {
   if (auto* dpiForWindow = User32<UINT WINAPI(HWND)>("GetDpiForWindow")) {
-    if (const UINT dpi = dpiForWindow(window)) return Scale(static_cast<int>(dpi));
+    if (const UINT dpi = dpiForWindow(window)) return At(static_cast<int>(dpi));
   }
-  return Scale(SystemDpi());
+  return At(SystemDpi());
 }
 
 RECT Scale::ToPixels(const controls::Rectangle& bounds) const {
@@ -49,11 +63,8 @@ SIZE Scale::Outer(SIZE inner, DWORD style, DWORD exStyle) const {
 }
 
 UniqueFont MessageFont(Scale scale) {
-  NONCLIENTMETRICSW metrics{};
-  metrics.cbSize = sizeof metrics;
-  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-  // The metrics are the system's; a monitor of its own resolution scales them.
-  LOGFONTW font = metrics.lfMessageFont;
+  // A monitor of its own resolution scales the system's.
+  LOGFONTW font = SystemMessageFont();
   font.lfHeight = MulDiv(font.lfHeight, scale.Dpi(), SystemDpi());
   return UniqueFont(CreateFontIndirectW(&font));
 }

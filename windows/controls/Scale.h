@@ -7,17 +7,25 @@
 
 namespace ktrv::windows {
 
-/// Lengths at one resolution.
+/// Lengths at one resolution and one size of text.
 class Scale {
  public:
-  explicit Scale(int dpi = 96) : dpi_(dpi) {}
-  /// The resolution of the monitor that shows the window.
+  /// Height of the text that forms are designed for, in pixels at 96 an inch.
+  static constexpr int kUsualText = 12;
+
+  /// \param text the height of the system's own text, in pixels at 96 an inch. Forms grow with
+  /// larger text, so that it is not cut; they do not shrink with smaller.
+  explicit Scale(int dpi = 96, int text = kUsualText)
+      : dpi_(dpi), text_(text > kUsualText ? text : kUsualText) {}
+  /// For the system's message font at this resolution.
+  static Scale At(int dpi);
+  /// The same at the resolution of the monitor that shows the window.
   static Scale Of(HWND window);
 
   int Dpi() const { return dpi_; }
   /// Pixels of a length in twips, rounded to the nearest.
-  int ToPixels(int twips) const { return MulDiv(twips, dpi_, 1440); }
-  int ToTwips(int pixels) const { return MulDiv(pixels, 1440, dpi_); }
+  int ToPixels(int twips) const { return MulDiv(twips, dpi_ * text_, 1440 * kUsualText); }
+  int ToTwips(int pixels) const { return MulDiv(pixels, 1440 * kUsualText, dpi_ * text_); }
   /// Pixels of a length that is `units` pixels at 96 an inch.
   int Units(int units) const { return MulDiv(units, dpi_, 96); }
   /// The edges are scaled, not the lengths, so that neighbours keep touching.
@@ -28,6 +36,7 @@ class Scale {
 
  private:
   int dpi_;
+  int text_;
 };
 
 /// The font of the system's own messages at this resolution.

@@ -1,7 +1,7 @@
 #include <windows.h>
 #include <ocidl.h>
 
-#include "tests/wine/com/Component.h"
+#include "tests/wine/component/Component.h"
 
 namespace ktrv::tests {
 namespace {

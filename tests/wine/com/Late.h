@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "tests/wine/com/Component.h"
+#include "tests/wine/component/Component.h"
 
 namespace ktrv::tests {
 

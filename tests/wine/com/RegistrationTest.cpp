@@ -1,6 +1,6 @@
 #include <set>
 
-#include "tests/wine/com/Component.h"
+#include "tests/wine/component/Component.h"
 
 namespace ktrv::tests {
 namespace {

@@ -2,32 +2,11 @@
 #include <gmock/gmock.h>
 #include <thread>
 
-#include "tests/wine/com/Component.h"
+#include "tests/wine/component/Component.h"
+#include "tests/wine/component/MessageBox.h"
 
 namespace ktrv::tests {
 namespace {
-
-constexpr wchar_t kTitle[] = L"TALVERO Notification Server";
-
-/// Presses OK in the next message box of this process and gives its text.
-std::future<std::wstring> AnswerNextBox() {
-  return std::async(std::launch::async, [] {
-    const ULONGLONG end = GetTickCount64() + 20000;
-    while (GetTickCount64() < end) {
-      const HWND box = FindWindowW(nullptr, kTitle);
-      DWORD process = 0;
-      GetWindowThreadProcessId(box, &process);
-      if (box && process == GetCurrentProcessId() && IsWindowVisible(box)) {
-        wchar_t text[256] = L"";
-        GetDlgItemTextW(box, 0xFFFF, text, 256);
-        PostMessageW(box, WM_COMMAND, IDOK, 0);
-        return std::wstring(text);
-      }
-      Sleep(10);
-    }
-    return std::wstring(L"(no box)");
-  });
-}
 
 class SessionOfAThread : public Component {
  protected:
@@ -67,7 +46,7 @@ TEST_F(SessionOfAThread, EveryOperationIsRefusedInItsOwnWordsBeforeInit) {
   Bstr text(L"1");
   ::TypeOfGroup group = ::SharedGroup;
   const auto refused = [&](auto&& call) {
-    std::future<std::wstring> shown = AnswerNextBox();
+    std::future<std::wstring> shown = AnswerBoxAfter(0);
     long result = -1;
     EXPECT_EQ(call(&result), S_OK);
     EXPECT_EQ(result, 0);

@@ -1,7 +1,7 @@
 #include <map>
 #include <vector>
 
-#include "tests/wine/com/Component.h"
+#include "tests/wine/component/Component.h"
 
 namespace ktrv::tests {
 namespace {

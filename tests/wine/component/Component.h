@@ -46,6 +46,9 @@ class Component : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
+  /// The DLL stays in memory though the test frees it, and nothing is left nonetheless.
+  bool Stays = false;
+
   HRESULT GetClassObject(const CLSID& classId, const IID& wanted, void** object) const;
   HRESULT CanUnloadNow() const;
   ComPtr<IClassFactory> Factory() const;
