@@ -52,11 +52,11 @@ function(ktrv_module name)
   target_link_libraries(${name} PUBLIC ktrv_options ${arg_DEPENDS})
 endfunction()
 
-# ktrv_test(NAME [DEPENDS lib...] [LABELS label...]): a GoogleTest program of all sources of the
-# current folder. Natively each case is a test of its own, found when the tests run. For Windows the
+# ktrv_test(NAME [DEPENDS lib...] [LABELS label...] [ON_SERVERS filter]): a GoogleTest program of
+# all sources of the current folder. The cases that the filter names run on each database server too. Natively each case is a test of its own, found when the tests run. For Windows the
 # program is one test, because a program's start there costs more than most cases.
 function(ktrv_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ON_SERVERS" "DEPENDS;LABELS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
     return()
@@ -76,4 +76,26 @@ function(ktrv_test name)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
       PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 120)
   endif()
+  if(arg_ON_SERVERS)
+    ktrv_test_on_servers(${name} "${arg_ON_SERVERS}" "${arg_LABELS}")
+  endif()
+endfunction()
+
+function(ktrv_test_on_servers name filter labels)
+  if(KTRV_SANITIZE STREQUAL "thread")
+    return()  # what has threads there is the contract's
+  endif()
+  foreach(engine mariadb postgresql)
+    if(WIN32)
+      add_test(NAME ${name}.${engine}
+        COMMAND "${PROJECT_SOURCE_DIR}/tools/with-servers" "${CMAKE_BINARY_DIR}/servers"
+          ${CMAKE_CROSSCOMPILING_EMULATOR} "$<TARGET_FILE:${name}>" "--gtest_filter=${filter}")
+      set_tests_properties(${name}.${engine} PROPERTIES LABELS "${labels}" TIMEOUT 300
+        ENVIRONMENT KTRV_TEST_ENGINE=${engine})
+    else()
+      gtest_discover_tests(${name} TEST_SUFFIX .${engine} TEST_FILTER "${filter}"
+        DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
+        PROPERTIES LABELS "${labels}" TIMEOUT 120 ENVIRONMENT KTRV_TEST_ENGINE=${engine})
+    endif()
+  endforeach()
 endfunction()

@@ -6,9 +6,9 @@ INSERT INTO SMS_USERS (ID, NAME, ADMIN, DISABLED, DELETED) VALUES
   (3, 'On leave', 0, 1, 0),
   (4, 'Left the company', 1, 0, 1);
 
-INSERT INTO "ZUL$CONTACTS_CATEGORY" (CATEGORY) VALUES ('Customers'), ('Dealers'), ('Suppliers');
+INSERT INTO ZUL$CONTACTS_CATEGORY (CATEGORY) VALUES ('Customers'), ('Dealers'), ('Suppliers');
 
-INSERT INTO "ZUL$CONTACTS" (CODE, NAME, MOBILENO, EMAIL, CATEGORY) VALUES
+INSERT INTO ZUL$CONTACTS (CODE, NAME, MOBILENO, EMAIL, CATEGORY) VALUES
   ('C0001', 'Harbour Lights Hotel', '919820011223', 'desk@harbourlights.example', 'Customers'),
   ('C0002', 'Lindqvist & Söner', '46701740605', 'order@lindqvist.example', 'Customers'),
   ('C0003', 'Sharma Textiles', '919811004455', 'sales@sharmatextiles.example', 'Customers'),

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "database/SqlTokenizer.h"
+#include "database/odbc/UnionColumns.h"
 
 namespace ktrv::database::odbc {
 namespace {
@@ -215,9 +216,9 @@ class Rewriter {
       return u"COALESCE(" + Joined(arguments, u",") + u")";
     }
     if (isCalled(u"TO_CHAR") && arguments.size() == 1) {
-      const StringView type = engine_ == Engine::MySql        ? u"CHAR"
-                              : engine_ == Engine::PostgreSql ? u"VARCHAR"
-                                                              : u"TEXT";
+      // Unlike a cast, this leaves MySQL free to unite the text with any column's collation.
+      if (engine_ == Engine::MySql) return u"CONCAT(" + arguments[0] + u")";
+      const StringView type = engine_ == Engine::PostgreSql ? u"VARCHAR" : u"TEXT";
       return u"CAST(" + arguments[0] + u" AS " + String(type) + u")";
     }
     return String(name).append(gap) + u"(" + Joined(arguments, u",") + u")";
@@ -237,7 +238,8 @@ String RewriteForEngine(StringView sql, Engine engine) {
   if (!rewritten) return String(sql);
   Rewriter rewriter(sql, engine);
   String text = rewriter.WholeText();
-  return rewriter.LeftOpen() ? String(sql) : text;
+  if (rewriter.LeftOpen()) return String(sql);
+  return engine == Engine::PostgreSql ? WithOrderOfUnion(UniteUnlikeColumns(text)) : text;
 }
 
 }  // namespace ktrv::database::odbc

@@ -10,6 +10,7 @@ namespace ktrv::database::odbc {
 ///   TO_CHAR(x)                x as text
 ///   a + b                     the texts joined; null when one of them is null (SQL Server's sense)
 ///   a || b                    the texts joined; null counts as empty (Oracle's sense)
+/// On PostgreSQL columns that are united are also made alike and put in order (UnionColumns.h).
 /// Everything else, and every text for SQL Server, Oracle or an unknown engine, stays to the
 /// letter. A "+" next to a number stays a sum.
 String RewriteForEngine(StringView sql, Engine engine);

@@ -32,7 +32,7 @@ constexpr Case kRewritten[] = {
      u"SELECT COALESCE(A,'') FROM T", u"SELECT COALESCE(A,'') FROM T"},
     {u"SELECT nvl ( A , '' )", u"SELECT COALESCE( A , '' )", u"SELECT COALESCE( A , '' )",
      u"SELECT COALESCE( A , '' )"},
-    {u"TO_CHAR(ID)", u"CAST(ID AS TEXT)", u"CAST(ID AS CHAR)", u"CAST(ID AS VARCHAR)"},
+    {u"TO_CHAR(ID)", u"CAST(ID AS TEXT)", u"CONCAT(ID)", u"CAST(ID AS VARCHAR)"},
     {u"A + ' ' + B", u"A || ' ' || B", u"CONCAT(A, ' ', B)", u"A || ' ' || B"},
     {u"A || ' ' || B", u"COALESCE(A, '') || ' ' || COALESCE(B, '')", u"CONCAT_WS('', A, ' ', B)",
      u"CONCAT(A, ' ', B)"},

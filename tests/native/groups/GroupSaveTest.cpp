@@ -199,12 +199,12 @@ TEST_F(GroupSaveTest, GroupOfAnUnknownDialectCannotLoseItsMembers) {
   EXPECT_TRUE(Written().empty());
 }
 
-struct SavesOnSqlite : tests::GroupsOnSqlite {};
+struct SavesOnDatabase : tests::GroupsOnDatabase {};
 
-TEST_F(SavesOnSqlite, NewGroupStandsInTheTablesInBothFamilies) {
+TEST_F(SavesOnDatabase, NewGroupStandsInTheTablesInBothFamilies) {
   for (const StringView word : {u"SQL", u"ORACLE", u"sql"}) {
     session.DbType = word;
-    const String name = u"\u0926\u0932 " + String(word);
+    const String name = u"\u0926\u0932 " + String(word) + (word == u"sql" ? u" again" : u"");
     OpenToAdd(u"1");
     ASSERT_TRUE(Complete());
     Take({1, 3});
@@ -220,7 +220,7 @@ TEST_F(SavesOnSqlite, NewGroupStandsInTheTablesInBothFamilies) {
   }
 }
 
-TEST_F(SavesOnSqlite, GroupCanBeSavedUnderItsOwnName) {
+TEST_F(SavesOnDatabase, GroupCanBeSavedUnderItsOwnName) {
   OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
   form->cmdOK.UserClicks();
@@ -228,7 +228,7 @@ TEST_F(SavesOnSqlite, GroupCanBeSavedUnderItsOwnName) {
   EXPECT_TRUE(screen.Messages.empty());
 }
 
-TEST_F(SavesOnSqlite, SqlFamilyDropsRemoteMembersWhenItSaves) {
+TEST_F(SavesOnDatabase, SqlFamilyDropsRemoteMembersWhenItSaves) {
   OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
   EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), (std::vector<String>{u"1", u"2"}));
@@ -236,7 +236,7 @@ TEST_F(SavesOnSqlite, SqlFamilyDropsRemoteMembersWhenItSaves) {
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S");
 }
 
-TEST_F(SavesOnSqlite, OracleFamilyKeepsRemoteMembers) {
+TEST_F(SavesOnDatabase, OracleFamilyKeepsRemoteMembers) {
   session.DbType = u"ORACLE";
   OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
@@ -245,7 +245,7 @@ TEST_F(SavesOnSqlite, OracleFamilyKeepsRemoteMembers) {
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S,R1:R");
 }
 
-TEST_F(SavesOnSqlite, GroupWithoutMembersKeepsNoMemberships) {
+TEST_F(SavesOnDatabase, GroupWithoutMembersKeepsNoMemberships) {
   OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
   form->vsfGroupContacts.SelectAll();
@@ -254,7 +254,7 @@ TEST_F(SavesOnSqlite, GroupWithoutMembersKeepsNoMemberships) {
   EXPECT_EQ(MembershipsOf(u"11"), u"");
 }
 
-TEST_F(SavesOnSqlite, NameOfAnotherGroupIsRefused) {
+TEST_F(SavesOnDatabase, NameOfAnotherGroupIsRefused) {
   OpenToModify(u"11", u"Void");
   ASSERT_TRUE(Complete());
   form->cmdOK.UserClicks();
@@ -262,19 +262,19 @@ TEST_F(SavesOnSqlite, NameOfAnotherGroupIsRefused) {
   EXPECT_EQ(screen.Messages.size(), 1U);
 }
 
-TEST_F(SavesOnSqlite, DeletedGroupIsNotFilledWithOrphans) {
+TEST_F(SavesOnDatabase, DeletedGroupIsNotFilledWithOrphans) {
   OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
-  file->Run({u"DELETE FROM SMS_ABGROUPS WHERE ID = 11",
-             u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 11"});
+  database->Run({u"DELETE FROM SMS_ABGROUPS WHERE ID = 11",
+                 u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 11"});
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(ErrorsLogged(kContext), 1);
   EXPECT_EQ(MembershipsOf(u"11"), u"");
 }
 
-TEST_F(SavesOnSqlite, QuotesAndSemicolonsAreStoredAsTheyAre) {
-  Run(u"INSERT INTO \"ZUL$CONTACTS\" VALUES ('O''B|;1', 'O''Brien; \"x\"|', '1', '', 'D')");
+TEST_F(SavesOnDatabase, QuotesAndSemicolonsAreStoredAsTheyAre) {
+  Run(u"INSERT INTO ZUL$CONTACTS VALUES ('O''B|;1', 'O''Brien; \"x\"|', '1', '', 'D')");
   OpenToAdd();
   ASSERT_TRUE(Complete());
   ASSERT_TRUE(Choose(u"Dealers"));

@@ -1,8 +1,5 @@
 #include "tests/native/groups/GroupsFixture.h"
 
-#include <fstream>
-#include <sstream>
-
 #include "data/GroupQueries.h"
 
 namespace ktrv::tests {
@@ -12,8 +9,8 @@ namespace Queries = data::GroupQueries;
 
 GroupsTest::GroupsTest()
     : session(screen, system,
-              {[this](StringView text) -> database::Driver& {
-                 if (file) return file->Surroundings().DriverFor(text);
+              {[this](StringView) -> database::Driver& {
+                 if (database) return database->Driver();
                  return driver;
                },
                screen.Dispatcher.Post()}) {
@@ -151,42 +148,23 @@ void GroupsTest::MembersAre(std::vector<Row> rows) {
   driver.Answer(u"(SELECT CONTACT_ID FROM SMS_ABGROUPMAPS", kListColumns, std::move(rows));
 }
 
-namespace {
-
-void RunScript(SqliteFile& file, const std::string& name) {
-  std::ifstream script(KTRV_SCHEMA_FOLDER + name);
-  ASSERT_TRUE(script) << name;
-  std::string statement;
-  for (std::string line; std::getline(script, line);) {
-    line = line.substr(0, line.find("--"));
-    statement += line + "\n";
-    if (line.find(';') == std::string::npos) continue;
-    file.Run({FromUtf8(statement)});
-    statement.clear();
-  }
-}
-
-}  // namespace
-
-GroupsOnSqlite::GroupsOnSqlite() {
-  file = std::make_unique<SqliteFile>();
-  session.SessionConnectionString = file->ConnectionString();
-  RunScript(*file, "sqlite.sql");
-  RunScript(*file, "sqlite-host.sql");
-  file->Run({
+GroupsOnDatabase::GroupsOnDatabase() {
+  database = std::make_unique<AddressBookDatabase>();
+  session.SessionConnectionString = database->ConnectionString();
+  database->Run({
       u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES "
       u"(1, 'S', 'Friends', ''), (2, 'R', 'Dealers', 'D')",
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, COUNTRYCODE, MOBILENO) VALUES "
       u"(1, 0, 'Anna', '91', '98001'), (2, 0, 'Bert', '', '98002'), (3, 0, 'Cora', NULL, NULL), "
       u"(4, 1, 'Dora', '44', '98004')",
-      u"INSERT INTO \"ZUL$CONTACTS\" (CODE, NAME, MOBILENO, CATEGORY) VALUES "
+      u"INSERT INTO ZUL$CONTACTS (CODE, NAME, MOBILENO, CATEGORY) VALUES "
       u"('R1', 'Rita', '97001', 'D'), ('R2', 'Rolf', '97002', 'D')",
       u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (11, 'Team', 0), (12, 'Void', 0)",
       u"INSERT INTO SMS_ABGROUPMAPS VALUES (11, '1', 'S'), (11, '2', 'S'), (11, 'R1', 'R')",
   });
 }
 
-String GroupsOnSqlite::Query(StringView text) {
+String GroupsOnDatabase::Query(StringView text) {
   database::Recordset rows(session.Environment);
   rows.Open(text, session.SessionConnectionString);
   String joined;
@@ -197,11 +175,11 @@ String GroupsOnSqlite::Query(StringView text) {
   return joined;
 }
 
-String GroupsOnSqlite::MembershipsOf(StringView groupId) {
+String GroupsOnDatabase::MembershipsOf(StringView groupId) {
   return Query(
       u"SELECT CONTACT_ID || ':' || CONTACT_TYPE AS M FROM SMS_ABGROUPMAPS WHERE "
       u"GROUP_ID = " +
-      String(groupId) + u" ORDER BY ROWID");
+      String(groupId) + u" ORDER BY " + String(database->OrderOfWriting()));
 }
 
 }  // namespace ktrv::tests

@@ -7,10 +7,10 @@
 
 #include "component/Session.h"
 #include "forms/groups/frmGroupsNew.h"
+#include "tests/native/support/AddressBookDatabase.h"
 #include "tests/native/support/FakeDriver.h"
 #include "tests/native/support/FakeOperatingSystem.h"
 #include "tests/native/support/ScriptedScreen.h"
-#include "tests/native/support/SqliteFile.h"
 
 namespace ktrv::tests {
 
@@ -56,22 +56,22 @@ class GroupsTest : public testing::Test {
   void MembersAre(std::vector<Row> rows);
 
   FakeDriver driver;
-  std::unique_ptr<SqliteFile> file;  ///< where it is set, it is the database
+  std::unique_ptr<AddressBookDatabase> database;  ///< where it is set, it is the database
   ScriptedScreen screen;
   FakeOperatingSystem system;
   Session session;
   std::unique_ptr<forms::frmGroupsNew> form;
 };
 
-/// The same on an embedded database. Contacts outside folders: 1 Anna (91, 98001), 2 Bert (no
+/// The same on a real database. Contacts outside folders: 1 Anna (91, 98001), 2 Bert (no
 /// country code, 98002), 3 Cora (null and null); in folder 1 "Friends": 4 Dora. Folder 2 "Dealers"
 /// maps the category D of the remote contacts R1 Rita and R2 Rolf. Group 11 "Team" has the members
 /// 1, 2 and R1; group 12 "Void" none.
-class GroupsOnSqlite : public GroupsTest {
+class GroupsOnDatabase : public GroupsTest {
  protected:
-  GroupsOnSqlite();
+  GroupsOnDatabase();
 
-  void Run(StringView statement) { file->Run({statement}); }
+  void Run(StringView statement) { database->Run({statement}); }
   /// The first column of the rows, joined with commas.
   String Query(StringView text);
   /// "contact:letter" of the group's memberships in the order of their writing.

@@ -181,9 +181,9 @@ TEST_F(RecipientPickTest, PickWritesNothingToTheDatabase) {
   }
 }
 
-struct PicksOnSqlite : tests::GroupsOnSqlite {};
+struct PicksOnDatabase : tests::GroupsOnDatabase {};
 
-TEST_F(PicksOnSqlite, ContactsGroupsAndRemoteContactsInBothFamilies) {
+TEST_F(PicksOnDatabase, ContactsGroupsAndRemoteContactsInBothFamilies) {
   for (const StringView word : {u"SQL", u"ORACLE"}) {
     session.DbType = word;
     OpenPicker();
@@ -199,7 +199,7 @@ TEST_F(PicksOnSqlite, ContactsGroupsAndRemoteContactsInBothFamilies) {
   }
 }
 
-TEST_F(PicksOnSqlite, GroupIsExpandedIntoBothKindsOfMembersInBothFamilies) {
+TEST_F(PicksOnDatabase, GroupIsExpandedIntoBothKindsOfMembersInBothFamilies) {
   for (const StringView word : {u"SQL", u"ORACLE"}) {
     session.DbType = word;
     session.ExpandGroups = true;

@@ -272,9 +272,9 @@ TEST_F(SourceListTest, FailedLayoutIsLogged) {
             1);
 }
 
-struct SourcesOnSqlite : tests::GroupsOnSqlite {};
+struct SourcesOnDatabase : tests::GroupsOnDatabase {};
 
-TEST_F(SourcesOnSqlite, PickerListsContactsAndGroupsInBothFamilies) {
+TEST_F(SourcesOnDatabase, PickerListsContactsAndGroupsInBothFamilies) {
   for (const StringView word : {u"SQL", u"oracle"}) {
     session.DbType = word;
     OpenPicker();
@@ -291,7 +291,7 @@ TEST_F(SourcesOnSqlite, PickerListsContactsAndGroupsInBothFamilies) {
   EXPECT_EQ(ErrorsLogged(), 0);
 }
 
-TEST_F(SourcesOnSqlite, EditorListsContactsOnly) {
+TEST_F(SourcesOnDatabase, EditorListsContactsOnly) {
   for (const StringView word : {u"SQL", u"ORACLE"}) {
     session.DbType = word;
     OpenToAdd();
@@ -302,7 +302,7 @@ TEST_F(SourcesOnSqlite, EditorListsContactsOnly) {
   }
 }
 
-TEST_F(SourcesOnSqlite, FoldersListTheirOwn) {
+TEST_F(SourcesOnDatabase, FoldersListTheirOwn) {
   OpenPicker();
   ASSERT_TRUE(Complete());
   ASSERT_TRUE(Choose(u"Friends"));

@@ -8,12 +8,6 @@
 
 #include "tests/native/support/DatabaseServer.h"
 
-/// What the servers' drivers never free, of their own and of each failed statement, is not ours.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:psqlodbcw.so\nleak:libmaodbc.so\nleak:libmariadb.so\n";
-}
-
 namespace ktrv::tests {
 namespace {
 

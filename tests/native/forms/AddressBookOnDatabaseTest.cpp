@@ -13,8 +13,8 @@ namespace {
 using Lines = std::vector<String>;
 
 /// The window on a real database, once for each family of query texts.
-struct AddressBookOnSqlite : testing::TestWithParam<const char16_t*> {
-  AddressBookOnSqlite() {
+struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
+  AddressBookOnDatabase() {
     session.LogFilePath = u"log";
     session.DbType = GetParam();
     session.SessionConnectionString = database.ConnectionString();
@@ -22,7 +22,7 @@ struct AddressBookOnSqlite : testing::TestWithParam<const char16_t*> {
     database.Run({
         u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, REMOTE_CONTACTS_CATEGORY)"
         u" VALUES (1, 'S', 'Staff', 0, ''), (2, 'R', 'Dealers', 1, 'D'), (3, 'L', 'Mine', 0, '')",
-        u"INSERT INTO \"ZUL$CONTACTS\" (CODE, NAME, MOBILENO, EMAIL, CATEGORY) VALUES"
+        u"INSERT INTO ZUL$CONTACTS (CODE, NAME, MOBILENO, EMAIL, CATEGORY) VALUES"
         u" ('D2', 'Zenith', '222', 'z@d.x', 'D'), ('D1', 'Acme', '111', NULL, 'D'),"
         u" ('S1', 'Other', '333', NULL, 'S')",
     });
@@ -59,7 +59,7 @@ struct AddressBookOnSqlite : testing::TestWithParam<const char16_t*> {
   std::unique_ptr<forms::frmAddressBook> form;
 };
 
-TEST_P(AddressBookOnSqlite, TheTreeHoldsSharedAndRemoteFoldersAndNoLocalOne) {
+TEST_P(AddressBookOnDatabase, TheTreeHoldsSharedAndRemoteFoldersAndNoLocalOne) {
   List(u"SHARED");
   EXPECT_EQ(form->tvwContacts.Count(), 3);
   EXPECT_NE(form->tvwContacts.Find(u"SFLD1"), nullptr);
@@ -67,7 +67,7 @@ TEST_P(AddressBookOnSqlite, TheTreeHoldsSharedAndRemoteFoldersAndNoLocalOne) {
   EXPECT_EQ(Log(), u"");
 }
 
-TEST_P(AddressBookOnSqlite, TheRootListsContactsAndGroupsOutsideFoldersByName) {
+TEST_P(AddressBookOnDatabase, TheRootListsContactsAndGroupsOutsideFoldersByName) {
   database.Run({
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)"
       u" VALUES (1, 0, 'Zoe', 'M', 'Ek', '91', '98200'), (2, 0, 'Anna', NULL, 'Berg', NULL, '70'),"
@@ -80,7 +80,7 @@ TEST_P(AddressBookOnSqlite, TheRootListsContactsAndGroupsOutsideFoldersByName) {
   EXPECT_EQ(Log(), u"");
 }
 
-TEST_P(AddressBookOnSqlite, ASharedFolderListsItsContactsAndGroupsByName) {
+TEST_P(AddressBookOnDatabase, ASharedFolderListsItsContactsAndGroupsByName) {
   database.Run({
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)"
       u" VALUES (1, 1, 'Zoe', '', 'Ek', '91', '98200'), (2, 0, 'Not', '', 'Here', '', '')",
@@ -90,18 +90,24 @@ TEST_P(AddressBookOnSqlite, ASharedFolderListsItsContactsAndGroupsByName) {
   EXPECT_EQ(Count(), u"2 item(s)");
 }
 
-TEST_P(AddressBookOnSqlite, ARemoteFolderListsItsCategoryInTheViewsOrder) {
-  EXPECT_EQ(List(u"RFLD2"), (Lines{u"D2|Zenith|222|2|3|", u"D1|Acme|111|2|3|"}));
+TEST_P(AddressBookOnDatabase, ARemoteFolderListsItsCategoryInTheViewsOrder) {
+  Lines view;
+  for (const String& row : database.Rows(
+           u"SELECT CODE, NAME, MOBILENO FROM V_ZUL$REMOTE_CONTACTS WHERE CATEGORY = 'D'")) {
+    view.push_back(row + u"|2|3|");
+  }
+  EXPECT_EQ(view.size(), 2u);
+  EXPECT_EQ(List(u"RFLD2"), view);
   EXPECT_EQ(Count(), u"2 item(s)");
 }
 
-TEST_P(AddressBookOnSqlite, AnEmptyFolderListsNothing) {
+TEST_P(AddressBookOnDatabase, AnEmptyFolderListsNothing) {
   EXPECT_EQ(List(u"SFLD1"), Lines{});
   EXPECT_EQ(Count(), u"0 item(s)");
   EXPECT_GE(form->vsfContacts.ColIndex(u"NAME"), 0);
 }
 
-TEST_P(AddressBookOnSqlite, AGroupListsItsContactsAndRemoteContacts) {
+TEST_P(AddressBookOnDatabase, AGroupListsItsContactsAndRemoteContacts) {
   database.Run({
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)"
       u" VALUES (1, 1, 'Zoe', NULL, 'Ek', NULL, '98200'), (2, 0, 'Not', '', 'Member', '', '')",
@@ -112,7 +118,7 @@ TEST_P(AddressBookOnSqlite, AGroupListsItsContactsAndRemoteContacts) {
   EXPECT_EQ(Count(), u"2 item(s)");
 }
 
-TEST_P(AddressBookOnSqlite, ARemoteMemberIsListedOncePerFolderOfItsCategory) {
+TEST_P(AddressBookOnDatabase, ARemoteMemberIsListedOncePerFolderOfItsCategory) {
   database.Run({
       u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, REMOTE_CONTACTS_CATEGORY)"
       u" VALUES (4, 'R', 'Dealers too', 0, 'D')",
@@ -125,7 +131,7 @@ TEST_P(AddressBookOnSqlite, ARemoteMemberIsListedOncePerFolderOfItsCategory) {
   EXPECT_EQ(Count(), u"1 item(s)");
 }
 
-TEST_P(AddressBookOnSqlite, AMembershipOfAnotherTypeListsTheContactInTheSqlFamilyOnly) {
+TEST_P(AddressBookOnDatabase, AMembershipOfAnotherTypeListsTheContactInTheSqlFamilyOnly) {
   database.Run({
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)"
       u" VALUES (1, 1, 'Zoe', '', 'Ek', '', '98200')",
@@ -136,20 +142,22 @@ TEST_P(AddressBookOnSqlite, AMembershipOfAnotherTypeListsTheContactInTheSqlFamil
   EXPECT_EQ(List(u"SHGR5"), sql ? Lines{u"1|Zoe  Ek|98200|1|1|"} : Lines{});
 }
 
-INSTANTIATE_TEST_SUITE_P(Dialects, AddressBookOnSqlite, testing::Values(u"SQL", u"ORACLE"),
+INSTANTIATE_TEST_SUITE_P(Dialects, AddressBookOnDatabase, testing::Values(u"SQL", u"ORACLE"),
                          [](const auto& word) { return ToUtf8(word.param); });
 
-struct SqlFamilyOnSqlite : AddressBookOnSqlite {};
+struct SqlFamilyOnDatabase : AddressBookOnDatabase {};
 
-TEST_P(SqlFamilyOnSqlite, AFolderListsAContactWithoutAMiddleNameWithoutAName) {
+TEST_P(SqlFamilyOnDatabase, AFolderListsAContactWithoutAMiddleNameWithoutAName) {
   database.Run({
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)"
       u" VALUES (1, 1, 'Zoe', NULL, 'Ek', '91', '98200'), (2, 1, 'Al', '', 'Bo', NULL, '70')",
   });
-  EXPECT_EQ(List(u"SFLD1"), (Lines{u"1||91 98200|1|1|", u"2|Al  Bo||1|1|"}));
+  Lines lines = List(u"SFLD1");
+  std::sort(lines.begin(), lines.end());  // engines differ in where they put no name
+  EXPECT_EQ(lines, (Lines{u"1||91 98200|1|1|", u"2|Al  Bo||1|1|"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Dialect, SqlFamilyOnSqlite, testing::Values(u"SQL"));
+INSTANTIATE_TEST_SUITE_P(Dialect, SqlFamilyOnDatabase, testing::Values(u"SQL"));
 
 }  // namespace
 }  // namespace ktrv::tests

@@ -1,0 +1,29 @@
+-- Stand-ins on SQL Server for what belongs to the host server: its users, and the categories and
+-- contacts that it takes over from TALVERO. A real host brings its own; the address book only reads
+-- them.
+
+CREATE TABLE SMS_USERS (
+  ID       INT          NOT NULL PRIMARY KEY,
+  NAME     NVARCHAR(50) NOT NULL,
+  ADMIN    INT          NOT NULL DEFAULT 0,                  -- 1 administrator, 0 general user
+  DISABLED INT          NOT NULL DEFAULT 0,
+  DELETED  INT          NOT NULL DEFAULT 0
+);
+
+CREATE TABLE ZUL$CONTACTS_CATEGORY (
+  CATEGORY NVARCHAR(50) NOT NULL PRIMARY KEY
+);
+
+CREATE TABLE ZUL$CONTACTS (
+  CODE     NVARCHAR(50)  NOT NULL PRIMARY KEY,
+  NAME     NVARCHAR(100) NOT NULL,
+  MOBILENO NVARCHAR(30),
+  EMAIL    NVARCHAR(50),
+  CATEGORY NVARCHAR(50)  NOT NULL
+);
+CREATE INDEX IX_ZUL$CONTACTS_CATEGORY ON ZUL$CONTACTS (CATEGORY);
+GO
+
+CREATE VIEW V_ZUL$REMOTE_CONTACTS AS
+  SELECT CODE, NAME, MOBILENO, EMAIL, CATEGORY FROM ZUL$CONTACTS;
+GO

@@ -1,0 +1,120 @@
+#include "database/odbc/UnionColumns.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "database/SqlTokenizer.h"
+
+namespace ktrv::database::odbc {
+namespace {
+
+using Kind = SqlToken::Kind;
+using Tokens = std::vector<SqlToken>;
+
+/// One place of a select list: the tokens of its value, without an alias.
+struct Item {
+  std::size_t First = 0;
+  std::size_t Last = 0;  ///< with it
+  StringView Column;     ///< name of the column that it is; empty when it is anything else
+};
+
+bool Is(const SqlToken& token, StringView word) {
+  return token.KindOf == Kind::Word && EqualsIgnoringCase(token.Text, word);
+}
+
+bool IsMark(const SqlToken& token, StringView mark) {
+  return token.KindOf == Kind::Mark && token.Text == mark;
+}
+
+Item ItemOf(const Tokens& tokens, std::size_t first, std::size_t end) {
+  std::vector<std::size_t> parts;
+  for (std::size_t at = first; at < end && !Is(tokens[at], u"AS"); ++at) {
+    if (tokens[at].KindOf != Kind::Space) parts.push_back(at);
+  }
+  if (parts.empty()) return {};
+  Item item{parts.front(), parts.back(), {}};
+  bool column = parts.size() % 2 == 1;  // names with points between them
+  for (std::size_t index = 0; index < parts.size(); ++index) {
+    const SqlToken& token = tokens[parts[index]];
+    column = column && (index % 2 == 0 ? token.KindOf == Kind::Word : IsMark(token, u"."));
+  }
+  if (column) item.Column = tokens[parts.back()].Text;
+  return item;
+}
+
+/// The select lists of the SELECTs that stand in no parentheses.
+std::vector<std::vector<Item>> SelectLists(const Tokens& tokens) {
+  std::vector<std::vector<Item>> lists;
+  std::size_t itemStart = 0;
+  bool inList = false;
+  int depth = 0;
+  for (std::size_t at = 0; at < tokens.size(); ++at) {
+    if (IsMark(tokens[at], u"(")) ++depth;
+    if (IsMark(tokens[at], u")")) --depth;
+    if (depth > 0) continue;
+    const bool ends = Is(tokens[at], u"FROM") || Is(tokens[at], u"UNION");
+    if (inList && (ends || IsMark(tokens[at], u","))) {
+      lists.back().push_back(ItemOf(tokens, itemStart, at));
+      itemStart = at + 1;
+      inList = !ends;
+    } else if (Is(tokens[at], u"SELECT")) {
+      lists.emplace_back();
+      itemStart = at + 1;
+      inList = true;
+    }
+  }
+  if (inList) lists.back().push_back(ItemOf(tokens, itemStart, tokens.size()));
+  return lists;
+}
+
+/// Whether the place holds a column in every list, and not everywhere one of the same name.
+bool IsUnlike(const std::vector<std::vector<Item>>& lists, std::size_t place) {
+  const StringView first = lists.front()[place].Column;
+  bool unlike = false;
+  for (const auto& list : lists) {
+    if (list[place].Column.empty()) return false;
+    unlike = unlike || !EqualsIgnoringCase(list[place].Column, first);
+  }
+  return unlike;
+}
+
+}  // namespace
+
+String UniteUnlikeColumns(StringView sql) {
+  const Tokens tokens = TokenizeSql(sql);
+  const auto lists = SelectLists(tokens);
+  const bool united = lists.size() > 1 && std::all_of(lists.begin(), lists.end(), [&](auto& list) {
+                        return list.size() == lists.front().size();
+                      });
+  if (!united) return String(sql);
+  std::vector<const Item*> cast;
+  for (std::size_t place = 0; place < lists.front().size(); ++place) {
+    if (!IsUnlike(lists, place)) continue;
+    for (const auto& list : lists) cast.push_back(&list[place]);
+  }
+  String text;
+  for (std::size_t at = 0; at < tokens.size(); ++at) {
+    const auto starts = [&](const Item* item) { return item->First == at; };
+    const auto ends = [&](const Item* item) { return item->Last == at; };
+    if (std::any_of(cast.begin(), cast.end(), starts)) text += u"CAST(";
+    text += tokens[at].Text;
+    if (std::any_of(cast.begin(), cast.end(), ends)) text += u" AS VARCHAR)";
+  }
+  return text;
+}
+
+String WithOrderOfUnion(StringView sql) {
+  const Tokens tokens = TokenizeSql(sql);
+  bool united = false;
+  int depth = 0;
+  for (const SqlToken& token : tokens) {
+    if (IsMark(token, u"(")) ++depth;
+    if (IsMark(token, u")")) --depth;
+    if (depth > 0) continue;
+    if (Is(token, u"ORDER") || Is(token, u"ALL")) return String(sql);
+    united = united || Is(token, u"UNION");
+  }
+  return united ? String(sql) + u" ORDER BY 1" : String(sql);
+}
+
+}  // namespace ktrv::database::odbc
