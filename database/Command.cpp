@@ -33,13 +33,14 @@ Recordset Command::Execute(std::vector<Variant> values) {
     constexpr bool kNarrow = true;  // whole numbers are 4 bytes
     values[index] = ConvertTo(parameter.Type, values[index], parameter.Size, kNarrow);
   }
-  const auto& link = connection_->CurrentLink();
+  const auto& link = connection_->LiveLink();
   if (!statement_.IsOn(link)) statement_ = link->Prepare(text_, parameters_);
   Statement& statement = *statement_.Get();
   statement.Execute(values);
   recordsAffected_ = statement.RowsAffected();
   Recordset result(connection_->Surroundings());
   result.ReadAll(statement);
+  connection_->StatementWorked();
   return result;
 }
 

@@ -8,7 +8,7 @@
 namespace ktrv::database {
 
 /// A prepared text with input parameters. It is prepared when first executed, and again when its
-/// connection was closed and opened in between.
+/// connection was closed and opened in between, or lost.
 class Command {
  public:
   /// The connection that it runs on; must outlive the command's use. Null takes it off.

@@ -3,8 +3,15 @@
 #include <utility>
 
 #include "database/DataError.h"
+#include "database/Engines.h"
 
 namespace ktrv::database {
+namespace {
+
+/// Statements that follow each other faster than this are one task of the program.
+constexpr std::chrono::milliseconds kIdle{100};
+
+}  // namespace
 
 std::unique_ptr<Link> DatabaseAddress::TryOpen(const Environment& environment) const {
   return environment.DriverFor(ConnectionString).Open(ConnectionString, User, Password);
@@ -23,23 +30,34 @@ void Connection::Open(StringView connectionString, StringView user, StringView p
   address_ = {String(connectionString), String(user), String(password)};
   if (auto link = address_.TryOpen(environment_)) {
     link_ = std::make_shared<SharedLink>(std::move(link));
+    StatementWorked();
   }
 }
 
 void Connection::Close() {
-  OpenLink();
+  if (!link_) throw DataError(ErrorNumber::ObjectClosed);
   link_.reset();
 }
 
 std::int64_t Connection::Execute(StringView text) {
-  const auto statement = OpenLink().Prepare(text, {});
+  const auto statement = LiveLink()->Get().Prepare(text, {});
   statement->Execute({});
+  StatementWorked();
   return statement->RowsAffected();
 }
 
-Link& Connection::OpenLink() {
+const std::shared_ptr<SharedLink>& Connection::LiveLink() {
   if (!link_) throw DataError(ErrorNumber::ObjectClosed);
-  return link_->Get();
+  const auto lastWorked = std::exchange(lastWorked_, {});
+  const bool inUse = std::chrono::steady_clock::now() - lastWorked < kIdle;
+  if (!inUse && !Answers(link_->Get())) {
+    link_ = std::make_shared<SharedLink>(address_.Open(environment_));
+  }
+  return link_;
+}
+
+void Connection::StatementWorked() {
+  lastWorked_ = std::chrono::steady_clock::now();
 }
 
 }  // namespace ktrv::database

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include "database/Driver.h"
@@ -46,11 +47,19 @@ class Connection {
   /// Runs a text that returns no rows. \return rows changed. \throws Error
   std::int64_t Execute(StringView text);
 
-  /// The open link. \throws Error ObjectClosed (commands give ADO's InvalidConnection themselves).
-  Link& OpenLink();
-
-  /// The open link for those that outlive the call; null when closed.
+  /// The open link; null when closed.
   const std::shared_ptr<SharedLink>& CurrentLink() const { return link_; }
+
+  /// The open link for a statement that is to run now. A user may have thought since the last one,
+  /// while the server was restarted or another one took over: a link that was idle, or on which the
+  /// last statement failed, is first asked whether it still works, and replaced when it does not.
+  /// No statement is ever run a second time. \throws Error ObjectClosed (commands give ADO's
+  /// InvalidConnection themselves), the driver's when the link cannot be replaced; it is tried
+  /// again the next time then.
+  const std::shared_ptr<SharedLink>& LiveLink();
+
+  /// To be told when the statement has worked.
+  void StatementWorked();
 
   const DatabaseAddress& Address() const { return address_; }
   const Environment& Surroundings() const { return environment_; }
@@ -59,6 +68,7 @@ class Connection {
   Environment environment_;
   DatabaseAddress address_;
   std::shared_ptr<SharedLink> link_;
+  std::chrono::steady_clock::time_point lastWorked_;  // the epoch: not known to work
 };
 
 }  // namespace ktrv::database

@@ -13,16 +13,25 @@ String LastIdQuery(Engine engine) {
       return u"SELECT last_insert_rowid()";
     case Engine::MySql:
       return u"SELECT LAST_INSERT_ID()";
-    case Engine::PostgreSql:
-      return u"SELECT lastval()";
     case Engine::SqlServer:
       // SCOPE_IDENTITY would be empty: each statement of a session is a scope of its own.
       return u"SELECT @@IDENTITY";
+    case Engine::PostgreSql:  // by their sequences
     case Engine::Oracle:
     case Engine::Other:
       break;
   }
   return {};
+}
+
+/// The same on PostgreSQL, by the column's own sequence: the last one of the session may be
+/// another, which a trigger used.
+String LastIdQueryOfPostgreSql(StringView table, StringView column) {
+  String name(column);
+  for (char16_t& unit : name) {  // it keeps unquoted names in small letters
+    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + (u'a' - u'A'));
+  }
+  return u"SELECT currval(pg_get_serial_sequence('" + String(table) + u"', '" + name + u"'))";
 }
 
 }  // namespace
@@ -36,6 +45,19 @@ Engine EngineOf(StringView product) {
   if (contains(u"ORACLE")) return Engine::Oracle;
   if (contains(u"SQL SERVER")) return Engine::SqlServer;
   return Engine::Other;
+}
+
+bool Answers(Link& link) {
+  const Engine engine = link.EngineKind();
+  if (engine == Engine::Sqlite || engine == Engine::Other) return true;
+  try {
+    const auto statement =
+        link.Prepare(engine == Engine::Oracle ? u"SELECT 1 FROM DUAL" : u"SELECT 1", {});
+    statement->Execute({});
+    return statement->Fetch(1) != nullptr;
+  } catch (const Error&) {
+    return false;
+  }
 }
 
 std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column,
@@ -54,6 +76,7 @@ std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column,
       query = u"SELECT \"" + String(*row->Cell(0, 0)) + u"\".CURRVAL FROM DUAL";
     }
   }
+  if (link.EngineKind() == Engine::PostgreSql) query = LastIdQueryOfPostgreSql(table, column);
   if (!query.empty()) {
     const auto statement = link.Prepare(query, {});
     statement->Execute({});

@@ -10,6 +10,10 @@ namespace ktrv::database {
 /// The engine that calls its product by this name.
 Engine EngineOf(StringView product);
 
+/// Whether the link still reaches its engine. Asks by the smallest of queries; a file is always
+/// reached, and of an engine that the component does not know nothing is asked.
+bool Answers(Link& link);
+
 /// The id that the engine assigned to the row that this link inserted last into the table.
 /// \param source of the failure when the engine does not tell. \throws Error
 std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column, StringView source);

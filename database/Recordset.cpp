@@ -74,15 +74,18 @@ void Recordset::Open(StringView source, Connection& connection, OpenOptions opti
   if (Trim(source).empty()) throw DataError(ErrorNumber::NoCommandText);
   auto contents = std::make_unique<Contents>(options.Lock != LockType::ReadOnly);
   contents->Source = source;
-  contents->ConnectionLink = connection.CurrentLink();
   if (options.Async) {
+    contents->ConnectionLink = connection.CurrentLink();
     contents->StartFetch(environment_, connection.Address(),
                          static_cast<std::size_t>(std::max<std::int64_t>(BackgroundFetchSize, 1)));
     Take(std::move(contents));
     return;
   }
-  const auto statement = connection.OpenLink().Prepare(source, {});
+  const auto& link = connection.LiveLink();
+  contents->ConnectionLink = link;
+  const auto statement = link->Get().Prepare(source, {});
   statement->Execute({});
+  connection.StatementWorked();
   if (statement->Columns().empty()) return;
   contents->ReadAll(*statement);
   Take(std::move(contents));

@@ -1,8 +1,12 @@
 #include "tests/native/support/DatabaseServer.h"
 
+#include <chrono>
 #include <random>
+#include <stdexcept>
+#include <thread>
 
 #include "common/Error.h"
+#include "database/Recordset.h"
 
 namespace ktrv::tests {
 
@@ -38,6 +42,34 @@ database::Environment ServerDatabase::Surroundings(
 
 void ServerDatabase::Run(std::initializer_list<StringView> statements) {
   RunOn(ConnectionString(), statements);
+}
+
+void ServerDatabase::EndSessions() {
+  const bool mariaDb = kind_ == ServerKind::MariaDb;
+  database::Connection connection(Surroundings());
+  connection.Open(ConnectionStringOf(mariaDb ? u"mysql" : u"postgres"));
+  const String sessions =
+      mariaDb ? u"SELECT ID FROM information_schema.PROCESSLIST WHERE DB = '" + name_ + u"'"
+              : u"SELECT PG_TERMINATE_BACKEND(PID) AS ID FROM pg_stat_activity WHERE DATNAME = '" +
+                    name_ + u"'";
+  database::Recordset ids(Surroundings());
+  ids.Open(sessions, connection);
+  for (; mariaDb && !ids.EndOfFile(); ids.MoveNext()) {
+    connection.Execute(u"KILL " + ToText(ids.Field(u"ID")));
+  }
+  // Told to end, a session takes a moment to be gone.
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const String left =
+      mariaDb ? sessions : u"SELECT PID FROM pg_stat_activity WHERE DATNAME = '" + name_ + u"'";
+  for (;;) {
+    database::Recordset still(Surroundings());
+    still.Open(left, connection);
+    if (still.EndOfFile()) return;
+    if (std::chrono::steady_clock::now() > deadline) {
+      throw std::runtime_error("sessions of the test's database do not end");
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
 }
 
 void ServerDatabase::RunOn(StringView connectionString,

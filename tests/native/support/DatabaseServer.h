@@ -34,6 +34,9 @@ class ServerDatabase {
   /// Runs statements one by one. \throws Error
   void Run(std::initializer_list<StringView> statements);
 
+  /// Ends the sessions of everybody who uses the database, as when the server is restarted.
+  void EndSessions();
+
  private:
   String ConnectionStringOf(StringView database) const;
   void RunOn(StringView connectionString, std::initializer_list<StringView> statements);

@@ -1,0 +1,73 @@
+#include <map>
+#include <mutex>
+#include <thread>
+
+#include "tests/contract/ContractTest.h"
+#include "tests/contract/ServerTest.h"
+
+namespace ktrv::tests {
+namespace {
+
+/// Adds a row as the contact editor does, and hands back the id that it reads.
+String IdOfNewRow(const database::Environment& environment, StringView connectionString,
+                  StringView table, StringView column, String name) {
+  database::Recordset row(environment);
+  row.Open(u"SELECT * FROM " + String(table) + u" WHERE 1 = 2", connectionString,
+           {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
+  row.AddNew();
+  row.SetField(column, std::move(name));
+  row.Update();
+  row.Resync();
+  return ToText(row.Field(u"ID"));
+}
+
+TEST_P(ContractTest, EachOfManyWhoAddAtOnceReadsItsOwnRowsId) {
+  constexpr int kUsers = 6;
+  constexpr int kRows = 8;
+  std::mutex mutex;
+  std::map<String, String> names;  // by id
+  std::vector<std::thread> users;
+  for (int user = 0; user < kUsers; ++user) {
+    users.emplace_back([&, user] {
+      for (int row = 0; row < kRows; ++row) {
+        const String name = ToDecimal(user) + u"/" + ToDecimal(row);
+        const String id =
+            IdOfNewRow(environment, testDatabase->ConnectionString(), u"CONTACTS", u"FNAME", name);
+        const std::lock_guard lock(mutex);
+        names[id] = name;
+      }
+    });
+  }
+  for (std::thread& user : users) user.join();
+  EXPECT_EQ(names.size(), std::size_t{kUsers * kRows}) << "an id was handed out twice";
+  database::Recordset rows = Query(u"SELECT ID, FNAME FROM CONTACTS");
+  EXPECT_EQ(rows.RecordCount(), kUsers * kRows);
+  for (; !rows.EndOfFile(); rows.MoveNext()) {
+    EXPECT_EQ(names[ToText(rows.Field(u"ID"))], ToText(rows.Field(u"FNAME")));
+  }
+}
+
+class NewIdTest : public ServerTest {};
+
+TEST_P(NewIdTest, IsTheRowsOwnWhenATriggerAddsElsewhere) {
+  connection.Execute(u"CREATE TABLE AUDIT (" + KeyColumn() + u", NOTE VARCHAR(100))");
+  connection.Execute(u"INSERT INTO AUDIT (NOTE) VALUES ('a'), ('b'), ('c')");
+  if (GetParam() == ServerKind::MariaDb) {
+    connection.Execute(
+        u"CREATE TRIGGER NOTED AFTER INSERT ON T FOR EACH ROW INSERT INTO AUDIT (NOTE) VALUES "
+        u"(NEW.NAME)");
+  } else {
+    connection.Execute(
+        u"CREATE FUNCTION NOTE() RETURNS TRIGGER LANGUAGE plpgsql AS 'BEGIN INSERT INTO AUDIT "
+        u"(NOTE) VALUES (NEW.NAME); RETURN NULL; END'");
+    connection.Execute(
+        u"CREATE TRIGGER NOTED AFTER INSERT ON T FOR EACH ROW EXECUTE FUNCTION NOTE()");
+  }
+  EXPECT_EQ(IdOfNewRow(environment, database.ConnectionString(), u"T", u"NAME", u"Ann"), u"1");
+}
+
+INSTANTIATE_TEST_SUITE_P(, NewIdTest, testing::Values(ServerKind::MariaDb, ServerKind::PostgreSql),
+                         NameOfServer);
+
+}  // namespace
+}  // namespace ktrv::tests
