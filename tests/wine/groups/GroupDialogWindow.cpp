@@ -1,0 +1,128 @@
+#include <chrono>
+#include <gtest/gtest.h>
+#include <thread>
+
+#include "data/GroupQueries.h"
+#include "forms/groups/frmGroupsNew.h"
+#include "tests/native/support/FakeDriver.h"
+#include "tests/native/support/FakeOperatingSystem.h"
+#include "tests/wine/controls/Play.h"
+#include "tests/wine/groups/PaintWatch.h"
+
+namespace ktrv::windows {
+namespace {
+
+using database::Column;
+using database::DataType;
+using tests::FakeDriver;
+namespace Queries = data::GroupQueries;
+
+/// Lets a held gate through again and again, so that each passage takes a few milliseconds.
+class SlowGate {
+ public:
+  explicit SlowGate(tests::Gate& gate) : gate_(gate) { gate_.Close(); }
+  ~SlowGate() {
+    thread_.request_stop();
+    thread_.join();
+    gate_.Open();
+  }
+
+ private:
+  tests::Gate& gate_;
+  std::jthread thread_{[this](const std::stop_token& stop) {
+    while (!stop.stop_requested()) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(3));
+      gate_.Open();
+      while (gate_.Waiting() > 0) std::this_thread::yield();
+      gate_.Close();
+    }
+  }};
+};
+
+/// The picker on a real window, with a hundred thousand contacts to choose from.
+class TheBusyPicker : public testing::Test {
+ protected:
+  static constexpr int kContacts = 100000;
+
+  TheBusyPicker() {
+    session_.LogFilePath = u"log";
+    session_.SessionConnection = std::make_unique<database::Connection>(session_.Environment);
+    session_.SessionConnectionString = u"DSN=Test";
+    session_.DbType = u"SQL";
+    session_.IsAdmin = 1;
+    session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+    driver_.Answer(Queries::kFolders, {{u"ID"}, {u"NAME"}, {u"TYPE"}}, {});
+    driver_.Answer(u"SELECT COUNT(1)", {{u"TOTAL", DataType::Integer}}, {{u"1"}});
+    Offer(kContacts, u"1");
+    form_.LoadGroupFor = LoadGroupFor::SelectReceipient;
+  }
+
+  /// The source's rows, all of one kind.
+  void Offer(int rows, const char16_t* kind) {
+    offered_ = rows;
+    std::vector<FakeDriver::Row> offered;
+    for (int id = 1; id <= rows; ++id) {
+      offered.push_back({ToDecimal(id), u"Name " + ToDecimal(id), u"9", u"", kind, u"9"});
+    }
+    driver_.Answer(
+        u"AS MOBILE_DISPLAY FROM",
+        {{u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}, {u"1"}, {u"MOBILE_DISPLAY"}},
+        std::move(offered));
+  }
+  void Show() {
+    form_.Show();
+    for (int patience = 0; patience < 4 && form_.Sources().IsLoading(); ++patience) {
+      PumpUntil([&] { return !form_.Sources().IsLoading(); });
+    }
+    ASSERT_EQ(form_.vsfFolderContacts.Rows() - 1, offered_);
+    Pump();
+  }
+
+  int offered_ = 0;
+  FakeDriver driver_;
+  Win32Screen screen_;
+  tests::FakeOperatingSystem system_;
+  Session session_{screen_,
+                   system_,
+                   {[this](StringView) -> database::Driver& { return driver_; }, screen_.Poster()}};
+  forms::frmGroupsNew form_{session_};
+};
+
+TEST_F(TheBusyPicker, MovesItsBarAndPaintsItselfWhileAllAreTaken) {
+  Show();
+  PaintWatch bar(WindowOf(form_.pbrSave));
+  PaintWatch cancel(WindowOf(form_.cmdCancel));
+  PaintWatch source(WindowOf(form_.vsfFolderContacts));
+  const ULONGLONG start = GetTickCount64();
+  form_.SelectAllMembers();
+  // Ten times a second, but the machine may be busy with other tests.
+  const auto often = static_cast<int>((GetTickCount64() - start) / 1000);
+  EXPECT_EQ(form_.Members().Count(), kContacts);
+  EXPECT_GE(bar.Paints, 2 + often);
+  EXPECT_GE(bar.Positions.size(), static_cast<std::size_t>(2 + often));
+  EXPECT_GE(cancel.Paints, 1 + often);
+  EXPECT_GE(source.Paints, 1 + often);
+}
+
+TEST_F(TheBusyPicker, MovesItsBarAndPaintsItselfWhileGroupsAreExpanded) {
+  Offer(150, u"2");
+  driver_.Answer(Queries::kExpandedMembers, {{u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                 {{u"7", u"Anna", u"9", u""}});
+  session_.ExpandGroups = true;
+  Show();
+  form_.SelectAllMembers();
+  PaintWatch bar(WindowOf(form_.pbrSave));
+  PaintWatch members(WindowOf(form_.vsfGroupContacts));
+  PaintWatch label(WindowOf(form_.lblSave));
+  {
+    const SlowGate gate(driver_.FetchGate);
+    EXPECT_TRUE(form_.Save_Data());
+  }
+  EXPECT_EQ(session_.SelectedRecipients->Count(), 150);
+  EXPECT_GE(bar.Positions.size(), 3U);
+  EXPECT_GE(members.Paints, 2);
+  EXPECT_GE(label.Paints, 2);
+}
+
+}  // namespace
+}  // namespace ktrv::windows
