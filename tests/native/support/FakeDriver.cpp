@@ -1,6 +1,8 @@
 #include "tests/native/support/FakeDriver.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace ktrv::tests {
@@ -53,6 +55,9 @@ class FakeDriver::FakeStatement final : public Statement {
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override {
     if (!driver_.FetchGate.Pass(cancelled_)) {
       throw Error(ErrorNumber::CommandCancelled, u"Cancelled", u"FakeDriver");
+    }
+    if (const int milliseconds = driver_.FetchMilliseconds) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     }
     if (next_ == scripted_.Rows.size()) {
       if (scripted_.FailureAtEnd) throw *scripted_.FailureAtEnd;

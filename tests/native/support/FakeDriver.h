@@ -72,6 +72,7 @@ class FakeDriver final : public database::Driver {
 
   Gate OpenGate;   ///< while closed, opening waits in the driver
   Gate FetchGate;  ///< while closed, each Fetch waits in the driver, until Cancel
+  std::atomic<int> FetchMilliseconds = 0;  ///< that each Fetch takes
 
   std::unique_ptr<database::Link> Open(StringView connectionString, StringView user,
                                        StringView password) override;
