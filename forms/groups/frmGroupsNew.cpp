@@ -5,7 +5,6 @@
 #include "forms/contact/frmNewContact.h"
 #include "forms/groups/JobProgress.h"
 #include "forms/groups/OpenGroupProperties.h"
-#include "forms/groups/RecipientPick.h"
 
 namespace ktrv::forms {
 
@@ -20,10 +19,6 @@ constexpr StringView kSavingContacts = u"Saving contacts...";
 namespace Context {
 constexpr StringView kFormLoad =
     u"KTRVAddressBook: Error occurred. Sub:Form_Load() Module: frmGroupsNew()";
-constexpr StringView kValidate =
-    u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmGroupsNew()";
-constexpr StringView kSave =
-    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
 constexpr StringView kNew =
     u"KTRVAddressBook: Error occured. Sub: cmdNew_Click(),  Module: frmGroupsNew()";
 /// The properties command logs under the name of the new-contact command.
@@ -197,70 +192,6 @@ void frmGroupsNew::LoadGroupContacts() {
   }
 }
 
-bool frmGroupsNew::Validate_Data() {
-  if (IsPicker()) return true;
-  const auto refuse = [&](StringView message) {
-    session_.ShowMessage(message, MessageStyle::Exclamation);
-    txtGroupName.SetFocus();
-    return false;
-  };
-  return session_.Trap(Context::kValidate, false, [&] {
-    const String name(Trim(txtGroupName.Text()));
-    if (name.empty()) return refuse(u"Please enter the Group Name.");
-    // Local groups are not stored here, so nothing is known of their names.
-    if (IsShared() && store_.IsNameTaken(name, Mode)) {
-      return refuse(u"A group with that name already exists. Please use a different group name.");
-    }
-    return true;
-  });
-}
-
-bool frmGroupsNew::MembersMayBeReplaced() {
-  if (members_.IsComplete()) return true;
-  session_.ShowMessage(
-      members_.IsLoading()
-          ? StringView(u"The members of the group are still being loaded. Please wait.")
-          : StringView(u"The members of the group could not be loaded. Saving now would remove "
-                       u"them from the group."),
-      MessageStyle::Exclamation);
-  return false;
-}
-
-bool frmGroupsNew::Save_Data() {
-  const bool saved = session_.Trap(Context::kSave, false, [&] {
-    if (IsPicker()) {
-      JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
-      PickRecipients(session_, commands_, vsfGroupContacts, chkIncudeCountryCode.Checked(),
-                     progress);
-    } else {
-      SaveGroup();
-    }
-    return true;
-  });
-  if (!saved) {
-    lblSave.SetCaption(IsPicker() ? u"The recipients could not be selected."
-                                  : u"The group could not be saved.");
-    lblSave.SetVisible(true);
-  }
-  return saved;
-}
-
-void frmGroupsNew::SaveGroup() {
-  const String name(Trim(txtGroupName.Text()));
-  if (IsShared()) {
-    if (Mode == ModeOfOperation::Add) {
-      store_.Create(name, FolderId);
-      // When a later statement fails, the next OK goes on with the group that is there now.
-      Mode = ModeOfOperation::Modify;
-    } else {
-      store_.Rename(name);
-    }
-    JobProgress progress(lblSave, pbrSave, u"Saving Group...", members_.Count());
-    store_.ReplaceMembers(vsfGroupContacts, progress);
-  }
-  session_.GroupName = name;
-}
-
 void frmGroupsNew::SelectMembers() {
   session_.Trap(Context::kSelect, [&] { Take(vsfFolderContacts.SelectedRows()); });
 }
@@ -287,19 +218,6 @@ void frmGroupsNew::RemoveGroupMembers() {
   session_.Trap(Context::kRemove, [&] {
     if (members_.IsComplete()) members_.RemoveSelected();
   });
-}
-
-void frmGroupsNew::cmdOK_Click() {
-  if (!Validate_Data()) return;
-  if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
-  if (!Save_Data()) return;
-  saved_ = true;
-  Unload();
-}
-
-void frmGroupsNew::cmdCancel_Click() {
-  ClearResults();
-  Unload();
 }
 
 void frmGroupsNew::cmdNew_Click() {
@@ -334,13 +252,6 @@ void frmGroupsNew::vsfFolderContacts_AfterDataRefresh() {
 
 void frmGroupsNew::vsfGroupContacts_AfterDataRefresh() {
   session_.Trap(Context::kMemberLayout, [&] { ContactColumns::LayOut(vsfGroupContacts); });
-}
-
-void frmGroupsNew::ClearResults() {
-  session_.ContactsName.clear();
-  if (IsPicker()) return;
-  session_.GroupId.clear();
-  session_.GroupName.clear();
 }
 
 bool frmGroupsNew::IsShared() const {
