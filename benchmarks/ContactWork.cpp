@@ -6,8 +6,8 @@
 
 #include "benchmarks/ContactFloor.h"
 #include "benchmarks/Table.h"
+#include "benchmarks/Target.h"
 #include "benchmarks/UserInterfaceLoop.h"
-#include "database/odbc/ConnectionString.h"
 #include "database/odbc/OdbcDriver.h"
 #include "forms/contact/frmNewContact.h"
 #include "tests/native/support/FakeOperatingSystem.h"
@@ -37,8 +37,8 @@ class Comparison {
   void AddTo(Table& table, const char* what, const std::string& database) const {
     const double product = Median(product_);
     const double floor = Median(floor_);
-    table.Add({what, database.substr(database.rfind('/') + 1), Milliseconds(product),
-               Milliseconds(floor), Ratio(product, floor)});
+    table.Add({what, NameOf(database), Milliseconds(product), Milliseconds(floor),
+               Ratio(product, floor)});
   }
 
  private:
@@ -90,10 +90,8 @@ class Editor {
 };
 
 void MeasureEditing(const std::string& path, Table& table) {
-  const String connectionString = u"Driver=SQLite3;Database=" + FromUtf8(path);
-  const std::string bare =
-      ToUtf8(database::odbc::CompleteConnectionString(connectionString, {}, {}));
-  Editor editor(connectionString);
+  const std::string bare = BareConnectionStringOf(path);
+  Editor editor(ConnectionStringOf(path));
   Comparison opening;
   Comparison saving;
   for (int round = 0; round < kRounds; ++round) {

@@ -6,7 +6,7 @@
 namespace ktrv::benchmarks {
 
 /// Measures opening a contact in its editor and saving it, beside the bare ODBC statements. Prints
-/// its table. \param databases paths of SQLite address books, smallest first; a contact's city
+/// its table. \param databases see Target.h, smallest first; a contact's city
 /// changes in each.
 void MeasureContactWork(const std::vector<std::string>& databases);
 

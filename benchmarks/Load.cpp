@@ -7,11 +7,11 @@
 #include "benchmarks/Memory.h"
 #include "benchmarks/OdbcFloor.h"
 #include "benchmarks/Table.h"
+#include "benchmarks/Target.h"
 #include "benchmarks/UserInterfaceLoop.h"
 #include "data/AddressBookQueries.h"
 #include "database/BackgroundFetch.h"
 #include "database/Recordset.h"
-#include "database/odbc/ConnectionString.h"
 #include "database/odbc/DialectRewriter.h"
 #include "database/odbc/OdbcDriver.h"
 
@@ -30,8 +30,7 @@ double Median(std::vector<double> numbers) {
 /// A list in a window that shows nothing.
 class List {
  public:
-  explicit List(const std::string& path)
-      : connectionString_(u"Driver=SQLite3;Database=" + FromUtf8(path)) {}
+  explicit List(const std::string& database) : connectionString_(ConnectionStringOf(database)) {}
 
   void Open(StringView query) {
     start_ = Clock::now();
@@ -97,10 +96,8 @@ String Query() {
 }
 
 FloorResult Floor(const std::string& path) {
-  const String connectionString = database::odbc::CompleteConnectionString(
-      u"Driver=SQLite3;Database=" + FromUtf8(path), {}, {});
-  return FetchByBareOdbc(ToUtf8(connectionString), ToUtf8(database::odbc::RewriteForEngine(
-                                                       Query(), database::Engine::Sqlite)));
+  return FetchByBareOdbc(BareConnectionStringOf(path),
+                         ToUtf8(database::odbc::RewriteForEngine(Query(), EngineOfDatabase(path))));
 }
 
 void MeasureTime(const std::string& path, Table& table) {

@@ -11,13 +11,19 @@ int main(int argc, char** argv) {
   if (argc < 2) {
     std::fputs(
         "usage: benchmarks DATABASE...   (smallest first)\n"
-        "       benchmarks --groups DATABASE\n",
+        "       benchmarks --groups DATABASE\n"
+        "       benchmarks --server CONNECTION\n",
         stderr);
     return 2;
   }
   try {
     if (argv[1] == std::string_view("--groups") && argc == 3) {
       ktrv::benchmarks::MeasureGroupWork(argv[2]);
+      return 0;
+    }
+    if (argv[1] == std::string_view("--server") && argc == 3) {
+      ktrv::benchmarks::MeasureLoad({argv[2]});
+      ktrv::benchmarks::MeasureContactWork({argv[2]});
       return 0;
     }
     ktrv::benchmarks::MeasureLoad({argv + 1, argv + argc});
