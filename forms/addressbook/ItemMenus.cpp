@@ -18,7 +18,8 @@ struct Row {
   bool AtRemoteFolder = false;
 };
 
-// Local items are kept nowhere any more: no command stands behind those four.
+// Local items are kept nowhere any more: no command stands behind those four, and where they are
+// shown they cannot be chosen.
 constexpr std::array<Row, 10> kRows = {{
     {u"mnuLocalContactContext", u"Create Local Contact"},
     {u"mnuLocalGroupContext", u"Create Local Group"},
@@ -52,7 +53,9 @@ ItemMenus::ItemMenus()
               .Items = {{.Name = u"mnuTest1", .Caption = u"Test 1"},
                         {.Name = u"mnuTest2", .Caption = u"Test 2"}}} {
   for (const Row& row : kRows) {
-    mnuContactContext.Items.push_back({.Name = String(row.Name), .Caption = String(row.Caption)});
+    const bool hasCommand = row.AtRoot || row.AtGroup || row.AtSharedFolder || row.AtRemoteFolder;
+    mnuContactContext.Items.push_back(
+        {.Name = String(row.Name), .Caption = String(row.Caption), .Enabled = hasCommand});
   }
 }
 

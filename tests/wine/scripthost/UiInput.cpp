@@ -87,6 +87,12 @@ void ClickMiddle(HWND window) {
   Click(window, {area.right / 2, area.bottom / 2}, 0);
 }
 
+void ClickScreen(POINT at) {
+  SetCursorPos(at.x, at.y);
+  Send({MouseInput(MOUSEEVENTF_MOVE), MouseInput(MOUSEEVENTF_LEFTDOWN),
+        MouseInput(MOUSEEVENTF_LEFTUP)});
+}
+
 void DoubleClick(HWND window, POINT at) {
   Click(window, at, 0);
   Send({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
@@ -121,6 +127,16 @@ void Press(HWND window, WORD key, UINT keys) {
   if (!HasFocus(window)) ClickMiddle(window);
   const Held held(KeysOf(keys));
   PressKey(key);
+}
+
+void PressAnywhere(WORD key) {
+  PressKey(key);
+}
+
+void Hold(HWND window, WORD key, int times) {
+  if (!HasFocus(window)) ClickMiddle(window);
+  for (; times > 0; --times) Send({KeyInput(key, 0)});
+  Send({KeyInput(key, KEYEVENTF_KEYUP)});
 }
 
 void PressAlt(HWND window, WORD key) {

@@ -12,6 +12,8 @@ namespace ktrv::scripthost::UiInput {
 /// \param at in the window's client pixels. \param keys MK_SHIFT and MK_CONTROL, or 0.
 void Click(HWND window, POINT at, UINT keys);
 void ClickMiddle(HWND window);
+/// At a place of the screen, whatever lies there: a menu's item.
+void ClickScreen(POINT at);
 void DoubleClick(HWND window, POINT at);
 void RightClick(HWND window, POINT at);
 
@@ -22,6 +24,11 @@ void Drag(HWND window, POINT from, POINT to);
 /// MK_CONTROL held, in the window; a window without the focus is clicked first.
 void Type(HWND window, std::wstring_view text);
 void Press(HWND window, WORD key, UINT keys);
+
+/// Presses a key for whatever has the keyboard.
+void PressAnywhere(WORD key);
+/// The key goes down so many times, as when it is held, and then up.
+void Hold(HWND window, WORD key, int times);
 
 /// Presses a key together with Alt.
 void PressAlt(HWND window, WORD key);

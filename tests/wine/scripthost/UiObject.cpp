@@ -7,6 +7,7 @@
 #include "tests/wine/scripthost/MessagePump.h"
 #include "tests/wine/scripthost/ScriptFailure.h"
 #include "tests/wine/scripthost/UiInput.h"
+#include "tests/wine/scripthost/UiMenus.h"
 #include "tests/wine/scripthost/WindowSearch.h"
 
 namespace ktrv::scripthost {
@@ -73,6 +74,7 @@ UiObject::UiObject() {
   OfferSearch();
   OfferReading();
   OfferInput();
+  OfferMenus();
 }
 
 void UiObject::OfferSearch() {
@@ -213,6 +215,17 @@ void UiObject::OfferInput() {
     UiInput::Press(Handle(arguments), static_cast<WORD>(arguments.Number(1)),
                    static_cast<UINT>(arguments.Number(2, 0)));
   });
+  offer(L"Hold", [](const Arguments& arguments) {
+    UiInput::Hold(Handle(arguments), static_cast<WORD>(arguments.Number(1)),
+                  static_cast<int>(arguments.Number(2)));
+  });
+  offer(L"ClickToolArrow", [](const Arguments& arguments) {
+    const HWND bar = Handle(arguments);
+    RECT area = {};
+    SendMessageW(bar, TB_GETITEMRECT, static_cast<WPARAM>(arguments.Number(1)),
+                 reinterpret_cast<LPARAM>(&area));
+    UiInput::Click(bar, {area.right - 5, MiddleOf(area).y}, 0);
+  });
   offer(L"PressAlt", [](const Arguments& arguments) {
     UiInput::PressAlt(Handle(arguments), static_cast<WORD>(arguments.Number(1)));
   });
@@ -225,6 +238,35 @@ void UiObject::OfferInput() {
   });
   offer(L"Close",
         [](const Arguments& arguments) { PostMessageW(Handle(arguments), WM_CLOSE, 0, 0); });
+}
+
+void UiObject::OfferMenus() {
+  const auto awaitMenu = [] {
+    HMENU menu = nullptr;
+    Await([&] { return (menu = UiMenus::Popup()) != nullptr; }, kPatience, L"a menu");
+    return menu;
+  };
+  const auto awaitNone = [] {
+    Await([] { return UiMenus::Popup() == nullptr; }, kPatience, L"the end of a menu");
+  };
+  Offer(L"Menu",
+        [=](const Arguments&) { return Value(std::wstring_view(UiMenus::Items(awaitMenu()))); });
+  Offer(L"Choose", [=](const Arguments& arguments) -> Value {
+    if (!UiMenus::Choose(awaitMenu(), arguments.Text(0))) {
+      throw ScriptFailure{L"The menu has no item " + arguments.Text(0)};
+    }
+    awaitNone();
+    return {};
+  });
+  Offer(L"CloseMenu", [=](const Arguments&) -> Value {
+    awaitMenu();
+    UiInput::PressAnywhere(VK_ESCAPE);
+    awaitNone();
+    return {};
+  });
+  Offer(L"BoxLooks",
+        [](const Arguments& arguments) { return Value(UiMenus::BoxLooks(Handle(arguments))); });
+  Offer(L"Clipboard", [](const Arguments&) { return Value(UiMenus::ClipboardText()); });
 }
 
 }  // namespace ktrv::scripthost

@@ -32,6 +32,14 @@ namespace ktrv::scripthost {
 ///   ClickRow(list, n[, keys]), RightClickRow(list, n), DoubleClickRow(list, n)
 ///   ClickNode(tree, text), RightClickNode(tree, text)
 ///   Type(window, text), Press(window, virtualKey[, keys]), PressAlt(window, virtualKey)
+///   Hold(window, virtualKey, n)    holds the key so long that it comes n times
+///   Menu()                         the popup menu's items, waited for: captions, one a line, "-"
+///                                  for a separator, in round brackets when they cannot be chosen
+///   Choose(caption)                clicks that item of the popup menu, waited for
+///   CloseMenu()                    leaves the popup menu with Esc
+///   ClickToolArrow(toolbar, n)     the arrow of its n-th button
+///   BoxLooks(box)                  a message box's icon and buttons, as "question|Yes|No*"
+///   Clipboard()                    its text
 ///   Command(window, id), Close(window)
 /// Mouse and keyboard are the system's own; keys are 4 for Shift and 8 for Ctrl, added up.
 class UiObject final : public ScriptObject {
@@ -42,6 +50,7 @@ class UiObject final : public ScriptObject {
   void OfferSearch();
   void OfferReading();
   void OfferInput();
+  void OfferMenus();
 };
 
 }  // namespace ktrv::scripthost

@@ -1,0 +1,140 @@
+// New contacts, groups and folders, their properties and a copy of the list, by toolbar, menu,
+// key and mouse.
+var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var files = WScript.CreateObject("Scripting.FileSystemObject");
+eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
+
+function makesItems(book, database) {
+  var newContact = function(name) {
+    var editor = Ui.Window("Add Shared Contact"), first = Ui.Child(editor, "Edit", 0);
+    Ui.WaitText(Ui.Child(editor, "Edit", 4), "91");
+    Ui.Type(first, name);
+    Ui.WaitText(first, name);
+    Ui.Click(Ui.ChildWithText(editor, "&OK"));
+    book.closed(editor);
+  };
+  var newGroup = function(name) {
+    var editor = Ui.Window("New Group"), box = Ui.Child(editor, "Edit", 0);
+    Ui.Type(box, name);
+    Ui.WaitText(box, name);
+    Ui.Click(Ui.ChildWithText(editor, "&OK"));
+    book.closed(editor);
+  };
+
+  // The toolbar makes a contact of the folder, which then stands at the end of the list.
+  book.choose("Customers", 2);
+  Ui.ClickTool(book.tools, 0);
+  newContact("Aaron");
+  Ui.WaitRows(book.grid, 3);
+  check(/;Aaron *$/.test(book.listed()), "Aaron behind the others, not " + book.listed());
+  checkEqual(Ui.Panel(book.status, 1), "3 item(s)", "the count");
+  checkEqual(query(database, "SELECT FOLDER_ID FROM SMS_ABCONTACTS WHERE FNAME = 'Aaron'"), "1",
+             "Aaron's folder");
+
+  // The arrow offers both.
+  Ui.ClickToolArrow(book.tools, 0);
+  checkEqual(Ui.Menu(), "Contact\nGroup", "what can be new");
+  Ui.Choose("Group");
+  newGroup("Buyers");
+  until(function() { return Ui.Nodes(book.tree).indexOf("    Buyers") >= 0; }, "Buyers' node");
+  Ui.WaitRows(book.grid, 4);
+  checkEqual(query(database, "SELECT FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Buyers'"), "1",
+             "Buyers' folder");
+
+  // A group's menu makes a member.
+  book.choose("Buyers", 0);
+  book.fromMenu("Buyers", "Add Shared Contact to this Group");
+  newContact("Berta");
+  Ui.WaitRows(book.grid, 1);
+  checkEqual(query(database, "SELECT C.FOLDER_ID, M.CONTACT_TYPE FROM SMS_ABCONTACTS C, " +
+                             "SMS_ABGROUPMAPS M, SMS_ABGROUPS G WHERE C.FNAME = 'Berta' AND " +
+                             "M.CONTACT_ID = C.ID AND M.GROUP_ID = G.ID AND G.NAME = 'Buyers'"),
+             "1|S", "Berta's membership");
+
+  // A new folder.
+  book.fromMenu("Shared Contacts", "Create Shared Folder");
+  var editor = Ui.Window("Add Folder"), name = Ui.Child(editor, "Edit");
+  Ui.Type(name, "Partners");
+  Ui.WaitText(name, "Partners");
+  Ui.Click(Ui.ChildWithText(editor, "&OK"));
+  book.closed(editor);
+  until(function() { return Ui.Nodes(book.tree).indexOf("  Partners") >= 0; }, "Partners' node");
+
+  // Cancelled, nothing comes of it.
+  var before = Ui.Nodes(book.tree);
+  book.choose("Partners", 0);
+  book.fromMenu("Partners", "Create Shared Group");
+  editor = Ui.Window("New Group");
+  Ui.Press(Ui.Child(editor, "Edit", 0), kEscape);
+  book.closed(editor);
+  checkEqual(Ui.Nodes(book.tree), before, "the tree after a cancel");
+}
+
+function opensItems(book, database) {
+  // A group from the tree.
+  book.choose("Buyers", 1);
+  Ui.ClickTool(book.tools, 1);
+  var editor = Ui.Window("Modify Group"), name = Ui.Child(editor, "Edit", 0);
+  Ui.WaitText(name, "Buyers");
+  Ui.WaitRows(Ui.Child(editor, "SysListView32", 1), 1);
+  Ui.Type(name, "2");
+  Ui.Click(Ui.ChildWithText(editor, "&OK"));
+  book.closed(editor);
+  until(function() { return /Buyers2|2Buyers/.test(Ui.Nodes(book.tree)); }, "the new name");
+
+  // A folder from its menu.
+  book.choose("Partners", 0);
+  book.fromMenu("Partners", "Properties");
+  editor = Ui.Window("Edit Folder");
+  Ui.WaitText(Ui.Child(editor, "Edit"), "Partners");
+  Ui.Type(Ui.Child(editor, "Edit"), "Friends");
+  Ui.Click(Ui.ChildWithText(editor, "&OK"));
+  book.closed(editor);
+  until(function() { return Ui.Nodes(book.tree).indexOf("Friends") >= 0; }, "the folder's new name");
+  book.fromMenu("TALVERO Dealers", "Properties");
+  editor = Ui.Window("Edit Folder");
+  Ui.WaitText(Ui.Child(editor, "Edit"), "TALVERO Dealers");
+  Ui.Press(Ui.Child(editor, "Edit"), kEscape);
+  book.closed(editor);
+
+  // A contact by Enter, another by a double click, a group listed in its folder by the toolbar.
+  book.choose("Customers", 5);
+  book.clickRow("Maria");
+  Ui.Press(book.grid, kEnter);
+  editor = Ui.Window("Edit Shared Contact");
+  Ui.WaitText(Ui.Child(editor, "Edit", 0), "Maria");
+  Ui.Press(Ui.Child(editor, "Edit", 0), kEscape);
+  book.closed(editor);
+  Ui.WaitRows(book.grid, 5);
+  Ui.DoubleClickRow(book.grid, book.row("Tom"));
+  editor = Ui.Window("Edit Shared Contact");
+  Ui.Type(Ui.Child(editor, "Edit", 2), "s");
+  Ui.Click(Ui.ChildWithText(editor, "&OK"));
+  book.closed(editor);
+  until(function() { return /Tom B (sBaker|Bakers|Basker|Baker)/.test(book.listed()); }, "Tom");
+  Ui.WaitRows(book.grid, 5);
+  book.clickRow("Tom");
+  Ui.ClickTool(book.tools, 1);
+  editor = Ui.Window("Edit Shared Contact");
+  Ui.Press(Ui.Child(editor, "Edit", 0), kEscape);
+  book.closed(editor);
+  Ui.WaitRows(book.grid, 5);
+
+  // A remote contact is only talked of.
+  book.choose("TALVERO Dealers", 3);
+  Ui.DoubleClickRow(book.grid, book.row("Coastal"));
+  book.answer("This is a Shared Remote Contact. The detail of this contact can be edited from " +
+              "TALVERO only.", "warning|OK*", "OK");
+
+  // Copy.
+  book.clickRow("Coastal");
+  Ui.Press(book.grid, 67, kControl);  // C
+  until(function() { return Ui.Clipboard().indexOf("Coastal Dealers\t") >= 0; }, "the clipboard");
+  checkEqual(Ui.Clipboard().split("\r\n")[0], "Name\tMobile No\tEmail\tAddress\tOrganisation",
+             "the headings");
+}
+
+var book = WScript.CreateObject("KTRVAddressBook.clsMain");
+playBook(book, kClient, kAdministrator, makesItems);
+playBook(book, kClient, kAdministrator, opensItems);
+checkLog();

@@ -1,0 +1,46 @@
+// The tree's menu at every kind of node, as administrator at the server and as either user at the
+// client, and what it refuses.
+var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var files = WScript.CreateObject("Scripting.FileSystemObject");
+eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
+
+function walksTheMenus(book, database, runAt, userId) {
+  var kAll = "(Create Local Contact)\n(Create Local Group)\n(Create Local Folder)\n" +
+      "(Add Local Contact to this Group)\nCreate Shared Contact\nCreate Shared Group\n" +
+      "Create Shared Folder\nAdd Shared Contact to this Group\n-\nProperties";
+  var kAtServer = {
+    "Shared Contacts": "Create Shared Contact\nCreate Shared Group\nCreate Shared Folder",
+    "Night Shift": "Create Shared Contact\nAdd Shared Contact to this Group\n-\nProperties",
+    "Customers": "Create Shared Contact\nCreate Shared Group\n-\nProperties",
+    "TALVERO Dealers": "Properties"
+  };
+  for (var node in kAtServer) {
+    Ui.RightClickNode(book.tree, node);
+    checkEqual(Ui.Menu(), runAt == 1 ? kAtServer[node] : kAll, "the menu of " + node);
+    Ui.CloseMenu();
+  }
+  // Right of and below all nodes there is none.
+  Ui.RightClickAt(book.tree, Ui.Width(book.tree) - 5, Ui.Height(book.tree) - 5);
+  // Nor in the list.
+  book.choose("Customers", 2);
+  Ui.RightClickRow(book.grid, 0);
+  WScript.Sleep(250);
+  until(function() { return Ui.SelectedRow(book.grid) == 0; }, "the row under the pointer");
+  if (runAt == 1) return;
+
+  book.fromMenu("TALVERO Dealers", "Create Shared Contact");
+  book.answer("Cannot create Shared Remote Contact here. Such contacts can be created from " +
+              "TALVERO only.", "warning|OK*", "OK");
+  book.fromMenu("TALVERO Dealers", "Create Shared Group");
+  book.answer("Creating a Group in a Shared Remote Contacts folder is not allowed.", "warning|OK*",
+              "OK");
+  book.fromMenu("Customers", "Add Shared Contact to this Group");
+  book.fromMenu("Shared Contacts", "Properties");
+  book.noBox("nothing to do at such nodes");
+}
+
+var book = WScript.CreateObject("KTRVAddressBook.clsMain");
+playBook(book, kClient, kAdministrator, walksTheMenus);
+playBook(book, kClient, kGeneralUser, walksTheMenus);
+playBook(book, kServer, kAdministrator, walksTheMenus);
+checkLog();

@@ -1,0 +1,106 @@
+// What the scripts on the address book window share. A script takes it in with eval and plays its
+// user on the other thread, because boxes and editors hold up the thread that the window is on.
+var kServer = 1, kClient = 0, kAdministrator = 1, kGeneralUser = 2;
+var kEnter = 13, kEscape = 27, kDelete = 46, kControl = 8;
+
+function check(truth, what) {
+  if (!truth) throw new Error("Not so: " + what);
+}
+function checkEqual(actual, expected, what) {
+  check(actual == expected, what + ": '" + actual + "' instead of '" + expected + "'");
+}
+function until(condition, what) {
+  for (var i = 0; !condition(); i++) {
+    check(i < 200, "in time, " + what);
+    WScript.Sleep(30);
+  }
+}
+
+/// What the database's own shell answers: columns joined by bars, rows by blanks.
+function query(database, text) {
+  var files = new ActiveXObject("Scripting.FileSystemObject");
+  var shell = new ActiveXObject("WScript.Shell");
+  var answer = database + ".answer" + new Date().getTime() + Math.random(), done = answer + ".done";
+  shell.Run('start /unix /usr/bin/sqlite3 "' + database + '" ".timeout 5000" ".output ' + answer +
+            '" "' + text + '" ".output stdout" ".shell touch ' + done + '"', 0, false);
+  until(function() { return files.FileExists("Z:" + done.replace(/\//g, "\\")); }, text);
+  var file = files.OpenTextFile("Z:" + answer.replace(/\//g, "\\"));
+  var rows = file.AtEndOfStream ? "" : file.ReadAll();
+  file.Close();
+  return rows.replace(/\s+$/, "").split(/\r?\n/).join(" ");
+}
+
+/// The window's parts and what a hand does with them.
+function Book() {
+  this.window = Ui.Window("Address Book");
+  this.tree = Ui.Child(this.window, "SysTreeView32");
+  this.grid = Ui.Child(this.window, "SysListView32");
+  this.tools = Ui.Child(this.window, "ToolbarWindow32");
+  this.status = Ui.Child(this.window, "msctls_statusbar32");
+  /// Chooses the node and waits until so many items are listed.
+  this.choose = function(node, count) {
+    var status = this.status;
+    Ui.ClickNode(this.tree, node);
+    until(function() { return Ui.Panel(status, 1) == count + " item(s)"; },
+          node + " with " + count + " items");
+    Ui.WaitRows(this.grid, count);
+  };
+  this.listed = function() {
+    var lines = Ui.Rows(this.grid).split("\n"), names = [];
+    for (var i = 0; i < lines.length; i++) names.push(lines[i].split("\t")[0]);
+    return names.join(";");
+  };
+  /// The row of this name, from 0.
+  this.row = function(name) {
+    var lines = Ui.Rows(this.grid).split("\n");
+    for (var i = 0; i < lines.length; i++) if (lines[i].indexOf(name) == 0) return i;
+    throw new Error("No row " + name + " in\n" + lines.join("\n"));
+  };
+  this.clickRow = function(name, keys) {
+    Ui.ClickRow(this.grid, this.row(name), keys || 0);
+    var window = this.window;
+    until(function() { return Ui.FocusClass(window) == "SysListView32"; }, "focus in the list");
+  };
+  /// The box that is open says this, looks so, and gets this answer.
+  this.answer = function(text, looks, button) {
+    var box = Ui.Window("TALVERO Notification Server");
+    Ui.ChildWithText(box, text);
+    checkEqual(Ui.BoxLooks(box), looks, text);
+    Ui.Click(Ui.ChildWithText(box, button));
+    Ui.WaitGone(box);
+  };
+  this.noBox = function(what) {
+    WScript.Sleep(250);
+    check(!Ui.IsShown("TALVERO Notification Server"), "no box: " + what);
+  };
+  /// Chooses from the node's menu.
+  this.fromMenu = function(node, item) {
+    Ui.RightClickNode(this.tree, node);
+    Ui.Choose(item);
+  };
+  this.closed = function(editor) {
+    Ui.WaitGone(editor);
+    var window = this.window;
+    until(function() { return Ui.IsEnabled(window); }, "the window is in use again");
+  };
+}
+
+var kShared = [check, checkEqual, until, query, Book].join(";\n") +
+    ";\nvar kEnter = 13, kEscape = 27, kDelete = 46, kControl = 8;\n";
+
+/// Opens the window and lets this user work in it.
+function playBook(book, runAt, userId, user) {
+  checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, runAt, "SQL", log), 1, "Init");
+  checkEqual(book.LoadAddressBook(userId), 1, "LoadAddressBook");
+  Player.Play(kShared + "(" + user + ")(new Book(), '" + database + "', " + runAt + ", " + userId +
+              ");");
+  Player.Wait();
+  var window = Ui.Window("Address Book");
+  Ui.Close(window);
+  Ui.WaitGone(window);
+}
+function checkLog() {
+  var files = WScript.CreateObject("Scripting.FileSystemObject");
+  var written = files.OpenTextFile(log).ReadAll();
+  checkEqual(written.indexOf("Error Number"), -1, "no failure in the log, which says\n" + written);
+}
