@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "database/ado/Constants.h"
 #include "tests/wine/ado/server/Refusal.h"
@@ -176,9 +177,11 @@ std::int32_t FieldType(const Column& column) {
 Value FieldValue(const Column& column, std::optional<StringView> cell, Engine engine) {
   if (!cell) return Value(Variant(Null{}));
   Value value = TypedValue(column.Type, *cell);
-  if (V_VT(&value.Raw()) != VT_EMPTY) return value;
-  if (engine != Engine::Sqlite) throw Refusal(kCannotConvert);
-  return Value(*cell);
+  if (engine == Engine::Sqlite) {
+    return database::ado::CellTextOf(value.Raw()) == cell ? std::move(value) : Value(*cell);
+  }
+  if (V_VT(&value.Raw()) == VT_EMPTY) throw Refusal(kCannotConvert);
+  return value;
 }
 
 }  // namespace ktrv::adoserver

@@ -23,8 +23,9 @@ Variant ForOdbc(const Value& value, std::int32_t type);
 
 /// A field's type number for a column.
 std::int32_t FieldType(const database::Column& column);
-/// A field's value of that type for a cell. A cell that holds none is handed out as text when it is
-/// the engine's way to let any value into any column. \throws Error kCannotConvert otherwise
+/// A field's value of that type for a cell. SQLite lets any value into any column and compares it
+/// as it was written, so there a value that its type would lose or change is handed out as text.
+/// \throws Error kCannotConvert when the cell holds no value of its type, on the other engines
 Value FieldValue(const database::Column& column, std::optional<StringView> cell,
                  database::Engine engine);
 
