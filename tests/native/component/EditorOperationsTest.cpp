@@ -168,6 +168,34 @@ TEST_F(EditorOperationsTest, ANegativeIdNeverReachesTheDatabase) {
   EXPECT_TRUE(LoggedNumber(ErrorNumber::TypeMismatch));
 }
 
+TEST_F(EditorOperationsTest, EditContactsAsksForTheNameInExactlyTheseWords) {
+  UseFakeDriver();
+  driver.Answer(u"FROM SMS_USERS", {{u"ADMIN", database::DataType::Integer}}, {{u"0"}});
+  driver.Answer(u"SMS_ABCONTACTS", {{u"FNAME"}}, {{u"Ann"}});
+  CancelContact();
+  component.EditContacts(kClerk, kShared, 5, u"", u"");
+  EXPECT_EQ(driver.Executed().at(1).Text, u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID  = 5");
+}
+
+TEST_F(EditorOperationsTest, ArgumentsAreTakenBeforeTheUserIsRefused) {
+  component.EditContacts(kDisabled, kShared, 5, u"", u"");
+  EXPECT_EQ(session.EditContactId, u"5");
+  EXPECT_EQ(session.SharedMode, kShared);
+  component.AddContacts(kDeleted, kLocal, u"Bob", u"44");
+  EXPECT_EQ(session.SessionUserId, kDeleted);
+  EXPECT_EQ(session.SharedMode, kLocal);
+  EXPECT_EQ(session.PresetContactName, u"Bob");
+  EXPECT_EQ(session.PresetMobileNo, u"44");
+}
+
+TEST_F(EditorOperationsTest, AFailureOfTheEditorsOwnLoadingIsLoggedThereAndTheResultStaysOne) {
+  database.Run({u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 40000"});
+  CancelContact();
+  EXPECT_EQ(component.EditContacts(kClerk, kShared, 5, u"", u""), 1);
+  EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact"),
+            1);
+}
+
 // LoadFolders.
 
 TEST_F(EditorOperationsTest, LoadFoldersOpensAnEditorThatCannotSave) {
