@@ -39,8 +39,9 @@ function Editor(caption) {
   this.choose = function(name, rows) {
     for (var i = 0; Ui.Text(this.source) != name; i++) {
       if (i == 5) throw new Error("No source " + name);
+      var former = Ui.Text(this.source);
       Ui.Press(this.source, kDown);
-      WScript.Sleep(50);
+      for (var wait = 0; Ui.Text(this.source) == former && wait < 200; wait++) WScript.Sleep(20);
     }
     Ui.Press(this.source, kTab);
     Ui.WaitRows(this.contacts, rows);
@@ -55,7 +56,11 @@ function Editor(caption) {
     Ui.Type(this.name, text);
     Ui.WaitText(this.name, text);
   };
-  this.press = function(button) { Ui.Click(Ui.ChildWithText(this.window, button)); };
+  this.press = function(caption) {
+    var button = Ui.ChildWithText(this.window, caption);
+    for (var i = 0; !Ui.IsEnabled(button) && i < 200; i++) WScript.Sleep(20);
+    Ui.Click(button);
+  };
   this.answer = function(text) {
     var box = Ui.Window("TALVERO Notification Server");
     Ui.ChildWithText(box, text);

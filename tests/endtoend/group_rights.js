@@ -32,6 +32,13 @@ function looksAtPicker() {
   Ui.Press(Ui.Child(window, "Edit"), 27);  // Esc
   Ui.WaitGone(window);
 }
+function picksNobodyLocally() {
+  var window = Ui.Window("Select Recipient");
+  if (Ui.Text(Ui.Child(window, "ComboBox")) != "") throw new Error("There is a source");
+  Ui.ChildWithText(window, "0 Member(s)");
+  Ui.Click(Ui.ChildWithText(window, "OK"));
+  Ui.WaitGone(window);
+}
 function addsLocalGroup() {
   var window = Ui.Window("New Group"), name = Ui.Child(window, "Edit");
   var ok = Ui.ChildWithText(window, "OK");
@@ -59,6 +66,10 @@ checkEqual(book.NewGroupName, "Mine", "NewGroupName");
 checkEqual(book.NewGroupType, "0", "NewGroupType");
 checkEqual(book.NewGroupId, "", "NewGroupId");
 play(addsLocalGroup, function() { return book.AddGroup(kAdministrator, "0", kLocalGroup, ""); });
+
+// Recipients of local groups are the host's too.
+play(picksNobodyLocally, function() { return book.LoadRecipients(kAdministrator); });
+checkEqual(book.SelectedRecipients.Count, 0, "recipients without a source");
 
 // At the server the recipients are there for everybody to see.
 initialise(kServer);

@@ -20,8 +20,9 @@ function Picker() {
   this.choose = function(name, rows) {
     for (var i = 0; Ui.Text(this.source) != name; i++) {
       if (i == 5) throw new Error("No source " + name);
+      var former = Ui.Text(this.source);
       Ui.Press(this.source, kDown);
-      WScript.Sleep(50);
+      for (var wait = 0; Ui.Text(this.source) == former && wait < 200; wait++) WScript.Sleep(20);
     }
     Ui.Press(this.source, kTab);
     Ui.WaitRows(this.contacts, rows);
@@ -42,7 +43,11 @@ function Picker() {
       WScript.Sleep(20);
     }
   };
-  this.press = function(button) { Ui.Click(Ui.ChildWithText(this.window, button)); };
+  this.press = function(caption) {
+    var button = Ui.ChildWithText(this.window, caption);
+    for (var i = 0; !Ui.IsEnabled(button) && i < 200; i++) WScript.Sleep(20);
+    Ui.Click(button);
+  };
   this.finish = function(button) {
     this.press(button);
     Ui.WaitGone(this.window);

@@ -10,15 +10,24 @@ Sub Check(what, found, wanted)
   End If
 End Sub
 
-' Picks everybody of the source that stands so far below the first one.
-Sub Pick(steps, rows)
+' Picks everybody of the source.
+Sub Pick(name, rows)
   Player.Play "var window = Ui.Window('Select Recipient');" & _
               "var source = Ui.Child(window, 'ComboBox');" & _
               "var list = Ui.Child(window, 'SysListView32');" & _
+              "var all = Ui.ChildWithText(window, 'All ->');" & _
+              "function until(condition) {" & _
+              "  for (var i = 0; !condition() && i < 200; i++) WScript.Sleep(20);" & _
+              "}" & _
               "Ui.WaitRows(list, 10);" & _
-              "for (var i = 0; i < " & steps & "; i++) Ui.Press(source, 40);" & _
+              "for (var i = 0; Ui.Text(source) != '" & name & "' && i < 5; i++) {" & _
+              "  var former = Ui.Text(source);" & _
+              "  Ui.Press(source, 40);" & _
+              "  until(function() { return Ui.Text(source) != former; });" & _
+              "}" & _
               "Ui.WaitRows(list, " & rows & ");" & _
-              "Ui.Click(Ui.ChildWithText(window, 'All ->'));" & _
+              "until(function() { return Ui.IsEnabled(all); });" & _
+              "Ui.Click(all);" & _
               "Ui.WaitRows(Ui.Child(window, 'SysListView32', 1), " & rows & ");" & _
               "Ui.Click(Ui.ChildWithText(window, 'OK'));" & _
               "Ui.WaitGone(window);"
@@ -42,7 +51,7 @@ End Function
 
 Check "Init", book.Init("", "Driver=SQLite3;Database=" & WScript.Arguments(0), 1, "SQL", _
                         WScript.Arguments(1)), 1
-Pick 1, 2
+Pick "Customers", 2
 Set kept = book.SelectedRecipients
 Set keptNumbers = book.SelectedMobileNos
 Check "Count", kept.Count, 2
@@ -59,7 +68,7 @@ Check "unknown key", Failure(keptNumbers, "M3"), 5
 ' that is being enumerated.
 joined = ""
 For Each text In kept
-  If joined = "" Then Pick 3, 3
+  If joined = "" Then Pick "TALVERO Dealers", 3
   joined = joined & text & vbLf
 Next
 Check "replaced meanwhile", joined, "SC|9|Maria|600111222" & vbLf & "SC|10|Tom|2025550143" & vbLf

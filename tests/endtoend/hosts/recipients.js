@@ -5,7 +5,9 @@ var source = Ui.Child(window, "ComboBox"), contacts = Ui.Child(window, "SysListV
 Ui.WaitRows(contacts, 10);
 Ui.Press(source, kDown);
 Ui.WaitRows(contacts, 2);
-Ui.Click(Ui.ChildWithText(window, "All ->"));
+var all = Ui.ChildWithText(window, "All ->");
+while (!Ui.IsEnabled(all)) WScript.Sleep(20);
+Ui.Click(all);
 Ui.WaitRows(Ui.Child(window, "SysListView32", 1), 2);
 Ui.Click(Ui.ChildWithText(window, "OK"));
 Ui.WaitGone(window);
