@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "database/Driver.h"
 #include "database/odbc/Native.h"
 
@@ -29,12 +31,14 @@ class OdbcLink final : public Link {
 
  private:
   String Information(SQLUSMALLINT kind) const;
+  std::vector<String> AskKeyColumns(StringView table) const;
   void LearnAboutDriver();
 
   ConnectionHandle connection_;
   Dialogue dialogue_;
   Engine engine_ = Engine::Other;
   bool canReadAgain_ = false;
+  std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
 };
 
 }  // namespace ktrv::database::odbc
