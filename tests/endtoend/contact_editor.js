@@ -29,9 +29,11 @@ function controls(title) {
       WScript.Sleep(20);
     }
   };
-  /// Into the picker that has the focus, its check box set and the month marked.
+  /// Into the picker that has the focus: its check box, and the date field by field.
   all.pick = function(picker, month, day, year) {
-    var kRight = 39;
+    var kSpace = 32, kRight = 39;
+    Ui.Press(picker, kSpace);
+    Ui.Press(picker, kRight);
     var fields = [month, day, year];
     for (var i = 0; i < fields.length; i++) {
       for (var j = 0; j < fields[i].length; j++) Ui.Press(picker, fields[i].charCodeAt(j));
@@ -96,14 +98,11 @@ function addsAnn() {
   Ui.WaitText(editor.sex, "Female");
   Ui.Press(editor.sex, kTab);
   editor.waitFocus("SysDateTimePick32");
-  Ui.Press(editor.birthday, 32);  // Space sets the check box, Right goes to the month.
-  Ui.Press(editor.birthday, 39);
   editor.pick(editor.birthday, "2", "28", "1990");
-  // The other one by mouse: its check box, then the month.
-  var middle = Ui.Height(editor.anniversary) / 2;
-  Ui.ClickAt(editor.anniversary, 8, middle);
-  editor.waitFocus("Button");
-  Ui.ClickAt(editor.anniversary, 24, middle);
+  // The other one is reached from behind, where the focus comes from a box.
+  Ui.Click(editor.street);
+  editor.waitFocus("Edit");
+  Ui.Press(editor.street, kTab, 4);  // Shift
   editor.waitFocus("SysDateTimePick32");
   editor.pick(editor.anniversary, "6", "12", "2015");
   Ui.Press(editor.anniversary, kTab);
