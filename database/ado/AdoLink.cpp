@@ -49,6 +49,14 @@ std::unique_ptr<Statement> AdoLink::Prepare(StringView text,
 }
 
 std::vector<String> AdoLink::KeyColumns(StringView table) {
+  auto known = keyColumns_.find(String(table));
+  if (known == keyColumns_.end()) {
+    known = keyColumns_.emplace(table, AskKeyColumns(table)).first;
+  }
+  return known->second;
+}
+
+std::vector<String> AdoLink::AskKeyColumns(StringView table) const {
   String name(table.substr(table.rfind(u'.') + 1));
   if (engine_ == Engine::PostgreSql) {
     for (char16_t& unit : name) {  // it keeps unquoted names in small letters

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "database/Driver.h"
 #include "database/ado/Apartment.h"
 #include "database/ado/Object.h"
@@ -30,10 +32,12 @@ class AdoLink final : public Link {
 
  private:
   Engine AskEngine() const;
+  std::vector<String> AskKeyColumns(StringView table) const;
 
   Apartment apartment_;  // first: its end must follow that of all objects
   Object connection_;
   Engine engine_ = Engine::Other;
+  std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
 };
 
 }  // namespace ktrv::database::ado
