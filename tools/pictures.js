@@ -57,6 +57,8 @@ takeDialog("Modify Group", "group", function(editor) {
 
 takeDialog("Select Recipient", "recipients", function(picker) {
   Ui.WaitRows(Ui.Child(picker, "SysListView32"), 10);
-  Ui.Click(Ui.ChildWithText(picker, "All ->"));
+  var all = Ui.ChildWithText(picker, "All ->");
+  while (!Ui.IsEnabled(all)) WScript.Sleep(20);
+  Ui.Click(all);
   Ui.WaitRows(Ui.Child(picker, "SysListView32", 1), 8);  // of one id only the first
 }, function() { book.LoadRecipients(kAdministrator); });
