@@ -15,8 +15,8 @@ class WatchedDriver final : public database::Driver {
   /// \param driver does the work; must outlive this one and its links.
   explicit WatchedDriver(database::Driver& driver) : driver_(driver) {}
 
-  /// Called on the thread that executes, with the text that goes to the driver next. May be replaced
-  /// from within.
+  /// Called on the thread that executes, with the text that goes to the driver next. May be
+  /// replaced from within.
   std::function<void(StringView text)> BeforeExecute;
 
   std::unique_ptr<database::Link> Open(StringView connectionString, StringView user,
