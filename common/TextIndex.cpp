@@ -8,7 +8,8 @@
 
 namespace ktrv {
 
-std::optional<std::size_t> TextIndex::Find(StringView text) const {
+std::optional<std::size_t> TextIndex::Find(StringView text, std::size_t guess) const {
+  if (guess < Count() && At(guess) == text) return guess;
   if (slots_.empty()) return std::nullopt;
   const std::uint32_t number = slots_[Place(text, HashOf(text))].Number;
   return number == kFree ? std::nullopt : std::optional<std::size_t>(number);

@@ -12,8 +12,9 @@ namespace ktrv {
 /// other in memory, because that many small objects would be slow to reach.
 class TextIndex {
  public:
-  /// The text's number; none when it is not there. Letter case counts.
-  std::optional<std::size_t> Find(StringView text) const;
+  /// The text's number; none when it is not there. Letter case counts. \param guess a number that
+  /// is looked at first, which is quicker when it is the one: in a long row the one after the last.
+  std::optional<std::size_t> Find(StringView text, std::size_t guess = 0) const;
   bool Contains(StringView text) const { return Find(text).has_value(); }
 
   /// Gives the text the next number. \return false when it was there already. \throws

@@ -85,10 +85,15 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
   const ContactColumns to(display_.Grid);
   {
     const RedrawPause pause(display_.Grid);
+    // Rows that are there already often came in the same order.
+    std::size_t guess = 0;
     for (const int row : rows) {
       progress.Advance();
       const String id = from.ReadId(row);
-      if (ids_.Contains(id)) continue;
+      if (const auto found = ids_.Find(id, guess)) {
+        guess = *found + 1;
+        continue;
+      }
       to.Add(from.Read(row));
       ids_.Add(id);
     }

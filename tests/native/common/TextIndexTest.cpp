@@ -18,6 +18,16 @@ TEST(TextIndex, KnowsNothingAtFirst) {
   EXPECT_EQ(TextIndex().Count(), 0U);
 }
 
+TEST(TextIndex, FindsATextWhateverTheGuess) {
+  TextIndex index;
+  index.Add(u"a");
+  index.Add(u"b");
+  EXPECT_EQ(index.Find(u"b", 1), 1U);
+  EXPECT_EQ(index.Find(u"b", 0), 1U);
+  EXPECT_EQ(index.Find(u"a", 7), 0U);
+  EXPECT_FALSE(index.Find(u"c", 1));
+}
+
 TEST(TextIndex, TakesATextOnce) {
   TextIndex index;
   index.Add(u"a");
