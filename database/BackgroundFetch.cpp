@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <deque>
 #include <list>
 #include <mutex>
@@ -106,6 +108,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   void End() {
     const std::lock_guard lock(mutex_);
     statement_ = nullptr;
+    ended_.notify_all();
   }
 
   /// \return false when nobody wants the rows any more.
@@ -124,9 +127,10 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 
   void GiveUp() {
     const std::lock_guard lock(mutex_);
-    givenUp_ = true;
     items_.clear();
-    if (statement_) statement_->Cancel();
+    if (std::exchange(givenUp_, true) || !statement_) return;
+    statement_->Cancel();
+    Insist();
   }
 
   void Cancel() {
@@ -145,6 +149,28 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
  private:
+  /// Goes on to cancel until the statement has ended, on a thread of its own: an engine that was
+  /// told before it had begun does not remember it.
+  void Insist() noexcept {
+    try {
+      auto ended = std::make_shared<std::atomic<bool>>(false);
+      Threads::OfProcess().Start(
+          [mark = EndMark(ended), self = shared_from_this()]() mutable {
+            self->CancelUntilEnded();
+            self.reset();  // before the mark, behind which the driver may go away
+          },
+          ended);
+    } catch (...) {
+      // It was told once, which is nearly always enough.
+    }
+  }
+
+  void CancelUntilEnded() noexcept {
+    constexpr std::chrono::milliseconds kPatience{100};
+    std::unique_lock lock(mutex_);
+    while (!ended_.wait_for(lock, kPatience, [this] { return !statement_; })) statement_->Cancel();
+  }
+
   void PostDelivery() {
     post_([self = shared_from_this()] { self->Deliver(); });
   }
@@ -182,6 +208,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   Receiver* receiver_;  // of the user-interface thread alone
 
   std::mutex mutex_;
+  std::condition_variable ended_;  // the statement
   std::deque<Item> items_;
   bool posted_ = false;  // a closure is under way
   bool givenUp_ = false;
