@@ -29,6 +29,7 @@ frmNewContact::~frmNewContact() {
 }
 
 void frmNewContact::Form_Load() {
+  contactId_ = Trim(session_.EditContactId);
   session_.Trap(u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact", [&] {
     if (session_.IsAtServer()) {
       EnableControls(true);
@@ -78,10 +79,9 @@ void frmNewContact::PresentExisting() {
 }
 
 void frmNewContact::Populate_Data() {
-  const StringView id = Trim(session_.EditContactId);
-  if (id.empty()) return;
+  if (contactId_.empty()) return;
   database::Recordset contact(session_.Environment);
-  contact.Open(data::ContactQueries::ById(id), session_.SessionConnectionString);
+  contact.Open(data::ContactQueries::ById(contactId_), session_.SessionConnectionString);
   if (!contact.EndOfFile()) ContactFields::Show(contact, *this);
 }
 
@@ -129,8 +129,7 @@ void frmNewContact::Save_Data() {
   const bool isNew = Mode == ModeOfOperation::Add;
   database::Recordset contact(session_.Environment);
   contact.Location = database::CursorLocation::Client;
-  contact.Open(isNew ? String(data::ContactQueries::kNone)
-                     : data::ContactQueries::ById(Trim(session_.EditContactId)),
+  contact.Open(isNew ? String(data::ContactQueries::kNone) : data::ContactQueries::ById(contactId_),
                session_.SessionConnectionString,
                {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
   // Whatever was opened, the session works on shared contacts until the host's next call.
@@ -143,7 +142,7 @@ void frmNewContact::Save_Data() {
   contact.Update();
   contact.Resync();  // brings the id that the database gave to a new row
   const String id = ToText(contact.Field(u"ID"));
-  if (Trim(session_.EditContactId).empty()) session_.EditContactId = id;
+  session_.EditContactId = contactId_.empty() ? id : contactId_;
   SetResults(id);
 }
 

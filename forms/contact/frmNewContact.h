@@ -118,6 +118,9 @@ class frmNewContact final : public controls::Form {
   void FilterDigits(std::int16_t& code);
 
   Session& session_;
+  /// Session::EditContactId when the dialog opened: a host may call another operation while it is
+  /// open.
+  String contactId_;
   bool saved_ = false;
 };
 

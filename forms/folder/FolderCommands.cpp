@@ -49,6 +49,7 @@ const database::Command& FolderCommands::At(FolderCommand name) const {
 
 database::Recordset FolderCommands::Execute(FolderCommand name, std::vector<Variant> values) {
   At(name);
+  session_.OpenConnection();  // a host's other operation may have closed it
   return commands_[static_cast<std::size_t>(name)]->Execute(std::move(values));
 }
 

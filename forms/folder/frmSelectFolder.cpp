@@ -27,6 +27,7 @@ frmSelectFolder::~frmSelectFolder() {
 }
 
 void frmSelectFolder::Form_Load() {
+  folderType_ = session_.FolderType;
   if (HasCommands()) session_.OpenConnection();
   PrepareCommand();
   LoadRemoteFolderViews();
@@ -183,7 +184,8 @@ database::Recordset frmSelectFolder::WriteAndReadBack() {
 void frmSelectFolder::chkRemoteFolder_Click() {
   const bool isRemote = chkRemoteFolder.Checked();
   cboRemoteFolderView.SetEnabled(isRemote);
-  session_.FolderType = isRemote ? kRemoteFolder : kSharedFolder;
+  folderType_ = isRemote ? kRemoteFolder : kSharedFolder;
+  session_.FolderType = folderType_;
 }
 
 void frmSelectFolder::txtFolderName_GotFocus() {
@@ -191,6 +193,7 @@ void frmSelectFolder::txtFolderName_GotFocus() {
 }
 
 void frmSelectFolder::cmdOK_Click() {
+  session_.FolderType = folderType_;
   if (!Validate_Data() || !Save_Data()) return;
   saved_ = true;
   Unload();

@@ -68,6 +68,8 @@ class frmSelectFolder final : public controls::Form {
 
   Session& session_;
   FolderCommands commands_{session_};
+  /// Session::FolderType as this dialog has it: a host may call another operation while it is open.
+  std::int32_t folderType_ = 0;
   bool saved_ = false;
 };
 

@@ -102,6 +102,8 @@ void frmGroupsNew::ConnectEvents() {
 
 void frmGroupsNew::Form_Load() {
   saved_ = false;
+  groupId_ = session_.GroupId;
+  groupType_ = session_.GroupType;
   const bool connected = session_.Trap(Context::kFormLoad, false, [&] {
     InitAdoCommands();
     return true;

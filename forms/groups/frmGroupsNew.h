@@ -102,6 +102,9 @@ class frmGroupsNew final : public controls::Form {
   bool MembersMayBeReplaced();
   void Take(const std::vector<int>& rows);
   void SaveGroup();
+  /// Gives the session back the group of this dialog: a host may have called another operation
+  /// while it was open.
+  void TakeSessionBack();
   void ClearResults();
   bool IsShared() const;
   bool IsPicker() const;
@@ -112,6 +115,8 @@ class frmGroupsNew final : public controls::Form {
   SourceList sources_;
   MemberList members_;
   ContactOpening contacts_;
+  String groupId_;  ///< empty for a new group
+  std::int32_t groupType_ = 0;
   bool saved_ = false;
 };
 

@@ -16,7 +16,13 @@ constexpr StringView kSave =
 
 }  // namespace
 
+void frmGroupsNew::TakeSessionBack() {
+  session_.GroupId = groupId_;
+  session_.GroupType = groupType_;
+}
+
 void frmGroupsNew::cmdOK_Click() {
+  TakeSessionBack();
   if (!Validate_Data()) return;
   if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
   if (!Save_Data()) return;
@@ -82,6 +88,7 @@ void frmGroupsNew::SaveGroup() {
   if (IsShared()) {
     if (Mode == ModeOfOperation::Add) {
       store_.Create(name, FolderId);
+      groupId_ = session_.GroupId;
       // When a later statement fails, the next OK goes on with the group that is there now.
       Mode = ModeOfOperation::Modify;
     } else {

@@ -57,7 +57,7 @@ void FlexGridWindow::RowsAppended() {
   // The list view draws its scroll bar anew each time, which takes longer than a block of rows
   // takes to come.
   constexpr UINT kPause = 50;  // milliseconds
-  if (appended_) return;  // even a question to the list view takes longer than a row
+  if (appended_) return;       // even a question to the list view takes longer than a row
   if (Send(LVM_GETITEMCOUNT) == 0) return ShowAppended();
   appended_ = true;
   SetTimer(Handle(), kRowsTimer, kPause, nullptr);
@@ -182,6 +182,8 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       }
       return std::nullopt;
     case WM_KEYDOWN:
+      // A command is one press of its key: held, it would start again behind each box it opened.
+      if (IsRepeated(lParam) && (wParam == VK_RETURN || wParam == VK_DELETE)) return 0;
       return OnKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
     case WM_CHAR:
       // Enter's character; the list view would look for a row that begins with it.

@@ -2,6 +2,7 @@
 
 #include "windows/controls/FormWindow.h"
 #include "windows/controls/Guard.h"
+#include "windows/controls/Keys.h"
 
 namespace ktrv::windows {
 
@@ -22,11 +23,12 @@ bool TakeKeyDown(HWND form, MSG& message) {
       SendMessageW(form, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0, FALSE);
       return true;
     // Posted: the command may open another dialog, and no loop is to run inside the hook.
+    // A key that is still held from the window before presses no button of this one.
     case VK_RETURN:
-      PostMessageW(form, WM_COMMAND, IDOK, 0);
+      if (!IsRepeated(message.lParam)) PostMessageW(form, WM_COMMAND, IDOK, 0);
       return true;
     case VK_ESCAPE:
-      PostMessageW(form, WM_COMMAND, IDCANCEL, 0);
+      if (!IsRepeated(message.lParam)) PostMessageW(form, WM_COMMAND, IDCANCEL, 0);
       return true;
     default:
       return false;

@@ -238,12 +238,12 @@ TEST_F(FolderSavingTest, ALostConnectionIsLogged) {
   ExpectOpenWithItsText(u"Validate_Data");
 }
 
-TEST_F(FolderSavingTest, AConnectionClosedBehindItsBackIsLogged) {
+TEST_F(FolderSavingTest, AConnectionClosedBehindItsBackIsOpenedAgain) {
   AddWithFakeDriver();
   session.CloseConnection();
   PressOk();
-  ExpectOpenWithItsText(u"Validate_Data");
-  EXPECT_TRUE(LoggedNumber(ErrorNumber::InvalidConnection));
+  EXPECT_FALSE(LoggedNumber(ErrorNumber::InvalidConnection));
+  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
 }
 
 TEST_F(FolderSavingTest, AConstraintViolationIsLogged) {

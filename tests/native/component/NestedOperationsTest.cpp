@@ -1,0 +1,153 @@
+#include "component/clsMain.h"
+#include "forms/contact/frmNewContact.h"
+#include "forms/folder/frmSelectFolder.h"
+#include "forms/groups/frmGroupsNew.h"
+#include "tests/native/support/DialogFixture.h"
+
+namespace ktrv::tests {
+namespace {
+
+using Lines = std::vector<String>;
+
+/// A host calls an operation while a dialog of another one is open, from a timer for instance.
+struct NestedOperationsTest : DialogFixture {
+  NestedOperationsTest() {
+    database.Run({
+        u"INSERT INTO SMS_USERS (ID, NAME, ADMIN, DISABLED, DELETED) VALUES (1, 'A', 1, 0, 0),"
+        u" (2, 'B', 0, 0, 0)",
+        u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID) VALUES (1, 'S', 'Staff', 0)",
+        u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MOBILENO) VALUES (1, 0, 'Ann', '70'),"
+        u" (2, 0, 'Bert', '71')",
+        u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (5, 'Boat', 0), (6, 'Crew', 0)",
+        u"INSERT INTO SMS_ABGROUPMAPS VALUES (5, '1', 'S'), (6, '2', 'S')",
+    });
+  }
+  template <class Dialog>
+  void In(std::function<void(Dialog&)> play) {
+    screen.PlayModal([play = std::move(play)](controls::Form& form) {
+      play(dynamic_cast<Dialog&>(form));
+      form.Unload();
+    });
+  }
+  void CloseNext() {
+    screen.PlayModal([](controls::Form& form) { form.UserCloses(); });
+  }
+
+  Dialogs dialogs{session};
+  clsMain main{session, dialogs};
+};
+
+TEST_F(NestedOperationsTest, AContactIsSavedAsTheOneThatWasOpened) {
+  In<forms::frmNewContact>([this](forms::frmNewContact& editor) {
+    CloseNext();
+    EXPECT_EQ(main.EditContacts(1, 1, 2, {}, {}), 1);
+    editor.txtFname.SetText(u"Anna");
+    editor.cmdSave.UserClicks();
+  });
+  EXPECT_EQ(main.EditContacts(1, 1, 1, {}, {}), 1);
+  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS ORDER BY ID"),
+            (Lines{u"Anna", u"Bert"}));
+  EXPECT_EQ(main.NewContactId(), u"1");
+}
+
+TEST_F(NestedOperationsTest, ANewContactStaysANewOne) {
+  In<forms::frmNewContact>([this](forms::frmNewContact& editor) {
+    CloseNext();
+    EXPECT_EQ(main.EditContacts(1, 1, 2, {}, {}), 1);
+    editor.txtFname.SetText(u"Carl");
+    editor.cmdSave.UserClicks();
+  });
+  EXPECT_EQ(main.AddContacts(1, 1, {}, {}), 1);
+  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS ORDER BY ID"),
+            (Lines{u"Ann", u"Bert", u"Carl"}));
+  EXPECT_EQ(main.NewContactId(), u"3");
+}
+
+TEST_F(NestedOperationsTest, AGroupIsSavedAsTheOneThatWasOpened) {
+  In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Members().IsLoading(); }));
+    CloseNext();
+    EXPECT_EQ(main.EditGroup(1, u"6", 1, {}), 1);
+    editor.txtGroupName.SetText(u"Ship");
+    editor.cmdOK.UserClicks();
+  });
+  EXPECT_EQ(main.EditGroup(1, u"5", 1, {}), 1);
+  EXPECT_EQ(Log(), u"");
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"), (Lines{u"Ship", u"Crew"}));
+  EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS ORDER BY GROUP_ID"),
+            (Lines{u"5|1|S", u"6|2|S"}));
+  EXPECT_EQ(main.NewGroupId(), u"5");
+}
+
+TEST_F(NestedOperationsTest, ASharedGroupIsSavedThoughAGeneralUsersLocalOneWasOpenMeanwhile) {
+  In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Members().IsLoading(); }));
+    CloseNext();
+    EXPECT_EQ(main.AddGroup(2, u"0", 1, {}), 1);
+    editor.txtGroupName.SetText(u"Ship");
+    editor.cmdOK.UserClicks();
+  });
+  EXPECT_EQ(main.EditGroup(1, u"5", 1, {}), 1);
+  EXPECT_EQ(Log(), u"");
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"), (Lines{u"Ship", u"Crew"}));
+}
+
+TEST_F(NestedOperationsTest, AFolderOfTheAddressBookIsSavedThoughTheHostsEditorWasOpenMeanwhile) {
+  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  forms::frmAddressBook& book = dialogs.AddressBook();
+  book.tvwContacts.UserClicks(*book.tvwContacts.Find(u"SFLD1"));
+  ASSERT_TRUE(screen.WaitUntil([&] { return book.StatusBar1.PanelCount() == 2; }));
+  book.tvwContacts.UserFocuses(true);
+  In<forms::frmSelectFolder>([this](forms::frmSelectFolder& editor) {
+    CloseNext();
+    EXPECT_EQ(main.LoadFolders(1), 1);
+    editor.txtFolderName.SetText(u"People");
+    editor.cmdOK.UserClicks();
+  });
+  book.ContactProperties();
+  EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), (Lines{u"People"}));
+}
+
+TEST_F(NestedOperationsTest, TheEndOfAnObjectClosesWhatTheAddressBookOpened) {
+  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  forms::frmAddressBook& book = dialogs.AddressBook();
+  bool loaded = true;
+  screen.PlayModal([&](controls::Form& editor) {
+    { clsMain second(session, dialogs); }
+    loaded = editor.IsLoaded();
+    editor.Unload();
+  });
+  book.ContactNew({});
+  EXPECT_FALSE(loaded);
+  EXPECT_FALSE(book.IsLoaded());
+}
+
+TEST_F(NestedOperationsTest, InnerDialogsAreClosedBeforeThoseThatOpenedThem) {
+  forms::frmGroupsNew outer(session);
+  forms::frmGroupsNew inner(session);
+  forms::frmNewContact contact(session);
+  forms::frmSelectFolder folder(session);
+  using Kind = ModalDialogs::Kind;
+  std::vector<controls::Form*> open;
+  const auto then = [&](controls::Form& form, Kind kind, controls::Form& next) {
+    screen.PlayModal([&session = session, &form, &next, kind](controls::Form&) {
+      session.Modal.Show(kind, next);
+      form.Unload();
+    });
+  };
+  then(outer, Kind::Folder, folder);
+  then(folder, Kind::Group, inner);
+  then(inner, Kind::Contact, contact);
+  screen.PlayModal([&](controls::Form& form) {
+    open = session.Modal.Open();
+    form.Unload();
+  });
+  session.Modal.Show(Kind::Group, outer);
+  EXPECT_EQ(open, (std::vector<controls::Form*>{&contact, &folder, &inner, &outer}));
+  EXPECT_TRUE(session.Modal.Open().empty());
+}
+
+}  // namespace
+}  // namespace ktrv::tests
