@@ -1,7 +1,5 @@
 #include "forms/addressbook/ItemCommands.h"
 
-#include <utility>
-
 #include "forms/addressbook/ContactGridLayout.h"
 #include "forms/addressbook/frmAddressBook.h"
 
@@ -16,13 +14,7 @@ constexpr StringView kNewFolder =
     u"KTRVAddressBook: Error occurred. Sub: mnuSharedFolderContext_Click, Module: frmAddressBook";
 constexpr StringView kProperties =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactProperties, Module: frmAddressBook";
-constexpr StringView kDelete =
-    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
 }  // namespace Context
-
-constexpr StringView kNodeIsGone =
-    u"The selected folder or group does not exist any more. Please select another one.";
-constexpr int kTextPanel = 1;
 
 }  // namespace
 
@@ -200,131 +192,6 @@ void ItemCommands::RebuildTree() {
   window_.LoadTreeView();
   // At the server the root becomes current, and the grid shows what is.
   if (folders_.Current().Key != before) window_.LoadContacts();
-}
-
-// Deletion.
-
-void ItemCommands::Delete() {
-  Run(Context::kDelete, [&] {
-    const CurrentNode node = folders_.Current();
-    const bool treeIsActive = window_.tvwContacts.HasFocus();
-    const bool isRoot = node.Key == NodeKey::Shared;
-    if ((isRoot || node.Key == NodeKey::Main) && treeIsActive) {
-      return Say(u"The item cannot be deleted.");
-    }
-    if (isRoot && session_.IsAdmin == 0) return;
-    if (treeIsActive) {
-      DeleteNode(node);
-    } else {
-      DeleteRows(node);
-    }
-  });
-}
-
-bool ItemCommands::Confirm(StringView question, std::int32_t buttons, std::int16_t wanted) {
-  const std::int16_t answer = session_.ShowMessage(
-      question, buttons | MessageStyle::Question | MessageStyle::DefaultButton2);
-  // What was confirmed is what stood there when the question was asked.
-  return answer == wanted && IsStillOpen();
-}
-
-bool ItemCommands::ConfirmDeletion() {
-  return Confirm(u"Are you sure you want to delete the selected item(s)?", MessageStyle::YesNo,
-                 MessageAnswer::Yes);
-}
-
-void ItemCommands::DeleteNode(const CurrentNode& node) {
-  if (node.Key.empty()) return;
-  const controls::TreeNode* found = window_.tvwContacts.Find(node.Key);
-  if (!found) return Say(kNodeIsGone);
-  if (!found->Children.empty()) {
-    session_.ShowMessage(
-        u"Selected folder contains group(s) under it. Remove all group(s) first to delete selected "
-        u"folder.",
-        MessageStyle::Critical);
-    return;
-  }
-  if (ConfirmDeletion() && DeleteItemOf(node)) RemoveNode(node.Key);
-}
-
-bool ItemCommands::DeleteItemOf(const CurrentNode& node) {
-  const StringView kind = NodeKey::KindOf(node.Key);
-  const StringView id = NodeKey::IdOf(node.Key);
-  const auto confirmWhole = [&](StringView question) {
-    return Confirm(question, MessageStyle::OkCancel, MessageAnswer::Ok);
-  };
-  if (kind == NodeKey::SharedGroup) {
-    statements_.DeleteGroup(id);
-    return true;
-  }
-  if (kind == NodeKey::SharedFolder) {
-    if (!confirmWhole(
-            u"Are you sure you want to completely delete the  selected folder and all its "
-            u"contents ?")) {
-      return false;
-    }
-    statements_.DeleteSharedFolder(id);
-    return true;
-  }
-  if (kind == NodeKey::RemoteFolder) {
-    if (!confirmWhole(u"Are you sure you want to completely delete the selected Shared Remote "
-                      u"folder ?")) {
-      return false;
-    }
-    statements_.DeleteRemoteFolder(id);
-    return true;
-  }
-  return false;
-}
-
-void ItemCommands::RemoveNode(const String& key) {
-  controls::TreeView& tree = window_.tvwContacts;
-  if (controls::TreeNode* node = tree.Find(key)) tree.Remove(*node);
-  tree.Refresh();
-  if (controls::TreeNode* next = tree.SelectedNode()) tree.UserClicks(*next);
-  // No button of the mouse belongs to this click: it leads to no menu.
-  folders_.TakeClick();
-}
-
-void ItemCommands::DeleteRows(const CurrentNode& node) {
-  const controls::FlexGrid& grid = window_.vsfContacts;
-  if (grid.Row() == 0 || !ContactGridLayout::HasRows(grid) || grid.Selection().Count() == 0) {
-    return Say(u"No item(s) selected for deletion.");
-  }
-  const StringView kind = NodeKey::KindOf(node.Key);
-  if (node.Key != NodeKey::Shared && kind != NodeKey::SharedFolder &&
-      kind != NodeKey::SharedGroup) {
-    return;
-  }
-  // Rows may still come while the question is open: only those that were selected before are meant.
-  std::vector<RowDeletion::Item> items;
-  const int id = grid.ColIndex(ContactGridLayout::kId);
-  const int type = grid.ColIndex(ContactGridLayout::kType);
-  for (const int row : grid.SelectedRows())
-    items.push_back({grid.Text(row, id), grid.Text(row, type)});
-  if (!ConfirmDeletion()) return;
-  deletion_ = std::make_shared<RowDeletion>(session_, Context::kDelete, std::move(items));
-  deletion_->Progress = [this, all = deletion_->Count()](std::size_t done) {
-    window_.StatusBar1.SetPanelText(
-        kTextPanel, u"Deleting item(s): " + ToDecimal(static_cast<std::int64_t>(done)) + u" of " +
-                        ToDecimal(static_cast<std::int64_t>(all)));
-  };
-  deletion_->Done = [this] { FinishDeletion(); };
-  deletion_->Run();
-}
-
-void ItemCommands::FinishDeletion() {
-  const auto deletion = std::exchange(deletion_, nullptr);
-  if (deletion->HasDeletedGroup() || folders_.Source() != session_.SessionConnectionString) {
-    window_.LoadTreeView();
-  }
-  window_.LoadContacts();
-}
-
-void ItemCommands::Stop() {
-  if (!deletion_) return;
-  deletion_->Stop();
-  deletion_.reset();
 }
 
 }  // namespace ktrv::forms

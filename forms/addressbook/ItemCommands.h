@@ -42,6 +42,9 @@ class ItemCommands {
   bool IsDeleting() const { return deletion_ != nullptr; }
 
  private:
+  static constexpr StringView kNodeIsGone =
+      u"The selected folder or group does not exist any more. Please select another one.";
+
   void Run(StringView context, const std::function<void()>& command);
   /// Whether the window is still there and the session's database the one it was.
   bool IsStillOpen() const;
