@@ -109,6 +109,28 @@ function mayNotDeleteInTheRoot(book, database) {
   book.answer("The item cannot be deleted.", "warning|OK*", "OK");
 }
 
+function deletesElsewhereAsGeneralUser(book, database) {
+  var kSure = "Are you sure you want to delete the selected item(s)?", kYesNo = "question|Yes|No*";
+  book.choose("Mine", 2);
+  book.clickRow("Hers");
+  Ui.ClickTool(book.tools, 2);
+  book.answer(kSure, kYesNo, "Yes");
+  Ui.WaitRows(book.grid, 1);
+  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 40"), "0", "the row");
+  book.choose("Ours", 0);
+  Ui.Press(book.tree, kDelete);
+  book.answer(kSure, kYesNo, "Yes");
+  until(function() { return Ui.Nodes(book.tree).indexOf("Ours") < 0; }, "the group goes");
+  book.choose("Mine", 0);
+  Ui.Press(book.tree, kDelete);
+  book.answer(kSure, kYesNo, "Yes");
+  book.answer("Are you sure you want to completely delete the  selected folder and all its " +
+              "contents ?", "question|OK|Cancel*", "OK");
+  until(function() { return Ui.Nodes(book.tree).indexOf("Mine") < 0; }, "the folder goes");
+  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 40), " +
+                             "(SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 40)"), "0|0", "both");
+}
+
 function warnsOfRemoteMembers(book, database) {
   book.choose("Mixed", 3);
   book.clickRow("Coastal");
@@ -126,6 +148,11 @@ function warnsOfRemoteMembers(book, database) {
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
 playBook(book, kServer, kAdministrator, deletesAtTheServer);
 playBook(book, kClient, kGeneralUser, mayNotDeleteInTheRoot);
+query(database, "INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (40, 'S', 'Mine'); " +
+                "INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME) VALUES " +
+                "(40, 40, 'Hers', '', ''); " +
+                "INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (40, 'Ours', 40)");
+playBook(book, kClient, kGeneralUser, deletesElsewhereAsGeneralUser);
 query(database, "INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES " +
                 "(30, 'R', 'Dealers again', 'Dealers'); " +
                 "INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (30, 'Mixed', 0); " +
