@@ -27,6 +27,11 @@ TEST_F(ASession, OutlivesAnObjectThatTheHostReleasesAfterCom) {
   // TearDown finds that the thread left nothing.
 }
 
+void CALLBACK EndCom(HWND, UINT, UINT_PTR timer, DWORD) {
+  KillTimer(nullptr, timer);
+  CoUninitialize();
+}
+
 TEST_F(ASession, OutlivesACallDuringWhichTheHostEndsCom) {
   HRESULT returned = E_FAIL;
   long result = -1;
@@ -37,10 +42,7 @@ TEST_F(ASession, OutlivesACallDuringWhichTheHostEndsCom) {
       const Bstr log(FreshFile(L"late.log"));
       object->put_LogFile(log.Get());
       // Runs while the box is shown, because the box hands out the thread's messages.
-      SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR timer, DWORD) {
-        KillTimer(nullptr, timer);
-        CoUninitialize();
-      });
+      SetTimer(nullptr, 0, 50, &EndCom);
       std::future<std::wstring> shown = AnswerBoxAfter(300);
       returned = object->LoadAddressBook(1, &result);
       EXPECT_EQ(shown.get(), L"Initialisation routine for AddressBook DLL has not been done.");
