@@ -53,6 +53,8 @@ function controls(title) {
     Ui.ChildWithText(box, message);
     Ui.Click(Ui.Child(box, "Button"));
     Ui.WaitGone(box);
+    // What is typed before the editor has the focus back is lost.
+    all.waitFocus("Edit");
   };
   return all;
 }
