@@ -20,6 +20,7 @@ std::vector<controls::Form*> ModalDialogs::Open() const {
   std::stable_sort(ordered.begin(), ordered.end(),
                    [](const Shown& left, const Shown& right) { return left.What < right.What; });
   std::vector<controls::Form*> dialogs;
+  dialogs.reserve(ordered.size());
   for (const Shown& each : ordered) dialogs.push_back(each.Dialog);
   return dialogs;
 }

@@ -6,7 +6,7 @@
 
 namespace ktrv {
 
-void TextCollection::Add(String text, String key) {
+void TextCollection::Add(String text, StringView key) {
   if (!key.empty()) {
     if (!keys_.Add(ToUpperAscii(key))) {
       throw Error(ErrorNumber::KeyInUse,

@@ -11,7 +11,7 @@ namespace ktrv {
 class TextCollection {
  public:
   /// \param key empty for none. \throws Error KeyInUse
-  void Add(String text, String key = {});
+  void Add(String text, StringView key = {});
 
   /// Makes room for so many texts with keys.
   void Reserve(std::size_t count);

@@ -13,7 +13,7 @@ namespace {
 String LookUp(Session& session, const String& query, StringView column) {
   database::Recordset rows(session.Environment);
   rows.Open(query, session.OpenConnection());
-  const String text(Trim(ToText(rows.Field(column))));
+  String text(Trim(ToText(rows.Field(column))));
   rows.Close();
   return text;
 }

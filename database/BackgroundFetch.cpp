@@ -137,7 +137,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     GiveUp();
     {
       const std::lock_guard lock(mutex_);
-      items_.push_back(Ended{std::nullopt, EventStatus::Cancelled});
+      items_.emplace_back(Ended{std::nullopt, EventStatus::Cancelled});
       if (std::exchange(posted_, true)) return;
     }
     PostDelivery();

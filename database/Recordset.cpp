@@ -18,7 +18,7 @@ Recordset::Recordset(Recordset&& other) noexcept
       BackgroundFetchSize(other.BackgroundFetchSize),
       FetchProgress(std::move(other.FetchProgress)),
       FetchComplete(std::move(other.FetchComplete)),
-      environment_(other.environment_) {
+      environment_(std::move(other.environment_)) {
   Take(std::move(other.contents_));
 }
 
@@ -28,7 +28,7 @@ Recordset& Recordset::operator=(Recordset&& other) noexcept {
     BackgroundFetchSize = other.BackgroundFetchSize;
     FetchProgress = std::move(other.FetchProgress);
     FetchComplete = std::move(other.FetchComplete);
-    environment_ = other.environment_;
+    environment_ = std::move(other.environment_);
     Take(std::move(other.contents_));
   }
   return *this;
@@ -150,7 +150,7 @@ Variant Recordset::Field(StringView name) const {
   return contents_->Value(column);
 }
 
-void Recordset::SetField(StringView name, Variant value) {
+void Recordset::SetField(StringView name, const Variant& value) {
   const std::size_t column = Opened().ColumnOf(name);
   contents_->UpdateLink();
   if (!contents_->OnRow()) throw DataError(ErrorNumber::NoCurrentRecord);

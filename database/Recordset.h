@@ -81,7 +81,7 @@ class Recordset {
 
   /// Changes the value in the current row until Update. \throws Error NotUpdatable, ItemNotFound,
   /// NoCurrentRecord, DataConversion when the value does not fit the column's type
-  void SetField(StringView name, Variant value);
+  void SetField(StringView name, const Variant& value);
 
   // Reading without moving, for lists.
   std::int64_t RecordCount() const;  ///< rows that have come

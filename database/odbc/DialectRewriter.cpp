@@ -134,6 +134,7 @@ class Rewriter {
   String Combined(StringView joinOperator, const std::vector<Operand>& operands) const {
     const bool nullIsEmpty = joinOperator == u"||";
     std::vector<String> parts;
+    parts.reserve(operands.size());
     for (const Operand& operand : operands) parts.push_back(operand.Text);
     if (engine_ == Engine::MySql) {
       return nullIsEmpty ? u"CONCAT_WS('', " + Joined(parts, u", ") + u")"
