@@ -2,7 +2,6 @@
 // then stand in the database are exactly these.
 var database = WScript.Arguments(0), log = WScript.Arguments(1);
 var kServer = 1, kAdministrator = 1, kSharedGroup = 1;
-var shell = WScript.CreateObject("WScript.Shell");
 var files = WScript.CreateObject("Scripting.FileSystemObject");
 
 function checkEqual(actual, expected, what) {
@@ -11,21 +10,7 @@ function checkEqual(actual, expected, what) {
   }
 }
 
-var queries = 0;
-/// What the database's own shell answers: columns joined by bars, rows by blanks.
-function query(text) {
-  var answer = database + ".answer" + ++queries, done = answer + ".done";
-  shell.Run('start /unix /usr/bin/sqlite3 "' + database + '" ".output ' + answer + '" "' + text +
-            '" ".output stdout" ".shell touch ' + done + '"', 0, false);
-  for (var i = 0; !files.FileExists("Z:" + done.replace(/\//g, "\\")); i++) {
-    if (i == 500) throw new Error("No answer to " + text);
-    WScript.Sleep(20);
-  }
-  var file = files.OpenTextFile("Z:" + answer.replace(/\//g, "\\"));
-  var rows = file.AtEndOfStream ? "" : file.ReadAll();
-  file.Close();
-  return rows.replace(/\s+$/, "").split(/\r?\n/).join(" ");
-}
+eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
 
 // What the user's hand knows; it is sent to the other thread as text.
 function Editor(caption) {
@@ -140,8 +125,8 @@ function edit(user, id) {
   }), 1, "EditGroup");
 }
 function memberships(id) {
-  return query("SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = " + id +
-               " ORDER BY ROWID");
+  return query(database, "SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS " +
+                         "WHERE GROUP_ID = " + id + " ORDER BY ROWID");
 }
 
 // How many of Team's two members each family lists: the first leaves remote contacts out.
@@ -152,28 +137,29 @@ for (var i = 0; i < families.length; i++) {
   var id = book.NewGroupId;
   checkEqual(book.NewGroupName, "Team", "NewGroupName");
   checkEqual(book.NewGroupType, "1", "NewGroupType");
-  checkEqual(query("SELECT ID, FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Team'"), id + "|2",
+  checkEqual(query(database, "SELECT ID, FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Team'"),
+             id + "|2",
              "the new group");
   checkEqual(memberships(id), "3|S C0002|R", "members of the new group");
 
   add(findsNameTaken);
   checkEqual(book.NewGroupId + book.NewGroupName, "", "after a cancel");
-  checkEqual(query("SELECT COUNT(*) FROM SMS_ABGROUPS"), 4, "groups after a cancel");
+  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABGROUPS"), 4, "groups after a cancel");
 
   edit(exchangesMembers.toString().replace(/kListed/g, families[i].listed), id);
   checkEqual(book.NewGroupId, id, "NewGroupId of an edited group");
   checkEqual(book.NewGroupName, "Team 2", "NewGroupName of an edited group");
-  checkEqual(query("SELECT ID, NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE ID = " + id),
+  checkEqual(query(database, "SELECT ID, NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE ID = " + id),
              id + "|Team 2|2", "the edited group");
   checkEqual(memberships(id), families[i].listed == 1 ? "3|S 9|S" : "C0002|R 3|S 9|S",
              "members of the edited group");
   checkEqual(memberships(1), "5|S 7|S 8|S", "members of another group");
-  query("DELETE FROM SMS_ABGROUPS WHERE ID = " + id);
+  query(database, "DELETE FROM SMS_ABGROUPS WHERE ID = " + id);
 }
 
 // A dialect without lists; the commands still work.
 initialise("MYSQL");
 add(listsNothing);
-checkEqual(query("SELECT ID, NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Empty'"),
+checkEqual(query(database, "SELECT ID, NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Empty'"),
            book.NewGroupId + "|Empty|2", "a group added without lists");
 checkEqual(memberships(book.NewGroupId), "", "its members");

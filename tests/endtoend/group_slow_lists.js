@@ -2,7 +2,6 @@
 // before all members are there loses none of them.
 var database = WScript.Arguments(0), log = WScript.Arguments(1);
 var kServer = 1, kAdministrator = 1, kSharedGroup = 1;
-var shell = WScript.CreateObject("WScript.Shell");
 var files = WScript.CreateObject("Scripting.FileSystemObject");
 
 function checkEqual(actual, expected, what) {
@@ -11,21 +10,7 @@ function checkEqual(actual, expected, what) {
   }
 }
 
-var queries = 0;
-/// What the database's own shell answers: columns joined by bars, rows by blanks.
-function query(text) {
-  var answer = database + ".answer" + ++queries, done = answer + ".done";
-  shell.Run('start /unix /usr/bin/sqlite3 "' + database + '" ".output ' + answer + '" "' + text +
-            '" ".output stdout" ".shell touch ' + done + '"', 0, false);
-  for (var i = 0; !files.FileExists("Z:" + done.replace(/\//g, "\\")); i++) {
-    if (i == 500) throw new Error("No answer to " + text);
-    WScript.Sleep(20);
-  }
-  var file = files.OpenTextFile("Z:" + answer.replace(/\//g, "\\"));
-  var rows = file.AtEndOfStream ? "" : file.ReadAll();
-  file.Close();
-  return rows.replace(/\s+$/, "").split(/\r?\n/).join(" ");
-}
+eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
 
 function until(condition, what) {
   for (var i = 0; !condition(); i++) {
@@ -78,7 +63,7 @@ function play(user, operation) {
 
 /// Reading remote contacts begins with a count that nobody asked for.
 function slowDown(count) {
-  query("DROP VIEW [V_ZUL$REMOTE_CONTACTS]; " +
+  query(database, "DROP VIEW [V_ZUL$REMOTE_CONTACTS]; " +
         "CREATE VIEW [V_ZUL$REMOTE_CONTACTS] AS SELECT CODE, NAME, MOBILENO, EMAIL, CATEGORY " +
         "FROM [ZUL$CONTACTS] WHERE (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 " +
         "FROM n WHERE i <= " + count + ") SELECT COUNT(*) FROM n) > 0");
@@ -90,8 +75,8 @@ slowDown(20000000);
 play(savesTooEarly, function() {
   return book.EditGroup(kAdministrator, "2", kSharedGroup, "");
 });
-checkEqual(query("SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 2 " +
-                 "ORDER BY ROWID"), "1|S D0001|R 3|S", "members of the group");
+checkEqual(query(database, "SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS " +
+                           "WHERE GROUP_ID = 2 ORDER BY ROWID"), "1|S D0001|R 3|S", "members of the group");
 slowDown(1000000);
 play(switchesTwentyTimes, function() { return book.LoadRecipients(kAdministrator); });
 play(cancelsMeanwhile, function() { return book.LoadRecipients(kAdministrator); });

@@ -16,19 +16,7 @@ function until(condition, what) {
   }
 }
 
-/// What the database's own shell answers: columns joined by bars, rows by blanks.
-function query(database, text) {
-  var files = new ActiveXObject("Scripting.FileSystemObject");
-  var shell = new ActiveXObject("WScript.Shell");
-  var answer = database + ".answer" + new Date().getTime() + Math.random(), done = answer + ".done";
-  shell.Run('start /unix /usr/bin/sqlite3 "' + database + '" ".timeout 5000" ".output ' + answer +
-            '" "' + text + '" ".output stdout" ".shell touch ' + done + '"', 0, false);
-  until(function() { return files.FileExists("Z:" + done.replace(/\//g, "\\")); }, text);
-  var file = files.OpenTextFile("Z:" + answer.replace(/\//g, "\\"));
-  var rows = file.AtEndOfStream ? "" : file.ReadAll();
-  file.Close();
-  return rows.replace(/\s+$/, "").split(/\r?\n/).join(" ");
-}
+eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
 
 /// The window's parts and what a hand does with them.
 function Book() {
