@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "common/Surrogates.h"
+
 namespace ktrv {
 namespace {
 
@@ -31,13 +33,6 @@ StringView WithoutPlus(StringView text) {
   const bool plus =
       text.size() > 1 && text.front() == u'+' && (IsDigit(text[1]) || text[1] == u'.');
   return plus ? text.substr(1) : text;
-}
-
-bool IsHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLowSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
 void AppendUtf8(std::string& bytes, char32_t code) {

@@ -3,27 +3,24 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/Surrogates.h"
 #include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 namespace {
 
-bool BeginsPair(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
 /// At most `room` units of the text, without half a surrogate pair at the end.
 StringView Cut(StringView text, std::size_t room) {
   if (text.size() <= room) return text;
-  const bool splitsPair = room > 0 && BeginsPair(text[room - 1]);
+  const bool splitsPair = room > 0 && IsHighSurrogate(text[room - 1]);
   return text.substr(0, splitsPair ? room - 1 : room);
 }
 
 /// Where the beginning of a surrogate pair stands without its end; npos when there is none.
 std::size_t HalfPair(StringView text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (!BeginsPair(text[i])) continue;
-    if (i + 1 == text.size() || text[i + 1] < 0xDC00 || text[i + 1] > 0xDFFF) return i;
+    if (!IsHighSurrogate(text[i])) continue;
+    if (i + 1 == text.size() || !IsLowSurrogate(text[i + 1])) return i;
     ++i;
   }
   return StringView::npos;

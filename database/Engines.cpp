@@ -5,6 +5,15 @@
 namespace ktrv::database {
 namespace {
 
+/// As PostgreSQL keeps names without quotes: in small letters.
+String InSmallLetters(StringView text) {
+  String name(text);
+  for (char16_t& unit : name) {
+    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + (u'a' - u'A'));
+  }
+  return name;
+}
+
 /// The statement that tells the id that this session's last insert was given; empty when there is
 /// no such statement.
 String LastIdQuery(Engine engine) {
@@ -27,11 +36,8 @@ String LastIdQuery(Engine engine) {
 /// The same on PostgreSQL, by the column's own sequence: the last one of the session may be
 /// another, which a trigger used.
 String LastIdQueryOfPostgreSql(StringView table, StringView column) {
-  String name(column);
-  for (char16_t& unit : name) {  // it keeps unquoted names in small letters
-    if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + (u'a' - u'A'));
-  }
-  return u"SELECT currval(pg_get_serial_sequence('" + String(table) + u"', '" + name + u"'))";
+  return u"SELECT currval(pg_get_serial_sequence('" + String(table) + u"', '" +
+         InSmallLetters(column) + u"'))";
 }
 
 }  // namespace
@@ -45,6 +51,11 @@ Engine EngineOf(StringView product) {
   if (contains(u"ORACLE")) return Engine::Oracle;
   if (contains(u"SQL SERVER")) return Engine::SqlServer;
   return Engine::Other;
+}
+
+String NameInCatalogue(StringView table, Engine engine) {
+  const StringView name = table.substr(table.rfind(u'.') + 1);
+  return engine == Engine::PostgreSql ? InSmallLetters(name) : String(name);
 }
 
 bool Answers(Link& link) {

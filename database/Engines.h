@@ -10,6 +10,10 @@ namespace ktrv::database {
 /// The engine that calls its product by this name.
 Engine EngineOf(StringView product);
 
+/// The name under which the engine's catalogue holds a table that is written without quotes,
+/// without its schema.
+String NameInCatalogue(StringView table, Engine engine);
+
 /// Whether the link still reaches its engine. Asks by the smallest of queries; a file is always
 /// reached, and of an engine that the component does not know nothing is asked.
 bool Answers(Link& link);

@@ -57,12 +57,7 @@ std::vector<String> AdoLink::KeyColumns(StringView table) {
 }
 
 std::vector<String> AdoLink::AskKeyColumns(StringView table) const {
-  String name(table.substr(table.rfind(u'.') + 1));
-  if (engine_ == Engine::PostgreSql) {
-    for (char16_t& unit : name) {  // it keeps unquoted names in small letters
-      if (unit >= u'A' && unit <= u'Z') unit = static_cast<char16_t>(unit + (u'a' - u'A'));
-    }
-  }
+  const String name = NameInCatalogue(table, engine_);
   std::vector<String> columns;
   try {
     const Value kind(kPrimaryKeys);

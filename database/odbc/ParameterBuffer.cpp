@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/Surrogates.h"
 #include "database/Conversion.h"
 
 namespace ktrv::database::odbc {
@@ -45,12 +46,10 @@ SQL_TIMESTAMP_STRUCT Timestamp(DateTime moment) {
 /// The text with each half of a pair that stands alone replaced. PostgreSQL's driver takes such a
 /// half and whatever follows it for one character, MariaDB's refuses the whole text.
 String WellFormed(String text) {
-  const auto isHigh = [](char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; };
-  const auto isLow = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
   for (std::size_t at = 0; at < text.size(); ++at) {
-    if (isHigh(text[at]) && at + 1 < text.size() && isLow(text[at + 1])) {
+    if (IsHighSurrogate(text[at]) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
       ++at;
-    } else if (isHigh(text[at]) || isLow(text[at])) {
+    } else if (IsHighSurrogate(text[at]) || IsLowSurrogate(text[at])) {
       text[at] = 0xFFFD;
     }
   }
