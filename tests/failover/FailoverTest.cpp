@@ -20,6 +20,9 @@ using database::Connection;
 using database::EventStatus;
 using database::Recordset;
 
+/// Longer than statements of one task are apart: all of the loss may take less than that.
+constexpr std::chrono::milliseconds kThinking{500};
+
 /// What users saw of the loss of the server that they all worked with.
 struct Disaster {
   std::vector<String> Confirmed;  ///< groups whose saving was confirmed, to any of them
@@ -110,6 +113,7 @@ Disaster Happen(PairKind kind) {
   User busy(environment, book);
   SaveThroughIt(pair, busy, disaster);
 
+  std::this_thread::sleep_for(kThinking);
   try {
     idle.Save(u"Second of the idle user", disaster);
   } catch (const Error& error) {
