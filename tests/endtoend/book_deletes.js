@@ -1,9 +1,9 @@
 // What can be deleted in the tree and in the list, what is asked before and what is gone then.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = WScript.CreateObject("Scripting.FileSystemObject");
 eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
-function deletesAtTheServer(book, database) {
+function deletesAtTheServer(book) {
   var kSure = "Are you sure you want to delete the selected item(s)?", kYesNo = "question|Yes|No*";
   var kOkCancel = "question|OK|Cancel*";
 
@@ -18,15 +18,15 @@ function deletesAtTheServer(book, database) {
   book.choose("Night Shift", 3);
   Ui.Press(book.tree, kDelete);
   book.answer(kSure, kYesNo, "No");
-  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 1"), "1", "after No");
+  checkEqual(query("SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 1"), "1", "after No");
   Ui.Press(book.tree, kDelete);
   book.answer(kSure, kYesNo, "Yes");
   until(function() { return Ui.Nodes(book.tree).indexOf("Night Shift") < 0; }, "the node goes");
   // The next node is listed, and the tree still has the focus.
   until(function() { return Ui.Panel(book.status, 1) == "3 item(s)"; }, "Management is listed");
   check(book.listed().indexOf("Northern Dealers") >= 0, "Management's members");
-  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 1), " +
-                             "(SELECT COUNT(*) FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 1)"),
+  checkEqual(query("SELECT (SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 1), " +
+                   "(SELECT COUNT(*) FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 1)"),
              "0|0", "the group's rows");
 
   book.choose("Customers", 2);
@@ -34,15 +34,15 @@ function deletesAtTheServer(book, database) {
   book.answer(kSure, kYesNo, "Yes");
   book.answer("Are you sure you want to completely delete the  selected folder and all its " +
               "contents ?", kOkCancel, "Cancel");
-  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 1"), "2",
+  checkEqual(query("SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 1"), "2",
              "after Cancel");
   Ui.Press(book.tree, kDelete);
   book.answer(kSure, kYesNo, "Yes");
   book.answer("Are you sure you want to completely delete the  selected folder and all its " +
               "contents ?", kOkCancel, "OK");
   until(function() { return Ui.Nodes(book.tree).indexOf("  Customers\n") < 0; }, "the folder goes");
-  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 1), " +
-                             "(SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 1)"),
+  checkEqual(query("SELECT (SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 1), " +
+                   "(SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 1)"),
              "0|0", "the folder's rows");
 
   book.choose("TALVERO Dealers", 3);
@@ -51,8 +51,8 @@ function deletesAtTheServer(book, database) {
   book.answer("Are you sure you want to completely delete the selected Shared Remote folder ?",
               kOkCancel, "OK");
   until(function() { return Ui.Nodes(book.tree).indexOf("TALVERO Dealers") < 0; }, "it goes");
-  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 3), " +
-                             "(SELECT COUNT(*) FROM ZUL$CONTACTS WHERE CATEGORY = 'Dealers')"),
+  checkEqual(query("SELECT (SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 3), " +
+                   "(SELECT COUNT(*) FROM ZUL$CONTACTS WHERE CATEGORY = 'Dealers')"),
              "0|3", "the remote contacts stay");
 
   // In the list.
@@ -64,8 +64,8 @@ function deletesAtTheServer(book, database) {
   Ui.ClickTool(book.tools, 2);
   book.answer(kSure, kYesNo, "Yes");
   Ui.WaitRows(book.grid, 2);
-  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 12), " +
-                             "(SELECT COUNT(*) FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '12')"),
+  checkEqual(query("SELECT (SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 12), " +
+                   "(SELECT COUNT(*) FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '12')"),
              "0|0", "Fatima's rows");
   book.clickRow("Delivery Drivers");
   Ui.Press(book.grid, kDelete);
@@ -87,8 +87,8 @@ function deletesAtTheServer(book, database) {
   Ui.Press(book.grid, kDelete);
   book.answer(kSure, kYesNo, "Yes");
   Ui.WaitRows(book.grid, 6);
-  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID IN (3, 8)), " +
-                             "(SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 2)"),
+  checkEqual(query("SELECT (SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID IN (3, 8)), " +
+                   "(SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 2)"),
              "0|0", "all three");
 
   // All of a remote folder's are left without a word.
@@ -98,25 +98,25 @@ function deletesAtTheServer(book, database) {
   book.noBox("a remote folder's contacts");
 }
 
-function mayNotDeleteInTheRoot(book, database) {
+function mayNotDeleteInTheRoot(book) {
   book.choose("Shared Contacts", 6);
   book.clickRow("Zolt");
   Ui.Press(book.grid, kDelete);
   book.noBox("a general user in the root");
-  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 0"), "6", "all stay");
+  checkEqual(query("SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 0"), "6", "all stay");
   Ui.ClickNode(book.tree, "Shared Contacts");
   Ui.Press(book.tree, kDelete);
   book.answer("The item cannot be deleted.", "warning|OK*", "OK");
 }
 
-function deletesElsewhereAsGeneralUser(book, database) {
+function deletesElsewhereAsGeneralUser(book) {
   var kSure = "Are you sure you want to delete the selected item(s)?", kYesNo = "question|Yes|No*";
   book.choose("Mine", 2);
   book.clickRow("Hers");
   Ui.ClickTool(book.tools, 2);
   book.answer(kSure, kYesNo, "Yes");
   Ui.WaitRows(book.grid, 1);
-  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 40"), "0", "the row");
+  checkEqual(query("SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 40"), "0", "the row");
   book.choose("Ours", 0);
   Ui.Press(book.tree, kDelete);
   book.answer(kSure, kYesNo, "Yes");
@@ -127,11 +127,11 @@ function deletesElsewhereAsGeneralUser(book, database) {
   book.answer("Are you sure you want to completely delete the  selected folder and all its " +
               "contents ?", "question|OK|Cancel*", "OK");
   until(function() { return Ui.Nodes(book.tree).indexOf("Mine") < 0; }, "the folder goes");
-  checkEqual(query(database, "SELECT (SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 40), " +
-                             "(SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 40)"), "0|0", "both");
+  checkEqual(query("SELECT (SELECT COUNT(*) FROM SMS_ABGROUPS WHERE ID = 40), " +
+                   "(SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE ID = 40)"), "0|0", "both");
 }
 
-function warnsOfRemoteMembers(book, database) {
+function warnsOfRemoteMembers(book) {
   book.choose("Mixed", 3);
   book.clickRow("Coastal");
   Ui.Press(book.grid, 65, kControl);  // A
@@ -142,21 +142,21 @@ function warnsOfRemoteMembers(book, database) {
                 "warning|OK*", "OK");
   }
   Ui.WaitRows(book.grid, 2);
-  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 7"), "0", "Zoltan");
+  checkEqual(query("SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE ID = 7"), "0", "Zoltan");
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
 playBook(book, kServer, kAdministrator, deletesAtTheServer);
 playBook(book, kClient, kGeneralUser, mayNotDeleteInTheRoot);
-query(database, "INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (40, 'S', 'Mine'); " +
-                "INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME) VALUES " +
-                "(40, 40, 'Hers', '', ''); " +
-                "INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (40, 'Ours', 40)");
+query("INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (40, 'S', 'Mine'); " +
+      "INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME) VALUES " +
+      "(40, 40, 'Hers', '', ''); " +
+      "INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (40, 'Ours', 40)");
 playBook(book, kClient, kGeneralUser, deletesElsewhereAsGeneralUser);
-query(database, "INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES " +
-                "(30, 'R', 'Dealers again', 'Dealers'); " +
-                "INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (30, 'Mixed', 0); " +
-                "INSERT INTO SMS_ABGROUPMAPS VALUES (30, 'D0001', 'R'), (30, '7', 'S'), " +
-                "(30, 'D0002', 'R')");
+query("INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES " +
+      "(30, 'R', 'Dealers again', 'Dealers'); " +
+      "INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (30, 'Mixed', 0); " +
+      "INSERT INTO SMS_ABGROUPMAPS VALUES (30, 'D0001', 'R'), (30, '7', 'S'), " +
+      "(30, 'D0002', 'R')");
 playBook(book, kClient, kAdministrator, warnsOfRemoteMembers);
 checkLog();

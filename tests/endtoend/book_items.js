@@ -1,10 +1,10 @@
 // New contacts, groups and folders, their properties and a copy of the list, by toolbar, menu,
 // key and mouse.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = WScript.CreateObject("Scripting.FileSystemObject");
 eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
-function makesItems(book, database) {
+function makesItems(book) {
   var newContact = function(name) {
     var editor = Ui.Window("Add Shared Contact"), first = Ui.Child(editor, "Edit", 0);
     Ui.WaitText(Ui.Child(editor, "Edit", 4), "91");
@@ -28,7 +28,7 @@ function makesItems(book, database) {
   Ui.WaitRows(book.grid, 3);
   check(/;Aaron *$/.test(book.listed()), "Aaron behind the others, not " + book.listed());
   checkEqual(Ui.Panel(book.status, 1), "3 item(s)", "the count");
-  checkEqual(query(database, "SELECT FOLDER_ID FROM SMS_ABCONTACTS WHERE FNAME = 'Aaron'"), "1",
+  checkEqual(query("SELECT FOLDER_ID FROM SMS_ABCONTACTS WHERE FNAME = 'Aaron'"), "1",
              "Aaron's folder");
 
   // The arrow offers both.
@@ -38,7 +38,7 @@ function makesItems(book, database) {
   newGroup("Buyers");
   until(function() { return Ui.Nodes(book.tree).indexOf("    Buyers") >= 0; }, "Buyers' node");
   Ui.WaitRows(book.grid, 4);
-  checkEqual(query(database, "SELECT FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Buyers'"), "1",
+  checkEqual(query("SELECT FOLDER_ID FROM SMS_ABGROUPS WHERE NAME = 'Buyers'"), "1",
              "Buyers' folder");
 
   // A group's menu makes a member.
@@ -46,9 +46,9 @@ function makesItems(book, database) {
   book.fromMenu("Buyers", "Add Shared Contact to this Group");
   newContact("Berta");
   Ui.WaitRows(book.grid, 1);
-  checkEqual(query(database, "SELECT C.FOLDER_ID, M.CONTACT_TYPE FROM SMS_ABCONTACTS C, " +
-                             "SMS_ABGROUPMAPS M, SMS_ABGROUPS G WHERE C.FNAME = 'Berta' AND " +
-                             "M.CONTACT_ID = C.ID AND M.GROUP_ID = G.ID AND G.NAME = 'Buyers'"),
+  checkEqual(query("SELECT C.FOLDER_ID, M.CONTACT_TYPE FROM SMS_ABCONTACTS C, " +
+                   "SMS_ABGROUPMAPS M, SMS_ABGROUPS G WHERE C.FNAME = 'Berta' AND " +
+                   "M.CONTACT_ID = C.ID AND M.GROUP_ID = G.ID AND G.NAME = 'Buyers'"),
              "1|S", "Berta's membership");
 
   // A new folder.
@@ -70,7 +70,7 @@ function makesItems(book, database) {
   checkEqual(Ui.Nodes(book.tree), before, "the tree after a cancel");
 }
 
-function opensItems(book, database) {
+function opensItems(book) {
   // A group from the tree.
   book.choose("Buyers", 1);
   Ui.ClickTool(book.tools, 1);
@@ -135,7 +135,7 @@ function opensItems(book, database) {
 }
 
 /// A general user at the client looks at groups only; the rest is as for administrators.
-function worksAsGeneralUser(book, database) {
+function worksAsGeneralUser(book) {
   var newContact = function(name) {
     var editor = Ui.Window("Add Shared Contact"), first = Ui.Child(editor, "Edit", 0);
     Ui.WaitText(Ui.Child(editor, "Edit", 4), "91");
@@ -166,8 +166,8 @@ function worksAsGeneralUser(book, database) {
   book.fromMenu("Management", "Add Shared Contact to this Group");
   newContact("Dora");
   Ui.WaitRows(book.grid, 4);
-  checkEqual(query(database, "SELECT COUNT(*) FROM SMS_ABGROUPMAPS M, SMS_ABCONTACTS C WHERE " +
-                             "C.FNAME = 'Dora' AND M.CONTACT_ID = C.ID AND M.GROUP_ID = 2"),
+  checkEqual(query("SELECT COUNT(*) FROM SMS_ABGROUPMAPS M, SMS_ABCONTACTS C WHERE " +
+                   "C.FNAME = 'Dora' AND M.CONTACT_ID = C.ID AND M.GROUP_ID = 2"),
              "1", "Dora's membership");
   book.choose("Field Staff", 4);
   book.clickRow("Carla");
@@ -191,10 +191,10 @@ function worksAsGeneralUser(book, database) {
 
 /// The sample data as it was.
 function restore() {
-  query(database, "DELETE FROM SMS_ABCONTACTS WHERE ID > 12; DELETE FROM SMS_ABGROUPS WHERE ID > 3; " +
-                  "DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID > 3; " +
-                  "DELETE FROM SMS_ABFOLDERS WHERE ID > 4; " +
-                  "UPDATE SMS_ABCONTACTS SET LNAME = 'Baker' WHERE ID = 10");
+  query("DELETE FROM SMS_ABCONTACTS WHERE ID > 12; DELETE FROM SMS_ABGROUPS WHERE ID > 3; " +
+        "DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID > 3; " +
+        "DELETE FROM SMS_ABFOLDERS WHERE ID > 4; " +
+        "UPDATE SMS_ABCONTACTS SET LNAME = 'Baker' WHERE ID = 10");
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");

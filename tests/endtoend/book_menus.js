@@ -1,10 +1,10 @@
 // The tree's menu at every kind of node, as administrator at the server and as either user at the
 // client, and what it refuses.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = WScript.CreateObject("Scripting.FileSystemObject");
 eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
-function walksTheMenus(book, database, runAt, userId) {
+function walksTheMenus(book, runAt, userId) {
   var kAll = "(Create Local Contact)\n(Create Local Group)\n(Create Local Folder)\n" +
       "(Add Local Contact to this Group)\nCreate Shared Contact\nCreate Shared Group\n" +
       "Create Shared Folder\nAdd Shared Contact to this Group\n-\nProperties";

@@ -1,6 +1,6 @@
 // A person adds, edits and cancels contacts with mouse and keyboard, for each dialect word. What is
 // in the database at the end is compared with rows/contact_editor.txt.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1);
 
 function checkEqual(actual, expected, what) {
   if (actual != expected) {
@@ -179,7 +179,7 @@ function closesTheWindow() {
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
 var dialects = ["SQL", "ORACLE", "MYSQL"];
 for (var i = 0; i < dialects.length; i++) {
-  checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, 0, dialects[i], log), 1, "Init");
+  checkEqual(book.Init("", connection, 0, dialects[i], log), 1, "Init");
 
   checkEqual(play(addsAnn, function() { return book.AddContacts(2, 0); }), 1, "AddContacts");
   var id = book.NewContactId;

@@ -1,7 +1,7 @@
 // While a contact is open in this host, another one, a process with windows of its own in second/,
 // deletes it in its address book window. This one's save finds no contact: it is logged, the dialog
 // stays with its text, and no contact comes back.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var kRecord = "KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()";
 
 function read(file) {
@@ -35,7 +35,7 @@ function savesTooLate(log, record) {
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-if (book.Init("", "Driver=SQLite3;Database=" + database, 0, "SQL", log) != 1) throw new Error("Init");
+if (book.Init("", connection, 0, dialect, log) != 1) throw new Error("Init");
 Player.Play(read + "(" + savesTooLate + ")('" + log.replace(/\\/g, "\\\\") + "', '" + kRecord + "');");
 if (book.EditContacts(2, 1, 1) != 1) throw new Error("EditContacts");
 Player.Wait();

@@ -1,5 +1,5 @@
 // The host's own way to the folder editor: it opens, cannot save, tells the log and is cancelled.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 
 function tries() {
   var editor = Ui.Window("Add Folder");
@@ -20,7 +20,7 @@ function tries() {
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-if (book.Init("", "Driver=SQLite3;Database=" + database, 0, "SQL", log) != 1) throw new Error("Init");
+if (book.Init("", connection, 0, dialect, log) != 1) throw new Error("Init");
 Player.Play("(" + tries + ")();");
 if (book.LoadFolders(1) != 1) throw new Error("LoadFolders");
 Player.Wait();

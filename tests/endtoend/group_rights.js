@@ -1,5 +1,5 @@
 // What an ordinary user may do with groups, and the dialog of local groups, which are the host's.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var kClient = 0, kServer = 1, kAdministrator = 1, kOrdinaryUser = 2;
 var kLocalGroup = 0, kSharedGroup = 1;
 
@@ -53,7 +53,7 @@ function addsLocalGroup() {
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
 function initialise(runAt) {
-  checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, runAt, "SQL", log), 1, "Init");
+  checkEqual(book.Init("", connection, runAt, dialect, log), 1, "Init");
 }
 
 initialise(kClient);

@@ -1,6 +1,7 @@
 // A person who does not wait: lists that take their time are given up, switched and closed, and OK
-// before all members are there loses none of them.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+// before all members are there loses none of them. In ORACLE's words only: the others do not list
+// remote members, which are slow here.
+var connection = WScript.Arguments(0), log = WScript.Arguments(1);
 var kServer = 1, kAdministrator = 1, kSharedGroup = 1;
 var files = WScript.CreateObject("Scripting.FileSystemObject");
 
@@ -61,23 +62,31 @@ function play(user, operation) {
   Player.Wait();
 }
 
+function numbers(count) {
+  var text = "SELECT 0 I";
+  for (var i = 1; i < count; i++) text += " UNION ALL SELECT " + i;
+  return "(" + text + ") ";
+}
 /// Reading remote contacts begins with a count that nobody asked for.
-function slowDown(count) {
-  query(database, "DROP VIEW [V_ZUL$REMOTE_CONTACTS]; " +
-        "CREATE VIEW [V_ZUL$REMOTE_CONTACTS] AS SELECT CODE, NAME, MOBILENO, EMAIL, CATEGORY " +
-        "FROM [ZUL$CONTACTS] WHERE (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 " +
-        "FROM n WHERE i <= " + count + ") SELECT COUNT(*) FROM n) > 0");
+function slowDown(seconds) {
+  var tensOfMillionsInASecond = /SQLite/.test(connection) ? 8 : /MariaDB/.test(connection) ? 1 : 4;
+  var rows = numbers(Math.ceil(seconds * tensOfMillionsInASecond)) + "N";
+  for (var i = 0; i < 7; i++) rows += ", " + numbers(10) + "N" + i;
+  query("DROP VIEW V_ZUL$REMOTE_CONTACTS; CREATE VIEW V_ZUL$REMOTE_CONTACTS AS " +
+        "SELECT CODE, NAME, MOBILENO, EMAIL, CATEGORY FROM ZUL$CONTACTS " +
+        "WHERE (SELECT COUNT(*) FROM " + rows + ") > 0");
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, kServer, "ORACLE", log), 1, "Init");
-slowDown(20000000);
+checkEqual(book.Init("", connection, kServer, "ORACLE", log), 1, "Init");
+slowDown(3);
 play(savesTooEarly, function() {
   return book.EditGroup(kAdministrator, "2", kSharedGroup, "");
 });
-checkEqual(query(database, "SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS " +
-                           "WHERE GROUP_ID = 2 ORDER BY ROWID"), "1|S D0001|R 3|S", "members of the group");
-slowDown(1000000);
+checkEqual(query("SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 2 " +
+                 "ORDER BY CONTACT_TYPE DESC, CONTACT_ID"),
+           "1|S 3|S D0001|R", "members of the group");
+slowDown(0.2);
 play(switchesTwentyTimes, function() { return book.LoadRecipients(kAdministrator); });
 play(cancelsMeanwhile, function() { return book.LoadRecipients(kAdministrator); });
 checkEqual(book.SelectedRecipients.Count, 0, "recipients after a cancel");

@@ -19,7 +19,7 @@ function numberOf(call) {
   return 0;
 }
 
-check("Init", book.Init("", "Driver=SQLite3;Database=" + WScript.Arguments(0), 0, "SQL", logFile), 1);
+check("Init", book.Init("", WScript.Arguments(0), 0, "SQL", logFile), 1);
 book.ClientDBString = "Zo\u00EB \u0930\u093E\u091C\u0947\u0936";
 check("ClientDBString", book.ClientDBString, "Zo\u00EB \u0930\u093E\u091C\u0947\u0936");
 

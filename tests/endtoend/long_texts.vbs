@@ -16,7 +16,7 @@ Check "a property", book.ClientDBString, longText
 
 dialect = "SQL"
 logFile = Replace(WScript.Arguments(1), "AddressBook.log", String(150, "l") & ".log")
-Check "Init", book.Init("", "Driver=SQLite3;Database=" & WScript.Arguments(0), 1, dialect, logFile), 1
+Check "Init", book.Init("", WScript.Arguments(0), 1, dialect, logFile), 1
 Check "the log of a long name", CreateObject("Scripting.FileSystemObject").FileExists(logFile), True
 
 contactName = String(7000, "n") & "end"

@@ -1,5 +1,5 @@
 // Opens the address book as an administrator at the server, and reads what it lists.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 
 function expect(what, actual, expected) {
   if (actual !== expected) {
@@ -9,7 +9,7 @@ function expect(what, actual, expected) {
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-expect("Init", book.Init("", "Driver=SQLite3;Database=" + database, 1, "SQL", log), 1);
+expect("Init", book.Init("", connection, 1, dialect, log), 1);
 expect("LoadAddressBook", book.LoadAddressBook(1), 1);
 
 var window = Ui.Window("Address Book");

@@ -1,7 +1,7 @@
 ' What a script sees of the component without any window: properties, collections, and what an
 ' operation says before and after the initialisation.
 Dim book, database, logFile, text
-database = "Driver=SQLite3;Database=" & WScript.Arguments(0)
+database = WScript.Arguments(0)
 logFile = WScript.Arguments(1)
 Set book = CreateObject("KTRVAddressBook.clsMain")
 

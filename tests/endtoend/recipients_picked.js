@@ -1,6 +1,6 @@
 // A person picks recipients with mouse and keyboard, for both dialect words: contacts, groups whole
 // and expanded, remote contacts, with and without the country code.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1);
 var kServer = 1, kAdministrator = 1;
 
 function checkEqual(actual, expected, what) {
@@ -125,26 +125,35 @@ function check(user, expand, recipients, numbers, names) {
   checkEqual(book.strContactsName, names, "strContactsName");
 }
 
-// Rows that are taken together come in the order of the list.
-var kWhole = "SC|3|Priya|9820012345 SG|2|Management| SC|8|Control|5550100 " +
-             "RC|D0001|Northern Dealers|919899887766";
-var kExpanded = "SC|3|Priya|9820012345 SC|1|Anna|701740611 SC|3|Priya|9820012345 " +
-                "SC|D0001|Northern Dealers|919899887766 SC|8|Control|5550100 " +
-                "RC|D0001|Northern Dealers|919899887766";
+// Rows that are taken together come in the order of the list: where the engine does not sort a union
+// of itself, contacts before groups.
+function together(group, control) {
+  return /MariaDB/.test(connection) ? control.concat(group) : group.concat(control);
+}
+var kWhole = ["SC|3|Priya|9820012345"].concat(
+    together(["SG|2|Management|"], ["SC|8|Control|5550100"]),
+    ["RC|D0001|Northern Dealers|919899887766"]).join(" ");
+var kExpanded = ["SC|3|Priya|9820012345"].concat(
+    together(["SC|1|Anna|701740611", "SC|3|Priya|9820012345",
+              "SC|D0001|Northern Dealers|919899887766"], ["SC|8|Control|5550100"]),
+    ["RC|D0001|Northern Dealers|919899887766"]).join(" ");
 var kMembers = "Anna;Priya;Northern Dealers;";
+
+function whole(priya) {
+  return [priya].concat(together([""], ["5550100"]), ["919899887766"]);
+}
+function expanded(priya, anna) {
+  return [priya].concat(together([anna, priya, "919899887766"], ["5550100"]), ["919899887766"]);
+}
 
 var dialects = ["SQL", "ORACLE"];
 for (var i = 0; i < dialects.length; i++) {
-  checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, kServer, dialects[i], log), 1,
+  checkEqual(book.Init("", connection, kServer, dialects[i], log), 1,
              "Init");
-  check(picksWithoutCountryCode, false, kWhole, ["9820012345", "", "5550100", "919899887766"], "");
-  check(picksWithCountryCode, false, kWhole, ["919820012345", "", "5550100", "919899887766"], "");
-  check(picksWithoutCountryCode, true, kExpanded,
-        ["9820012345", "701740611", "9820012345", "919899887766", "5550100", "919899887766"],
-        kMembers);
-  check(picksWithCountryCode, true, kExpanded,
-        ["919820012345", "46701740611", "919820012345", "919899887766", "5550100", "919899887766"],
-        kMembers);
+  check(picksWithoutCountryCode, false, kWhole, whole("9820012345"), "");
+  check(picksWithCountryCode, false, kWhole, whole("919820012345"), "");
+  check(picksWithoutCountryCode, true, kExpanded, expanded("9820012345", "701740611"), kMembers);
+  check(picksWithCountryCode, true, kExpanded, expanded("919820012345", "46701740611"), kMembers);
   // Nothing is left of the former pick.
   check(cancels, true, "", [], "");
 }
@@ -158,5 +167,5 @@ function findsNothing(picker) {
   if (Ui.RowCount(picker.contacts) != 0) throw new Error("Something is listed");
   picker.finish("OK");
 }
-checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, kServer, "MYSQL", log), 1, "Init");
+checkEqual(book.Init("", connection, kServer, "MYSQL", log), 1, "Init");
 check(findsNothing, true, "", [], "");

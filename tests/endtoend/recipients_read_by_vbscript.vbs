@@ -1,6 +1,6 @@
 ' What a VBScript host does with the collections of picked recipients: For Each, by number, by key,
 ' and keeping them after the next pick replaced them.
-Dim book, kept, keptNumbers, text, joined
+Dim book, dialect, kept, keptNumbers, text, joined
 Set book = CreateObject("KTRVAddressBook.clsMain")
 
 Sub Check(what, found, wanted)
@@ -49,8 +49,8 @@ Function Failure(collection, index)
   On Error GoTo 0
 End Function
 
-Check "Init", book.Init("", "Driver=SQLite3;Database=" & WScript.Arguments(0), 1, "SQL", _
-                        WScript.Arguments(1)), 1
+dialect = WScript.Arguments(2)
+Check "Init", book.Init("", WScript.Arguments(0), 1, dialect, WScript.Arguments(1)), 1
 Pick "Customers", 2
 Set kept = book.SelectedRecipients
 Set keptNumbers = book.SelectedMobileNos

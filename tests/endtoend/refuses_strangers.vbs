@@ -1,7 +1,7 @@
 ' A user who does not exist, or who left, is told so and gets no window.
 Dim book
 Set book = CreateObject("KTRVAddressBook.clsMain")
-If book.Init("", "Driver=SQLite3;Database=" & WScript.Arguments(0), 1, "SQL", WScript.Arguments(1)) <> 1 Then
+If book.Init("", WScript.Arguments(0), 1, "SQL", WScript.Arguments(1)) <> 1 Then
   WScript.Echo "The database did not open"
   WScript.Quit 1
 End If

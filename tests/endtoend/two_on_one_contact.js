@@ -1,6 +1,6 @@
 // Two hosts, each a process with windows of its own, have one contact open. The other one, in
 // second/, saves first; this one saves later, and what it shows holds.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 
 function savesLater(signal) {
   var editor = Ui.Window("Edit Shared Contact");
@@ -22,7 +22,7 @@ function savesLater(signal) {
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-if (book.Init("", "Driver=SQLite3;Database=" + database, 0, "SQL", log) != 1) throw new Error("Init");
+if (book.Init("", connection, 0, dialect, log) != 1) throw new Error("Init");
 Player.Play("(" + savesLater + ")('" + log.replace(/\\/g, "\\\\") + "');");
 if (book.EditContacts(2, 1, 1) != 1) throw new Error("EditContacts");
 Player.Wait();

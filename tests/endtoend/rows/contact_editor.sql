@@ -1,2 +1,2 @@
-SELECT COUNT(*) || ' contacts of the sample' FROM SMS_ABCONTACTS WHERE FNAME <> 'Ann';
+SELECT COUNT(*), 'contacts of the sample' FROM SMS_ABCONTACTS WHERE FNAME <> 'Ann';
 SELECT * FROM SMS_ABCONTACTS WHERE FNAME = 'Ann' ORDER BY ID;

@@ -1,5 +1,5 @@
 // The host that deletes the contact; see the script of the same name beside this folder.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = new ActiveXObject("Scripting.FileSystemObject");
 
 function until(condition, what) {
@@ -31,7 +31,7 @@ function deletesAnna() {
 
 until(function() { return files.FileExists(log + ".open"); }, "the other host has the contact open");
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-if (book.Init("", "Driver=SQLite3;Database=" + database, 1, "SQL", log) != 1) throw new Error("Init");
+if (book.Init("", connection, 1, dialect, log) != 1) throw new Error("Init");
 if (book.LoadAddressBook(1) != 1) throw new Error("LoadAddressBook");
 Player.Play(until + "(" + deletesAnna + ")();");
 Player.Wait();

@@ -1,5 +1,5 @@
 // The host that saves first; see the script of the same name beside this folder.
-var database = WScript.Arguments(0), log = WScript.Arguments(1);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = new ActiveXObject("Scripting.FileSystemObject");
 for (var i = 0; !files.FileExists(log + ".open"); i++) {
   if (i == 1000) throw new Error("The other host did not open the contact");
@@ -19,7 +19,7 @@ function savesFirst() {
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
-if (book.Init("", "Driver=SQLite3;Database=" + database, 0, "ORACLE", log) != 1) throw new Error("Init");
+if (book.Init("", connection, 0, dialect, log) != 1) throw new Error("Init");
 Player.Play("(" + savesFirst + ")();");
 if (book.EditContacts(1, 1, 1) != 1) throw new Error("EditContacts");
 Player.Wait();

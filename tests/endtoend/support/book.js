@@ -78,9 +78,9 @@ var kShared = [check, checkEqual, until, query, Book].join(";\n") +
 
 /// Opens the window and lets this user work in it.
 function playBook(book, runAt, userId, user) {
-  checkEqual(book.Init("", "Driver=SQLite3;Database=" + database, runAt, "SQL", log), 1, "Init");
+  checkEqual(book.Init("", connection, runAt, dialect, log), 1, "Init");
   checkEqual(book.LoadAddressBook(userId), 1, "LoadAddressBook");
-  Player.Play(kShared + "(" + user + ")(new Book(), '" + database + "', " + runAt + ", " + userId +
+  Player.Play(kShared + "(" + user + ")(new Book(), " + runAt + ", " + userId +
               ");");
   Player.Wait();
   var window = Ui.Window("Address Book");

@@ -1,11 +1,14 @@
-/// What the database's own shell answers: columns joined by bars, rows by blanks.
-function query(database, text) {
+/// What the test's database answers: columns joined by bars, rows by blanks.
+function query(text) {
   var files = new ActiveXObject("Scripting.FileSystemObject");
   var shell = new ActiveXObject("WScript.Shell");
-  var answer = database + ".answer" + new Date().getTime() + Math.random(), done = answer + ".done";
-  shell.Run('start /unix /usr/bin/sqlite3 "' + database + '" ".timeout 5000" ".output ' + answer +
-            '" "' + text + '" ".output stdout" ".shell touch ' + done + '"', 0, false);
-  for (var i = 0; !files.FileExists("Z:" + done.replace(/\//g, "\\")); i++) {
+  var expand = function(line) {
+    return shell.ExpandEnvironmentStrings(line).replace(/\0/g, "");  // Wine's ends with one
+  };
+  var answer = expand("%KTRV_TEST_FOLDER%/answer" + new Date().getTime() + Math.random());
+  var ask = expand('start /unix /bin/bash "%KTRV_ASK%" "%KTRV_TEST_CONNECTION%"');
+  shell.Run(ask + ' "' + text + '" "' + answer + '"', 0, false);
+  for (var i = 0; !files.FileExists("Z:" + answer.replace(/\//g, "\\")); i++) {
     if (i == 500) throw new Error("No answer to " + text);
     WScript.Sleep(20);
   }

@@ -1,7 +1,7 @@
 // A host whose existing OLE DB connection string is handed to the component unchanged: it opens the
 // address book, adds a contact and reads the row that was written, itself through ADO.
 var database = WScript.Arguments(0), log = WScript.Arguments(1);
-var connectionString = "Provider=MSDASQL;Driver=SQLite3;Database=" + database;
+var connectionString = "Provider=MSDASQL;" + WScript.Arguments(0);
 
 function checkEqual(actual, expected, what) {
   if (actual != expected) {
