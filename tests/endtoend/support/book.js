@@ -28,6 +28,8 @@ function Book() {
   /// Chooses the node and waits until so many items are listed.
   this.choose = function(node, count) {
     var status = this.status;
+    // The former node may have had as many.
+    if (!Ui.IsSelected(this.tree, node)) Ui.SetPanel(status, 1, "");
     Ui.ClickNode(this.tree, node);
     until(function() { return Ui.Panel(status, 1) == count + " item(s)"; },
           node + " with " + count + " items");
@@ -38,11 +40,15 @@ function Book() {
     for (var i = 0; i < lines.length; i++) names.push(lines[i].split("\t")[0]);
     return names.join(";");
   };
-  /// The row of this name, from 0.
+  /// The row of this name, from 0, waited for.
   this.row = function(name) {
-    var lines = Ui.Rows(this.grid).split("\n");
-    for (var i = 0; i < lines.length; i++) if (lines[i].indexOf(name) == 0) return i;
-    throw new Error("No row " + name + " in\n" + lines.join("\n"));
+    var grid = this.grid, row = -1;
+    until(function() {
+      var lines = Ui.Rows(grid).split("\n");
+      for (var i = 0; i < lines.length && row < 0; i++) if (lines[i].indexOf(name) == 0) row = i;
+      return row >= 0;
+    }, "a row " + name);
+    return row;
   };
   this.clickRow = function(name, keys) {
     Ui.ClickRow(this.grid, this.row(name), keys || 0);

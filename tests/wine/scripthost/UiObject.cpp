@@ -138,6 +138,11 @@ void UiObject::OfferReading() {
                  reinterpret_cast<LPARAM>(text));
     return Value(std::wstring_view(text));
   });
+  Offer(L"SetPanel", [](const Arguments& arguments) -> Value {
+    SendMessageW(Handle(arguments), SB_SETTEXTW, static_cast<WPARAM>(arguments.Number(1) - 1),
+                 reinterpret_cast<LPARAM>(arguments.Text(2).c_str()));
+    return {};
+  });
   Offer(L"SelectedRow", [](const Arguments& arguments) {
     return Value(static_cast<LONG>(ListView_GetNextItem(Handle(arguments), -1, LVNI_SELECTED)));
   });
@@ -161,6 +166,10 @@ void UiObject::OfferReading() {
     const HWND tree = Handle(arguments);
     const HTREEITEM node = ControlText::Node(tree, arguments.Text(1));
     return Value((TreeView_GetItemState(tree, node, TVIS_EXPANDED) & TVIS_EXPANDED) != 0);
+  });
+  Offer(L"IsSelected", [](const Arguments& arguments) {
+    const HWND tree = Handle(arguments);
+    return Value(ControlText::Node(tree, arguments.Text(1)) == TreeView_GetSelection(tree));
   });
   Offer(L"Nodes",
         [](const Arguments& arguments) { return Value(ControlText::Nodes(Handle(arguments))); });

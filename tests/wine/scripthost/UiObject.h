@@ -19,8 +19,9 @@ namespace ktrv::scripthost {
 ///   WaitText(window, text[, ms])   waits until the window's text is that text
 ///   Rows(list), RowCount(list), Nodes(tree)
 ///   WaitRows(list, n[, ms])        waits until the list has n rows
-///   Panel(statusBar, n)            text of its n-th panel, counted from 1
+///   Panel(statusBar, n), SetPanel(statusBar, n, text)     its n-th panel's text, counted from 1
 ///   IsExpanded(tree, text)         whether the node with that text shows those below it
+///   IsSelected(tree, text)         whether that node is the selected one
 ///   SelectedRow(list)              its first selected row from 0, or -1
 ///   FocusClass(window)             the class of what has the focus in the window's thread
 ///   Left(window)                   pixels from its parent's left
