@@ -14,8 +14,8 @@
 #include "benchmarks/Table.h"
 #include "benchmarks/UserInterfaceLoop.h"
 #include "data/GroupQueries.h"
+#include "database/DialectRewriter.h"
 #include "database/odbc/ConnectionString.h"
-#include "database/odbc/DialectRewriter.h"
 
 namespace ktrv::benchmarks {
 namespace {
@@ -149,8 +149,7 @@ void MeasureSave(const std::string& path, Table& table) {
 void MeasureSource(const std::string& path, const String& folder, Table& table) {
   const String query = data::GroupQueries::SharedCandidates(
       data::Dialect::Sql, data::GroupQueries::Purpose::PickRecipients, folder);
-  const std::string text =
-      ToUtf8(database::odbc::RewriteForEngine(query, database::Engine::Sqlite));
+  const std::string text = ToUtf8(database::RewriteForEngine(query, database::Engine::Sqlite));
   GroupDialog dialog(path);
   dialog.OpenPicker();
   std::vector<Compared> rounds;

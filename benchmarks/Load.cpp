@@ -11,8 +11,8 @@
 #include "benchmarks/UserInterfaceLoop.h"
 #include "data/AddressBookQueries.h"
 #include "database/BackgroundFetch.h"
+#include "database/DialectRewriter.h"
 #include "database/Recordset.h"
-#include "database/odbc/DialectRewriter.h"
 #include "database/odbc/OdbcDriver.h"
 
 namespace ktrv::benchmarks {
@@ -97,7 +97,7 @@ String Query() {
 
 FloorResult Floor(const std::string& path) {
   return FetchByBareOdbc(BareConnectionStringOf(path),
-                         ToUtf8(database::odbc::RewriteForEngine(Query(), EngineOfDatabase(path))));
+                         ToUtf8(database::RewriteForEngine(Query(), EngineOfDatabase(path))));
 }
 
 void MeasureTime(const std::string& path, Table& table) {

@@ -1,10 +1,10 @@
 #include "database/ado/AdoLink.h"
 
+#include "database/DialectRewriter.h"
 #include "database/Engines.h"
 #include "database/ado/AdoStatement.h"
 #include "database/ado/Constants.h"
 #include "database/ado/SafeArray.h"
-#include "database/odbc/DialectRewriter.h"
 
 namespace ktrv::database::ado {
 
@@ -45,7 +45,7 @@ Engine AdoLink::AskEngine() const {
 
 std::unique_ptr<Statement> AdoLink::Prepare(StringView text,
                                             std::span<const Parameter> parameters) {
-  return std::make_unique<AdoStatement>(*this, odbc::RewriteForEngine(text, engine_), parameters);
+  return std::make_unique<AdoStatement>(*this, RewriteForEngine(text, engine_), parameters);
 }
 
 std::vector<String> AdoLink::KeyColumns(StringView table) {

@@ -1,9 +1,9 @@
 #include "database/odbc/OdbcLink.h"
 
 #include "common/Error.h"
+#include "database/DialectRewriter.h"
 #include "database/Engines.h"
 #include "database/odbc/ConnectionString.h"
-#include "database/odbc/DialectRewriter.h"
 #include "database/odbc/OdbcStatement.h"
 
 namespace ktrv::database::odbc {

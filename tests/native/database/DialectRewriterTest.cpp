@@ -1,8 +1,8 @@
-#include "database/odbc/DialectRewriter.h"
+#include "database/DialectRewriter.h"
 
 #include <gtest/gtest.h>
 
-namespace ktrv::database::odbc {
+namespace ktrv::database {
 namespace {
 
 struct Case {
@@ -87,4 +87,4 @@ INSTANTIATE_TEST_SUITE_P(, UntouchedTextTest, testing::ValuesIn(kUntouched),
                          [](const auto& each) { return std::to_string(each.index); });
 
 }  // namespace
-}  // namespace ktrv::database::odbc
+}  // namespace ktrv::database

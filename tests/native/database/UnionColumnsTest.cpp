@@ -1,8 +1,8 @@
-#include "database/odbc/UnionColumns.h"
+#include "database/UnionColumns.h"
 
 #include <gtest/gtest.h>
 
-namespace ktrv::database::odbc {
+namespace ktrv::database {
 namespace {
 
 std::string United(StringView sql) {
@@ -44,4 +44,4 @@ TEST(UnionOrder, IsTheFirstColumnsUnlessThereIsOne) {
 }
 
 }  // namespace
-}  // namespace ktrv::database::odbc
+}  // namespace ktrv::database

@@ -3,7 +3,7 @@
 #include "common/Text.h"
 #include "database/Types.h"
 
-namespace ktrv::database::odbc {
+namespace ktrv::database {
 
 /// The text for an engine that knows neither of the two SQL families that programs write:
 ///   ISNULL(x, y), NVL(x, y)   the engine's null default
@@ -15,4 +15,4 @@ namespace ktrv::database::odbc {
 /// letter. A "+" next to a number stays a sum.
 String RewriteForEngine(StringView sql, Engine engine);
 
-}  // namespace ktrv::database::odbc
+}  // namespace ktrv::database

@@ -1,12 +1,12 @@
-#include "database/odbc/DialectRewriter.h"
+#include "database/DialectRewriter.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "database/SqlTokenizer.h"
-#include "database/odbc/UnionColumns.h"
+#include "database/UnionColumns.h"
 
-namespace ktrv::database::odbc {
+namespace ktrv::database {
 namespace {
 
 using Kind = SqlToken::Kind;
@@ -243,4 +243,4 @@ String RewriteForEngine(StringView sql, Engine engine) {
   return engine == Engine::PostgreSql ? WithOrderOfUnion(UniteUnlikeColumns(text)) : text;
 }
 
-}  // namespace ktrv::database::odbc
+}  // namespace ktrv::database

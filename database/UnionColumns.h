@@ -2,7 +2,7 @@
 
 #include "common/Text.h"
 
-namespace ktrv::database::odbc {
+namespace ktrv::database {
 
 /// The text for PostgreSQL, which unites no number with a text, as the other engines do: where the
 /// same place of two united SELECTs holds columns of different names, such as ID and CODE, both are
@@ -13,4 +13,4 @@ String UniteUnlikeColumns(StringView sql);
 /// where the other engines give them by their first column: with that order, unless it has one.
 String WithOrderOfUnion(StringView sql);
 
-}  // namespace ktrv::database::odbc
+}  // namespace ktrv::database

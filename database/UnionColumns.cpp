@@ -1,11 +1,11 @@
-#include "database/odbc/UnionColumns.h"
+#include "database/UnionColumns.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "database/SqlTokenizer.h"
 
-namespace ktrv::database::odbc {
+namespace ktrv::database {
 namespace {
 
 using Kind = SqlToken::Kind;
@@ -117,4 +117,4 @@ String WithOrderOfUnion(StringView sql) {
   return united ? String(sql) + u" ORDER BY 1" : String(sql);
 }
 
-}  // namespace ktrv::database::odbc
+}  // namespace ktrv::database
