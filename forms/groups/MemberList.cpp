@@ -49,7 +49,8 @@ void MemberList::Load() {
         data::GroupQueries::Members(data::FoldedDialect(session_.DbType), session_.GroupId);
     const std::int64_t members = commands_.Count(GroupCommand::CountMembers, session_.GroupId);
     fetch_.SetTotal(members);
-    if (members > 0) ShowCount(members);
+    // The whole group, also remote members, which one family does not list.
+    ShowCount(members);
     fetch_.Open(query);
     return true;
   });
@@ -67,7 +68,6 @@ void MemberList::Cancel() {
 void MemberList::Loaded() {
   ReadIds();
   complete_ = true;
-  ShowCount(Count());
 }
 
 void MemberList::ReadIds() {

@@ -49,11 +49,25 @@ TEST_F(MemberListTest, MembersOfAGroupComeWithTheirCount) {
   EXPECT_EQ(grid.Text(0, grid.ColIndex(u"MOBILE_DISPLAY")), u"Mobile No.");
 }
 
-TEST_F(MemberListTest, CountSaysWhatTheListShowsOnceItIsThere) {
+TEST_F(MemberListTest, CountOfALoadedGroupIncludesMembersThatAreNotListed) {
   Counts(Queries::kCountMembers, 3);  // remote members, which one family does not list, included
   MembersAre({{u"1", u"Anna", u"", u"", u"1", u""}});
   OpenToModify(u"5", u"Team");
   ASSERT_TRUE(Complete());
+  EXPECT_EQ(MemberCount(), u"3 Member(s)");
+}
+
+TEST_F(MemberListTest, CountOfAGroupWithoutMembersIsShown) {
+  OpenToModify(u"5", u"Void");
+  EXPECT_EQ(MemberCount(), u"0 Member(s)");
+}
+
+TEST_F(MemberListTest, CountSaysWhatTheListShowsOnceItWasChanged) {
+  Counts(Queries::kCountMembers, 3);
+  MembersAre({{u"4", u"Dora", u"", u"", u"1", u""}, {u"5", u"Emil", u"", u"", u"1", u""}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  Delete({1});
   EXPECT_EQ(MemberCount(), u"1 Member(s)");
 }
 
