@@ -104,6 +104,7 @@ void frmGroupsNew::Form_Load() {
   saved_ = false;
   groupId_ = session_.GroupId;
   groupType_ = session_.GroupType;
+  expandGroups_ = session_.ExpandGroups;
   const bool connected = session_.Trap(Context::kFormLoad, false, [&] {
     InitAdoCommands();
     return true;

@@ -102,7 +102,7 @@ class frmGroupsNew final : public controls::Form {
   bool MembersMayBeReplaced();
   void Take(const std::vector<int>& rows);
   void SaveGroup();
-  /// Gives the session back the group of this dialog: a host may have called another operation
+  /// Gives the session back what this dialog works on: a host may have called another operation
   /// while it was open.
   void TakeSessionBack();
   void ClearResults();
@@ -117,6 +117,7 @@ class frmGroupsNew final : public controls::Form {
   ContactOpening contacts_;
   String groupId_;  ///< empty for a new group
   std::int32_t groupType_ = 0;
+  bool expandGroups_ = false;
   bool saved_ = false;
 };
 

@@ -17,8 +17,10 @@ constexpr StringView kSave =
 }  // namespace
 
 void frmGroupsNew::TakeSessionBack() {
-  session_.GroupId = groupId_;
   session_.GroupType = groupType_;
+  session_.ExpandGroups = expandGroups_;
+  // A picker has no group: id and name stay those of the group whose properties were shown last.
+  if (!IsPicker()) session_.GroupId = groupId_;
 }
 
 void frmGroupsNew::cmdOK_Click() {

@@ -147,6 +147,35 @@ TEST_F(RecipientPickTest, ExpandedGroupWithoutMembersGivesNothing) {
   EXPECT_TRUE(Ran(Queries::kExpandedMembers).empty());
 }
 
+TEST_F(RecipientPickTest, OpenPickerExpandsAsItsOwnCallerAsked) {
+  GroupHas({{u"1", u"Anna", u"98001", u""}});
+  Pick({{u"9", u"Team", u"", u"", u"2", u""}});
+  session.ExpandGroups = true;  // a later call's, made while this one is open
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(Recipients(), (std::vector<String>{u"SG|9|Team|"}));
+  session.ExpandGroups = true;
+  Pick({{u"9", u"Team", u"", u"", u"2", u""}});
+  session.ExpandGroups = false;
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(Recipients(), (std::vector<String>{u"SC|1|Anna|98001"}));
+}
+
+TEST_F(RecipientPickTest, GroupWhosePropertiesWereSavedKeepsItsIdAndName) {
+  session.GroupId = u"5";
+  session.GroupName = u"Old";
+  Pick({{u"9", u"Team", u"", u"", u"2", u""}});
+  screen.PlayModal([&](controls::Form& shown) {
+    auto& properties = static_cast<frmGroupsNew&>(shown);
+    ASSERT_TRUE(screen.WaitUntil([&] { return properties.Members().IsComplete(); }));
+    properties.cmdOK.UserClicks();
+  });
+  form->vsfFolderContacts.SetRow(1);
+  form->cmdProperty.UserClicks();
+  form->cmdOK.UserClicks();
+  ASSERT_FALSE(form->IsLoaded());
+  EXPECT_EQ(session.GroupId + u"|" + session.GroupName, u"9|Team");
+}
+
 TEST_F(RecipientPickTest, NamesTextStartsAnewWithEachPick) {
   session.ExpandGroups = true;
   session.ContactsName = u"old;";
