@@ -100,6 +100,10 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// Takes the selected rows away, however many, in one pass; no row is current afterwards.
   void RemoveSelected();
 
+  /// Family of the font of headings and rows, in the size of the form's; empty: the form's font.
+  /// Set before the form is shown.
+  String FontName{};
+
   /// The column whose text stands in column 0 of the data rows too, for a picture in front of each
   /// row; 0 for none.
   int FixedColumnShows = 0;

@@ -52,13 +52,15 @@ frmGroupsNew::frmGroupsNew(Session& session)
   cboContactType.AccessibleName = u"Source";
   vsfFolderContacts.AccessibleName = u"Contacts";
   vsfGroupContacts.AccessibleName = u"Members";
+  for (controls::FlexGrid* grid : {&vsfFolderContacts, &vsfGroupContacts}) {
+    grid->FontName = u"Arial";
+    ContactColumns::Empty(*grid);
+  }
   chkGroup.SetEnabled(false);  // it tells, and decides nothing
   for (controls::Control* control : std::initializer_list<controls::Control*>{
            &lblLoadingFolder, &pbrFolder, &lblLoadingGrp, &PbrGrp, &lblSave, &pbrSave}) {
     control->SetVisible(false);
   }
-  ContactColumns::Empty(vsfFolderContacts);
-  ContactColumns::Empty(vsfGroupContacts);
   contacts_.OpenEditor = [this](ModeOfOperation mode, std::int16_t folderId) {
     frmNewContact editor(session_);
     editor.Mode = mode;

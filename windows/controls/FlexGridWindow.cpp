@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "windows/controls/FormWindow.h"
 #include "windows/controls/Keys.h"
 #include "windows/controls/Nesting.h"
 #include "windows/controls/WideText.h"
@@ -33,7 +34,19 @@ FlexGridWindow::FlexGridWindow(FormWindow& form, controls::FlexGrid& grid)
   RowsChanged();
 }
 
+void FlexGridWindow::ApplyFont() {
+  if (grid_.FontName.empty()) return;
+  LOGFONTW font{};
+  GetObjectW(Owner().Font(), sizeof font, &font);
+  const std::wstring name = ToWide(grid_.FontName);
+  lstrcpynW(font.lfFaceName, name.c_str(), LF_FACESIZE);
+  // The former font goes only when the list view no longer has it.
+  UniqueFont former = std::exchange(font_, UniqueFont(CreateFontIndirectW(&font)));
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), TRUE);
+}
+
 void FlexGridWindow::OnScaleChanged() {
+  ApplyFont();
   UniqueImageList former = std::exchange(
       rowHeight_,
       UniqueImageList(ImageList_Create(1, CurrentScale().Units(19), ILC_COLOR32, 0, 0)));

@@ -47,6 +47,8 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   /// Rows that came are shown together, a little later.
   static constexpr UINT_PTR kRowsTimer = 0x4B54;
   void ShowAppended();
+  /// The form's font in the grid's own family, where it has one.
+  void ApplyFont();
   bool appended_ = false;  ///< rows came that are not shown
 
   std::vector<int> VisibleColumns() const;
@@ -71,6 +73,7 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void FitColumn(int listColumn);
 
   controls::FlexGrid& grid_;
+  UniqueFont font_;            ///< none while the grid has the form's
   UniqueImageList rowHeight_;  ///< a list view's rows are as high as its pictures
   /// The grid's column of each of the list view's.
   std::vector<int> shown_;

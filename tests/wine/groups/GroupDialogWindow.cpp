@@ -52,6 +52,26 @@ class TheBusyPicker : public testing::Test {
     ASSERT_EQ(form_.vsfFolderContacts.Rows() - 1, offered_);
     Pump();
   }
+  /// All zeroes when the window has the system's font, or one that is no more.
+  static LOGFONTW FontOf(HWND window) {
+    LOGFONTW font{};
+    const auto handle = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+    GetObjectW(handle, sizeof font, &font);
+    return font;
+  }
+  static LONG RowHeight(HWND list) {
+    RECT row{};
+    ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
+    return row.bottom - row.top;
+  }
+  /// As Windows tells when the user moves the window to another monitor.
+  void GoToDpi(WORD dpi) {
+    constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
+    RECT place{};
+    GetWindowRect(WindowOf(form_), &place);
+    SendMessageW(WindowOf(form_), kDpiChanged, MAKEWPARAM(dpi, dpi),
+                 reinterpret_cast<LPARAM>(&place));
+  }
 
   int offered_ = 0;
   FakeDriver driver_;
@@ -62,6 +82,34 @@ class TheBusyPicker : public testing::Test {
                    {[this](StringView) -> database::Driver& { return driver_; }, screen_.Poster()}};
   forms::frmGroupsNew form_{session_};
 };
+
+TEST_F(TheBusyPicker, WritesBothListsInArialOfTheFormsSize) {
+  Offer(3, u"1");
+  Show();
+  for (HWND list : {WindowOf(form_.vsfFolderContacts), WindowOf(form_.vsfGroupContacts)}) {
+    for (HWND window : {list, ListView_GetHeader(list)}) {
+      EXPECT_STREQ(FontOf(window).lfFaceName, L"Arial");
+      EXPECT_EQ(FontOf(window).lfHeight, FontOf(WindowOf(form_.cmdOK)).lfHeight);
+    }
+    EXPECT_STRNE(FontOf(WindowOf(form_.cmdOK)).lfFaceName, L"Arial");
+  }
+}
+
+TEST_F(TheBusyPicker, WritesBothListsInArialOnAMonitorOfAnotherResolutionToo) {
+  Offer(3, u"1");
+  Show();
+  const LONG former = FontOf(WindowOf(form_.vsfFolderContacts)).lfHeight;
+  const LONG formerRow = RowHeight(WindowOf(form_.vsfFolderContacts));
+  GoToDpi(192);
+  for (HWND list : {WindowOf(form_.vsfFolderContacts), WindowOf(form_.vsfGroupContacts)}) {
+    for (HWND window : {list, ListView_GetHeader(list)}) {
+      EXPECT_STREQ(FontOf(window).lfFaceName, L"Arial");
+      EXPECT_EQ(FontOf(window).lfHeight, FontOf(WindowOf(form_.cmdOK)).lfHeight);
+    }
+  }
+  EXPECT_EQ(FontOf(WindowOf(form_.vsfFolderContacts)).lfHeight, 2 * former);
+  EXPECT_NEAR(RowHeight(WindowOf(form_.vsfFolderContacts)), 2 * formerRow, 2);
+}
 
 TEST_F(TheBusyPicker, MovesItsBarAndPaintsItselfWhileAllAreTaken) {
   Show();
