@@ -367,7 +367,7 @@ TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
   Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
               {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
   driver.Answer(Queries::kContact, {{u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
-                {{u"Berta", u"98022", std::nullopt}});
+                {{u"Berta", u"98022", u"44"}});
   OpenPicker();
   ASSERT_TRUE(Complete());
   form->ContactEditor() = [&](ModeOfOperation mode, std::int16_t) {
@@ -379,8 +379,9 @@ TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna", u"Berta"}));
   EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILENO"),
             (std::vector<String>{u"98001", u"98022"}));
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"COUNTRYCODE"), (std::vector<String>{u"91", u"44"}));
   EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILE_DISPLAY"),
-            (std::vector<String>{u"91 98001", u"98022"}));
+            (std::vector<String>{u"91 98001", u"44 98022"}));
 }
 
 TEST_F(GroupDialogTest, PropertiesLogUnderTheNewContactsNameWithOneBlank) {

@@ -83,6 +83,14 @@ TEST_F(GroupSaveTest, GroupWithoutMembersIsOnlyCleared) {
             (std::vector<String>{String(Queries::kRenameGroup), String(Queries::kClearMembers)}));
 }
 
+TEST_F(GroupSaveTest, BarMovesWithEachMember) {
+  Modify(Contacts(3));
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(form->pbrSave.Max(), 3);
+  EXPECT_EQ(form->pbrSave.Value(), 3);
+  EXPECT_FALSE(form->pbrSave.Visible());
+}
+
 TEST_F(GroupSaveTest, GroupRowTakesTheLetterOfTheRowBeforeIt) {
   Modify({{u"1", u"Anna", u"", u"", u"1", u""},
           {u"9", u"Team", u"", u"", u"2", u""},

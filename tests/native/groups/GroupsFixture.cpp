@@ -125,6 +125,12 @@ void GroupsTest::HoldFetches() {
   driver.OpenGate.Close();
 }
 
+bool GroupsTest::HoldRows(int fetches) {
+  driver.FetchGate.Close();
+  driver.OpenGate.Open();
+  return screen.WaitUntil([&] { return driver.FetchGate.Waiting() == fetches; });
+}
+
 void GroupsTest::Folders(std::vector<Row> rows) {
   driver.Answer(Queries::kFolders,
                 {{u"ID", DataType::Integer}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
@@ -146,6 +152,14 @@ void GroupsTest::Candidates(std::vector<Row> rows) {
 
 void GroupsTest::MembersAre(std::vector<Row> rows) {
   driver.Answer(u"(SELECT CONTACT_ID FROM SMS_ABGROUPMAPS", kListColumns, std::move(rows));
+}
+
+std::vector<GroupsTest::Row> GroupsTest::Contacts(int count) {
+  std::vector<Row> rows;
+  for (int id = 1; id <= count; ++id) {
+    rows.push_back({ToDecimal(id), u"Name " + ToDecimal(id), u"9", u"", u"1", u"9"});
+  }
+  return rows;
 }
 
 GroupsOnDatabase::GroupsOnDatabase() {

@@ -47,6 +47,9 @@ class GroupsTest : public testing::Test {
 
   /// Fetches in the background wait from now on until driver.OpenGate is opened.
   void HoldFetches();
+  /// Lets those that wait go on until each asks for its first rows, which do not come.
+  /// \return false when fewer than `fetches` did in time.
+  bool HoldRows(int fetches);
 
   // What the scripted database answers.
   void Folders(std::vector<Row> rows);  ///< id, name, type, category
@@ -54,6 +57,8 @@ class GroupsTest : public testing::Test {
   /// Rows of every source from now on: id, name, mobile number, country code, kind, display.
   void Candidates(std::vector<Row> rows);
   void MembersAre(std::vector<Row> rows);
+  /// So many contacts, each with its own id.
+  static std::vector<Row> Contacts(int count);
 
   FakeDriver driver;
   std::unique_ptr<AddressBookDatabase> database;  ///< where it is set, it is the database

@@ -71,6 +71,34 @@ TEST_F(MemberListTest, CountSaysWhatTheListShowsOnceItWasChanged) {
   EXPECT_EQ(MemberCount(), u"1 Member(s)");
 }
 
+TEST_F(MemberListTest, BarMovesToTheNumberOfMembersThatCame) {
+  Counts(Queries::kCountMembers, 130);
+  MembersAre(Contacts(120));
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(form->PbrGrp.Max(), 130);
+  EXPECT_EQ(form->PbrGrp.Value(), 120);
+}
+
+TEST_F(MemberListTest, MembersComeInBlocksOf500) {
+  MembersAre(Contacts(1200));
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(form->Members().Count(), 1200);
+  EXPECT_EQ(driver.MostRowsAsked(Queries::Members(data::Dialect::Sql, u"5")), 500U);
+}
+
+TEST_F(MemberListTest, FetchIsCancelledBeforeTheMembersAreCountedAnew) {
+  HoldFetches();
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(HoldRows(2));  // the source's and the members'
+  driver.Fail(Queries::kCountMembers, Error(ErrorNumber::DriverFailure, u"gone"));
+  form->LoadGroupContacts();
+  EXPECT_EQ(driver.Cancels(), 1);
+  driver.FetchGate.Open();
+  ASSERT_TRUE(tests::WaitForFetches());
+}
+
 TEST_F(MemberListTest, GroupIdThatIsNoNumberNeverReachesTheList) {
   OpenToModify(u"5 OR 1=1", u"Team");
   ASSERT_TRUE(Complete());

@@ -147,6 +147,23 @@ TEST_F(RecipientPickTest, ExpandedGroupWithoutMembersGivesNothing) {
   EXPECT_TRUE(Ran(Queries::kExpandedMembers).empty());
 }
 
+TEST_F(RecipientPickTest, BarRunsToTheMembersOfExpandedGroupsToo) {
+  session.ExpandGroups = true;
+  GroupHas({{u"1", u"Anna", u"", u""}, {u"2", u"Bert", u"", u""}, {u"3", u"Cora", u"", u""}});
+  PickAndOk({{u"9", u"Team", u"", u"", u"2", u""}});
+  EXPECT_EQ(form->pbrSave.Max(), 4);
+  EXPECT_EQ(form->pbrSave.Value(), 4);
+  EXPECT_FALSE(form->pbrSave.Visible());
+}
+
+TEST_F(RecipientPickTest, LabelNoLongerNamesTheGroupOnceItIsExpanded) {
+  session.ExpandGroups = true;
+  GroupHas({{u"1", u"Anna", u"", u""}});
+  PickAndOk({{u"9", u"Team", u"", u"", u"2", u""}});
+  EXPECT_EQ(form->lblSave.Caption(), u"Selecting members..");
+  EXPECT_FALSE(form->lblSave.Visible());
+}
+
 TEST_F(RecipientPickTest, OpenPickerExpandsAsItsOwnCallerAsked) {
   GroupHas({{u"1", u"Anna", u"98001", u""}});
   Pick({{u"9", u"Team", u"", u"", u"2", u""}});

@@ -143,6 +143,33 @@ TEST_F(SourceListTest, BarRunsToTheRemoteContactsOfTheCategory) {
   EXPECT_EQ(Ran(Queries::kCountRemoteContacts)[0].Values, (std::vector<Variant>{std::int64_t{8}}));
 }
 
+TEST_F(SourceListTest, BarRunsToTheGroupsOfARemoteFolderTooInThePicker) {
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  FolderIs(u"R");
+  Counts(Queries::kCountRemoteContacts, 12);
+  Counts(Queries::kCountFolderGroups, 4);
+  form->LoadFolderContacts(u"8");
+  EXPECT_EQ(form->pbrFolder.Max(), 16);
+}
+
+TEST_F(SourceListTest, BarMovesToTheNumberOfRowsThatCame) {
+  Counts(Queries::kCountFolderContacts, 130);  // ten of which were deleted since
+  Candidates(Contacts(120));
+  OpenToAdd();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(form->pbrFolder.Max(), 130);
+  EXPECT_EQ(form->pbrFolder.Value(), 120);
+}
+
+TEST_F(SourceListTest, RowsComeInBlocksOf500) {
+  Candidates(Contacts(1200));
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(form->vsfFolderContacts.Rows() - 1, 1200);
+  EXPECT_EQ(driver.MostRowsAsked(form->Sources().Query()), 500U);
+}
+
 TEST_F(SourceListTest, RowsStandUnderTheirKeysWithTwoColumnsShown) {
   Candidates(
       {{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}, {u"9", u"Team", u"", u"", u"2", u""}});
@@ -187,6 +214,17 @@ TEST_F(SourceListTest, NewSourceEndsTheFetchOfTheOldOne) {
   ASSERT_TRUE(Complete());
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Dora"}));
   EXPECT_EQ(ErrorsLogged(), 0);
+}
+
+TEST_F(SourceListTest, FetchIsCancelledBeforeTheNewSourceIsLookedUp) {
+  HoldFetches();
+  OpenPicker();
+  ASSERT_TRUE(HoldRows(1));
+  driver.Fail(Queries::kFolder, Error(ErrorNumber::DriverFailure, u"gone"));
+  form->LoadFolderContacts(u"8");
+  EXPECT_EQ(driver.Cancels(), 1);
+  driver.FetchGate.Open();
+  ASSERT_TRUE(tests::WaitForFetches());
 }
 
 TEST_F(SourceListTest, SourceSwitchedTwentyTimesShowsTheLastOneOnly) {

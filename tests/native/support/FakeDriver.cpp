@@ -53,6 +53,7 @@ class FakeDriver::FakeStatement final : public Statement {
   std::int64_t RowsAffected() const override { return scripted_.Changed; }
 
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override {
+    driver_.Asked(text_, rows);
     if (!driver_.FetchGate.Pass(cancelled_)) {
       throw Error(ErrorNumber::CommandCancelled, u"Cancelled", u"FakeDriver");
     }
@@ -167,6 +168,12 @@ std::vector<FakeDriver::Execution> FakeDriver::Executed() const {
   return executed_;
 }
 
+std::size_t FakeDriver::MostRowsAsked(StringView text) const {
+  const std::lock_guard lock(mutex_);
+  const auto asked = mostRowsAsked_.find(String(text));
+  return asked == mostRowsAsked_.end() ? 0 : asked->second;
+}
+
 std::vector<String> FakeDriver::Opened() const {
   const std::lock_guard lock(mutex_);
   return opened_;
@@ -180,6 +187,12 @@ std::unique_ptr<Link> FakeDriver::Open(StringView connectionString, StringView, 
   if (opensNothing_) return nullptr;
   opened_.emplace_back(connectionString);
   return std::make_unique<FakeLink>(*this);
+}
+
+void FakeDriver::Asked(const String& text, std::size_t rows) {
+  const std::lock_guard lock(mutex_);
+  std::size_t& most = mostRowsAsked_[text];
+  most = std::max(most, rows);
 }
 
 FakeDriver::Scripted FakeDriver::Run(StringView text, std::span<const Variant> values) {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <vector>
@@ -66,6 +67,8 @@ class FakeDriver final : public database::Driver {
   void SetLastInsertedId(std::int64_t id);
 
   std::vector<Execution> Executed() const;
+  /// The most rows that one Fetch of this very text asked for; 0 when none did.
+  std::size_t MostRowsAsked(StringView text) const;
   std::vector<String> Opened() const;  ///< the connection strings of the links that were opened
   int LinksAlive() const { return linksAlive_; }
   int Cancels() const { return cancels_; }
@@ -90,10 +93,12 @@ class FakeDriver final : public database::Driver {
   class FakeLink;
 
   Scripted Run(StringView text, std::span<const Variant> values);
+  void Asked(const String& text, std::size_t rows);
 
   mutable std::mutex mutex_;
   std::deque<Scripted> answers_;
   std::vector<Execution> executed_;
+  std::map<String, std::size_t> mostRowsAsked_;
   std::vector<String> opened_;
   std::optional<Error> openFailure_;
   bool opensNothing_ = false;
