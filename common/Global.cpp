@@ -28,7 +28,7 @@ bool IsValidEmail(StringView address) {
 }  // namespace
 
 bool ValidateEmail(Logger& logger, StringView logPath, StringView address) {
-  return Trap(logger, logPath,
+  return Trap(logger, String(logPath),
               u"KTRVAddressBook: Error occurred. Sub: ValidateEmail, Module: Global", false,
               [&] { return IsValidEmail(address); });
 }

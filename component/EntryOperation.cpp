@@ -10,6 +10,8 @@ namespace {
 void TakeAdmin(Session& session, const EntryOperation& operation, const Variant& admin) {
   if (IsNull(admin)) return;
   const std::int64_t value = ToInteger(admin);
+  const bool isWhole = ParseNumber(Trim(ToText(admin))) == static_cast<double>(value);
+  if (!isWhole && !std::holds_alternative<bool>(admin)) return;
   if (value == 1) session.IsAdmin = static_cast<std::int32_t>(UserType::Administrator);
   if (value == 0) {
     session.IsAdmin = static_cast<std::int32_t>(UserType::GeneralUser);

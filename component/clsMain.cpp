@@ -24,6 +24,8 @@ clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialog
 
 clsMain::~clsMain() {
   dialogs_.UnloadAll();
+  session_.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
+                [&] { session_.CloseConnection(); });
 }
 
 std::int32_t clsMain::Enter(const EntryOperation& operation, const Step& takeArguments,
@@ -130,9 +132,9 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
     session_.GroupType = p_GroupType;
+    session_.GroupId = p_GroupId;
   };
   const auto work = [&](std::int32_t& result) {
-    session_.GroupId = p_GroupId;
     // Only shared groups can be opened this way: for a local one the name is read from a result
     // that was never opened, and that failure is the answer.
     database::Recordset names(session_.Environment);

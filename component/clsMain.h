@@ -16,7 +16,7 @@ class clsMain {
  public:
   /// Both must outlive the object.
   clsMain(Session& session, Dialogs& dialogs);
-  ~clsMain();  ///< Class_Terminate: unloads the thread's dialogs.
+  ~clsMain();  ///< Class_Terminate: unloads the dialogs and closes the connection.
   clsMain(const clsMain&) = delete;
   clsMain& operator=(const clsMain&) = delete;
 

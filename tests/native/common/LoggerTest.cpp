@@ -11,7 +11,7 @@
 namespace ktrv::tests {
 namespace {
 
-constexpr StringView kPath = u"C:\\logs\\AddressBook.log";
+const String kPath = u"C:\\logs\\AddressBook.log";
 
 struct LoggerTest : testing::Test {
   RecordingSystem System;

@@ -123,6 +123,21 @@ TEST_F(RightsTest, AnyOtherAdminLeavesWhatTheUserWas) {
   EXPECT_EQ(session.IsAdmin, 1);
 }
 
+TEST_F(RightsTest, AnAdminBetweenTheTwoIsNeither) {
+  Initialise();
+  KnowUser(3, u"0.4");
+  KnowUser(4, u"0.6");
+  KnowUser(5, u"1.4");
+  for (const int user : {1, 2}) {
+    Check(EntryOperations::kLoadFolders, user);
+    const auto before = session.IsAdmin;
+    for (const int odd : {3, 4, 5}) {
+      EXPECT_TRUE(Check(EntryOperations::kLoadFolders, odd));
+      EXPECT_EQ(session.IsAdmin, before) << odd;
+    }
+  }
+}
+
 TEST_F(RightsTest, OnlyAnAdministratorAtTheServerGetsSharedContacts) {
   Initialise(kServer);
   Check(EntryOperations::kAddContacts, 2);

@@ -50,6 +50,18 @@ TEST_F(GroupOperationsTest, NewGroupIsReadBackThroughItsProperties) {
   EXPECT_EQ(main.NewGroupType(), u"1");
 }
 
+TEST_F(GroupOperationsTest, LocalGroupHasNoIdOfAnEarlierOne) {
+  Initialise();
+  session.GroupId = u"17";
+  Play([](frmGroupsNew& dialog) {
+    dialog.txtGroupName.UserTypes(u"Mine");
+    dialog.cmdOK.UserClicks();
+  });
+  EXPECT_EQ(main.AddGroup(2, u"0", 1, {}), 1);
+  EXPECT_EQ(main.NewGroupName(), u"Mine");
+  EXPECT_EQ(main.NewGroupId(), u"");
+}
+
 TEST_F(GroupOperationsTest, CancelledGroupIsNotReadBack) {
   Initialise(kServer);
   Play([](frmGroupsNew& dialog) {

@@ -14,6 +14,15 @@ TEST_F(InitTest, LogsItsStartAndItsEnd) {
             u"KTRVAddressBook: Initialization routine completed.....\r\n");
 }
 
+TEST_F(InitTest, ItsLinesAreOnTheDiskAtOnceAndThoseOfARefusalAreNot) {
+  EXPECT_EQ(main.LoadAddressBook(1), 0);
+  EXPECT_EQ(system.Flushes, 0);
+  Initialise();
+  EXPECT_EQ(system.Flushes, 2);
+  EXPECT_EQ(main.LoadAddressBook(99), 0);
+  EXPECT_EQ(system.Flushes, 2);
+}
+
 TEST_F(InitTest, OpensTheRemoteDatabaseAndLeavesItClosed) {
   EXPECT_EQ(main.Init(u"DSN=Client", kConnection, kClient, u"SQL", kLog), 1);
   EXPECT_EQ(driver.Opened(), std::vector<String>{String(kConnection)});

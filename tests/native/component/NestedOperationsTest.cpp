@@ -110,6 +110,40 @@ TEST_F(NestedOperationsTest, AFolderOfTheAddressBookIsSavedThoughTheHostsEditorW
   EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), (Lines{u"People"}));
 }
 
+TEST_F(NestedOperationsTest, AFailureIsLoggedThoughTheHostCalledInitMeanwhile) {
+  const StringView log = u"C:\\the logs of a program\\address book.log";
+  const String connection = session.SessionConnectionString;
+  ASSERT_EQ(main.Init({}, connection, 1, u"SQL", log), 1);
+  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  forms::frmAddressBook& book = dialogs.AddressBook();
+  book.tvwContacts.UserClicks(*book.tvwContacts.Find(u"SHGR5"));
+  ASSERT_TRUE(screen.WaitUntil([&] { return book.StatusBar1.PanelCount() == 2; }));
+  In<forms::frmNewContact>([&](forms::frmNewContact& editor) {
+    EXPECT_EQ(main.Init({}, connection, 1, u"SQL", log), 1);
+    editor.txtFname.SetText(u"Zoe");
+    editor.cmdSave.UserClicks();
+    database.Run({u"DROP TABLE SMS_ABGROUPMAPS"});
+  });
+  book.ContactNew({});
+  EXPECT_NE(system.TextOf(log).find(u"ContactNew()"), String::npos);
+}
+
+TEST_F(NestedOperationsTest, TheAddressBookIsClosedBeforeTheEditorThatItOpened) {
+  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  forms::frmAddressBook& book = dialogs.AddressBook();
+  /// Tells, when it goes, whether the address book is still there.
+  struct Editor final : controls::Form {
+    Editor(controls::Screen& screen, forms::frmAddressBook& book) : Form(screen, {}), Book(book) {}
+    ~Editor() override { Unload(); }
+    void Form_QueryUnload() override { BookWasOpen = Book.IsLoaded(); }
+    forms::frmAddressBook& Book;
+    bool BookWasOpen = true;
+  } editor(screen, book);
+  screen.PlayModal([&](controls::Form&) { clsMain second(session, dialogs); });
+  session.Modal.Show(ModalDialogs::Kind::Contact, editor);
+  EXPECT_FALSE(editor.BookWasOpen);
+}
+
 TEST_F(NestedOperationsTest, TheEndOfAnObjectClosesWhatTheAddressBookOpened) {
   ASSERT_EQ(main.LoadAddressBook(1), 1);
   forms::frmAddressBook& book = dialogs.AddressBook();

@@ -55,6 +55,17 @@ TEST_F(clsMainTest, TheEndOfAnyObjectUnloadsTheWindow) {
   EXPECT_FALSE(dialogs.AddressBook().IsLoaded());
 }
 
+TEST_F(clsMainTest, TheEndOfAnObjectClosesTheConnection) {
+  Initialise();
+  {
+    clsMain second(session, dialogs);
+    ASSERT_EQ(second.LoadAddressBook(2), 1);
+    ASSERT_TRUE(IsConnected());
+  }
+  EXPECT_FALSE(IsConnected());
+  EXPECT_EQ(driver.LinksAlive(), 0);
+}
+
 TEST_F(clsMainTest, TheEndOfAnObjectClosesAnEditorThatAnotherShows) {
   Initialise();
   bool loaded = true;
@@ -78,6 +89,21 @@ TEST_F(clsMainTest, EditContactsHandsTheNameOfASharedContactOver) {
   EXPECT_EQ(main.EditContacts(1, 1, 5, {}, {}), 1);
   EXPECT_EQ(handedOver, u"5|Asha");
   EXPECT_EQ(main.NewContactType(), u"1");
+}
+
+TEST_F(clsMainTest, EditorsAndPickerOpenWithTheConnectionClosed) {
+  Initialise();
+  const auto connectedInside = [&](const std::function<std::int32_t()>& operation) {
+    bool connected = true;
+    screen.PlayModal([&](controls::Form& form) {
+      connected = IsConnected();
+      form.UserCloses();
+    });
+    EXPECT_EQ(operation(), 1);
+    return connected;
+  };
+  EXPECT_FALSE(connectedInside([&] { return main.EditContacts(1, 0, 5, {}, {}); }));
+  EXPECT_FALSE(connectedInside([&] { return main.LoadRecipients(1, false); }));
 }
 
 TEST_F(clsMainTest, EditContactsFailsForASharedContactThatIsGone) {
@@ -129,6 +155,12 @@ TEST_F(clsMainTest, EditGroupOfALocalGroupFailsAndShowsNothing) {
   EXPECT_TRUE(screen.Log.empty());
 }
 
+TEST_F(clsMainTest, EditGroupTakesTheIdThoughTheUserIsRefused) {
+  Initialise();
+  EXPECT_EQ(main.EditGroup(99, u"3", 1, {}), 0);
+  EXPECT_EQ(main.NewGroupId(), u"3");
+}
+
 TEST_F(clsMainTest, AGroupIdThatIsNoIdNeverReachesTheDatabase) {
   Initialise();
   EXPECT_EQ(main.EditGroup(1, u"3 OR 1=1", 1, {}), 0);
@@ -140,6 +172,7 @@ TEST_F(clsMainTest, AGroupIdThatIsNoIdNeverReachesTheDatabase) {
 TEST_F(clsMainTest, LoadRecipientsShowsThePickerWithFreshResults) {
   Initialise();
   session.SelectedRecipients->Add(u"SC|1|Old|1");
+  session.SelectedNames->Add(u"Old");
   session.OpenForProperties = true;
   const auto kept = main.SelectedRecipients();
   String caption;
@@ -147,6 +180,7 @@ TEST_F(clsMainTest, LoadRecipientsShowsThePickerWithFreshResults) {
   EXPECT_EQ(main.LoadRecipients(2, true), 1);
   EXPECT_EQ(caption, u"Select Recipient");
   EXPECT_EQ(main.SelectedRecipients()->Count(), 0);
+  EXPECT_EQ(session.SelectedNames->Count(), 0);
   EXPECT_EQ(kept->Count(), 1) << "a host may keep the last pick";
   EXPECT_TRUE(session.ExpandGroups);
   EXPECT_FALSE(session.OpenForProperties);
@@ -157,6 +191,13 @@ TEST_F(clsMainTest, LoadRecipientsPicksSharedGroupsAtTheServerForEveryUser) {
   CloseNextDialog();
   EXPECT_EQ(main.LoadRecipients(2, false), 1);
   EXPECT_EQ(main.NewGroupType(), u"1");
+}
+
+TEST_F(clsMainTest, LoadRecipientsKeepsTheGroupTypeAtTheClient) {
+  Initialise(kClient);
+  CloseNextDialog();
+  EXPECT_EQ(main.LoadRecipients(1, false), 1);
+  EXPECT_EQ(main.NewGroupType(), u"0");
 }
 
 TEST_F(clsMainTest, LoadRecipientsTakesItsArgumentsThoughItIsRefused) {

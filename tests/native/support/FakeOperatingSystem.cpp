@@ -9,8 +9,9 @@ String FakeOperatingSystem::TextOf(StringView path) const {
   return file == files_.end() ? String() : FromUtf8(file->second);
 }
 
-void FakeOperatingSystem::Append(StringView path, std::string_view bytes, bool /*flush*/) {
+void FakeOperatingSystem::Append(StringView path, std::string_view bytes, bool flush) {
   if (FailsToAppend) throw Error(ErrorNumber::DriverFailure, u"The disk is full.");
+  if (flush) ++Flushes;
   files_[String(path)].append(bytes);
 }
 

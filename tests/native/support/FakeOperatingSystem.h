@@ -10,6 +10,7 @@ namespace ktrv::tests {
 class FakeOperatingSystem final : public OperatingSystem {
  public:
   bool FailsToAppend = false;
+  int Flushes = 0;  ///< how often something was appended that had to be on the disk at once
   String Folder = u"C:\\Component";
   DateTime Clock{std::chrono::sys_days(std::chrono::year(2024) / 2 / 29).time_since_epoch() +
                  std::chrono::hours(13) + std::chrono::minutes(5)};

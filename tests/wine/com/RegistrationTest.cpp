@@ -55,11 +55,12 @@ class Registration : public Component {
     return leaves;
   }
 
-  static std::wstring ClassId() {
+  static std::wstring TextOf(REFGUID id) {
     wchar_t text[40];
-    StringFromGUID2(__uuidof(::clsMain), text, 40);
+    StringFromGUID2(id, text, 40);
     return text;
   }
+  static std::wstring ClassId() { return TextOf(__uuidof(::clsMain)); }
 
   static constexpr wchar_t kPlace[] = L"Software\\KTRVAddressBookTests";
   HKEY machine_ = nullptr;
@@ -74,6 +75,17 @@ TEST_F(Registration, LeadsFromTheNameToTheDll) {
   EXPECT_EQ(_wcsicmp(Read(machine_, server).c_str(), DllPath().c_str()), 0);
   EXPECT_EQ(Read(machine_, server, L"ThreadingModel"), L"Apartment");
   EXPECT_TRUE(Leaves(user_).empty());
+}
+
+TEST_F(Registration, LeadsFromTheClassToTheTypeLibrary) {
+  ASSERT_EQ(Call("DllRegisterServer"), S_OK);
+  const std::wstring id = TextOf(LIBID_KTRVAddressBook);
+  EXPECT_EQ(Read(machine_, L"CLSID\\" + ClassId() + L"\\TypeLib"), id);
+  const std::wstring version = L"TypeLib\\" + id + L"\\1.0";
+  const std::wstring platform = sizeof(void*) == 8 ? L"win64" : L"win32";
+  EXPECT_EQ(_wcsicmp(Read(machine_, version + L"\\0\\" + platform).c_str(), DllPath().c_str()), 0);
+  const std::wstring folder = DllPath().substr(0, DllPath().find_last_of(L'\\'));
+  EXPECT_EQ(_wcsicmp(Read(machine_, version + L"\\HELPDIR").c_str(), folder.c_str()), 0);
 }
 
 TEST_F(Registration, IsTakenAwayWithoutARest) {

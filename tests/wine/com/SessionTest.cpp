@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <thread>
 
+#include "tests/wine/com/Late.h"
 #include "tests/wine/component/Component.h"
 #include "tests/wine/component/MessageBox.h"
 
@@ -71,6 +72,26 @@ TEST_F(SessionOfAThread, EveryOperationIsRefusedInItsOwnWordsBeforeInit) {
             "KTRVAddressBook: Could not load add group because initialisation routine not "
             "completed....\r\n" +
                 editGroup + editGroup + editGroup + editGroup);
+}
+
+TEST_F(SessionOfAThread, OperationsLeaveVariablesAsTheyAre) {
+  const ComPtr<_clsMain> object = Make();
+  Init(object.Get(), L"Driver=SQLite3;Database=/nowhere/at/all.db");
+  Late late(object.Get());
+  Value text(L"3"), type(1L);
+  const auto call = [&](const wchar_t* operation, auto&&... arguments) {
+    std::future<std::wstring> refused = AnswerBoxAfter(0);
+    EXPECT_EQ(late.Call(operation, 1L, std::forward<decltype(arguments)>(arguments)...), S_OK);
+    refused.get();
+    EXPECT_EQ(text.Text(), L"3");
+    EXPECT_EQ(V_VT(&type.Get()), VT_I4);
+    EXPECT_EQ(V_I4(&type.Get()), 1);
+  };
+  const auto variable = [](Value& value) { return Value::Variable(value.Get()); };
+  call(L"EditGroup", variable(text), variable(type), variable(text));
+  call(L"AddGroup", variable(text), variable(type), variable(text));
+  call(L"EditContacts", variable(type), 5L, variable(text), variable(text));
+  call(L"AddContacts", variable(type), variable(text), variable(text));
 }
 
 TEST_F(SessionOfAThread, AnotherThreadHasASessionOfItsOwnWhichEndsWithItsCom) {
