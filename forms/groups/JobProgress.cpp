@@ -36,6 +36,8 @@ JobProgress::~JobProgress() {
 
 void JobProgress::Say(StringView text) {
   label_.SetCaption(String(text));
+  // What follows may take its time before the first step is done.
+  label_.Refresh();
 }
 
 void JobProgress::Extend(std::int64_t steps) {

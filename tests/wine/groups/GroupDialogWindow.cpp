@@ -17,6 +17,7 @@ namespace Queries = data::GroupQueries;
 /// The picker on a real window, with a hundred thousand contacts to choose from.
 class TheBusyPicker : public testing::Test {
  protected:
+  using Texts = std::vector<std::wstring>;
   static constexpr int kContacts = 100000;
 
   TheBusyPicker() {
@@ -63,6 +64,11 @@ class TheBusyPicker : public testing::Test {
     RECT row{};
     ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
     return row.bottom - row.top;
+  }
+  bool CanSee(int candidate) const {
+    const HWND list = WindowOf(form_.vsfFolderContacts);
+    const int top = ListView_GetTopIndex(list) + 1;
+    return candidate >= top && candidate < top + ListView_GetCountPerPage(list);
   }
   /// As Windows tells when the user moves the window to another monitor.
   void GoToDpi(WORD dpi) {
@@ -143,6 +149,58 @@ TEST_F(TheBusyPicker, MovesItsBarAndPaintsItselfWhileGroupsAreExpanded) {
   EXPECT_GE(bar.Positions.size(), 3U);
   EXPECT_GE(members.Paints, 2);
   EXPECT_GE(label.Paints, 2);
+}
+
+TEST_F(TheBusyPicker, SaysThatItAddsContacts) {
+  Offer(3, u"1");
+  Show();
+  PaintWatch label(WindowOf(form_.lblSave));
+  form_.SelectAllMembers();
+  EXPECT_EQ(label.Texts, (Texts{L"Adding Contacts..."}));
+}
+
+TEST_F(TheBusyPicker, SaysWhichGroupItExpandsAndThatItIsDone) {
+  Offer(2, u"2");
+  driver_.Answer(Queries::kExpandedMembers, {{u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                 {{u"7", u"Anna", u"9", u""}});
+  session_.ExpandGroups = true;
+  Show();
+  form_.SelectAllMembers();
+  PaintWatch label(WindowOf(form_.lblSave));
+  EXPECT_TRUE(form_.Save_Data());
+  EXPECT_EQ(label.Texts, (Texts{L"Selecting members..", L"Exploring members for group - Name 1",
+                                L"Selecting members..", L"Exploring members for group - Name 2",
+                                L"Selecting members.."}));
+}
+
+TEST_F(TheBusyPicker, SaysThatItSavesWhenItIsTheEditor) {
+  Offer(3, u"1");
+  driver_.Changes(u"DELETE FROM", 0);
+  driver_.Changes(u"INSERT INTO", 1);
+  driver_.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"77"}});
+  form_.LoadGroupFor = LoadGroupFor::AddModify;
+  Show();
+  form_.SelectAllMembers();
+  PaintWatch label(WindowOf(form_.lblSave));
+  EXPECT_TRUE(form_.Save_Data());
+  EXPECT_EQ(label.Texts, (Texts{L"Saving Group..."}));
+}
+
+TEST_F(TheBusyPicker, ScrollsToTheNameThatIsTyped) {
+  Show();
+  ASSERT_FALSE(CanSee(90000));
+  SetWindowTextW(WindowOf(form_.txtFind), L"name 90000");
+  EXPECT_EQ(form_.vsfFolderContacts.SelectedRows(), (std::vector<int>{90000}));
+  EXPECT_TRUE(CanSee(90000));
+}
+
+TEST_F(TheBusyPicker, ScrollsBackToTheNameThatIsTypedAgain) {
+  Show();
+  SetWindowTextW(WindowOf(form_.txtFind), L"name 90000");
+  ListView_EnsureVisible(WindowOf(form_.vsfFolderContacts), 0, FALSE);
+  ASSERT_FALSE(CanSee(90000));
+  SetWindowTextW(WindowOf(form_.txtFind), L"Name 90000");
+  EXPECT_TRUE(CanSee(90000));
 }
 
 }  // namespace
