@@ -76,6 +76,10 @@ Check "kept", keptNumbers("M2"), "2025550143"
 Check "the new ones", book.SelectedRecipients(1), "RC|D0001|Northern Dealers|919899887766"
 Check "their number", book.SelectedRecipients.Count, 3
 
+' Groups stay whole for a host that says nothing of their members.
+Pick "Field Staff", 3
+Check "a group", InStr(ItemsOf(book.SelectedRecipients), "SG|3|Delivery Drivers|" & vbLf) > 0, True
+
 ' They outlive the component.
 Set book = Nothing
 Check "after the end of the component", ItemsOf(kept), _
