@@ -6,6 +6,7 @@
 #include "common/Error.h"
 #include "common/Surrogates.h"
 #include "database/Conversion.h"
+#include "database/odbc/IntegerForm.h"
 
 namespace ktrv::database::odbc {
 namespace {
@@ -72,8 +73,12 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
     const auto size = static_cast<SQLULEN>(std::max<std::int64_t>(parameter.Size, 1));
     result = bind(SQL_C_WCHAR, SqlType(parameter.Type), size, 0, nullptr);
   } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+    const IntegerForm to = IntegerForm::Of(*whole);
     integer_ = *whole;
-    result = bind(SQL_C_SBIGINT, SQL_BIGINT, 19, 0, &integer_);
+    narrowInteger_ = static_cast<SQLINTEGER>(*whole);
+    const bool isNarrow = to.InMemory == SQL_C_SLONG;
+    result = bind(to.InMemory, to.InDatabase, to.Digits, 0,
+                  isNarrow ? static_cast<SQLPOINTER>(&narrowInteger_) : &integer_);
   } else if (const auto* fraction = std::get_if<double>(&value)) {
     double_ = *fraction;
     result = bind(SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, &double_);

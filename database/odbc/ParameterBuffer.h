@@ -19,6 +19,7 @@ class ParameterBuffer {
 
   String text_;
   SQLBIGINT integer_ = 0;
+  SQLINTEGER narrowInteger_ = 0;
   double double_ = 0;
   unsigned char truth_ = 0;
   SQL_TIMESTAMP_STRUCT timestamp_ = {};

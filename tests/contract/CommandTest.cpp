@@ -70,6 +70,26 @@ TEST_P(ContractTest, NarrowTextParameterKeepsEveryScript) {
   EXPECT_EQ(Value(u"SELECT FNAME FROM CONTACTS"), Variant(String(u"Zoë नमस्ते")));
 }
 
+TEST_P(ContractTest, PreparedTextTakesNumbersOfEverySizeOneAfterTheOther) {
+  constexpr std::int64_t kOfEightBytes = std::int64_t{1} << 40;
+  connection.Execute(u"CREATE TABLE COUNTS (N BIGINT)");
+  connection.Execute(u"INSERT INTO COUNTS VALUES (5)");
+  connection.Execute(u"INSERT INTO COUNTS VALUES (" + ToDecimal(kOfEightBytes) + u")");
+  const auto link = testDatabase->Driver().Open(testDatabase->ConnectionString(), {}, {});
+  const std::vector<database::Parameter> parameters = {{u"N", DataType::Integer, 0}};
+  const auto statement = link->Prepare(u"SELECT N FROM COUNTS WHERE N = ?", parameters);
+  const auto found = [&](Variant number) {
+    statement->Execute(std::vector<Variant>{std::move(number)});
+    const auto rows = statement->Fetch(2);
+    return rows ? String(*rows->Cell(0, 0)) : String(u"nothing");
+  };
+  EXPECT_EQ(found(std::int64_t{5}), u"5");
+  EXPECT_EQ(found(kOfEightBytes), ToDecimal(kOfEightBytes));
+  EXPECT_EQ(found(Null{}), u"nothing");
+  EXPECT_EQ(found(std::int64_t{5}), u"5");
+  EXPECT_EQ(found(kOfEightBytes + 5), u"nothing");
+}
+
 TEST_P(ContractTest, NumberIsFoundByItsText) {
   Insert(String(u"Ann"));
   CommandOn command(connection, u"SELECT FNAME FROM CONTACTS WHERE ID = ? ");
