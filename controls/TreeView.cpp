@@ -15,6 +15,13 @@ void Collect(TreeNode& node, std::unordered_set<const TreeNode*>& nodes) {
   for (TreeNode* child : node.Children) Collect(*child, nodes);
 }
 
+bool IsBelow(const TreeNode* node, const TreeNode& ancestor) {
+  for (; node; node = node->Parent) {
+    if (node->Parent == &ancestor) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 TreeView::TreeView(Form& form, Rectangle bounds, std::vector<Image> images)
@@ -101,6 +108,7 @@ void TreeView::UserExpands(TreeNode& node, bool expanded) {
   if (node.Expanded == expanded) return;
   node.Expanded = expanded;
   ReportExpanded(node);
+  if (!expanded && IsBelow(selected_, node)) UserClicks(node);
 }
 
 void TreeView::ReportExpanded(TreeNode& node) {

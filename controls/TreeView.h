@@ -43,7 +43,7 @@ class TreeView final : public ControlOf<TreeViewPeer> {
   std::function<void(TreeNode& node)> Collapse;
   std::function<void(TreeNode& node)> Expand;
   std::function<void(std::int16_t keyCode, std::int16_t shift)> KeyDown;
-  /// Position in twips from the tree's left and top.
+  /// Position in twips from the tree's left and top. The right button is reported over nodes only.
   std::function<void(MouseButton button, std::int16_t shift, int x, int y)> MouseUp;
 
   /// Adds a node behind the others of its parent. \param parentKey empty for the top level.
@@ -75,6 +75,8 @@ class TreeView final : public ControlOf<TreeViewPeer> {
   /// The user clicked the node or moved to it with the keyboard: it is selected and NodeClick
   /// reported.
   void UserClicks(TreeNode& node);
+  /// The user expanded or collapsed the node. Collapsed above the selected one it is selected in
+  /// its place, which counts as a click: a node that nobody sees must not stay the chosen one.
   void UserExpands(TreeNode& node, bool expanded);
   void UserPresses(std::int16_t keyCode, std::int16_t shift);
   void UserReleases(MouseButton button, std::int16_t shift, int x, int y);

@@ -5,6 +5,7 @@ var files = WScript.CreateObject("Scripting.FileSystemObject");
 eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
 function walksTheMenus(book, runAt, userId) {
+  var kUp = 38, kDown = 40;
   var kAll = "(Create Local Contact)\n(Create Local Group)\n(Create Local Folder)\n" +
       "(Add Local Contact to this Group)\nCreate Shared Contact\nCreate Shared Group\n" +
       "Create Shared Folder\nAdd Shared Contact to this Group\n-\nProperties";
@@ -20,7 +21,17 @@ function walksTheMenus(book, runAt, userId) {
     Ui.CloseMenu();
   }
   // Right of and below all nodes there is none.
-  Ui.RightClickAt(book.tree, Ui.Width(book.tree) - 5, Ui.Height(book.tree) - 5);
+  var besideNodes = function() {
+    Ui.RightClickAt(book.tree, Ui.Width(book.tree) - 5, Ui.Height(book.tree) - 5);
+  };
+  besideNodes();
+  // Nor when the keyboard led to the current node.
+  book.choose("Customers", 2);
+  Ui.Press(book.tree, kDown);
+  until(function() { return !Ui.IsSelected(book.tree, "Customers"); }, "the next node");
+  besideNodes();
+  Ui.Press(book.tree, kUp);
+  until(function() { return Ui.IsSelected(book.tree, "Customers"); }, "no menu takes the key");
   // Nor in the list.
   book.choose("Customers", 2);
   Ui.RightClickRow(book.grid, 0);

@@ -176,11 +176,12 @@ void TreeViewWindow::OnLeftClick() {
 
 void TreeViewWindow::OnRightClick() {
   const POINT place = Pointer(Handle());
-  if (TreeNode* node = NodeAt(place)) {
-    SetFocus(Handle());
-    tree_.Select(node);
-    tree_.UserClicks(*node);
-  }
+  TreeNode* node = NodeAt(place);
+  // Beside the nodes there is no menu, also when the keyboard chose one since the last click.
+  if (!node) return;
+  SetFocus(Handle());
+  tree_.Select(node);
+  tree_.UserClicks(*node);
   Release(MouseButton::Right, place);
 }
 

@@ -35,6 +35,8 @@ function Book() {
           node + " with " + count + " items");
     Ui.WaitRows(this.grid, count);
   };
+  /// Clicks the [-] or [+] before the root.
+  this.clickRootsButton = function() { Ui.ClickAt(this.tree, 9, 9); };
   this.listed = function() {
     var lines = Ui.Rows(this.grid).split("\n"), names = [];
     for (var i = 0; i < lines.length; i++) names.push(lines[i].split("\t")[0]);

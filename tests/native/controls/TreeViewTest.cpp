@@ -134,5 +134,27 @@ TEST_F(TreeViewTest, ClearLeavesNothingAndReportsNothing) {
   EXPECT_TRUE(events.empty());
 }
 
+TEST_F(TreeViewTest, ANodeThatTheUserCollapsesAboveTheSelectedOneIsClicked) {
+  tree.Add(u"", u"A", u"a", 1);
+  tree.Add(u"A", u"A1", u"a1", 2);
+  tree.Add(u"A1", u"A11", u"a11", 2);
+  tree.UserExpands(tree.At(1), true);
+  tree.Select(tree.Find(u"A11"));
+  events.clear();
+  tree.UserExpands(tree.At(1), false);
+  EXPECT_EQ(events, (std::vector<String>{u"-A", u"!A"}));
+  EXPECT_EQ(tree.SelectedNode(), tree.Find(u"A"));
+}
+
+TEST_F(TreeViewTest, ANodeThatTheFormCollapsesIsNotClicked) {
+  tree.Add(u"", u"A", u"a", 1);
+  tree.Add(u"A", u"A1", u"a1", 2);
+  tree.SetExpanded(tree.At(1), true);
+  tree.Select(tree.Find(u"A1"));
+  events.clear();
+  tree.SetExpanded(tree.At(1), false);
+  EXPECT_EQ(events, (std::vector<String>{u"-A"}));
+}
+
 }  // namespace
 }  // namespace ktrv::controls

@@ -29,6 +29,19 @@ class ATreeWindow : public testing::Test {
     SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text));
     return {text.left + 4, (text.top + text.bottom) / 2};
   }
+  /// The [-] or [+] before the root.
+  POINT RootsButton() const {
+    const auto indent = static_cast<LONG>(SendMessageW(Tree(), TVM_GETINDENT, 0, 0));
+    return {indent / 2, TextOf(TreeView_GetRoot(Tree())).y};
+  }
+  POINT EmptySpace() const {
+    RECT inside{};
+    GetClientRect(Tree(), &inside);
+    return {inside.right - 5, inside.bottom - 5};
+  }
+  bool IsRootExpanded() const {
+    return TreeView_GetItemState(Tree(), TreeView_GetRoot(Tree()), TVIS_EXPANDED) & TVIS_EXPANDED;
+  }
 
   Win32Screen screen_;
   PlayForm form_{screen_};
@@ -41,8 +54,7 @@ TEST_F(ATreeWindow, HasTheFocusFirst) {
 
 TEST_F(ATreeWindow, ShowsTheChildrenOfAnExpandedNode) {
   EXPECT_EQ(TreeView_GetCount(Tree()), 3U);
-  EXPECT_TRUE(TreeView_GetItemState(Tree(), TreeView_GetRoot(Tree()), TVIS_EXPANDED) &
-              TVIS_EXPANDED);
+  EXPECT_TRUE(IsRootExpanded());
 }
 
 TEST_F(ATreeWindow, ReportsEachClickOnANodeOnce) {
@@ -81,6 +93,41 @@ TEST_F(ATreeWindow, ReportsWhatTheUserExpandsAndCollapses) {
   PressKey(VK_LEFT);
   EXPECT_EQ(collapsed, 1);
   EXPECT_FALSE(form_.Tree.At(1).Expanded);
+}
+
+TEST_F(ATreeWindow, ClicksTheNodeThatItSelectsWhenTheUserCollapsesItAboveTheSelectedOne) {
+  LeftClick(Tree(), TextOf(Child(1)));
+  clicked_.clear();
+  LeftClick(Tree(), RootsButton());
+  ASSERT_FALSE(IsRootExpanded());
+  EXPECT_EQ(TreeView_GetSelection(Tree()), TreeView_GetRoot(Tree()));
+  EXPECT_EQ(form_.Tree.SelectedNode(), &form_.Tree.At(1));
+  EXPECT_EQ(clicked_, std::vector<String>{u"SHARED"});
+}
+
+TEST_F(ATreeWindow, ClicksNothingWhenTheUserCollapsesOrExpandsTheSelectedNode) {
+  form_.Tree.Select(&form_.Tree.At(1));
+  LeftClick(Tree(), RootsButton());
+  ASSERT_FALSE(IsRootExpanded());
+  LeftClick(Tree(), RootsButton());
+  ASSERT_TRUE(IsRootExpanded());
+  EXPECT_TRUE(clicked_.empty());
+}
+
+TEST_F(ATreeWindow, ClicksNothingWhenTheFormCollapsesIt) {
+  form_.Tree.Select(form_.Tree.Find(u"SFLD1"));
+  form_.Tree.SetExpanded(form_.Tree.At(1), false);
+  ASSERT_FALSE(IsRootExpanded());
+  EXPECT_TRUE(clicked_.empty());
+}
+
+TEST_F(ATreeWindow, ReportsNoRightButtonBesideTheNodes) {
+  int released = 0;
+  form_.Tree.MouseUp = [&](controls::MouseButton, std::int16_t, int, int) { ++released; };
+  form_.Tree.Select(form_.Tree.Find(u"SFLD1"));
+  PressKey(VK_DOWN);
+  RightClick(Tree(), EmptySpace());
+  EXPECT_EQ(released, 0);
 }
 
 TEST_F(ATreeWindow, GivesDeleteToTheForm) {
