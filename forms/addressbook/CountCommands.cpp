@@ -55,7 +55,7 @@ std::int32_t CountCommands::Count(database::Command Commands::*which, std::int32
   } catch (...) {
     // The server may have dropped the link while the window stood open: the next use of the
     // connection opens a new one.
-    connection.Close();
+    session_.CloseConnection();
     throw;
   }
 }

@@ -19,6 +19,13 @@ String Joined(StringView kind, StringView id) {
   return String(kind) + String(id);
 }
 
+bool IsInSight(const controls::TreeNode& node) {
+  for (const auto* above = node.Parent; above; above = above->Parent) {
+    if (!above->Expanded) return false;
+  }
+  return true;
+}
+
 bool IsTopLevel(StringView key) {
   return key == NodeKey::Shared || key == NodeKey::Main;
 }
@@ -39,6 +46,17 @@ void FolderTree::Start() {
 void FolderTree::Build() {
   source_ = session_.SessionConnectionString;
   tree_.Clear();
+  try {
+    AddNodes();
+    Expand();
+  } catch (...) {
+    ShowCurrent();
+    throw;
+  }
+  ShowCurrent();
+}
+
+void FolderTree::AddNodes() {
   controls::TreeNode& root = tree_.Add({}, String(NodeKey::Shared), u"Shared Contacts", kRootImage);
   root.Tag = NodeKey::Shared;
   if (Is(session_.RunAt, RunApplicationAt::RuntAtServer)) {
@@ -49,11 +67,14 @@ void FolderTree::Build() {
   AddFolders(Queries::kSharedFolders, NodeKey::SharedFolder);
   AddFolders(Queries::kRemoteFolders, NodeKey::RemoteFolder);
   AddGroups();
-  Expand();
-  // The grid still shows the current node: so does the tree, when the node is there.
+}
+
+void FolderTree::ShowCurrent() {
+  // The grid still shows the current node: so does the tree, when the node is there. To select one
+  // below a collapsed node would expand what the user left collapsed.
   controls::TreeNode* current = tree_.Find(current_.Key);
   if (current) MakeCurrent(*current);  // its parent may be another one now
-  tree_.Select(current);
+  tree_.Select(current && IsInSight(*current) ? current : nullptr);
 }
 
 void FolderTree::AddFolders(StringView query, StringView kind) {

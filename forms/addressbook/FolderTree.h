@@ -46,10 +46,12 @@ class FolderTree {
   static constexpr char16_t kExpanded = u'E';
   static constexpr char16_t kCollapsed = u'C';
 
+  void AddNodes();
   void AddFolders(StringView query, StringView kind);
   void AddGroups();
   controls::TreeNode& AddGroupNode(StringView id, const String& name, StringView folderId);
   void Expand();
+  void ShowCurrent();
   void MakeCurrent(const controls::TreeNode& node);
 
   Session& session_;

@@ -27,11 +27,26 @@ void RowDeletion::Run() {
   });
 }
 
+void RowDeletion::Stop() {
+  if (!std::exchange(stopped_, true)) LogRest();
+}
+
+void RowDeletion::LogRest() {
+  if (next_ == items_.size()) return;
+  session_.WriteLog(u"Deletion stopped: " + ToDecimal(static_cast<std::int64_t>(deleted_)) +
+                    u" of " + ToDecimal(static_cast<std::int64_t>(items_.size())) +
+                    u" item(s) were deleted.");
+}
+
 bool RowDeletion::WorkForAMoment() {
   constexpr auto kMoment = std::chrono::milliseconds(30);
   const auto end = std::chrono::steady_clock::now() + kMoment;
   while (next_ < items_.size()) {
-    if (stopped_ || session_.SessionConnectionString != database_) return false;
+    if (stopped_) return false;
+    if (session_.SessionConnectionString != database_) {
+      LogRest();
+      return false;
+    }
     Delete(items_[next_++]);
     if (std::chrono::steady_clock::now() >= end) break;
   }
@@ -41,9 +56,11 @@ bool RowDeletion::WorkForAMoment() {
 void RowDeletion::Delete(const Item& item) {
   if (item.Type == u"1") {
     statements_.DeleteContact(item.Id);
+    ++deleted_;
   } else if (item.Type == u"2") {
     hasDeletedGroup_ = true;
     statements_.DeleteGroup(item.Id);
+    ++deleted_;
   } else if (item.Type == u"3") {
     session_.ShowMessage(
         u"This is a Shared Remote Contact. This contact can be deleted from TALVERO only.",

@@ -12,7 +12,7 @@ namespace ktrv::forms {
 /// may stand still: it works for a moment at a time and goes on when the user's input was seen to.
 ///
 /// It ends at the last item or at the first failure, which is logged. Stopped before that, or when
-/// the host turns to another database, it leaves the rest where it is.
+/// the host turns to another database, it leaves the rest where it is, and the log says so.
 class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
  public:
   struct Item {
@@ -30,7 +30,7 @@ class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
 
   void Run();
   /// Nothing more is deleted and nothing reported, also when this is called from within.
-  void Stop() { stopped_ = true; }
+  void Stop();
   std::size_t Count() const { return items_.size(); }
   bool HasDeletedGroup() const { return hasDeletedGroup_; }
 
@@ -38,6 +38,8 @@ class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
   /// \return whether items are left for later
   bool WorkForAMoment();
   void Delete(const Item& item);
+  /// Nobody is there any more to be told that items are left.
+  void LogRest();
 
   Session& session_;
   String context_;
@@ -45,6 +47,7 @@ class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
   ItemStatements statements_;
   std::vector<Item> items_;
   std::size_t next_ = 0;
+  std::size_t deleted_ = 0;
   bool hasDeletedGroup_ = false;
   bool stopped_ = false;
 };

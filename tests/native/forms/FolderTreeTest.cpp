@@ -231,6 +231,27 @@ TEST_F(FolderTreeTest, ARebuildWithoutTheCurrentNodeKeepsTheKeyAndSelectsNothing
   EXPECT_EQ(form->tvwContacts.SelectedNode(), nullptr);
 }
 
+TEST_F(FolderTreeTest, ARebuildThatFailsShowsTheCurrentNodeSelectedTooWhenItIsThere) {
+  Typical();
+  Open();
+  ClickAndWait(u"SHARED");
+  Groups({{u"6", u"Lost", u"99"}});
+  form->LoadTreeView();
+  EXPECT_EQ(ErrorsLogged(kTreeContext), 1);
+  EXPECT_EQ(form->tvwContacts.SelectedNode(), &Node(u"SHARED"));
+}
+
+TEST_F(FolderTreeTest, ACurrentNodeBelowACollapsedOneIsNotSelectedByARebuild) {
+  Typical();
+  Open();
+  ClickAndWait(u"SFLD7");
+  form->tvwContacts.SetExpanded(Node(u"SHARED"), false);
+  form->LoadTreeView();
+  EXPECT_FALSE(Node(u"SHARED").Expanded);
+  EXPECT_EQ(form->Current().Key, u"SFLD7");
+  EXPECT_EQ(form->tvwContacts.SelectedNode(), nullptr);
+}
+
 TEST_F(FolderTreeTest, ARebuildAtTheServerMakesTheRootCurrent) {
   RunAt(RunApplicationAt::RuntAtServer);
   Typical();
@@ -239,6 +260,52 @@ TEST_F(FolderTreeTest, ARebuildAtTheServerMakesTheRootCurrent) {
   form->LoadTreeView();
   EXPECT_EQ(form->Current().Key, u"SHARED");
   EXPECT_EQ(form->tvwContacts.SelectedNode(), &Node(u"SHARED"));
+}
+
+TEST_F(FolderTreeTest, TheNextLoadStartsWithTheRootExpanded) {
+  Typical();
+  Open();
+  form->tvwContacts.UserExpands(Node(u"SHARED"), false);
+  form->Unload();
+  screen.Pump();
+  Open();
+  EXPECT_TRUE(Node(u"SHARED").Expanded);
+}
+
+// A top-level node of personal contacts, which no database gives.
+
+TEST_F(FolderTreeTest, PersonalContactsCollapsedLeaveTheSecondNodeCollapsedAtTheClient) {
+  Typical();
+  Groups({{u"6", u"Drivers", u"1"}});
+  Open();
+  ASSERT_TRUE(Node(u"SFLD1").Expanded);
+  auto& personal = form->tvwContacts.Add({}, u"MAIN", u"Personal", 2);
+  form->tvwContacts.Add(u"MAIN", u"LOGR1", u"Friends", 3);
+  form->tvwContacts.UserExpands(personal, true);
+  form->tvwContacts.UserExpands(personal, false);
+  form->LoadTreeView();
+  EXPECT_FALSE(Node(u"SFLD1").Expanded);
+  EXPECT_TRUE(Node(u"SHARED").Expanded);
+}
+
+TEST_F(FolderTreeTest, PersonalContactsAreTheirOwnParentAndListNothing) {
+  Open();
+  form->tvwContacts.Add({}, u"MAIN", u"Personal", 2);
+  const std::size_t before = driver.Executed().size();
+  Click(u"MAIN");
+  EXPECT_EQ(form->Current().ParentKey, u"MAIN");
+  EXPECT_EQ(driver.Executed().size(), before);
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(FolderTreeTest, PersonalContactsCannotBeDeleted) {
+  Open();
+  form->tvwContacts.Add({}, u"MAIN", u"Personal", 2);
+  Click(u"MAIN");
+  form->tvwContacts.UserFocuses(true);
+  form->tvwContacts.UserPresses(controls::KeyCode::Delete, 0);
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text, u"The item cannot be deleted.");
 }
 
 // Events.
