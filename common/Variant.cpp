@@ -21,9 +21,15 @@ String Padded(std::int64_t number, std::size_t width) {
   return String(digits.size() < width ? width - digits.size() : 0, u'0') + digits;
 }
 
-String NumberText(double number) {
+template <class Number>
+String FewestDigits(Number number) {
+  const Number size = std::abs(number);
+  const bool decimal = size == 0 || (size >= Number(1e-4) && size < Number(1e15));
   char digits[40];
-  const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+  const auto end = decimal ? std::to_chars(std::begin(digits), std::end(digits), number,
+                                           std::chars_format::fixed)
+                                 .ptr
+                           : std::to_chars(std::begin(digits), std::end(digits), number).ptr;
   return String(std::begin(digits), end);
 }
 
@@ -82,6 +88,14 @@ std::optional<std::chrono::milliseconds> ParseTimeOfDay(StringView text) {
 }
 
 }  // namespace
+
+String NumberText(double number) {
+  return FewestDigits(number);
+}
+
+String NumberText(float number) {
+  return FewestDigits(number);
+}
 
 String ToText(const Variant& value) {
   return std::visit(Overloaded{

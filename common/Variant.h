@@ -23,10 +23,14 @@ inline bool IsNull(const Variant& value) {
   return std::holds_alternative<Null>(value);
 }
 
-/// The value as text, as it is joined to a text: null gives "", a number its decimal form in the
-/// "C" locale, a boolean "True" or "False", a date "yyyy-mm-dd" with " hh:mm:ss" behind it unless
-/// it is midnight.
+/// The value as text, as it is joined to a text: null gives "", a number its NumberText, a boolean
+/// "True" or "False", a date "yyyy-mm-dd" with " hh:mm:ss" behind it unless it is midnight.
 String ToText(const Variant& value);
+
+/// The number in the fewest digits that mean it, in the "C" locale: decimal, but for numbers of
+/// 1e15 and more and fractions below 0.0001, which may have an exponent.
+String NumberText(double number);
+String NumberText(float number);
 
 /// The value as a whole number. \throws Error InvalidUseOfNull for null, TypeMismatch for a text
 /// that is no number or a date, Overflow outside the range. A fraction is rounded half to even.

@@ -1,6 +1,7 @@
 #include "database/Engines.h"
 
 #include "common/Error.h"
+#include "database/Conversion.h"
 
 namespace ktrv::database {
 namespace {
@@ -93,7 +94,12 @@ std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column,
     statement->Execute({});
     const auto row = statement->Fetch(1);
     if (row && row->Cell(0, 0)) {
-      if (const auto id = ParseInteger(*row->Cell(0, 0))) return *id;
+      try {
+        // Some drivers give the number as a fraction.
+        return ToInteger(CellValue(statement->Columns().front().Type, row->Cell(0, 0)));
+      } catch (const Error&) {
+        // What it tells is no id.
+      }
     }
   }
   throw Error(ErrorNumber::DriverFailure,

@@ -93,7 +93,7 @@ std::optional<String> CellTextOf(const VARIANT& value) {
     case VT_UI8:
       return Digits(V_UI8(&value));
     case VT_R4:
-      return Digits(V_R4(&value));  // the fewest digits that mean this 4-byte fraction
+      return NumberText(V_R4(&value));  // a 4-byte fraction has fewer digits than an 8-byte one
     case VT_R8:
       return database::CellTextOf(V_R8(&value));
     case VT_BOOL:

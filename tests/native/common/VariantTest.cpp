@@ -25,6 +25,30 @@ TEST(VariantText, OfEachKind) {
   EXPECT_EQ(ToText(String(u" x ")), u" x ");
 }
 
+TEST(VariantText, OfANumberOfUsualSizeIsDecimal) {
+  EXPECT_EQ(ToText(100000.0), u"100000");
+  EXPECT_EQ(ToText(200000.0), u"200000");
+  EXPECT_EQ(ToText(1e6), u"1000000");
+  EXPECT_EQ(ToText(-1e5), u"-100000");
+  EXPECT_EQ(ToText(123456.5), u"123456.5");
+  EXPECT_EQ(ToText(999999999999999.0), u"999999999999999");
+  EXPECT_EQ(ToText(0.0), u"0");
+  EXPECT_EQ(ToText(0.1), u"0.1");
+  EXPECT_EQ(ToText(-0.0001), u"-0.0001");
+}
+
+TEST(VariantText, OfAHugeOrTinyNumberHasAnExponent) {
+  EXPECT_EQ(ToText(1e15), u"1e+15");
+  EXPECT_EQ(ToText(1e20), u"1e+20");
+  EXPECT_EQ(ToText(-1e300), u"-1e+300");
+  EXPECT_EQ(ToText(1e-10), u"1e-10");
+}
+
+TEST(VariantText, OfAFractionOfFourBytesHasNoMoreDigitsThanItMeans) {
+  EXPECT_EQ(NumberText(0.1F), u"0.1");
+  EXPECT_EQ(NumberText(100000.0F), u"100000");
+}
+
 TEST(VariantText, OfADateHasATimeOnlyWhenItIsNotMidnight) {
   EXPECT_EQ(ToText(*ParseDateTime(u"2001-02-03")), u"2001-02-03");
   EXPECT_EQ(ToText(*ParseDateTime(u"2001-02-03T04:05:06")), u"2001-02-03 04:05:06");
