@@ -42,13 +42,19 @@ void ShowText(const database::Recordset& row, StringView column, controls::TextB
   box.SetText(ToText(row.Field(column)));
 }
 
+/// Old drivers of SQL Server give a date as a text.
+DateTime DateOf(const Variant& value) {
+  if (const auto* date = std::get_if<DateTime>(&value)) return *date;
+  if (const auto* text = std::get_if<String>(&value)) {
+    if (const auto date = ParseDateTime(Trim(*text))) return *date;
+  }
+  throw TypeMismatch();
+}
+
 /// Null leaves the picker as it was.
 void ShowDate(const database::Recordset& row, StringView column, controls::DatePicker& picker) {
   const Variant value = row.Field(column);
-  if (IsNull(value)) return;
-  const auto* date = std::get_if<DateTime>(&value);
-  if (!date) throw TypeMismatch();
-  picker.SetValue(*date);
+  if (!IsNull(value)) picker.SetValue(DateOf(value));
 }
 
 std::int16_t FolderIdOf(const Variant& value) {

@@ -214,6 +214,25 @@ TEST_F(ContactLoadingTest, AFolderIdOfMoreThan16BitsEndsTheLoadingBehindTheFirst
   EXPECT_EQ(form.txtMname.Text(), u"");
 }
 
+TEST_F(ContactLoadingTest, ADateThatComesAsATextIsADate) {
+  Ann();
+  database.Run({u"ALTER TABLE SMS_ABCONTACTS DROP COLUMN BIRTHDAY",
+                u"ALTER TABLE SMS_ABCONTACTS ADD COLUMN BIRTHDAY VARCHAR(30)",
+                u"UPDATE SMS_ABCONTACTS SET BIRTHDAY = '1990-02-28'"});
+  Edit();
+  EXPECT_EQ(form.dtBirthday.Value(), Date(1990, 2, 28));
+  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(LoadErrors(), 0);
+}
+
+TEST_F(ContactLoadingTest, ADateThatComesAsATextMayHaveBlanksAroundIt) {
+  Ann(u"BIRTHDAY = ' 1990-02-28 '");
+  Edit();
+  EXPECT_EQ(form.dtBirthday.Value(), Date(1990, 2, 28));
+  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(LoadErrors(), 0);
+}
+
 TEST_F(ContactLoadingTest, ABirthdayThatIsNoDateEndsTheLoadingThere) {
   Ann(u"BIRTHDAY = 'spring'");
   Edit();
