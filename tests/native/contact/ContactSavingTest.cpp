@@ -178,10 +178,36 @@ TEST_F(ContactSavingTest, WithoutACountryCodeTheMobileNumberStandsAlone) {
   EXPECT_EQ(session.SavedContactMobile, u"9876543210");
 }
 
+TEST_F(ContactSavingTest, BlanksBeforeTheCountryCodeAreNotHandedBack) {
+  AddNamed(u"Ann");
+  form.txtCountryCode.SetText(u"  44");
+  form.txtMobileno.SetText(u"7700900");
+  PressOk();
+  EXPECT_EQ(session.SavedContactMobile, u"44 7700900");
+}
+
+TEST_F(ContactSavingTest, WithACountryCodeOfBlanksTheMobileNumberStandsAlone) {
+  AddNamed(u"Ann");
+  form.txtCountryCode.SetText(u"   ");
+  form.txtMobileno.SetText(u"7700900");
+  PressOk();
+  EXPECT_EQ(session.SavedContactMobile, u"7700900");
+}
+
 TEST_F(ContactSavingTest, ASaveTurnsTheSessionToSharedContacts) {
   Local();
   AddNamed(u"Ann");
   PressOk();
+  EXPECT_EQ(session.SharedMode, 1);
+}
+
+TEST_F(ContactSavingTest, ASaveOfAnEditedLocalContactDoesToo) {
+  Ann();
+  Local();
+  Edit();
+  EXPECT_EQ(session.SharedMode, 0);
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
   EXPECT_EQ(session.SharedMode, 1);
 }
 

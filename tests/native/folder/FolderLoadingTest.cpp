@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/native/folder/FolderFixture.h"
 
 namespace ktrv::tests {
@@ -35,6 +37,25 @@ TEST_F(FolderLoadingTest, WithoutCategoriesNothingIsChosenAndNothingLogged) {
 TEST_F(FolderLoadingTest, TheCaptionTellsWhatIsDone) {
   EXPECT_EQ(form.Caption(), u"New Folder");
   EXPECT_EQ(Add().Caption(), u"Add Folder");
+}
+
+TEST_F(FolderLoadingTest, LabelsStandRightBeforeTheirBoxes) {
+  const auto& all = form.Controls();
+  const auto labelOf = [&](const controls::Control& control) -> String {
+    const auto at = std::find(all.begin(), all.end(), &control);
+    const auto* label =
+        at == all.begin() ? nullptr : dynamic_cast<const controls::Label*>(*(at - 1));
+    return label ? label->Caption() : u"no label";
+  };
+  EXPECT_EQ(labelOf(form.txtFolderName), u"Folder Name");
+  EXPECT_EQ(labelOf(form.cboRemoteFolderView),
+            u"Show contacts belonging to the following category");
+}
+
+TEST_F(FolderLoadingTest, BoxAndButtonsSayWhatTheyDo) {
+  EXPECT_EQ(form.chkRemoteFolder.Caption(), u"Map this folder to Contacts available in TALVERO");
+  EXPECT_EQ(form.cmdOK.Caption(), u"&OK");
+  EXPECT_EQ(form.cmdCancel.Caption(), u"&Cancel");
 }
 
 TEST_F(FolderLoadingTest, AddingForgetsTheIdAndLetsTheFolderBeMapped) {

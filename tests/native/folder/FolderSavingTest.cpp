@@ -189,6 +189,13 @@ TEST_F(FolderSavingTest, CancelLeavesNoFolderAndKeepsTypeAndCategory) {
   EXPECT_EQ(Folders(), Lines{});
 }
 
+TEST_F(FolderSavingTest, CancelOfANewFolderForgetsTheId) {
+  Add();
+  form.FolderIdText = u"9";
+  form.cmdCancel.UserClicks();
+  EXPECT_EQ(form.FolderIdText, u"");
+}
+
 TEST_F(FolderSavingTest, CancelOfAnEditKeepsTheId) {
   Folder(u"5, 'S', 'Mine', 0, 2, ''");
   Edit(u"5");
