@@ -74,6 +74,44 @@ TEST_F(ContactLoadTest, WhenItIsCompleteTheCountStaysAndTheBarIsGone) {
   EXPECT_EQ(Log(), u"");
 }
 
+TEST_F(ContactLoadTest, TheBarOfALoadThatIsDroppedForAnEmptyNodeIsHidden) {
+  Open();
+  ClickAndHold(u"SHARED");
+  ASSERT_TRUE(form->ProgressBar1.Visible());
+  Counts(Queries::kCountFolderContacts, 0);
+  Click(u"SFLD7");
+  EXPECT_FALSE(form->ProgressBar1.Visible());
+  LetGo();
+}
+
+TEST_F(ContactLoadTest, TheGridIsNotPaintedWhileTheRowsArePutIn) {
+  Open();
+  Click(u"SHARED");
+  const auto apply = form->vsfContacts.AfterDataRefresh;
+  std::vector<bool> complete;
+  form->vsfContacts.AfterDataRefresh = [&] {
+    // The third panel goes just before the rows of the whole result are put in.
+    if (form->StatusBar1.PanelCount() == 2) complete.push_back(form->vsfContacts.Redraw());
+    apply();
+  };
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(complete, std::vector<bool>{false});
+  EXPECT_TRUE(form->vsfContacts.Redraw());
+}
+
+TEST_F(ContactLoadTest, TheListIsKeptAtTheClient) {
+  Open();
+  ClickAndHold(u"SHARED");
+  ASSERT_NE(form->rsUserContacts(), nullptr);
+  EXPECT_EQ(form->rsUserContacts()->Location, database::CursorLocation::Client);
+  LetGo();
+}
+
+TEST_F(ContactLoadTest, TheBarIsHiddenWhenTheWindowHasLoaded) {
+  Open();
+  EXPECT_FALSE(form->ProgressBar1.Visible());
+}
+
 TEST_F(ContactLoadTest, TheBarFollowsTheRowsThatHaveCome) {
   Open();
   Click(u"SHARED");
@@ -272,6 +310,15 @@ TEST_F(ContactLoadTest, AServerThatIsNotThereWhenTheWindowOpensIsToldAndTriedAga
   form->tlbMain.UserClicks(u"REFRESH");
   ASSERT_TRUE(Complete());
   EXPECT_EQ(form->vsfContacts.Rows(), kRows + 1);
+}
+
+TEST_F(ContactLoadTest, WithoutALinkTheCountsOwnFailureIsLogged) {
+  Open();
+  session.CloseConnection();
+  driver.OpenNothing();
+  Click(u"SHARED");
+  EXPECT_EQ(ErrorsLogged(kLoadContext), 1);
+  EXPECT_NE(Log().find(u"Error Number      : 3709\r\n"), String::npos) << ToUtf8(Log());
 }
 
 TEST_F(ContactLoadTest, AListThatTheServerRefusesIsLoggedOnceAndTold) {

@@ -112,6 +112,21 @@ TEST_F(ItemEditingTest, InTheRootANewContactIsOutsideFoldersAndListedWithoutAnot
   EXPECT_EQ(Log(), u"");
 }
 
+TEST_F(ItemEditingTest, ANewContactIsListedWithAllThatWasWritten) {
+  Choose(u"SHARED");
+  InEditor<forms::frmNewContact>([](forms::frmNewContact& editor) {
+    editor.txtFname.UserTypes(u"Carl");
+    editor.txtEmail.UserTypes(u"carl@example.com");
+    editor.txtAddress.UserTypes(u"Street 7");
+    editor.txtOrganisation.UserTypes(u"Acme");
+    editor.cmdSave.UserClicks();
+  });
+  form->ContactNew({});
+  EXPECT_EQ(Listed(u"EMAIL").back(), u"carl@example.com");
+  EXPECT_EQ(Listed(u"ADDRESS").back(), u"Street 7");
+  EXPECT_EQ(Listed(u"ORGANISATION").back(), u"Acme");
+}
+
 TEST_F(ItemEditingTest, InAFolderANewContactIsOfTheFolder) {
   Choose(u"SFLD1");
   SaveContact(u"Carl");
