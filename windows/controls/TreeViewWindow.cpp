@@ -2,7 +2,9 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "windows/controls/Keys.h"
 #include "windows/controls/Nesting.h"
@@ -202,8 +204,24 @@ void TreeViewWindow::Release(MouseButton button, POINT place) {
                      CurrentScale().ToTwips(place.y));
 }
 
-std::optional<LRESULT> TreeViewWindow::OnMessage(UINT message, WPARAM, LPARAM lParam) {
+void TreeViewWindow::AfterMessage(UINT message) {
+  // With the focus the system's tree selects its first item, which the user did not choose.
+  if (message == WM_SETFOCUS && !tree_.SelectedNode()) SelectionChanged();
+}
+
+bool TreeViewWindow::Enter(WPARAM key) {
+  constexpr WPARAM kWays[] = {VK_DOWN, VK_UP, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_RIGHT};
+  const bool isWay = std::find(std::begin(kWays), std::end(kWays), key) != std::end(kWays);
+  if (!isWay || tree_.SelectedNode() || tree_.Count() == 0) return false;
+  TreeNode& first = tree_.At(1);
+  tree_.Select(&first);
+  tree_.UserClicks(first);
+  return true;
+}
+
+std::optional<LRESULT> TreeViewWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_LBUTTONDOWN) clickReported_ = false;
+  if (message == WM_KEYDOWN && Enter(wParam)) return 0;
   if (message == WM_CONTEXTMENU && lParam == -1) {
     OnMenuKey();
     return 0;

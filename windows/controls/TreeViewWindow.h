@@ -24,6 +24,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
 
  protected:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void AfterMessage(UINT message) override;
 
  private:
   HTREEITEM ItemOf(const controls::TreeNode& node) const;
@@ -36,6 +37,9 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   void OnLeftClick();
   void OnRightClick();
   void OnMenuKey();
+  /// Without a selected node the system's tree moves nowhere. \return whether the key chose the
+  /// first node.
+  bool Enter(WPARAM key);
   void Release(controls::MouseButton button, POINT place);
 
   controls::TreeView& tree_;

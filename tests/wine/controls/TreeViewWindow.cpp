@@ -130,6 +130,31 @@ TEST_F(ATreeWindow, ReportsNoRightButtonBesideTheNodes) {
   EXPECT_EQ(released, 0);
 }
 
+TEST_F(ATreeWindow, ShowsNoNodeSelectedWhenItGetsTheFocusUntilTheFormOrTheUserSelectsOne) {
+  EXPECT_EQ(TreeView_GetSelection(Tree()), nullptr);
+  SetFocus(WindowOf(form_.Grid));
+  SetFocus(Tree());
+  EXPECT_EQ(TreeView_GetSelection(Tree()), nullptr);
+  EXPECT_TRUE(clicked_.empty());
+}
+
+TEST_F(ATreeWindow, IsEnteredWithTheKeyboardAtItsFirstNode) {
+  for (const WORD key : {WORD{VK_DOWN}, WORD{VK_UP}, WORD{VK_HOME}}) {
+    form_.Tree.Select(nullptr);
+    clicked_.clear();
+    PressKey(key);
+    EXPECT_EQ(clicked_, std::vector<String>{u"SHARED"}) << key;
+    EXPECT_EQ(TreeView_GetSelection(Tree()), TreeView_GetRoot(Tree())) << key;
+  }
+}
+
+TEST_F(ATreeWindow, KeepsTheFocusedNodeSelectedWhenItGetsTheFocusAgain) {
+  form_.Tree.Select(form_.Tree.Find(u"SFLD2"));
+  SetFocus(WindowOf(form_.Grid));
+  SetFocus(Tree());
+  EXPECT_EQ(TreeView_GetSelection(Tree()), Child(2));
+}
+
 TEST_F(ATreeWindow, GivesDeleteToTheForm) {
   int pressed = 0;
   form_.Tree.KeyDown = [&](std::int16_t key, std::int16_t) { pressed = key; };
