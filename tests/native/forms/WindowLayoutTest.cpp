@@ -1,3 +1,4 @@
+#include "controls/PeerFactory.h"
 #include "tests/native/forms/AddressBookFixture.h"
 
 namespace ktrv::tests {
@@ -159,6 +160,62 @@ TEST_F(WindowLayoutTest, ClosingReleasesTheCountingCommands) {
   EXPECT_TRUE(form->List().CanCount());
   form->Unload();
   EXPECT_FALSE(form->List().CanCount());
+}
+
+// Failures.
+
+/// A window that cannot be moved.
+struct StuckPicture final : controls::PictureBoxPeer {
+  void BoundsChanged() override { throw Error(ErrorNumber::DriverFailure, u"stuck"); }
+  void VisibleChanged() override {}
+  void EnabledChanged() override {}
+  void TextChanged() override {}
+  void FocusRequested() override {}
+  void RefreshRequested() override {}
+  void BackColorChanged() override {}
+};
+
+/// Makes windows for pictures only.
+struct StuckPictures final : controls::PeerFactory {
+  template <class Control>
+  using Window = std::unique_ptr<Control>;
+  Window<controls::CheckBoxPeer> Make(controls::CheckBox&) override { return nullptr; }
+  Window<controls::ComboBoxPeer> Make(controls::ComboBox&) override { return nullptr; }
+  Window<controls::CommandButtonPeer> Make(controls::CommandButton&) override { return nullptr; }
+  Window<controls::DatePickerPeer> Make(controls::DatePicker&) override { return nullptr; }
+  Window<controls::FlexGridPeer> Make(controls::FlexGrid&) override { return nullptr; }
+  Window<controls::FramePeer> Make(controls::Frame&) override { return nullptr; }
+  Window<controls::LabelPeer> Make(controls::Label&) override { return nullptr; }
+  Window<controls::PictureBoxPeer> Make(controls::PictureBox&) override {
+    return std::make_unique<StuckPicture>();
+  }
+  Window<controls::ProgressBarPeer> Make(controls::ProgressBar&) override { return nullptr; }
+  Window<controls::StatusBarPeer> Make(controls::StatusBar&) override { return nullptr; }
+  Window<controls::TextBoxPeer> Make(controls::TextBox&) override { return nullptr; }
+  Window<controls::ToolBarPeer> Make(controls::ToolBar&) override { return nullptr; }
+  Window<controls::TreeViewPeer> Make(controls::TreeView&) override { return nullptr; }
+  Window<controls::UpDownPeer> Make(controls::UpDown&) override { return nullptr; }
+};
+
+TEST_F(WindowLayoutTest, AMoveOfTheSplitterThatFailsIsLogged) {
+  StuckPictures stuck;
+  Press();
+  form->picShadow.Realise(stuck);
+  MovePointer(700);
+  EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occured. Sub: picSlider_MouseMove, Module: "
+                         u"frmAddressBook"),
+            1);
+}
+
+TEST_F(WindowLayoutTest, AReleaseOfTheSplitterThatFailsIsLogged) {
+  StuckPictures stuck;
+  Press();
+  MovePointer(700);
+  form->picSlider.Realise(stuck);
+  Release();
+  EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occured. Sub: picSlider_MouseUp, Module: "
+                         u"frmAddressBook"),
+            1);
 }
 
 }  // namespace
