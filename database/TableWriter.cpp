@@ -76,7 +76,9 @@ TableWriter::TableWriter(Link& link, StringView query, const std::vector<Column>
       return EqualsIgnoringCase(each.Name, name);
     });
     if (column == columns_.end()) throw DataError(ErrorNumber::NotUpdatable);
-    key_.push_back(static_cast<std::size_t>(column - columns_.begin()));
+    // A driver that looks into every schema names a column once for each table of the name.
+    const auto index = static_cast<std::size_t>(column - columns_.begin());
+    if (std::find(key_.begin(), key_.end(), index) == key_.end()) key_.push_back(index);
   }
 }
 

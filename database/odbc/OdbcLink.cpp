@@ -3,6 +3,7 @@
 #include "common/Error.h"
 #include "database/DialectRewriter.h"
 #include "database/Engines.h"
+#include "database/KeyOfOneTable.h"
 #include "database/odbc/ConnectionString.h"
 #include "database/odbc/OdbcStatement.h"
 
@@ -13,6 +14,15 @@ ConnectionHandle NewConnection(SQLHANDLE environment) {
   SQLHANDLE raw = nullptr;
   Checked(SQLAllocHandle(SQL_HANDLE_DBC, environment, &raw), SQL_HANDLE_ENV, environment, {});
   return ConnectionHandle(raw);
+}
+
+/// The name in a column of the row that was fetched; empty for null.
+String ShortText(const StatementHandle& statement, SQLUSMALLINT column) {
+  char16_t text[256] = {};
+  SQLLEN length = 0;
+  const SQLRETURN result =
+      SQLGetData(statement.Get(), column, SQL_C_WCHAR, text, sizeof text, &length);
+  return SQL_SUCCEEDED(result) && length != SQL_NULL_DATA ? String(text) : String();
 }
 
 }  // namespace
@@ -50,6 +60,9 @@ void OdbcLink::LearnAboutDriver() {
   // Only the build of SQLite's driver for Windows has the wide functions. The other one cuts each
   // UTF-16 unit to a byte when it is called by them.
   dialogue_.Utf8 = engine_ == Engine::Sqlite && driver.find(u".dll") == String::npos;
+  SQLUSMALLINT furtherResults = SQL_FALSE;
+  SQLGetFunctions(connection_.Get(), SQL_API_SQLMORERESULTS, &furtherResults);
+  hasFurtherResults_ = furtherResults == SQL_TRUE;
   SQLUINTEGER extensions = 0;
   SQLGetInfo(connection_.Get(), SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
   constexpr SQLUINTEGER kNeeded = SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER | SQL_GD_BOUND;
@@ -92,18 +105,19 @@ std::vector<String> OdbcLink::AskKeyColumns(StringView table) const {
       dialogue_.Utf8
           ? SQLPrimaryKeys(statement.Get(), nullptr, 0, nullptr, 0, Narrow(bytes), SQL_NTS)
           : SQLPrimaryKeysW(statement.Get(), nullptr, 0, nullptr, 0, Wide(name), SQL_NTS);
-  std::vector<String> names;
-  if (!SQL_SUCCEEDED(result)) return names;  // the driver cannot tell
+  if (!SQL_SUCCEEDED(result)) return {};  // the driver cannot tell
+  constexpr SQLUSMALLINT kCatalog = 1;
+  constexpr SQLUSMALLINT kSchema = 2;
   constexpr SQLUSMALLINT kColumnName = 4;
+  std::vector<KeyLine> lines;
   while (SQL_SUCCEEDED(SQLFetch(statement.Get()))) {
-    char16_t column[256] = {};
-    SQLLEN length = 0;
-    if (SQL_SUCCEEDED(SQLGetData(statement.Get(), kColumnName, SQL_C_WCHAR, column, sizeof column,
-                                 &length))) {
-      names.emplace_back(column);
-    }
+    KeyLine line;
+    line.Catalog = ShortText(statement, kCatalog);
+    line.Schema = ShortText(statement, kSchema);
+    line.Column = ShortText(statement, kColumnName);
+    if (!line.Column.empty()) lines.push_back(std::move(line));
   }
-  return names;
+  return KeyOfOneTable(lines, table);
 }
 
 std::int64_t OdbcLink::LastInsertedId(StringView table, StringView column) {

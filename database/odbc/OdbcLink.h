@@ -29,6 +29,9 @@ class OdbcLink final : public Link {
   /// Whether a column can be read again in full after the bound buffer was too small for it.
   bool CanReadAgain() const { return canReadAgain_; }
 
+  /// Whether the driver tells what a statement gives behind its first result.
+  bool HasFurtherResults() const { return hasFurtherResults_; }
+
  private:
   String Information(SQLUSMALLINT kind) const;
   std::vector<String> AskKeyColumns(StringView table) const;
@@ -38,6 +41,7 @@ class OdbcLink final : public Link {
   Dialogue dialogue_;
   Engine engine_ = Engine::Other;
   bool canReadAgain_ = false;
+  bool hasFurtherResults_ = false;
   std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
 };
 

@@ -210,5 +210,19 @@ TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
   EXPECT_EQ(session.SavedContactId, u"9");
 }
 
+TEST_F(ContactFailuresTest, ATableOfTheSameNameInAnotherSchemaHindersNoSave) {
+  AddWithFakeDriver();
+  driver.SetKeyColumns({u"ID", u"ID"});
+  driver.Changes(u"INSERT", 1);
+  driver.SetLastInsertedId(9);
+  FakeDriver::Row row(Columns().size());
+  row[0] = u"9";
+  driver.Answer(u"WHERE ID = ?", Columns(), {row});
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(SaveErrors(), 0);
+  EXPECT_EQ(session.SavedContactId, u"9");
+}
+
 }  // namespace
 }  // namespace ktrv::tests

@@ -108,5 +108,14 @@ TEST_F(TableWriterTest, InsertNamesOnlyWhatWasSetAndLearnsTheId) {
   EXPECT_EQ(cells[0], u"77");
 }
 
+TEST_F(TableWriterTest, KeyColumnThatIsNamedTwiceCountsOnce) {
+  driver.SetKeyColumns({u"ID", u"id"});
+  driver.Changes(u"INSERT", 1);
+  driver.SetLastInsertedId(77);
+  TableWriter::Cells cells(3);
+  TableWriter(*link, u"SELECT * FROM T WHERE 1 = 2", columns).Insert(cells, {{2, Null{}}});
+  EXPECT_EQ(cells[0], u"77");
+}
+
 }  // namespace
 }  // namespace ktrv::database
