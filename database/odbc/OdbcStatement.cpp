@@ -108,7 +108,15 @@ void OdbcStatement::Execute(std::span<const Variant> values) {
     SQLLEN rows = -1;
     Check(SQLRowCount(handle_.Get(), &rows));
     rowsAffected_ = rows;
+    PassFurtherResults();
   }
+}
+
+void OdbcStatement::PassFurtherResults() {
+  // A trigger's counts follow the statement's own. While they wait to be read, SQL Server's session
+  // takes no other statement, and a failure among them is not known.
+  if (!link_.HasFurtherResults()) return;
+  while (Check(SQLMoreResults(handle_.Get())) != SQL_NO_DATA) PassUnlessCancelled();
 }
 
 void OdbcStatement::PrepareText() {

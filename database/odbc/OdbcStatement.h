@@ -28,6 +28,7 @@ class OdbcStatement final : public Statement {
   void PassUnlessCancelled() const;
   void PrepareText();
   void BindValues(std::span<const Variant> values);
+  void PassFurtherResults();
   void DescribeColumns();
   void BindColumns();
   void CloseCursor() noexcept;
