@@ -2,6 +2,7 @@
 
 #include "database/DialectRewriter.h"
 #include "database/Engines.h"
+#include "database/KeyOfOneTable.h"
 #include "database/ado/AdoStatement.h"
 #include "database/ado/Constants.h"
 #include "database/ado/SafeArray.h"
@@ -58,21 +59,23 @@ std::vector<String> AdoLink::KeyColumns(StringView table) {
 
 std::vector<String> AdoLink::AskKeyColumns(StringView table) const {
   const String name = NameInCatalogue(table, engine_);
-  std::vector<String> columns;
+  std::vector<KeyLine> lines;
   try {
     const Value kind(kPrimaryKeys);
     const Value wanted = ArrayOf({Value(), Value(), Value(StringView(name))});
     const Object rows(connection_.Call(L"OpenSchema", {&kind, &wanted}));
-    const Value columnName(StringView(u"COLUMN_NAME"));
+    const auto text = [&](StringView column) {
+      const Value wantedColumn(column);
+      return rows.Part(L"Fields").Part(L"Item", {&wantedColumn}).Get(L"Value").Text();
+    };
     while (!rows.Get(L"EOF").Truth()) {
-      const Object field = rows.Part(L"Fields").Part(L"Item", {&columnName});
-      columns.push_back(field.Get(L"Value").Text());
+      lines.push_back({text(u"TABLE_CATALOG"), text(u"TABLE_SCHEMA"), text(u"COLUMN_NAME")});
       rows.Call(L"MoveNext");
     }
   } catch (const Error&) {
-    columns.clear();  // the provider cannot tell
+    lines.clear();  // the provider cannot tell
   }
-  return columns;
+  return KeyOfOneTable(lines, table);
 }
 
 std::int64_t AdoLink::LastInsertedId(StringView table, StringView column) {

@@ -166,14 +166,18 @@ Value ConnectionObject::OpenSchema(const Arguments& arguments) {
       table.Text().empty()) {
     throw Refusal(ErrorNumber::InvalidArgument);
   }
-  auto rows = std::make_unique<RowBlock>(2);
+  auto rows = std::make_unique<RowBlock>(4);
   for (const String& name : link_->KeyColumns(table.Text())) {
     rows->BeginRow();
+    rows->AddNull();
+    rows->AddNull();
     rows->Add(table.Text());
     rows->Add(name);
   }
   if (rows->Rows() == 0) rows.reset();
-  const std::vector<Column> columns = {{u"TABLE_NAME", DataType::VarWChar, 128},
+  const std::vector<Column> columns = {{u"TABLE_CATALOG", DataType::VarWChar, 128},
+                                       {u"TABLE_SCHEMA", DataType::VarWChar, 128},
+                                       {u"TABLE_NAME", DataType::VarWChar, 128},
                                        {u"COLUMN_NAME", DataType::VarWChar, 128}};
   const auto cursor = std::make_shared<Cursor>(columns, std::move(rows));
   const windows::ComPtr<RecordsetObject> recordset(new RecordsetObject(*this, cursor));
