@@ -55,7 +55,11 @@ void ServerDatabase::EndSessions() {
   database::Recordset ids(Surroundings());
   ids.Open(sessions, connection);
   for (; mariaDb && !ids.EndOfFile(); ids.MoveNext()) {
-    connection.Execute(u"KILL " + ToText(ids.Field(u"ID")));
+    try {
+      connection.Execute(u"KILL " + ToText(ids.Field(u"ID")));
+    } catch (const Error&) {
+      // It ended by itself since it was listed; whether all have is asked below.
+    }
   }
   // Told to end, a session takes a moment to be gone.
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
