@@ -63,12 +63,8 @@ void ContactOpening::EditContact(int row) {
   ContactRow contact;
   if (!Read(id, contact)) return;
   // Rows may have come and gone while the editor was open.
-  for (int now = 1; now < list_.Rows(); ++now) {
-    if (Trim(list_.Text(now, columns.Id())) == id) {
-      columns.Write(now, contact);
-      return;
-    }
-  }
+  const int now = columns.Find(ContactKind::Contact, id);
+  if (now > 0) columns.Write(now, contact);
 }
 
 bool ContactOpening::Read(const String& contactId, ContactRow& contact) {

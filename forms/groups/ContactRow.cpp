@@ -89,6 +89,13 @@ ContactRow ContactColumns::Read(int row) const {
           .Kind = Trimmed(row, kind_)};
 }
 
+int ContactColumns::Find(StringView kind, StringView id) const {
+  for (int row = 1; row < grid_.Rows(); ++row) {
+    if (Trimmed(row, id_) == id && Trimmed(row, kind_) == kind) return row;
+  }
+  return 0;
+}
+
 void ContactColumns::Write(int row, const ContactRow& contact) const {
   grid_.SetText(row, name_, contact.Name);
   grid_.SetText(row, mobileNo_, contact.MobileNo);

@@ -384,6 +384,22 @@ TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
             (std::vector<String>{u"91 98001", u"44 98022"}));
 }
 
+TEST_F(GroupDialogTest, PropertiesOfAContactLeaveAGroupsRowAlone) {
+  Candidates(
+      {{u"2", u"Anglers", u"", u"", u"2", u""}, {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
+  driver.Answer(Queries::kContact, {{u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                {{u"Berta", u"98022", u"44"}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {};
+  form->vsfFolderContacts.SetRow(2);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anglers", u"Berta"}));
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILENO"), (std::vector<String>{u"", u"98022"}));
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILE_DISPLAY"),
+            (std::vector<String>{u"", u"44 98022"}));
+}
+
 TEST_F(GroupDialogTest, PropertiesLogUnderTheNewContactsNameWithOneBlank) {
   Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}});
   OpenPicker();

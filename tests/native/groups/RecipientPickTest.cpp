@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "data/GroupQueries.h"
 #include "tests/native/groups/GroupsFixture.h"
 
@@ -242,6 +244,26 @@ TEST_F(PicksOnDatabase, ContactsGroupsAndRemoteContactsInBothFamilies) {
     EXPECT_EQ(Texts(*session.SelectedRecipients),
               (std::vector<String>{u"SC|1|Anna|98001", u"SC|3|Cora|", u"SG|11|Team|",
                                    u"RC|R2|Rolf|97002"}));
+  }
+}
+
+TEST_F(PicksOnDatabase, GroupIsNotPickedUnderAnEditedContactsName) {
+  Run(u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (2, 'Anglers', 0)");
+  for (const StringView word : {u"SQL", u"ORACLE"}) {
+    session.DbType = word;
+    OpenPicker();
+    ASSERT_TRUE(Complete());
+    form->ContactEditor() = [](ModeOfOperation, std::int16_t) {};
+    const auto names = Column(form->vsfFolderContacts, u"NAME");
+    const auto row = [&](StringView name) {
+      return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin()) + 1;
+    };
+    form->vsfFolderContacts.SetRow(row(u"Bert"));
+    form->cmdProperty.UserClicks();
+    EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), names);
+    Take({row(u"Anglers")});
+    form->cmdOK.UserClicks();
+    EXPECT_EQ(Texts(*session.SelectedRecipients), (std::vector<String>{u"SG|2|Anglers|"}));
   }
 }
 
