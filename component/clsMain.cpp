@@ -18,6 +18,14 @@ String LookUp(Session& session, const String& query, StringView column) {
   return text;
 }
 
+/// \throws Error unless the folder can hold a group: one of any other folder has no place in the
+/// tree, which nobody could open any more.
+void CheckGroupFolder(Session& session, const String& folderId) {
+  if (folderId == u"0") return;
+  if (LookUp(session, data::EditorQueries::FolderType(folderId), u"TYPE") == u"S") return;
+  throw Error(ErrorNumber::InvalidProcedureCall, u"Groups can be made in shared folders only");
+}
+
 }  // namespace
 
 clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialogs_(dialogs) {}
@@ -117,9 +125,12 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
   };
   const auto work = [&](std::int32_t& result) {
     session_.GroupId.clear();
+    const String folderId(Trim(m_FolderId));
+    // A local group is kept by the host, folder and all.
+    if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) CheckGroupFolder(session_, folderId);
     forms::frmGroupsNew editor(session_);
     editor.Mode = ModeOfOperation::Add;
-    editor.FolderId = m_FolderId;
+    editor.FolderId = folderId;
     session_.Modal.Show(ModalDialogs::Kind::Group, editor);
     result = 1;
     session_.CloseConnection();
@@ -132,7 +143,7 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
     session_.GroupType = p_GroupType;
-    session_.GroupId = p_GroupId;
+    session_.GroupId = Trim(p_GroupId);
   };
   const auto work = [&](std::int32_t& result) {
     // Only shared groups can be opened this way: for a local one the name is read from a result
@@ -169,17 +180,18 @@ std::int32_t clsMain::LoadAddressBook(std::int32_t p_UserId) {
 }
 
 std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups) {
-  // This one takes its arguments even when it is refused for want of Init.
+  // This one takes its arguments even when it is refused for want of Init, and a refused call
+  // leaves no recipients of a former one that a host could send to.
   session_.SessionUserId = p_UserId;
   session_.ExpandGroups = p_ExpandGroups;
+  session_.RenewResults();
+  session_.ContactsName.clear();
   const auto work = [&](std::int32_t& result) {
     session_.OpenForProperties = false;
     if (session_.IsAtServer()) {
       session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
     }
     session_.CloseConnection();
-    session_.RenewResults();
-    session_.ContactsName.clear();
     forms::frmGroupsNew picker(session_);
     picker.LoadGroupFor = LoadGroupFor::SelectReceipient;
     session_.Modal.Show(ModalDialogs::Kind::Group, picker);

@@ -3,7 +3,7 @@
 #include "data/IdText.h"
 
 /// Texts that look up what an editor is opened for. The blanks are part of the texts, as in
-/// UserQueries. Both throw as WithId does.
+/// UserQueries. All throw as WithId does.
 namespace ktrv::data::EditorQueries {
 
 /// FNAME of a shared contact.
@@ -14,6 +14,11 @@ inline String ContactName(StringView contactId) {
 /// NAME of a shared group.
 inline String GroupName(StringView groupId) {
   return WithId(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = {id}", groupId);
+}
+
+/// TYPE of the folder that a new group goes into.
+inline String FolderType(StringView folderId) {
+  return WithId(u"SELECT TYPE FROM SMS_ABFOLDERS WHERE ID = {id}", folderId);
 }
 
 }  // namespace ktrv::data::EditorQueries

@@ -10,7 +10,7 @@
 namespace ktrv::tests {
 
 /// A thread's session with one clsMain on a scripted database that knows an administrator (1), a
-/// general user (2) and nobody else.
+/// general user (2) and nobody else, and one folder, the shared folder 4.
 class EntryFixture : public testing::Test {
  protected:
   static constexpr StringView kLog = u"C:\\logs\\book.log";
@@ -22,6 +22,7 @@ class EntryFixture : public testing::Test {
     driver.Answer(u"", {{u"NONE"}}, {});
     KnowUser(1, u"1");
     KnowUser(2, u"0");
+    driver.Answer(u"SELECT TYPE FROM SMS_ABFOLDERS WHERE ID = 4", {{u"TYPE"}}, {{u"S"}});
   }
 
   void KnowUser(int id, std::optional<String> admin) {

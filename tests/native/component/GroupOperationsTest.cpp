@@ -95,6 +95,73 @@ TEST_F(GroupOperationsTest, SharedGroupThatIsNotThereIsLoggedAndNothingShown) {
   EXPECT_TRUE(screen.Log.empty());
 }
 
+TEST_F(GroupOperationsTest, BlanksAroundAGroupIdRefuseNoGroup) {
+  Initialise(kServer);
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 5", {{u"NAME"}}, {{u"Friends"}});
+  Play([](frmGroupsNew& dialog) { dialog.cmdOK.UserClicks(); });
+  EXPECT_EQ(main.EditGroup(1, u" 5 ", 0, {}), 1);
+  EXPECT_EQ(main.NewGroupId(), u"5");
+  EXPECT_EQ(main.NewGroupName(), u"Friends");
+}
+
+struct RefusedFolderTest : GroupOperationsTest {
+  void Refused(StringView folderId, std::int32_t number) {
+    EXPECT_EQ(main.AddGroup(1, folderId, 1, {}), 0);
+    EXPECT_TRUE(
+        LoggedError(u"KTRVAddressBook:  Error occured. Sub: AddGroup, Module: clsMain", number));
+    EXPECT_TRUE(screen.Log.empty()) << "a window was made";
+  }
+};
+
+TEST_F(RefusedFolderTest, NoGroupIsMadeInAFolderThatIsGone) {
+  Initialise();
+  driver.Answer(u"SELECT TYPE FROM SMS_ABFOLDERS WHERE ID = 9", {{u"TYPE"}}, {});
+  Refused(u"9", ErrorNumber::NoCurrentRecord);
+}
+
+TEST_F(RefusedFolderTest, NoGroupIsMadeInARemoteFolder) {
+  Initialise();
+  driver.Answer(u"SELECT TYPE FROM SMS_ABFOLDERS WHERE ID = 9", {{u"TYPE"}}, {{u"R"}});
+  Refused(u"9", ErrorNumber::InvalidProcedureCall);
+}
+
+TEST_F(RefusedFolderTest, NoGroupIsMadeInAFolderThatNoTreeShows) {
+  Initialise();
+  driver.Answer(u"SELECT TYPE FROM SMS_ABFOLDERS WHERE ID = 9", {{u"TYPE"}}, {{u"L"}});
+  Refused(u"9", ErrorNumber::InvalidProcedureCall);
+}
+
+TEST_F(RefusedFolderTest, FolderThatIsNoIdNeverReachesTheDatabase) {
+  Initialise();
+  for (const StringView id : {u"", u"x", u"4 OR 1=1", u"-4", u"4.0"}) {
+    Refused(id, ErrorNumber::TypeMismatch);
+    EXPECT_NE(LastQuery().find("SMS_USERS"), std::string::npos) << ToUtf8(id);
+  }
+}
+
+TEST_F(GroupOperationsTest, BlanksAroundAFolderIdRefuseNoGroup) {
+  Initialise(kServer);
+  const auto closes = [&](StringView folderId) {
+    Play([folderId](frmGroupsNew& dialog) {
+      EXPECT_EQ(dialog.FolderId, folderId);
+      dialog.cmdCancel.UserClicks();
+    });
+  };
+  closes(u"4");
+  EXPECT_EQ(main.AddGroup(1, u" 4 ", 0, {}), 1);
+  closes(u"0");
+  EXPECT_EQ(main.AddGroup(1, u" 0", 0, {}), 1);
+}
+
+TEST_F(GroupOperationsTest, FolderOfALocalGroupIsNotLookedUp) {
+  Initialise();
+  Play([](frmGroupsNew& dialog) { dialog.cmdCancel.UserClicks(); });
+  EXPECT_EQ(main.AddGroup(2, u"9", 1, {}), 1);
+  for (const auto& execution : driver.Executed()) {
+    EXPECT_EQ(execution.Text.find(u"SMS_ABFOLDERS"), String::npos);
+  }
+}
+
 TEST_F(GroupOperationsTest, SecondPickHoldsNothingOfTheFirst) {
   Initialise(kServer);
   for (const int row : {1, 2}) {
@@ -108,6 +175,37 @@ TEST_F(GroupOperationsTest, SecondPickHoldsNothingOfTheFirst) {
   }
   EXPECT_EQ(main.SelectedRecipients()->Item(1), u"SC|2|Bert|98002");
   EXPECT_EQ(main.SelectedMobileNos()->Item(u"m1"), u"98002");
+}
+
+TEST_F(GroupOperationsTest, RefusedPickShowsNoFormerRecipients) {
+  Initialise(kServer);
+  const auto pick = [&] {
+    Play([](frmGroupsNew& dialog) {
+      Pick(dialog, 1);
+      dialog.cmdOK.UserClicks();
+    });
+    EXPECT_EQ(main.LoadRecipients(1, true), 1);
+    session.ContactsName = u"Anna;";  // as if a group had been expanded
+    ASSERT_EQ(main.SelectedRecipients()->Count(), 1);
+  };
+  const auto refused = [&](std::int32_t user) {
+    EXPECT_EQ(main.LoadRecipients(user, true), 0);
+    EXPECT_EQ(main.SelectedRecipients()->Count(), 0);
+    EXPECT_EQ(main.SelectedMobileNos()->Count(), 0);
+    EXPECT_EQ(session.SelectedNames->Count(), 0);
+    EXPECT_EQ(main.strContactsName(), u"");
+  };
+  pick();
+  const auto kept = main.SelectedRecipients();
+  refused(99);  // who is no user
+  EXPECT_EQ(kept->Count(), 1) << "a host may keep the last pick";
+  pick();
+  session.InitDone = 0;
+  refused(1);
+  session.InitDone = 1;
+  pick();
+  driver.Fail(u"SMS_USERS", Error(ErrorNumber::TableNotFound, u"No table", u"driver"));
+  refused(1);
 }
 
 TEST_F(GroupOperationsTest, CancelledPickIsShownAndEmpty) {
