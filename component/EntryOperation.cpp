@@ -6,12 +6,14 @@
 namespace ktrv {
 namespace {
 
+std::optional<double> NumberOf(const Variant& admin) {
+  if (const bool* flag = std::get_if<bool>(&admin)) return *flag ? 1 : 0;
+  return ParseNumber(Trim(ToText(admin)));
+}
+
 /// Takes over what the user's row says; an ADMIN that is neither 1 nor 0 says nothing.
 void TakeAdmin(Session& session, const EntryOperation& operation, const Variant& admin) {
-  if (IsNull(admin)) return;
-  const std::int64_t value = ToInteger(admin);
-  const bool isWhole = ParseNumber(Trim(ToText(admin))) == static_cast<double>(value);
-  if (!isWhole && !std::holds_alternative<bool>(admin)) return;
+  const auto value = NumberOf(admin);
   if (value == 1) session.IsAdmin = static_cast<std::int32_t>(UserType::Administrator);
   if (value == 0) {
     session.IsAdmin = static_cast<std::int32_t>(UserType::GeneralUser);

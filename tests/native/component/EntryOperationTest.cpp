@@ -138,6 +138,20 @@ TEST_F(RightsTest, AnAdminBetweenTheTwoIsNeither) {
   }
 }
 
+TEST_F(RightsTest, AnAdminThatIsNoNumberRefusesNobody) {
+  Initialise();
+  for (const int user : {1, 2}) {
+    Check(EntryOperations::kLoadFolders, user);
+    const auto before = session.IsAdmin;
+    for (const StringView odd : {u"", u"yes", u"1x", u"0x1", u"1e300", u"-1e300", u"nan"}) {
+      driver.Answer(u"FROM SMS_USERS WHERE  DISABLED = 0 AND DELETED =  0  AND ID = 3",
+                    {{u"ADMIN"}}, {{String(odd)}});
+      EXPECT_TRUE(Check(EntryOperations::kLoadFolders, 3)) << ToUtf8(odd);
+      EXPECT_EQ(session.IsAdmin, before) << ToUtf8(odd);
+    }
+  }
+}
+
 TEST_F(RightsTest, OnlyAnAdministratorAtTheServerGetsSharedContacts) {
   Initialise(kServer);
   Check(EntryOperations::kAddContacts, 2);
