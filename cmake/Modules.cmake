@@ -9,7 +9,9 @@ set(CMAKE_INTERPROCEDURAL_OPTIMIZATION OFF)
 
 find_program(KTRV_CCACHE ccache)
 if(KTRV_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${KTRV_CCACHE}")
+  # It keeps nothing that was compiled with a precompiled header unless it is told so.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${KTRV_CCACHE}")
   set(CMAKE_C_COMPILER_LAUNCHER "${KTRV_CCACHE}")
 endif()
 
@@ -52,6 +54,18 @@ function(ktrv_module name)
   target_link_libraries(${name} PUBLIC ktrv_options ${arg_DEPENDS})
 endfunction()
 
+# The headers that every test reads are compiled once, with the first program that asks; the others
+# have the same options and take its result.
+function(ktrv_precompile_test_headers name)
+  get_property(first GLOBAL PROPERTY ktrv_precompiled_test)
+  if(first)
+    target_precompile_headers(${name} REUSE_FROM ${first})
+    return()
+  endif()
+  set_property(GLOBAL PROPERTY ktrv_precompiled_test ${name})
+  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+endfunction()
+
 # ktrv_test(NAME [DEPENDS lib...] [LABELS label...] [ON_SERVERS filter]): a GoogleTest program of
 # all sources of the current folder. The cases that the filter names run on each database server too. Natively each case is a test of its own, found when the tests run. For Windows the
 # program is one test, because a program's start there costs more than most cases.
@@ -63,6 +77,7 @@ function(ktrv_test name)
   endif()
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE ktrv_options ${arg_DEPENDS} GTest::gmock_main)
+  ktrv_precompile_test_headers(${name})
   if(WIN32)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
