@@ -1,4 +1,5 @@
 // The focus and the keys of FormWindow.
+#include <algorithm>
 #include <array>
 
 #include "controls/CommandButton.h"
