@@ -31,7 +31,7 @@ wchar_t MnemonicOf(HWND window) {
 
 void FormWindow::Focus(HWND control) {
   focus_ = control;
-  if (IsWindowVisible(handle_)) SetFocus(control);
+  if (IsWindowVisible(handle_) && IsWindowEnabled(handle_)) SetFocus(control);
 }
 
 void FormWindow::FocusNext(bool backward) {
@@ -67,6 +67,8 @@ bool FormWindow::TakeMnemonic(wchar_t letter) {
 }
 
 void FormWindow::PressButtonOf(WORD command) {
+  // The key came before something modal was opened.
+  if (!IsWindowEnabled(handle_)) return;
   constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
   HWND focus = GetFocus();
   if (command == IDOK && focus && SendMessageW(focus, WM_GETDLGCODE, 0, 0) & kPushButton) {

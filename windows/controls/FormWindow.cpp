@@ -99,7 +99,11 @@ std::optional<LRESULT> FormWindow::Reflect(UINT message, WPARAM wParam, LPARAM l
     }
   }
   if (message == WM_COMMAND && lParam != 0) {
-    if (ControlWindow* window = ControlWindow::From(reinterpret_cast<HWND>(lParam))) {
+    // A click that was on its way when the form was disabled.
+    const bool click = HIWORD(wParam) == BN_CLICKED;
+    HWND sender = reinterpret_cast<HWND>(lParam);
+    if (click && !IsWindowEnabled(GetAncestor(sender, GA_ROOT))) return 0;
+    if (ControlWindow* window = ControlWindow::From(sender)) {
       window->OnCommand(HIWORD(wParam));
       return 0;
     }
@@ -127,9 +131,26 @@ void FormWindow::PointerChanged() {
 void FormWindow::Show() {
   hidden_ = false;
   if (!std::exchange(placed_, true)) CenterOnMonitor();
+  ModalDisabling* open = ModalDisabling::Innermost();
+  if (open && open->Modal() != handle_) {
+    ShowBehind(*open);
+    return;
+  }
   ShowWindow(handle_, IsIconic(handle_) ? SW_RESTORE : SW_SHOW);
   SetForegroundWindow(handle_);
   RestoreFocus();
+  UpdateWindow(handle_);
+}
+
+void FormWindow::ShowBehind(ModalDisabling& open) {
+  open.Add(handle_);
+  if (IsIconic(handle_)) {
+    ShowWindow(handle_, SW_SHOWNOACTIVATE);
+  } else if (IsWindowVisible(handle_)) {
+    return;
+  }
+  SetWindowPos(handle_, ModalDisabling::Front(), 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
   UpdateWindow(handle_);
 }
 
@@ -172,7 +193,7 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
     case WM_CTLCOLORLISTBOX:
       return BackgroundOf(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam));
     case WM_CLOSE:
-      form_.UserCloses();
+      if (IsWindowEnabled(handle_)) form_.UserCloses();
       return 0;
     case WM_SIZE:
       OnSize(wParam);

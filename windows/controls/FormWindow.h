@@ -67,6 +67,9 @@ class FormWindow final : public controls::FormPeer {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static const wchar_t* WindowClass();
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  /// Shows the form where it takes neither the front nor the keyboard from what is open and modal,
+  /// and disabled until that is closed.
+  void ShowBehind(ModalDisabling& open);
   void PressButtonOf(WORD command);
   static std::optional<LRESULT> BackgroundOf(HWND control, HDC target);
   bool SetPointerShape(LPARAM lParam) const;

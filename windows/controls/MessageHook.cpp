@@ -38,6 +38,11 @@ bool TakeKeyDown(HWND form, MSG& message) {
 bool TakeMessage(MSG& message) {
   HWND form = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   if (!FormWindow::From(form)) return false;
+  // A disabled window that is the active one still gets keys, and so does one that was disabled
+  // after the key went down.
+  if (!IsWindowEnabled(form)) {
+    return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
+  }
   switch (message.message) {
     case WM_KEYDOWN:
       return TakeKeyDown(form, message);

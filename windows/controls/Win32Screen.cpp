@@ -6,6 +6,7 @@
 #include "controls/Form.h"
 #include "windows/controls/Clipboard.h"
 #include "windows/controls/FormWindow.h"
+#include "windows/controls/ModalDisabling.h"
 #include "windows/controls/PopupMenu.h"
 #include "windows/controls/VisualStyle.h"
 #include "windows/controls/WideText.h"
@@ -39,6 +40,9 @@ std::unique_ptr<controls::FormPeer> Win32Screen::Realise(controls::Form& form) {
 std::int16_t Win32Screen::ShowMessage(StringView text, StringView title, std::int32_t style) {
   const VisualStyle looks;
   HWND owner = GetActiveWindow();
+  const ModalDisabling* open = ModalDisabling::Innermost();
+  if (owner && !IsWindowEnabled(owner) && open && open->Modal()) owner = open->Modal();
+  const ModalDisabling others(nullptr, owner);
   // Without an owner the thread's windows would stay open to the user meanwhile.
   const UINT modality = owner ? 0U : static_cast<UINT>(MB_TASKMODAL | MB_SETFOREGROUND);
   return static_cast<std::int16_t>(MessageBoxW(owner, ToWide(text).c_str(), ToWide(title).c_str(),

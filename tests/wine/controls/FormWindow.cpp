@@ -176,6 +176,112 @@ TEST_F(AModalForm, EndsWhenTheHostIsToQuitAndPassesThatOn) {
   EXPECT_EQ(message.wParam, 7U);
 }
 
+/// Whether the first window lies above the second.
+bool LiesAbove(HWND first, HWND second) {
+  for (HWND next = second; next; next = GetWindow(next, GW_HWNDPREV)) {
+    if (next == first) return true;
+  }
+  return false;
+}
+
+TEST_F(AModalForm, LetsNoKeyReachTheDisabledFormBehind) {
+  String pressed;
+  opener_.Ok.Click = [&] { pressed += u'o'; };
+  opener_.Cancel.Click = [&] { pressed += u'c'; };
+  opener_.Show();
+  bool keysArrived = false;
+  screen_.Post([&] {
+    HWND box = WindowOf(opener_.Number);
+    for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) PostMessageW(box, WM_KEYDOWN, key, 1);
+    PostMessageW(box, WM_SYSCHAR, L's', 0x20000001);
+    PostMessageW(box, WM_CHAR, L'7', 1);
+    Pump();
+    MSG left;
+    keysArrived = !PeekMessageW(&left, box, WM_KEYFIRST, WM_KEYLAST, PM_NOREMOVE);
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  Pump();
+  EXPECT_TRUE(keysArrived);
+  EXPECT_EQ(pressed, u"");
+  EXPECT_EQ(opener_.Number.Text(), u"");
+  // The same keys do work when it is enabled again.
+  PostMessageW(WindowOf(opener_.Number), WM_KEYDOWN, VK_RETURN, 1);
+  PostMessageW(WindowOf(opener_.Number), WM_CHAR, L'7', 1);
+  EXPECT_TRUE(PumpUntil([&] { return pressed == u"o" && opener_.Number.Text() == u"7"; }));
+}
+
+TEST_F(AModalForm, LetsNoCommandThatWaitedReachTheFormBehind) {
+  int pressed = 0;
+  opener_.Ok.Click = [&] { ++pressed; };
+  opener_.Show();
+  screen_.Post([&] {
+    SendMessageW(WindowOf(opener_), WM_COMMAND, IDOK, 0);
+    SendMessageW(WindowOf(opener_.Ok), BM_CLICK, 0, 0);
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  EXPECT_EQ(pressed, 0);
+  SendMessageW(WindowOf(opener_.Ok), BM_CLICK, 0, 0);
+  EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(AModalForm, LetsNoCloseMessageReachTheDisabledFormBehind) {
+  opener_.Show();
+  bool stayed = false;
+  screen_.Post([&] {
+    SendMessageW(WindowOf(opener_), WM_CLOSE, 0, 0);
+    SendMessageW(WindowOf(opener_), WM_SYSCOMMAND, SC_CLOSE, 0);
+    stayed = opener_.IsLoaded();
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  ASSERT_TRUE(stayed);
+  SendMessageW(WindowOf(opener_), WM_CLOSE, 0, 0);
+  EXPECT_FALSE(opener_.IsLoaded());
+}
+
+TEST_F(AModalForm, KeepsWindowsDisabledThatAFormBelowItDisabled) {
+  PlayForm inner(screen_);
+  opener_.Show();
+  HWND behind = WindowOf(opener_);
+  bool wasEnabled = true;
+  screen_.Post([&] {
+    screen_.Post([&] {
+      modal_.Unload();
+      wasEnabled = IsWindowEnabled(behind) != FALSE;
+      inner.Unload();
+    });
+    inner.ShowModal();
+  });
+  modal_.ShowModal();
+  EXPECT_FALSE(wasEnabled);
+  EXPECT_TRUE(IsWindowEnabled(behind));
+}
+
+TEST_F(AModalForm, LosesNeitherFrontNorKeyboardToOneShownMeanwhile) {
+  PlayForm late(screen_);
+  opener_.Show();
+  const auto focusIsIn = [](HWND form) { return IsChild(form, GetFocus()) != FALSE; };
+  screen_.Post([&] {
+    HWND modal = WindowOf(modal_);
+    for (PlayForm* shown : {&opener_, &late}) {
+      shown->Show();
+      Pump();
+      EXPECT_TRUE(IsWindowVisible(WindowOf(*shown)));
+      EXPECT_FALSE(IsWindowEnabled(WindowOf(*shown)));
+      EXPECT_TRUE(LiesAbove(modal, WindowOf(*shown)));
+      EXPECT_EQ(GetActiveWindow(), modal);
+      EXPECT_TRUE(focusIsIn(modal));
+      EXPECT_FALSE(focusIsIn(WindowOf(*shown)));
+    }
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  EXPECT_TRUE(IsWindowEnabled(WindowOf(opener_)));
+  EXPECT_TRUE(IsWindowEnabled(WindowOf(late)));
+}
+
 TEST_F(AModalForm, CanOpenAnother) {
   PlayForm second(screen_);
   bool outerWasDisabled = false;

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "tests/wine/controls/Play.h"
+#include "tests/wine/controls/PlayForm.h"
 
 namespace ktrv::windows {
 namespace {
@@ -87,6 +88,111 @@ TEST(AScreen, AnswersAMessageWithTheButtonPressed) {
     PostMessageW(box, WM_COMMAND, kNo, 0);
   });
   EXPECT_EQ(screen.ShowMessage(u"Really?", u"A question", kYesNo), kNo);
+}
+
+/// A real message box over a form, among the windows of a host.
+class AMessageBox : public testing::Test {
+ protected:
+  ~AMessageBox() override {
+    for (HWND window : {host_, closed_}) DestroyWindow(window);
+  }
+  static HWND HostWindow() {
+    return CreateWindowExW(0, WC_STATICW, L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
+                           nullptr, nullptr, nullptr, nullptr);
+  }
+  static HWND Box() { return FindWindowW(L"#32770", L"A question"); }
+  /// Shows the box, looks around while it is open, and presses OK.
+  void Ask(const std::function<void()>& look, std::int32_t style = 0) {
+    bool looked = false;
+    screen_.Post([&] {
+      look();
+      looked = true;
+      PostMessageW(Box(), WM_COMMAND, IDOK, 0);
+    });
+    screen_.ShowMessage(u"Really?", u"A question", style);
+    EXPECT_TRUE(looked);
+  }
+
+  Win32Screen screen_;
+  PlayForm form_{screen_};
+  HWND host_ = HostWindow();
+  HWND closed_ = HostWindow();  ///< one that the host itself has disabled
+};
+
+TEST_F(AMessageBox, LeavesNoOtherWindowOfTheThreadEnabled) {
+  EnableWindow(closed_, FALSE);
+  form_.Show();
+  Ask([&] {
+    EXPECT_FALSE(IsWindowEnabled(WindowOf(form_)));
+    EXPECT_FALSE(IsWindowEnabled(host_));
+    EXPECT_TRUE(IsWindowEnabled(Box()));
+  });
+  EXPECT_TRUE(IsWindowEnabled(WindowOf(form_)));
+  EXPECT_TRUE(IsWindowEnabled(host_));
+  EXPECT_FALSE(IsWindowEnabled(closed_));
+  EXPECT_EQ(GetActiveWindow(), WindowOf(form_));
+}
+
+TEST_F(AMessageBox, LeavesNoWindowEnabledWhenNoneIsActive) {
+  form_.Show();
+  form_.Unload();
+  SetActiveWindow(host_);
+  ShowWindow(closed_, SW_HIDE);
+  ShowWindow(host_, SW_HIDE);
+  ShowWindow(host_, SW_SHOWNA);
+  ASSERT_EQ(GetActiveWindow(), nullptr);
+  Ask([&] { EXPECT_FALSE(IsWindowEnabled(host_)); });
+  EXPECT_TRUE(IsWindowEnabled(host_));
+}
+
+TEST_F(AMessageBox, LetsNoKeyReachTheFormBelow) {
+  int pressed = 0;
+  form_.Cancel.Click = [&] { ++pressed; };
+  form_.Show();
+  Ask([&] {
+    PostMessageW(WindowOf(form_.Number), WM_KEYDOWN, VK_ESCAPE, 1);
+    SendMessageW(WindowOf(form_), WM_CLOSE, 0, 0);
+    Pump();
+  });
+  Pump();
+  EXPECT_EQ(pressed, 0);
+  EXPECT_TRUE(form_.IsLoaded());
+}
+
+TEST_F(AMessageBox, LosesNeitherFrontNorKeyboardToAFormShownMeanwhile) {
+  PlayForm late(screen_);
+  form_.Show();
+  Ask([&] {
+    late.Show();
+    form_.Show();
+    Pump();
+    EXPECT_EQ(GetActiveWindow(), Box());
+    EXPECT_FALSE(IsWindowEnabled(WindowOf(late)));
+    EXPECT_FALSE(IsWindowEnabled(WindowOf(form_)));
+  });
+  EXPECT_TRUE(IsWindowEnabled(WindowOf(late)));
+  EXPECT_TRUE(IsWindowEnabled(WindowOf(form_)));
+}
+
+TEST_F(AMessageBox, ShowsTheIconOfItsStyleAndNoOther) {
+  struct {
+    std::int32_t Style;
+    LPWSTR Icon;
+  } const kCases[] = {{16, IDI_HAND}, {32, IDI_QUESTION}, {48, IDI_EXCLAMATION}};
+  form_.Show();
+  for (const auto& [style, icon] : kCases) {
+    HICON shown = nullptr;
+    Ask(
+        [&] {
+          for (HWND part = nullptr; (part = FindWindowExW(Box(), part, WC_STATICW, nullptr));) {
+            if (GetWindowLongPtrW(part, GWL_STYLE) & SS_ICON) {
+              shown = reinterpret_cast<HICON>(SendMessageW(part, STM_GETICON, 0, 0));
+            }
+          }
+        },
+        style);
+    EXPECT_EQ(shown, LoadIconW(nullptr, icon)) << style;
+  }
 }
 
 TEST(TheUsersLanguage, CapitalisesUnitForUnit) {
