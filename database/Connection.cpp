@@ -49,8 +49,9 @@ std::int64_t Connection::Execute(StringView text) {
 const std::shared_ptr<SharedLink>& Connection::LiveLink() {
   if (!link_) throw DataError(ErrorNumber::ObjectClosed);
   const auto lastWorked = std::exchange(lastWorked_, {});
+  if (link_->InTransaction) return link_;
   const bool inUse = std::chrono::steady_clock::now() - lastWorked < kIdle;
-  if (!inUse && !Answers(link_->Get())) {
+  if (link_->Unusable || (!inUse && !Answers(link_->Get()))) {
     link_ = std::make_shared<SharedLink>(address_.Open(environment_));
   }
   return link_;

@@ -52,10 +52,10 @@ class Connection {
 
   /// The open link for a statement that is to run now. A user may have thought since the last one,
   /// while the server was restarted or another one took over: a link that was idle, or on which the
-  /// last statement failed, is first asked whether it still works, and replaced when it does not.
-  /// No statement is ever run a second time. \throws Error ObjectClosed (commands give ADO's
-  /// InvalidConnection themselves), the driver's when the link cannot be replaced; it is tried
-  /// again the next time then.
+  /// last statement failed, is first asked whether it still works, and replaced when it does not;
+  /// but never within a transaction. No statement is ever run a second time. \throws Error
+  /// ObjectClosed (commands give ADO's InvalidConnection themselves), the driver's when the link
+  /// cannot be replaced; it is tried again the next time then.
   const std::shared_ptr<SharedLink>& LiveLink();
 
   /// To be told when the statement has worked.

@@ -54,8 +54,25 @@ class Link {
   /// driver cannot tell.
   virtual std::vector<String> KeyColumns(StringView table) = 0;
 
+  /// Whether LastInsertedId will tell the id of a new row of the table. Asked before the row is
+  /// inserted, so that none is stored whose id cannot be known. \throws Error
+  virtual bool TellsInsertedId(StringView table, StringView column) = 0;
+
   /// The id that the engine assigned to the row that this link inserted last into the table.
   virtual std::int64_t LastInsertedId(StringView table, StringView column) = 0;
+
+  /// Makes one of the statements that follow: they are stored together by Commit, or not at all.
+  /// \return false when the engine has no transactions; each statement stands alone then.
+  /// \throws Error
+  virtual bool Begin() = 0;
+
+  /// Stores what ran since Begin. \throws Error after which nobody knows whether it is stored, and
+  /// the link must not be used any more.
+  virtual void Commit() = 0;
+
+  /// Undoes what ran since Begin. \throws Error after which the link must not be used any more; its
+  /// end undoes it then.
+  virtual void RollBack() = 0;
 };
 
 /// A database library.

@@ -15,30 +15,82 @@ String InSmallLetters(StringView text) {
   return name;
 }
 
-/// The statement that tells the id that this session's last insert was given; empty when there is
-/// no such statement.
-String LastIdQuery(Engine engine) {
+/// A name as a text in a query.
+String Quoted(StringView name) {
+  String text = u"'";
+  for (const char16_t unit : name) text.append(unit == u'\'' ? 2 : 1, unit);
+  return text + u"'";
+}
+
+/// The sequence of the column on PostgreSQL. The last one that the session used may be another,
+/// which a trigger used.
+String SequenceOfPostgreSql(StringView table, StringView column) {
+  return u"pg_get_serial_sequence(" + Quoted(table) + u", " + Quoted(InSmallLetters(column)) + u")";
+}
+
+/// The statement that has a row when the column is one whose new values the engine tells; empty
+/// when there is no such statement.
+String TellsIdQuery(Engine engine, StringView table, StringView column) {
   switch (engine) {
-    case Engine::Sqlite:
-      return u"SELECT last_insert_rowid()";
-    case Engine::MySql:
-      return u"SELECT LAST_INSERT_ID()";
+    case Engine::MySql: {
+      const std::size_t point = table.rfind(u'.');
+      const String schema =
+          point == StringView::npos ? u"DATABASE()" : Quoted(table.substr(0, point));
+      return u"SELECT 1 FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA = " + schema +
+             u" AND TABLE_NAME = " + Quoted(table.substr(point + 1)) + u" AND COLUMN_NAME = " +
+             Quoted(column) + u" AND EXTRA LIKE '%auto_increment%'";
+    }
     case Engine::SqlServer:
-      // SCOPE_IDENTITY would be empty: each statement of a session is a scope of its own.
-      return u"SELECT @@IDENTITY";
-    case Engine::PostgreSql:  // by their sequences
-    case Engine::Oracle:
+      return u"SELECT 1 WHERE COLUMNPROPERTY(OBJECT_ID(" + Quoted(table) + u"), " + Quoted(column) +
+             u", 'IsIdentity') = 1";
+    case Engine::PostgreSql:
+      // Who may add a row need not have a right on the sequence of an identity column.
+      return u"SELECT 1 WHERE has_sequence_privilege(" + SequenceOfPostgreSql(table, column) +
+             u", 'USAGE, SELECT')";
+    case Engine::Oracle:  // by its sequence
+    case Engine::Sqlite:  // always tells
     case Engine::Other:
       break;
   }
   return {};
 }
 
-/// The same on PostgreSQL, by the column's own sequence: the last one of the session may be
-/// another, which a trigger used.
-String LastIdQueryOfPostgreSql(StringView table, StringView column) {
-  return u"SELECT currval(pg_get_serial_sequence('" + String(table) + u"', '" +
-         InSmallLetters(column) + u"'))";
+/// The sequence behind an identity column of the user's own tables on Oracle; empty when there is
+/// none.
+String SequenceOfOracle(Link& link, StringView table, StringView column) {
+  const std::vector<Parameter> parameters = {{u"TABLE_NAME", DataType::VarWChar, 128},
+                                             {u"COLUMN_NAME", DataType::VarWChar, 128}};
+  const auto statement = link.Prepare(
+      u"SELECT SEQUENCE_NAME FROM USER_TAB_IDENTITY_COLS WHERE TABLE_NAME = ? AND COLUMN_NAME = ?",
+      parameters);
+  statement->Execute(std::vector<Variant>{ToUpperAscii(table), ToUpperAscii(column)});
+  const auto row = statement->Fetch(1);
+  return row && row->Cell(0, 0) ? String(*row->Cell(0, 0)) : String();
+}
+
+/// The statement that tells the id that this session's last insert into the table was given; empty
+/// when there is no such statement.
+String LastIdQuery(Link& link, StringView table, StringView column) {
+  switch (link.EngineKind()) {
+    case Engine::Sqlite:
+      // The row's own id, which need not be the number by which SQLite knows the row.
+      return u"SELECT " + String(column) + u" FROM " + String(table) +
+             u" WHERE rowid = last_insert_rowid()";
+    case Engine::MySql:
+      return u"SELECT LAST_INSERT_ID()";
+    case Engine::SqlServer:
+      // SCOPE_IDENTITY would be empty: each statement of a session is a scope of its own.
+      return u"SELECT @@IDENTITY";
+    case Engine::PostgreSql:
+      return u"SELECT currval(" + SequenceOfPostgreSql(table, column) + u")";
+    case Engine::Oracle: {
+      const String sequence = SequenceOfOracle(link, table, column);
+      return sequence.empty() ? String() : u"SELECT \"" + sequence + u"\".CURRVAL FROM DUAL";
+    }
+    case Engine::Other:
+      break;
+  }
+  return {};
 }
 
 }  // namespace
@@ -72,23 +124,19 @@ bool Answers(Link& link) {
   }
 }
 
+bool CanReadLastInsertedId(Link& link, StringView table, StringView column) {
+  if (link.EngineKind() == Engine::Sqlite) return true;
+  if (link.EngineKind() == Engine::Oracle) return !SequenceOfOracle(link, table, column).empty();
+  const String query = TellsIdQuery(link.EngineKind(), table, column);
+  if (query.empty()) return false;
+  const auto statement = link.Prepare(query, {});
+  statement->Execute({});
+  return statement->Fetch(1) != nullptr;
+}
+
 std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column,
                                 StringView source) {
-  String query = LastIdQuery(link.EngineKind());
-  if (link.EngineKind() == Engine::Oracle) {
-    // The sequence behind an identity column.
-    const std::vector<Parameter> parameters = {{u"TABLE_NAME", DataType::VarWChar, 128},
-                                               {u"COLUMN_NAME", DataType::VarWChar, 128}};
-    const auto statement = link.Prepare(
-        u"SELECT SEQUENCE_NAME FROM USER_TAB_IDENTITY_COLS WHERE TABLE_NAME = ? AND COLUMN_NAME = "
-        u"?",
-        parameters);
-    statement->Execute(std::vector<Variant>{ToUpperAscii(table), ToUpperAscii(column)});
-    if (const auto row = statement->Fetch(1); row && row->Cell(0, 0)) {
-      query = u"SELECT \"" + String(*row->Cell(0, 0)) + u"\".CURRVAL FROM DUAL";
-    }
-  }
-  if (link.EngineKind() == Engine::PostgreSql) query = LastIdQueryOfPostgreSql(table, column);
+  const String query = LastIdQuery(link, table, column);
   if (!query.empty()) {
     const auto statement = link.Prepare(query, {});
     statement->Execute({});

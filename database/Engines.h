@@ -18,6 +18,9 @@ String NameInCatalogue(StringView table, Engine engine);
 /// reached, and of an engine that the component does not know nothing is asked.
 bool Answers(Link& link);
 
+/// Whether ReadLastInsertedId can tell the id of a new row of the table. \throws Error
+bool CanReadLastInsertedId(Link& link, StringView table, StringView column);
+
 /// The id that the engine assigned to the row that this link inserted last into the table.
 /// \param source of the failure when the engine does not tell. \throws Error
 std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column, StringView source);

@@ -188,6 +188,18 @@ void Recordset::Update() {
   Opened().Write();
 }
 
+bool Recordset::IsInDoubt() const {
+  return Opened().InDoubt;
+}
+
+NewRow Recordset::AddedRow() const {
+  return Opened().Added;
+}
+
+bool Recordset::FindAdded(const NewRow& row) {
+  return Opened().FindAdded(row);
+}
+
 void Recordset::CancelUpdate() {
   Opened().Adding = false;
   contents_->Pending.clear();

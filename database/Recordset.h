@@ -7,6 +7,7 @@
 
 #include "common/Error.h"
 #include "database/Connection.h"
+#include "database/NewRow.h"
 #include "database/RowBlock.h"
 
 namespace ktrv::database {
@@ -95,12 +96,22 @@ class Recordset {
   void AddNew();
 
   /// Writes the changed fields of the current row to the table that the query named: an insert
-  /// after AddNew, else an update that finds the row by its key and by the values that the fields
-  /// which were set had when it was read, set to the same or not. \throws Error RowChanged when one
-  /// of them has another value now, RowGone when the row is gone, else the driver's; the pending
-  /// values stay.
+  /// after AddNew, with the id read back in one transaction where the engine has them, else an
+  /// update that finds the row by its key and by the values that the fields which were set had when
+  /// it was read, set to the same or not. \throws Error RowChanged when one of them has another
+  /// value now, RowGone when the row is gone, else the driver's; the pending values stay.
   void Update();
   void CancelUpdate();
+
+  /// What became of a new row whose Update failed: whether nobody knows if it is stored, because
+  /// it was sent and could not be undone. Before it is sent again, FindAdded must look for it. An
+  /// Update within a transaction is undone by that; what it says counts.
+  bool IsInDoubt() const;
+  /// The new row that Update was last to add; good for as long as wanted.
+  NewRow AddedRow() const;
+  /// Looks for a row that holds what the new one was to hold, and makes it current, as Update would
+  /// have done. \return false when there is none. \throws Error
+  bool FindAdded(const NewRow& row);
 
   /// Reads the current row and all its values again from the database; after an insert by the id
   /// that the engine assigned. \throws Error RowGone when it is gone.

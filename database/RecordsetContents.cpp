@@ -4,7 +4,7 @@
 
 #include "database/Conversion.h"
 #include "database/DataError.h"
-#include "database/TableWriter.h"
+#include "database/Transaction.h"
 
 namespace ktrv::database {
 namespace {
@@ -45,40 +45,76 @@ Variant Recordset::Contents::Value(std::size_t column) const {
   return CellValue(Columns[column].Type, Rows.Cell(Position, column));
 }
 
-Link& Recordset::Contents::UpdateLink() const {
-  const auto link = ConnectionLink.lock();
+std::shared_ptr<SharedLink> Recordset::Contents::UpdateLink() const {
+  auto link = ConnectionLink.lock();
   if (!Updatable || !link) throw DataError(ErrorNumber::NotUpdatable);
-  return link->Get();
+  return link;
 }
 
-void Recordset::Contents::Write() {
-  if (!Adding && Pending.empty()) return;
-  TableWriter table(UpdateLink(), Source, Columns);
-  TableWriter::Cells cells(Columns.size());
-  if (!Adding) {
-    for (std::size_t column = 0; column < cells.size(); ++column) {
-      if (const auto text = Rows.Cell(Position, column)) cells[column] = String(*text);
-    }
-    table.Update(cells, Pending);
-  } else {
-    table.Insert(cells, Pending);
-  }
-  if (std::exchange(Adding, false)) {
-    Position = Rows.Count();
-    Rows.Append(BlockOfRow(cells));
-  } else {
-    Rows.Replace(Position, BlockOfRow(cells));
-  }
-  Pending.clear();
-}
-
-void Recordset::Contents::ReadAgain() {
-  TableWriter table(UpdateLink(), Source, Columns);
+TableWriter::Cells Recordset::Contents::CellsOfRow() const {
   TableWriter::Cells cells(Columns.size());
   for (std::size_t column = 0; column < cells.size(); ++column) {
     if (const auto text = Rows.Cell(Position, column)) cells[column] = String(*text);
   }
-  table.Read(cells);
+  return cells;
+}
+
+void Recordset::Contents::Write() {
+  if (!Adding && Pending.empty()) return;
+  const auto link = UpdateLink();
+  TableWriter table(link->Get(), Source, Columns);
+  if (Adding) {
+    Append(Insert(link, table));
+    return;
+  }
+  TableWriter::Cells cells = CellsOfRow();
+  table.Update(cells, Pending);
+  Rows.Replace(Position, BlockOfRow(cells));
+  Pending.clear();
+}
+
+TableWriter::Cells Recordset::Contents::Insert(const std::shared_ptr<SharedLink>& link,
+                                               TableWriter& table) {
+  InDoubt = false;
+  Added = {};
+  for (const auto& [column, value] : Pending) Added.Values[Columns[column].Name] = value;
+  Transaction transaction(link);
+  const TableWriter::KeySource key = table.FindKeySource(Pending);
+  Added.SameBefore = key.SameBefore;
+  TableWriter::Cells cells(Columns.size());
+  try {
+    table.Insert(cells, Pending, key);
+    transaction.Commit();
+  } catch (...) {
+    InDoubt = !transaction.RollBack();
+    throw;
+  }
+  return cells;
+}
+
+void Recordset::Contents::Append(const TableWriter::Cells& cells) {
+  Position = Rows.Count();
+  Rows.Append(BlockOfRow(cells));
+  Adding = false;
+  Pending.clear();
+}
+
+bool Recordset::Contents::FindAdded(const NewRow& row) {
+  TableWriter::Values values;
+  for (const auto& [name, value] : row.Values) values[ColumnOf(name)] = value;
+  TableWriter::Cells cells(Columns.size());
+  const auto link = UpdateLink();
+  if (!TableWriter(link->Get(), Source, Columns).FindAdded(cells, values, row.SameBefore)) {
+    return false;
+  }
+  Append(cells);
+  return true;
+}
+
+void Recordset::Contents::ReadAgain() {
+  const auto link = UpdateLink();
+  TableWriter::Cells cells = CellsOfRow();
+  TableWriter(link->Get(), Source, Columns).Read(cells);
   Rows.Replace(Position, BlockOfRow(cells));
   Pending.clear();
 }

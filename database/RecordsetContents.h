@@ -5,6 +5,7 @@
 #include "database/BackgroundFetch.h"
 #include "database/Recordset.h"
 #include "database/RowStore.h"
+#include "database/TableWriter.h"
 
 namespace ktrv::database {
 
@@ -25,8 +26,9 @@ class Recordset::Contents final : public BackgroundFetch::Receiver {
   Variant Value(std::size_t column) const;
 
   /// The link to update through. \throws Error NotUpdatable when there is none any more
-  Link& UpdateLink() const;
+  std::shared_ptr<SharedLink> UpdateLink() const;
   void Write();
+  bool FindAdded(const NewRow& row);
   void ReadAgain();
 
   void ColumnsCame(std::vector<Column> columns) override;
@@ -43,8 +45,16 @@ class Recordset::Contents final : public BackgroundFetch::Receiver {
   bool Updatable;
   bool Adding = false;
   PendingValues Pending;
+  NewRow Added;                              ///< what Write was last to add
+  bool InDoubt = false;                      ///< whether it is stored
   std::shared_ptr<SharedLink> OwnLink;       ///< of a recordset that was opened on a string
   std::weak_ptr<SharedLink> ConnectionLink;  ///< of the connection, or the own one
+
+ private:
+  TableWriter::Cells CellsOfRow() const;
+  /// \return the new row
+  TableWriter::Cells Insert(const std::shared_ptr<SharedLink>& link, TableWriter& table);
+  void Append(const TableWriter::Cells& cells);
 };
 
 }  // namespace ktrv::database

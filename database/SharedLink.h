@@ -16,6 +16,14 @@ class SharedLink : public std::enable_shared_from_this<SharedLink> {
   explicit SharedLink(std::unique_ptr<Link> link) : link_(std::move(link)) {}
 
   Link& Get() const { return *link_; }
+
+  /// Between the beginning of a transaction and its end nothing may put another link in this one's
+  /// place: what follows would be stored without what came before.
+  bool InTransaction = false;
+
+  /// A transaction on it could not be ended: what would run on it next might never be stored.
+  bool Unusable = false;
+
   PreparedStatement Prepare(StringView text, std::span<const Parameter> parameters);
 
  private:

@@ -50,6 +50,34 @@ Query SingleTableQuery(StringView sql) {
   return {between(tokens[1], tokens[from - 1]), between(tokens[from + 1], tokens[last])};
 }
 
+/// SQL Server and Oracle refuse to compare texts without a limit.
+bool IsIncomparable(const Column& column, Engine engine) {
+  return column.Size == 0 && IsTextType(column.Type) &&
+         (engine == Engine::SqlServer || engine == Engine::Oracle);
+}
+
+bool Contains(const std::vector<String>& texts, const String& text) {
+  return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+StringView WithoutBlanksBehind(StringView text) {
+  return text.substr(0, text.find_last_not_of(u' ') + 1);
+}
+
+/// Of two keys that are whole numbers.
+bool IsGreaterKey(StringView key, StringView than) {
+  return key.size() != than.size() ? key.size() > than.size() : key > than;
+}
+
+/// The cells of the block's first row.
+TableWriter::Cells CellsOf(const RowBlock& row) {
+  TableWriter::Cells cells(row.Columns());
+  for (std::size_t column = 0; column < cells.size(); ++column) {
+    if (const auto text = row.Cell(0, column)) cells[column] = String(*text);
+  }
+  return cells;
+}
+
 }  // namespace
 
 struct TableWriter::Condition {
@@ -57,8 +85,9 @@ struct TableWriter::Condition {
   std::vector<Parameter> Parameters;
   std::vector<Variant> Values;
 
+  void Add(StringView test) { Text.append(Text.empty() ? u"" : u" AND ").append(test); }
   void Add(StringView test, Parameter parameter, Variant value) {
-    Text.append(Text.empty() ? u"" : u" AND ").append(test);
+    Add(test);
     Parameters.push_back(std::move(parameter));
     Values.push_back(std::move(value));
   }
@@ -93,12 +122,9 @@ void TableWriter::AddOldValueCondition(Condition& condition, std::size_t column,
                                        const Cells& cells) const {
   const Column& of = columns_[column];
   const Engine engine = link_.EngineKind();
-  // These engines refuse to compare texts without a limit.
-  const bool incomparable = of.Size == 0 && IsTextType(of.Type) &&
-                            (engine == Engine::SqlServer || engine == Engine::Oracle);
-  if (incomparable) return;
+  if (IsIncomparable(of, engine)) return;
   if (!cells[column]) {
-    condition.Text += u" AND " + of.Name + u" IS NULL";
+    condition.Add(of.Name + u" IS NULL");
   } else if (engine == Engine::Sqlite) {
     // Any kind of value may be in any column, and a fraction comes shortened to 15 digits: only the
     // text that was read can be compared with.
@@ -128,7 +154,85 @@ void TableWriter::Fill(Cells& cells, const Values& values) const {
   for (const auto& [column, value] : values) cells[column] = CellTextOf(value);
 }
 
-void TableWriter::Insert(Cells& cells, const Values& values) {
+TableWriter::Condition TableWriter::ValueCondition(const Values& values) const {
+  const Engine engine = link_.EngineKind();
+  Condition condition;
+  for (const auto& [index, value] : values) {
+    const Column& of = columns_[index];
+    const bool isText = IsTextType(of.Type);
+    if (IsNull(value) || (engine == Engine::Oracle && isText && ToText(value).empty())) {
+      condition.Add(of.Name + u" IS NULL");
+    } else if (!IsIncomparable(of, engine)) {
+      condition.Add(of.Name + u" = ?", {of.Name, of.Type, of.Size}, value);
+    }
+  }
+  return condition;
+}
+
+bool TableWriter::Holds(const Cells& cells, const Values& values) const {
+  return std::all_of(values.begin(), values.end(), [&](const auto& each) {
+    // Engines may take "Ann" and "ANN" for the same. Columns of a fixed length add blanks.
+    const auto* text = std::get_if<String>(&each.second);
+    if (!text) return true;
+    const StringView cell = cells[each.first] ? StringView(*cells[each.first]) : StringView();
+    return WithoutBlanksBehind(cell) == WithoutBlanksBehind(*text);
+  });
+}
+
+std::vector<TableWriter::Cells> TableWriter::RowsWith(const Values& values) {
+  const Condition condition = ValueCondition(values);
+  if (condition.Text.empty()) return {};  // any row would do
+  const auto statement =
+      Run(u"SELECT " + selectList_ + u" FROM " + table_ + u" WHERE " + condition.Text,
+          condition.Parameters, condition.Values);
+  std::vector<Cells> found;
+  while (const auto row = statement->Fetch(1)) {
+    Cells cells = CellsOf(*row);
+    if (cells.size() == columns_.size() && Holds(cells, values)) found.push_back(std::move(cells));
+  }
+  return found;
+}
+
+bool TableWriter::FindAdded(Cells& cells, const Values& values, const std::vector<String>& except) {
+  if (key_.size() != 1) throw DataError(ErrorNumber::NotUpdatable);
+  const std::size_t key = key_[0];
+  const Cells* newest = nullptr;
+  const std::vector<Cells> rows = RowsWith(values);
+  for (const Cells& row : rows) {
+    if (!row[key] || Contains(except, *row[key])) continue;
+    if (!newest || IsGreaterKey(*row[key], *(*newest)[key])) newest = &row;
+  }
+  if (newest) cells = *newest;
+  return newest != nullptr;
+}
+
+TableWriter::KeySource TableWriter::FindKeySource(const Values& values) {
+  KeySource source;
+  if (key_.size() != 1) return source;
+  const auto given = values.find(key_[0]);
+  source.Needed = given == values.end() || IsNull(given->second);
+  if (!source.Needed) return source;
+  source.Told = link_.TellsInsertedId(table_, columns_[key_[0]].Name);
+  if (source.Told) return source;
+  for (const Cells& row : RowsWith(values)) source.SameBefore.push_back(row[key_[0]].value_or(u""));
+  return source;
+}
+
+String TableWriter::KeyFoundByValues(const Values& values, const std::vector<String>& except) {
+  std::vector<String> keys;
+  for (const Cells& row : RowsWith(values)) {
+    const String key = row[key_[0]].value_or(String());
+    if (!Contains(except, key)) keys.push_back(key);
+  }
+  if (keys.size() != 1) {
+    // None, because the engine stored something else; or somebody else added the same just now.
+    throw Error(ErrorNumber::DriverFailure,
+                u"The database does not tell the id that it gave to the new row");
+  }
+  return keys.front();
+}
+
+void TableWriter::Insert(Cells& cells, const Values& values, const KeySource& key) {
   String names;
   String marks;
   std::vector<Parameter> parameters;
@@ -146,9 +250,9 @@ void TableWriter::Insert(Cells& cells, const Values& values) {
                                          : u" DEFAULT VALUES";
   Run(u"INSERT INTO " + table_ + content, parameters, arguments);
   Fill(cells, values);
-  if (key_.size() == 1 && !cells[key_[0]]) {
-    cells[key_[0]] = ToDecimal(link_.LastInsertedId(table_, columns_[key_[0]].Name));
-  }
+  if (!key.Needed) return;
+  cells[key_[0]] = key.Told ? ToDecimal(link_.LastInsertedId(table_, columns_[key_[0]].Name))
+                            : KeyFoundByValues(values, key.SameBefore);
 }
 
 TableWriter::Values TableWriter::ChangedOf(const Cells& cells, const Values& values) const {
@@ -202,10 +306,7 @@ std::unique_ptr<RowBlock> TableWriter::Find(const Condition& condition) {
 void TableWriter::Read(Cells& cells) {
   const auto row = Find(KeyCondition(cells));
   if (!row || row->Columns() != cells.size()) throw DataError(ErrorNumber::RowGone);
-  for (std::size_t column = 0; column < cells.size(); ++column) {
-    const auto text = row->Cell(0, column);
-    cells[column] = text ? std::optional<String>(*text) : std::nullopt;
-  }
+  cells = CellsOf(*row);
 }
 
 }  // namespace ktrv::database

@@ -78,8 +78,30 @@ std::vector<String> AdoLink::AskKeyColumns(StringView table) const {
   return KeyOfOneTable(lines, table);
 }
 
+bool AdoLink::TellsInsertedId(StringView table, StringView column) {
+  return CanReadLastInsertedId(*this, table, column);
+}
+
 std::int64_t AdoLink::LastInsertedId(StringView table, StringView column) {
   return ReadLastInsertedId(*this, table, column, u"ADODB");
+}
+
+bool AdoLink::Begin() {
+  try {
+    connection_.Call(L"BeginTrans");
+    return true;
+  } catch (const Error& error) {
+    if (error.Number() != ErrorNumber::NotUpdatable) throw;
+    return false;  // ADO's number for what the provider cannot do
+  }
+}
+
+void AdoLink::Commit() {
+  connection_.Call(L"CommitTrans");
+}
+
+void AdoLink::RollBack() {
+  connection_.Call(L"RollbackTrans");
 }
 
 void AdoLink::PassUnlessFailed() const {

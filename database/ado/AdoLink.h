@@ -21,7 +21,11 @@ class AdoLink final : public Link {
                                      std::span<const Parameter> parameters) override;
   Engine EngineKind() const override { return engine_; }
   std::vector<String> KeyColumns(StringView table) override;
+  bool TellsInsertedId(StringView table, StringView column) override;
   std::int64_t LastInsertedId(StringView table, StringView column) override;
+  bool Begin() override;
+  void Commit() override;
+  void RollBack() override;
 
   const Object& Connection() const { return connection_; }
   const Apartment& Surroundings() const { return apartment_; }

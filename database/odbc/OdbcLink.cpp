@@ -50,7 +50,11 @@ OdbcLink::OdbcLink(SQLHANDLE environment, StringView connectionString, StringVie
 }
 
 OdbcLink::~OdbcLink() {
-  SQLDisconnect(connection_.Get());
+  // A session with an open transaction refuses to end.
+  if (!SQL_SUCCEEDED(SQLDisconnect(connection_.Get()))) {
+    SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), SQL_ROLLBACK);
+    SQLDisconnect(connection_.Get());
+  }
 }
 
 void OdbcLink::LearnAboutDriver() {
@@ -63,6 +67,9 @@ void OdbcLink::LearnAboutDriver() {
   SQLUSMALLINT furtherResults = SQL_FALSE;
   SQLGetFunctions(connection_.Get(), SQL_API_SQLMORERESULTS, &furtherResults);
   hasFurtherResults_ = furtherResults == SQL_TRUE;
+  SQLUSMALLINT transactions = SQL_TC_NONE;
+  SQLGetInfo(connection_.Get(), SQL_TXN_CAPABLE, &transactions, sizeof transactions, nullptr);
+  hasTransactions_ = transactions != SQL_TC_NONE;
   SQLUINTEGER extensions = 0;
   SQLGetInfo(connection_.Get(), SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
   constexpr SQLUINTEGER kNeeded = SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER | SQL_GD_BOUND;
@@ -120,8 +127,50 @@ std::vector<String> OdbcLink::AskKeyColumns(StringView table) const {
   return KeyOfOneTable(lines, table);
 }
 
+bool OdbcLink::TellsInsertedId(StringView table, StringView column) {
+  return CanReadLastInsertedId(*this, table, column);
+}
+
 std::int64_t OdbcLink::LastInsertedId(StringView table, StringView column) {
   return ReadLastInsertedId(*this, table, column, dialogue_.Source);
+}
+
+void OdbcLink::CommitEachStatement(bool each) {
+  const std::uintptr_t mode = each ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
+  Checked(SQLSetConnectAttr(connection_.Get(), SQL_ATTR_AUTOCOMMIT,
+                            reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER),
+          SQL_HANDLE_DBC, connection_.Get(), dialogue_);
+}
+
+void OdbcLink::Run(StringView text) {
+  OdbcStatement(*this, String(text), {}).Execute({});
+}
+
+bool OdbcLink::Begin() {
+  if (!hasTransactions_) return false;
+  if (engine_ == Engine::Sqlite) {
+    // Its driver would begin one that reads first, and fails without waiting when it is to write
+    // while another writes.
+    Run(u"BEGIN IMMEDIATE");
+  } else {
+    CommitEachStatement(false);
+  }
+  return true;
+}
+
+void OdbcLink::Commit() {
+  if (engine_ == Engine::Sqlite) return Run(u"COMMIT");
+  Checked(SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), SQL_COMMIT), SQL_HANDLE_DBC,
+          connection_.Get(), dialogue_);
+  CommitEachStatement(true);
+}
+
+void OdbcLink::RollBack() {
+  if (engine_ == Engine::Sqlite) return Run(u"ROLLBACK");
+  // In this order, as the other would commit.
+  Checked(SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), SQL_ROLLBACK), SQL_HANDLE_DBC,
+          connection_.Get(), dialogue_);
+  CommitEachStatement(true);
 }
 
 }  // namespace ktrv::database::odbc

@@ -19,7 +19,11 @@ class OdbcLink final : public Link {
                                      std::span<const Parameter> parameters) override;
   Engine EngineKind() const override { return engine_; }
   std::vector<String> KeyColumns(StringView table) override;
+  bool TellsInsertedId(StringView table, StringView column) override;
   std::int64_t LastInsertedId(StringView table, StringView column) override;
+  bool Begin() override;
+  void Commit() override;
+  void RollBack() override;
 
   /// A statement handle of this session. \throws Error
   StatementHandle NewStatement() const;
@@ -36,12 +40,15 @@ class OdbcLink final : public Link {
   String Information(SQLUSMALLINT kind) const;
   std::vector<String> AskKeyColumns(StringView table) const;
   void LearnAboutDriver();
+  void CommitEachStatement(bool each);
+  void Run(StringView text);
 
   ConnectionHandle connection_;
   Dialogue dialogue_;
   Engine engine_ = Engine::Other;
   bool canReadAgain_ = false;
   bool hasFurtherResults_ = false;
+  bool hasTransactions_ = false;
   std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
 };
 

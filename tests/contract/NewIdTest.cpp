@@ -4,6 +4,7 @@
 
 #include "tests/contract/ContractTest.h"
 #include "tests/contract/ServerTest.h"
+#include "tests/native/support/WatchedDriver.h"
 
 namespace ktrv::tests {
 namespace {
@@ -47,7 +48,49 @@ TEST_P(ContractTest, EachOfManyWhoAddAtOnceReadsItsOwnRowsId) {
   }
 }
 
-class NewIdTest : public ServerTest {};
+TEST_P(ContractTest, NewRowWhoseIdCannotBeReadIsNotStored) {
+  WatchedDriver watched(testDatabase->Driver());
+  watched.BeforeLastInsertedId = [] {
+    throw Error(ErrorNumber::DriverFailure, u"The session is lost", u"Test");
+  };
+  const database::Environment watchedOnly{[&](StringView) -> database::Driver& { return watched; },
+                                          dispatcher.Post()};
+  database::Recordset row(watchedOnly);
+  row.Open(u"SELECT * FROM CONTACTS WHERE 1 = 2", testDatabase->ConnectionString(),
+           {.Lock = database::LockType::Optimistic});
+  row.AddNew();
+  row.SetField(u"FNAME", String(u"Ann"));
+  EXPECT_EQ(FailureOf([&] { row.Update(); }), ErrorNumber::DriverFailure);
+  EXPECT_EQ(Query(u"SELECT * FROM CONTACTS").RecordCount(), 0);
+  watched.BeforeLastInsertedId = nullptr;
+  row.Update();
+  EXPECT_EQ(Query(u"SELECT * FROM CONTACTS").RecordCount(), 1);
+}
+
+class NewIdTest : public ServerTest {
+ protected:
+  /// A table whose ids come from elsewhere, so that the engine does not tell them as its own.
+  void CreateTableThatTellsNoIds() {
+    if (GetParam() == ServerKind::MariaDb) {
+      connection.Execute(u"CREATE TABLE N (ID INTEGER PRIMARY KEY, NAME VARCHAR(100))");
+      connection.Execute(
+          u"CREATE TRIGGER NUMBERED BEFORE INSERT ON N FOR EACH ROW "
+          u"SET NEW.ID = (SELECT COALESCE(MAX(ID), 10) + 1 FROM N)");
+    } else {
+      connection.Execute(u"CREATE SEQUENCE NUMBERS START 11");
+      connection.Execute(
+          u"CREATE TABLE N (ID INTEGER DEFAULT nextval('NUMBERS') PRIMARY KEY, NAME "
+          u"VARCHAR(100))");
+    }
+  }
+};
+
+TEST_P(NewIdTest, OfATableThatTellsNoneIsTheRowsOwn) {
+  CreateTableThatTellsNoIds();
+  connection.Execute(u"INSERT INTO N (NAME) VALUES ('Ann')");
+  EXPECT_EQ(IdOfNewRow(environment, database.ConnectionString(), u"N", u"NAME", u"Ann"), u"12");
+  EXPECT_EQ(IdOfNewRow(environment, database.ConnectionString(), u"N", u"NAME", u"ANN"), u"13");
+}
 
 TEST_P(NewIdTest, IsTheRowsOwnWhenATriggerAddsElsewhere) {
   connection.Execute(u"CREATE TABLE AUDIT (" + KeyColumn() + u", NOTE VARCHAR(100))");

@@ -1,3 +1,4 @@
+#include "database/Transaction.h"
 #include "tests/contract/ContractTest.h"
 
 namespace ktrv::tests {
@@ -167,6 +168,48 @@ TEST_P(ContractTest, FieldRefusesAValueOfAnotherKind) {
   Recordset rows = Editable(u"SELECT * FROM CONTACTS");
   EXPECT_EQ(FailureOf([&] { rows.SetField(u"FOLDER_ID", String(u"abc")); }),
             ErrorNumber::DataConversion);
+}
+
+TEST_P(ContractTest, TransactionThatIsUndoneStoresNothing) {
+  Insert(String(u"Ann"));
+  {
+    database::Transaction transaction(connection);
+    Insert(String(u"Bob"));
+    Recordset rows = Editable(u"SELECT * FROM CONTACTS WHERE ID = 1");
+    rows.SetField(u"FNAME", String(u"Cid"));
+    rows.Update();
+    rows.AddNew();
+    rows.SetField(u"FNAME", String(u"Dot"));
+    rows.Update();
+    EXPECT_TRUE(transaction.RollBack());
+  }
+  EXPECT_EQ(Query(u"SELECT * FROM CONTACTS").RecordCount(), 1);
+  EXPECT_EQ(Value(u"SELECT FNAME FROM CONTACTS"), Variant(String(u"Ann")));
+  Insert(String(u"Eve"));
+  EXPECT_EQ(Query(u"SELECT * FROM CONTACTS").RecordCount(), 2) << "what follows is stored again";
+}
+
+TEST_P(ContractTest, TransactionThatIsCommittedIsStoredForAll) {
+  {
+    database::Transaction transaction(connection);
+    Insert(String(u"Ann"));
+    Insert(String(u"Bob"));
+    transaction.Commit();
+  }
+  database::Recordset rows(environment);
+  rows.Open(u"SELECT * FROM CONTACTS", testDatabase->ConnectionString());
+  EXPECT_EQ(rows.RecordCount(), 2);
+}
+
+TEST_P(ContractTest, SessionThatEndsWithinATransactionStoresNothing) {
+  {
+    database::Connection other(environment);
+    other.Open(testDatabase->ConnectionString());
+    EXPECT_TRUE(other.CurrentLink()->Get().Begin());
+    other.Execute(u"INSERT INTO CONTACTS (FNAME) VALUES ('Ann')");
+  }
+  EXPECT_EQ(Query(u"SELECT * FROM CONTACTS").RecordCount(), 0);
+  Insert(String(u"Bob"));
 }
 
 TEST_P(ContractTest, RecordsetOnAConnectionStringIsUpdatable) {

@@ -19,9 +19,15 @@ class OracleLink final : public Link {
   }
   Engine EngineKind() const override { return Engine::Oracle; }
   std::vector<String> KeyColumns(StringView table) override { return link_->KeyColumns(table); }
+  bool TellsInsertedId(StringView table, StringView column) override {
+    return CanReadLastInsertedId(*this, table, column);
+  }
   std::int64_t LastInsertedId(StringView table, StringView column) override {
     return ReadLastInsertedId(*this, table, column, u"Test");
   }
+  bool Begin() override { return link_->Begin(); }
+  void Commit() override { link_->Commit(); }
+  void RollBack() override { link_->RollBack(); }
 
  private:
   std::unique_ptr<Link> link_;

@@ -32,6 +32,11 @@ class TableWriterTest : public testing::Test {
     return 0;
   }
 
+  void Insert(TableWriter::Cells& cells, const TableWriter::Values& values) {
+    TableWriter table(*link, u"SELECT * FROM T WHERE 1 = 2", columns);
+    table.Insert(cells, values, table.FindKeySource(values));
+  }
+
   tests::FakeDriver driver;
   std::unique_ptr<Link> link = driver.Open(u"", u"", u"");
   std::vector<Column> columns = {
@@ -103,7 +108,7 @@ TEST_F(TableWriterTest, InsertNamesOnlyWhatWasSetAndLearnsTheId) {
   driver.Changes(u"INSERT", 1);
   driver.SetLastInsertedId(77);
   TableWriter::Cells cells(3);
-  TableWriter(*link, u"SELECT * FROM T WHERE 1 = 2", columns).Insert(cells, {{2, Null{}}});
+  Insert(cells, {{2, Null{}}});
   EXPECT_EQ(ToUtf8(driver.Executed().back().Text), "INSERT INTO T (AGE) VALUES (?)");
   EXPECT_EQ(cells[0], u"77");
 }
@@ -113,7 +118,7 @@ TEST_F(TableWriterTest, KeyColumnThatIsNamedTwiceCountsOnce) {
   driver.Changes(u"INSERT", 1);
   driver.SetLastInsertedId(77);
   TableWriter::Cells cells(3);
-  TableWriter(*link, u"SELECT * FROM T WHERE 1 = 2", columns).Insert(cells, {{2, Null{}}});
+  Insert(cells, {{2, Null{}}});
   EXPECT_EQ(cells[0], u"77");
 }
 

@@ -102,12 +102,33 @@ class FakeDriver::FakeLink final : public Link {
     return driver_.keyColumns_;
   }
 
+  bool TellsInsertedId(StringView, StringView) override {
+    const std::lock_guard lock(driver_.mutex_);
+    return driver_.tellsIds_;
+  }
+
   std::int64_t LastInsertedId(StringView, StringView) override {
     const std::lock_guard lock(driver_.mutex_);
+    if (driver_.idFailure_) throw *driver_.idFailure_;
     return driver_.lastId_;
   }
 
+  bool Begin() override {
+    const std::lock_guard lock(driver_.mutex_);
+    if (driver_.hasTransactions_) driver_.transactions_.emplace_back(u"begin");
+    return driver_.hasTransactions_;
+  }
+
+  void Commit() override { End(u"commit", driver_.commitFailure_); }
+  void RollBack() override { End(u"roll back", driver_.rollBackFailure_); }
+
  private:
+  void End(StringView how, const std::optional<Error>& failure) {
+    const std::lock_guard lock(driver_.mutex_);
+    driver_.transactions_.emplace_back(how);
+    if (failure) throw *failure;
+  }
+
   FakeDriver& driver_;
 };
 
@@ -161,6 +182,36 @@ void FakeDriver::SetKeyColumns(std::vector<String> names) {
 void FakeDriver::SetLastInsertedId(std::int64_t id) {
   const std::lock_guard lock(mutex_);
   lastId_ = id;
+}
+
+void FakeDriver::TellNoIds() {
+  const std::lock_guard lock(mutex_);
+  tellsIds_ = false;
+}
+
+void FakeDriver::FailLastInsertedId(Error error) {
+  const std::lock_guard lock(mutex_);
+  idFailure_ = std::move(error);
+}
+
+void FakeDriver::HaveNoTransactions() {
+  const std::lock_guard lock(mutex_);
+  hasTransactions_ = false;
+}
+
+void FakeDriver::FailCommit(std::optional<Error> error) {
+  const std::lock_guard lock(mutex_);
+  commitFailure_ = std::move(error);
+}
+
+void FakeDriver::FailRollBack(std::optional<Error> error) {
+  const std::lock_guard lock(mutex_);
+  rollBackFailure_ = std::move(error);
+}
+
+std::vector<String> FakeDriver::Transactions() const {
+  const std::lock_guard lock(mutex_);
+  return transactions_;
 }
 
 std::vector<FakeDriver::Execution> FakeDriver::Executed() const {

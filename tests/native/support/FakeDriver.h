@@ -65,6 +65,15 @@ class FakeDriver final : public database::Driver {
 
   void SetKeyColumns(std::vector<String> names);
   void SetLastInsertedId(std::int64_t id);
+  void TellNoIds();  ///< which is known before a row is inserted
+  void FailLastInsertedId(Error error);
+
+  // There are transactions, unless taken away; what was executed in them stays executed here.
+  void HaveNoTransactions();
+  void FailCommit(std::optional<Error> error);
+  void FailRollBack(std::optional<Error> error);
+  /// "begin", "commit" and "roll back", as they were called.
+  std::vector<String> Transactions() const;
 
   std::vector<Execution> Executed() const;
   /// The most rows that one Fetch of this very text asked for; 0 when none did.
@@ -104,6 +113,12 @@ class FakeDriver final : public database::Driver {
   bool opensNothing_ = false;
   std::vector<String> keyColumns_;
   std::int64_t lastId_ = 0;
+  bool tellsIds_ = true;
+  std::optional<Error> idFailure_;
+  bool hasTransactions_ = true;
+  std::optional<Error> commitFailure_;
+  std::optional<Error> rollBackFailure_;
+  std::vector<String> transactions_;
   std::atomic<int> linksAlive_ = 0;
   std::atomic<int> cancels_ = 0;
 };

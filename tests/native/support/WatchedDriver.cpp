@@ -41,9 +41,22 @@ class WatchedLink final : public Link {
   }
   database::Engine EngineKind() const override { return link_->EngineKind(); }
   std::vector<String> KeyColumns(StringView table) override { return link_->KeyColumns(table); }
+  bool TellsInsertedId(StringView table, StringView column) override {
+    return link_->TellsInsertedId(table, column);
+  }
   std::int64_t LastInsertedId(StringView table, StringView column) override {
+    if (const auto hook = watch_.BeforeLastInsertedId) hook();
     return link_->LastInsertedId(table, column);
   }
+  bool Begin() override {
+    if (const auto hook = watch_.BeforeBegin) hook();
+    return link_->Begin();
+  }
+  void Commit() override {
+    link_->Commit();
+    if (const auto hook = watch_.AfterCommit) hook();
+  }
+  void RollBack() override { link_->RollBack(); }
 
  private:
   WatchedDriver& watch_;

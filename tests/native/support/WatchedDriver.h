@@ -19,6 +19,15 @@ class WatchedDriver final : public database::Driver {
   /// replaced from within.
   std::function<void(StringView text)> BeforeExecute;
 
+  /// Called before the engine is asked for the id of the row that was inserted last.
+  std::function<void()> BeforeLastInsertedId;
+
+  /// Called before a transaction begins.
+  std::function<void()> BeforeBegin;
+
+  /// Called when a transaction has been stored.
+  std::function<void()> AfterCommit;
+
   std::unique_ptr<database::Link> Open(StringView connectionString, StringView user,
                                        StringView password) override;
 

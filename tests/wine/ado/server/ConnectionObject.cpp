@@ -79,6 +79,9 @@ ConnectionObject::ConnectionObject() {
   Method(L"Open", 0, 4, [this](const Arguments& arguments) { return Open(arguments); });
   Method(L"Close", 0, 0, [this](const Arguments&) { return Close(); });
   Method(L"Cancel", 0, 0, [this](const Arguments&) { return Cancel(); });
+  Method(L"BeginTrans", 0, 0, [this](const Arguments&) { return BeginTrans(); });
+  Method(L"CommitTrans", 0, 0, [this](const Arguments&) { return EndTrans(true); });
+  Method(L"RollbackTrans", 0, 0, [this](const Arguments&) { return EndTrans(false); });
   Method(L"OpenSchema", 1, 3, [this](const Arguments& arguments) { return OpenSchema(arguments); });
 }
 
@@ -114,6 +117,7 @@ Value ConnectionObject::Close() {
     if (const auto cursor = each.lock()) cursor->Close();
   }
   cursors_.clear();
+  inTransaction_ = false;
   link_.reset();
   environment_.reset();
   return Value();
@@ -124,6 +128,24 @@ Value ConnectionObject::Cancel() {
   for (const auto& each : cursors_) {
     if (const auto cursor = each.lock(); cursor && cursor->IsRunning()) cursor->Cancel();
   }
+  return Value();
+}
+
+Value ConnectionObject::BeginTrans() {
+  RefuseUnlessOpen();
+  if (inTransaction_) throw Refusal(ErrorNumber::NotUpdatable);  // none within another
+  Provide([&] {
+    if (!link_->Begin()) throw Refusal(ErrorNumber::NotUpdatable);
+  });
+  inTransaction_ = true;
+  return Value(std::int32_t{1});
+}
+
+Value ConnectionObject::EndTrans(bool commit) {
+  RefuseUnlessOpen();
+  if (!inTransaction_) throw Refusal(ErrorNumber::NotUpdatable);
+  inTransaction_ = false;
+  Provide([&] { commit ? link_->Commit() : link_->RollBack(); });
   return Value();
 }
 

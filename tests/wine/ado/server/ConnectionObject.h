@@ -45,6 +45,8 @@ class ConnectionObject final : public ServerObject {
   Value Open(const Arguments& arguments);
   Value Close();
   Value Cancel();
+  Value BeginTrans();
+  Value EndTrans(bool commit);
   Value OpenSchema(const Arguments& arguments);
   void RefuseUnlessOpen() const;
 
@@ -52,6 +54,7 @@ class ConnectionObject final : public ServerObject {
   String text_;
   std::unique_ptr<database::odbc::EnvironmentHandle> environment_;
   std::unique_ptr<database::odbc::OdbcLink> link_;
+  bool inTransaction_ = false;
   std::vector<std::weak_ptr<Cursor>> cursors_;
 };
 
