@@ -71,19 +71,17 @@
 !macroend
 
 ; The log is written beside the DLL, where ordinary users may not write once it is installed for
-; everybody. They get the right to write these two files, not the folder of a DLL.
+; everybody. They get the right to append to these two files, not to the folder of a DLL.
 !macro OpenLog folder
+  !insertmacro IsLink "$INSTDIR\${folder}\${LOG}"
+  ${If} $R0 <> 0
+    Delete "$INSTDIR\${folder}\${LOG}"
+  ${EndIf}
   ${IfNot} ${FileExists} "$INSTDIR\${folder}\${LOG}"
     FileOpen $0 "$INSTDIR\${folder}\${LOG}" w
     FileClose $0
   ${EndIf}
-  ; All rights for the system and administrators, reading and writing for users.
-  System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW( \
-    w "D:P(A;;FA;;;SY)(A;;FA;;;BA)(A;;FRFW;;;BU)", i 1, *p .r0, p 0) i .r1'
-  ${If} $1 <> 0
-    System::Call 'advapi32::SetFileSecurityW(w "$INSTDIR\${folder}\${LOG}", i 4, p r0)'
-    System::Call 'kernel32::LocalFree(p r0)'
-  ${EndIf}
+  !insertmacro SetRights "$INSTDIR\${folder}\${LOG}" "${LOG_RIGHTS}"
 !macroend
 
 !macro OpenLogs

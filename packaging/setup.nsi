@@ -23,8 +23,9 @@ Name ${NAME}
 OutFile "${SETUP}"
 SetCompressor /SOLID lzma
 ManifestDPIAware true
-; An administrator is asked to confirm and may install for everybody; others install for themselves.
-RequestExecutionLevel highest
+; Started as it is, it installs for the user. It asks for an administrator's rights only when it is
+; to install for everybody: what stands in a folder of the user's must not be run with them.
+RequestExecutionLevel user
 ; Empty unless the user gave one.
 InstallDir ""
 BrandingText "${NAME} ${VERSION}"
@@ -52,10 +53,18 @@ Page custom ChooseUsers UsersChosen
 !macroend
 
 !include users.nsh
+!include rights.nsh
 !include component.nsh
 !include "${FILES}"
 
 Section
+  ${If} $forAll != ""
+    Call MakePlace
+    ${If} $refused != ""
+      !insertmacro Fail "$refused$\r$\nWhat everybody runs must stand where nobody else can write."
+      Abort
+    ${EndIf}
+  ${EndIf}
   Call RemoveEarlier
   ClearErrors
   !insertmacro BringFiles
@@ -74,12 +83,17 @@ Section
     Abort
   ${EndIf}
   !insertmacro OpenLogs
+  StrCpy $0 ""
+  ${If} $forAll != ""
+    ; Where it stands, not as a copy of itself in a folder of the user's.
+    StrCpy $0 " /AtRestart _?=$INSTDIR"
+  ${EndIf}
 
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayName "${NAME}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
-  WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe"'
-  WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /S'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe"$0'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /S$0'
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" EstimatedSize ${SIZE}
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoModify 1
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoRepair 1
@@ -90,9 +104,17 @@ Section Uninstall
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
   Call un.RemoveLogs
   !insertmacro RemoveFiles
-  Delete "$INSTDIR\uninstall.exe"
+  ${GetParameters} $1
+  ClearErrors
+  ${GetOptions} $1 "/AtRestart" $2
   SetOutPath $TEMP
-  RMDir "$INSTDIR"
+  ${If} ${Errors}
+    Delete "$INSTDIR\uninstall.exe"
+    RMDir "$INSTDIR"
+  ${Else}
+    Delete /REBOOTOK "$INSTDIR\uninstall.exe"  ; it still runs
+    RMDir /REBOOTOK "$INSTDIR"
+  ${EndIf}
   ${If} $forAll == ""
     ; What a user may have had no need of before.
     DeleteRegKey /ifempty HKCU "${UNINSTALL_KEYS}"
@@ -107,6 +129,21 @@ Function RemoveEarlier
   ${If} $1 == ""
   ${OrIfNot} ${FileExists} "$1\uninstall.exe"
     Return
+  ${EndIf}
+  ; What a user could have put there is not run with an administrator's rights.
+  ${If} $forAll == ""
+    !insertmacro IsElevated
+    StrCpy $refused ""
+    ${If} $0 != ""
+      StrCpy $refused "It stands in a folder of the user's."
+    ${EndIf}
+  ${Else}
+    StrCpy $0 $1
+    Call CheckPlace
+  ${EndIf}
+  ${If} $refused != ""
+    !insertmacro Fail "The earlier version in $1 must be removed first. $refused"
+    Abort
   ${EndIf}
   StrCpy $2 /KeepLog
   ${If} $1 != $INSTDIR

@@ -21,6 +21,26 @@
   ${EndIf}
 !macroend
 
+; $0: whether the user was asked to lend the program an administrator's rights. Where the system does
+; not ask, whoever runs this has them anyway; Wine does not ask, but says that it did.
+!macro IsElevated
+  StrCpy $0 ""
+  System::Call 'advapi32::OpenProcessToken(p -1, i 8, *p .R3) i .R4'
+  ${If} $R4 <> 0
+    System::Call 'advapi32::GetTokenInformation(p R3, i 18, *i .R5, i 4, *i .R6) i .R4'
+    ${If} $R4 <> 0
+    ${AndIf} $R5 = 2  ; TokenElevationTypeFull
+      StrCpy $0 1
+    ${EndIf}
+    System::Call 'kernel32::CloseHandle(p R3)'
+  ${EndIf}
+  System::Call 'kernel32::GetModuleHandleW(w "ntdll") p .R3'
+  System::Call 'kernel32::GetProcAddress(p R3, m "wine_get_version") p .R3'
+  ${If} $R3 P<> 0
+    StrCpy $0 ""
+  ${EndIf}
+!macroend
+
 ; The folder of an earlier version, or the usual one.
 Function SuggestFolder
   ReadRegStr $INSTDIR SHCTX "${UNINSTALL_KEY}" InstallLocation
@@ -57,6 +77,11 @@ Function .onInit
   ${EndIf}
 
   ${If} $forAll == ""
+    !insertmacro IsElevated
+    ${If} $0 != ""
+      !insertmacro Fail "Start it without an administrator's rights to install for yourself."
+      Quit
+    ${EndIf}
     !insertmacro ForCurrentUser
   ${Else}
     !insertmacro ForEverybody
@@ -66,31 +91,42 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; The uninstaller belongs to the user whose installation its folder is.
+; The uninstaller belongs to the user whose installation its folder is, unless the machine's list of
+; programs names the folder: what a user writes in a list of his own counts only for him.
 Function un.onInit
   ${If} ${RunningX64}
     SetRegView 64
   ${EndIf}
   ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
+  ReadRegStr $1 HKLM "${UNINSTALL_KEY}" InstallLocation
   ${If} $0 == $INSTDIR
+  ${AndIf} $1 != $INSTDIR
     !insertmacro ForCurrentUser
     Return
   ${EndIf}
   !insertmacro ForEverybody
   !insertmacro IsAdministrator
-  ${If} $0 == ""
-    !insertmacro Fail "Only an administrator can remove what is installed for everybody."
-    Quit
+  ${If} $0 != ""
+    Return
   ${EndIf}
+  ${IfNot} ${Silent}
+    ClearErrors
+    ExecShell runas "$INSTDIR\uninstall.exe" "/AtRestart _?=$INSTDIR"
+    ${IfNot} ${Errors}
+      Quit
+    ${EndIf}
+  ${EndIf}
+  !insertmacro Fail "Only an administrator can remove what is installed for everybody."
+  Quit
 FunctionEnd
 
 Var everybody
 Var onlyMe
 
-; Not shown to those who have no choice.
+; An administrator's rights are asked for when they are needed, and not lent to what is one user's.
 Function ChooseUsers
-  !insertmacro IsAdministrator
-  ${If} $0 == ""
+  !insertmacro IsElevated
+  ${If} $0 != ""
     Abort
   ${EndIf}
   !insertmacro MUI_HEADER_TEXT "Users" "Who is to use the address book on this computer?"
@@ -100,7 +136,10 @@ Function ChooseUsers
   Pop $everybody
   ${NSD_CreateAdditionalRadioButton} 0 28u 100% 12u "&Only me"
   Pop $onlyMe
+  UserInfo::GetOriginalAccountType
+  Pop $0
   ${If} $forAll == ""
+  ${AndIf} $0 != Admin
     ${NSD_Check} $onlyMe
   ${Else}
     ${NSD_Check} $everybody
@@ -112,6 +151,15 @@ Function UsersChosen
   StrCpy $1 $forAll
   ${NSD_GetState} $everybody $0
   ${If} $0 = ${BST_CHECKED}
+    !insertmacro IsAdministrator
+    ${If} $0 == ""
+      ClearErrors
+      ExecShell runas "$EXEPATH" "/AllUsers"
+      ${IfNot} ${Errors}
+        Quit
+      ${EndIf}
+      Abort
+    ${EndIf}
     !insertmacro ForEverybody
   ${Else}
     !insertmacro ForCurrentUser
