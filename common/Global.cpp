@@ -50,12 +50,21 @@ bool KeyFilterNumeric(std::int16_t code, bool refusePoint, bool refuseSemicolon,
       return !refuseSemicolon;
     case kPaste: {
       const auto text = clipboard();
-      const auto number = text ? ParseNumber(Trim(*text)) : std::nullopt;
-      return number && *number >= 0;
+      return text && PastedNumber(*text);
     }
     default:
       return code >= u'0' && code <= u'9';
   }
+}
+
+std::optional<String> PastedNumber(StringView text) {
+  constexpr StringView kAround = u" \t\r\n";
+  const std::size_t first = text.find_first_not_of(kAround);
+  if (first == StringView::npos) return std::nullopt;
+  const StringView trimmed = text.substr(first, text.find_last_not_of(kAround) - first + 1);
+  const auto number = ParseNumber(trimmed);
+  if (!number || *number < 0) return std::nullopt;
+  return String(trimmed);
 }
 
 Variant NullToDefault(const Variant& value, const String& defaultText) {

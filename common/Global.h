@@ -21,6 +21,10 @@ bool ValidateEmail(Logger& logger, StringView logPath, StringView address);
 bool KeyFilterNumeric(std::int16_t code, bool refusePoint, bool refuseSemicolon,
                       const std::function<std::optional<String>()>& clipboard);
 
+/// What a numeric box takes of a text that is pasted: a number of 0 or more, without the blanks,
+/// tabs and line ends around it, which a spreadsheet's cells bring along; nothing of any other.
+std::optional<String> PastedNumber(StringView text);
+
 /// The value, or the default text when it is null.
 Variant NullToDefault(const Variant& value, const String& defaultText);
 

@@ -40,11 +40,19 @@ void TextBox::SetText(String text) {
   if (Change) Change();
 }
 
+String TextBox::Fitting(StringView text) const {
+  return String(maxLength_ > 0 ? Cut(text, static_cast<std::size_t>(maxLength_)) : text);
+}
+
 void TextBox::Select(int start, int length) {
+  UserSelects(start, length);
+  if (peer_) peer_->SelectionChanged();
+}
+
+void TextBox::UserSelects(int start, int length) {
   const int size = static_cast<int>(text_.size());
   selectionStart_ = std::clamp(start, 0, size);
   selectionLength_ = std::clamp(length, 0, size - selectionStart_);
-  if (peer_) peer_->SelectionChanged();
 }
 
 void TextBox::SetBackColor(std::uint32_t color) {
@@ -53,14 +61,22 @@ void TextBox::SetBackColor(std::uint32_t color) {
   if (peer_) peer_->BackColorChanged();
 }
 
-void TextBox::UserTypes(StringView text) {
-  String typed(text);
-  if (typed.size() == 1 && KeyPress) {
-    auto code = static_cast<std::int16_t>(typed.front());
+String TextBox::Admitted(StringView text) const {
+  String admitted(text);
+  if (text.size() == 1 && KeyPress) {
+    auto code = static_cast<std::int16_t>(text.front());
     KeyPress(code);
-    if (code == 0) return;
-    typed.front() = static_cast<char16_t>(code);
+    if (code == 0) return {};
+    admitted.front() = static_cast<char16_t>(code);
+  } else if (text.size() > 1 && Insertion) {
+    Insertion(admitted);
   }
+  return admitted;
+}
+
+void TextBox::UserTypes(StringView text) {
+  String typed = Admitted(text);
+  if (typed.empty() && !text.empty()) return;
   // A control code is a command to the box (paste, copy), not a character.
   if (typed.size() == 1 && typed.front() < u' ') return;
   const auto start = static_cast<std::size_t>(selectionStart_);

@@ -23,14 +23,19 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   std::function<void()> Change;
   /// A character is about to be typed; the handler may set the code to 0 to discard it.
   std::function<void(std::int16_t& code)> KeyPress;
+  /// A text of several characters is about to come in, however: the keys and the menu that paste,
+  /// an input method. The handler may change it, or empty it to refuse it.
+  std::function<void(String& text)> Insertion;
 
   const String& Text() const { return text_; }
   /// Sets the text (longer than maxLength is allowed, as in any Windows program) and reports Change
   /// when it differs.
   void SetText(String text);
   int MaxLength() const { return maxLength_; }
+  /// The text cut at maxLength as a user's would be, without splitting a surrogate pair.
+  String Fitting(StringView text) const;
 
-  /// As the form or the test's user set them; what a user marks on the display is not told.
+  /// As the form or UserSelects set them; a display need not tell all that its user marks.
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }
   void Select(int start, int length);
@@ -41,9 +46,15 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   /// Grey text shown while the box is empty.
   String Cue;
 
-  /// The user replaced the selected text by this one, typed or pasted: filtered by KeyPress when it
-  /// is one unit, cut at maxLength without splitting a surrogate pair.
+  /// What the box takes of a text that is to come in, typed, pasted or composed: as KeyPress leaves
+  /// one unit, and Insertion more than one; empty when it is refused. A display that inserts texts
+  /// by itself must ask here for each.
+  String Admitted(StringView text) const;
+  /// The user replaced the selected text by this one, however: what is Admitted of it, cut at
+  /// maxLength without splitting a surrogate pair. Nothing happens to a text that is refused.
   void UserTypes(StringView text);
+  /// The user marked this on the display; the peer is not told.
+  void UserSelects(int start, int length);
   /// The box on the display holds this text now. Half a surrogate pair, cut by the limit, goes.
   void UserChanges(String text);
 

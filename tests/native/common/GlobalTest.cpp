@@ -112,6 +112,13 @@ TEST(KeyFilterNumeric, PastesANumberOfZeroOrMore) {
   EXPECT_TRUE(AcceptsPaste(u"+12.5"));
 }
 
+TEST(KeyFilterNumeric, PastesANumberWithItsLineEnd) {
+  EXPECT_EQ(Global::PastedNumber(u" 12\t\r\n"), u"12");
+  EXPECT_EQ(Global::PastedNumber(u"1\r\n2"), std::nullopt);
+  EXPECT_EQ(Global::PastedNumber(u" \r\n"), std::nullopt);
+  EXPECT_EQ(Global::PastedNumber(u""), std::nullopt);
+}
+
 TEST(KeyFilterNumeric, RefusesToPasteAnythingElse) {
   EXPECT_FALSE(AcceptsPaste(u"-5"));
   EXPECT_FALSE(AcceptsPaste(u"12a"));

@@ -92,6 +92,41 @@ TEST_F(TextBoxTest, ControlCodesAreNotText) {
   EXPECT_EQ(box.Text(), u"");
 }
 
+TEST_F(TextBoxTest, NoTextComesInPastTheFilter) {
+  box.Insertion = [](String& text) {
+    if (text.find(u'-') != String::npos) text.clear();
+  };
+  box.SetText(u"1");
+  box.Select(0, 1);
+  box.UserTypes(u"-2");
+  EXPECT_EQ(box.Text(), u"1");
+  EXPECT_EQ(box.SelectionLength(), 1);
+  box.UserTypes(u"34");
+  EXPECT_EQ(box.Text(), u"34");
+}
+
+TEST_F(TextBoxTest, TheFilterMayChangeTheText) {
+  box.Insertion = [](String& text) { text = u"Z"; };
+  box.UserTypes(u"ab");
+  EXPECT_EQ(box.Text(), u"Z");
+}
+
+TEST_F(TextBoxTest, ATextOfOneCharacterIsAKey) {
+  int filtered = 0;
+  box.Insertion = [&](String&) { ++filtered; };
+  box.KeyPress = [](std::int16_t& code) { code = 0; };
+  EXPECT_EQ(box.Admitted(u"x"), u"");
+  EXPECT_EQ(box.Admitted(u"xy"), u"xy");
+  EXPECT_EQ(filtered, 1);
+}
+
+TEST_F(TextBoxTest, WhatTheUserMarksOnTheDisplayIsReplaced) {
+  box.SetText(u"abc");
+  box.UserSelects(1, 2);
+  box.UserTypes(u"xy");
+  EXPECT_EQ(box.Text(), u"axy");
+}
+
 TEST_F(TextBoxTest, TheSelectionStaysInsideTheText) {
   box.SetText(u"abc");
   box.Select(2, 9);
