@@ -9,6 +9,8 @@ namespace ktrv::controls {
 DatePicker::DatePicker(Form& form, Rectangle bounds) : ControlOf(form, bounds) {}
 
 void DatePicker::SetValue(std::optional<DateTime> value) {
+  using std::chrono::days;
+  if (value && (*value < kEarliest || std::chrono::floor<days>(*value) > kLatest)) value.reset();
   if (value == value_) return;
   value_ = value;
   if (peer_) peer_->ValueChanged();

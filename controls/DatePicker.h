@@ -28,8 +28,8 @@ class DatePicker final : public ControlOf<DatePickerPeer> {
 
   /// Nothing while the check box is cleared.
   const std::optional<DateTime>& Value() const { return value_; }
-  /// Reports Change when it differs. A date outside the days above is kept as it is until the user
-  /// picks another, so that what a database holds is not changed by looking at it.
+  /// Reports Change when it differs. A date outside the days above counts as none, which is what
+  /// the user sees; whoever set it keeps it by looking for changes.
   void SetValue(std::optional<DateTime> value);
 
   /// The user picked a date, or cleared the check box. A date outside the days above becomes the

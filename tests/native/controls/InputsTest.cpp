@@ -61,9 +61,19 @@ TEST_F(DatePickerTest, TheUserPicksNoDateThatADatabaseCannotHold) {
   EXPECT_EQ(picker.Value(), Date(9999, 12, 31));
 }
 
-TEST_F(DatePickerTest, TheProgramsDateIsKeptWhateverItIs) {
+TEST_F(DatePickerTest, HoldsNoDateThatItCannotShow) {
   picker.SetValue(Date(1066, 10, 14));
-  EXPECT_EQ(picker.Value(), Date(1066, 10, 14));
+  EXPECT_FALSE(picker.Value());
+  picker.SetValue(Date(1752, 12, 31));
+  EXPECT_FALSE(picker.Value());
+  picker.SetValue(Date(1753, 1, 1));
+  EXPECT_EQ(picker.Value(), Date(1753, 1, 1));
+}
+
+TEST_F(DatePickerTest, HoldsTheLastDayToItsEnd) {
+  const DateTime evening = Date(9999, 12, 31) + std::chrono::hours(23);
+  picker.SetValue(evening);
+  EXPECT_EQ(picker.Value(), evening);
 }
 
 TEST_F(DatePickerTest, ChangeIsReportedOncePerChange) {
