@@ -43,25 +43,31 @@ void ShowText(const database::Recordset& row, StringView column, controls::TextB
 }
 
 /// Old drivers of SQL Server give a date as a text.
-DateTime DateOf(const Variant& value) {
+std::optional<DateTime> DateOf(const Variant& value) {
   if (const auto* date = std::get_if<DateTime>(&value)) return *date;
-  if (const auto* text = std::get_if<String>(&value)) {
-    if (const auto date = ParseDateTime(Trim(*text))) return *date;
-  }
-  throw TypeMismatch();
+  if (const auto* text = std::get_if<String>(&value)) return ParseDateTime(Trim(*text));
+  return std::nullopt;
 }
 
-/// Null leaves the picker as it was.
-void ShowDate(const database::Recordset& row, StringView column, controls::DatePicker& picker) {
+/// Null leaves the picker as it was, and so does what is no date, which is added to the failures.
+void ShowDate(const database::Recordset& row, StringView column, controls::DatePicker& picker,
+              std::vector<Error>& failures) {
   const Variant value = row.Field(column);
-  if (!IsNull(value)) picker.SetValue(DateOf(value));
+  if (IsNull(value)) return;
+  if (const auto date = DateOf(value)) {
+    picker.SetValue(date);
+  } else {
+    failures.push_back(TypeMismatch());
+  }
 }
 
-std::int16_t FolderIdOf(const Variant& value) {
+void ShowFolder(const database::Recordset& row, frmNewContact& dialog) {
   using Limits = std::numeric_limits<std::int16_t>;
-  const std::int64_t id = ToInteger(value);
-  if (id < Limits::min() || id > Limits::max()) throw Error(ErrorNumber::Overflow, u"Overflow");
-  return static_cast<std::int16_t>(id);
+  const Variant value = row.Field(u"FOLDER_ID");
+  const auto* id = std::get_if<std::int64_t>(&value);
+  if (id && *id >= Limits::min() && *id <= Limits::max()) {
+    dialog.FolderId = static_cast<std::int16_t>(*id);
+  }
 }
 
 /// The index of the sex list's item for a stored letter; the letters count as capitals only.
@@ -78,44 +84,60 @@ Variant SexOf(StringView itemText) {
   return Null{};
 }
 
-Variant ValueOf(const controls::DatePicker& picker) {
-  return picker.Value() ? Variant(*picker.Value()) : Variant(Null{});
+Variant ValueOf(const std::optional<DateTime>& date) {
+  return date ? Variant(*date) : Variant(Null{});
 }
 
 }  // namespace
 
-void Show(const database::Recordset& row, frmNewContact& dialog) {
+Entries EntriesOf(const frmNewContact& dialog) {
+  Entries entries;
+  for (std::size_t index = 0; index < kTextColumns.size(); ++index) {
+    entries.Texts[index] = (dialog.*kTextColumns[index].Box).Text();
+  }
+  entries.Age = dialog.txtAge.Text();
+  entries.Sex = dialog.cboSex.ListIndex();
+  entries.Birthday = dialog.dtBirthday.Value();
+  entries.Anniversary = dialog.dtAnniversary.Value();
+  entries.Hobby = dialog.txtHobby.Text();
+  return entries;
+}
+
+std::vector<Error> Show(const database::Recordset& row, frmNewContact& dialog) {
+  std::vector<Error> failures;
   for (const TextColumn& column : kTextColumns) {
     ShowText(row, column.Name, dialog.*column.Box);
-    if (&column == &kTextColumns.front()) {
-      dialog.FolderId = FolderIdOf(row.Field(u"FOLDER_ID"));
-    }
+    if (&column == &kTextColumns.front()) ShowFolder(row, dialog);
   }
   ShowText(row, u"AGE", dialog.txtAge);
   dialog.cboSex.SetListIndex(SexIndexOf(ToText(Global::NullToDefault(row.Field(u"Sex"), u""))));
-  ShowDate(row, u"BIRTHDAY", dialog.dtBirthday);
-  ShowDate(row, u"ANNIVERSARY", dialog.dtAnniversary);
+  ShowDate(row, u"BIRTHDAY", dialog.dtBirthday, failures);
+  ShowDate(row, u"ANNIVERSARY", dialog.dtAnniversary, failures);
   ShowText(row, u"HOBBY", dialog.txtHobby);
+  return failures;
 }
 
-void Write(const frmNewContact& dialog, database::Recordset& row) {
-  for (const TextColumn& column : kTextColumns) {
-    row.SetField(column.Name, (dialog.*column.Box).Text());
+void Write(const frmNewContact& dialog, const Entries* before, database::Recordset& row) {
+  const Entries now = EntriesOf(dialog);
+  const auto changed = [&](auto member) { return !before || now.*member != before->*member; };
+  for (std::size_t index = 0; index < kTextColumns.size(); ++index) {
+    if (before && now.Texts[index] == before->Texts[index]) continue;
+    row.SetField(kTextColumns[index].Name, now.Texts[index]);
   }
   // An empty box leaves the age that the row has.
-  if (const StringView age = Trim(dialog.txtAge.Text()); !age.empty()) {
+  if (const StringView age = Trim(now.Age); !age.empty() && changed(&Entries::Age)) {
     const auto number = ParseNumber(age);
     if (!number) throw TypeMismatch();
     row.SetField(u"Age", *number);
   }
-  row.SetField(u"Sex", SexOf(dialog.cboSex.Text()));
+  if (changed(&Entries::Sex)) row.SetField(u"Sex", SexOf(dialog.cboSex.Text()));
   // The anniversary goes with the birthday: without one it is left alone, and with one an
   // anniversary that was taken away is taken away from the row.
-  if (dialog.dtBirthday.Value()) {
-    row.SetField(u"Birthday", ValueOf(dialog.dtBirthday));
-    row.SetField(u"Anniversary", ValueOf(dialog.dtAnniversary));
+  if (now.Birthday) {
+    if (changed(&Entries::Birthday)) row.SetField(u"Birthday", ValueOf(now.Birthday));
+    if (changed(&Entries::Anniversary)) row.SetField(u"Anniversary", ValueOf(now.Anniversary));
   }
-  row.SetField(u"Hobby", dialog.txtHobby.Text());
+  if (changed(&Entries::Hobby)) row.SetField(u"Hobby", now.Hobby);
 }
 
 }  // namespace ktrv::forms::ContactFields

@@ -2,14 +2,26 @@
 
 #include "common/Global.h"
 #include "data/ContactQueries.h"
-#include "forms/contact/ContactFields.h"
 
 namespace ktrv::forms {
 namespace {
 
+/// Context texts of error records. Log readers match them literally, irregular as they are.
+namespace Context {
+constexpr StringView kFormLoad =
+    u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact";
+constexpr StringView kSave =
+    u"KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()";
+}  // namespace Context
+
 controls::Form::Design DialogDesign() {
   return {
       .Caption = u"New Contact", .Width = ContactLayout::kWidth, .Height = ContactLayout::kHeight};
+}
+
+Error NotLoaded() {
+  return Error(ErrorNumber::NoCurrentRecord,
+               u"The contact could not be loaded, so it is not saved either.");
 }
 
 }  // namespace
@@ -17,8 +29,10 @@ controls::Form::Design DialogDesign() {
 frmNewContact::frmNewContact(Session& session)
     : Form(session.Screen, DialogDesign()), session_(session) {
   for (const StringView sex : {u"", u"Male", u"Female"}) cboSex.AddItem(String(sex));
-  txtAge.KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
-  txtMobileno.KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
+  for (controls::TextBox* box : {&txtAge, &txtMobileno}) {
+    box->KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
+    box->Insertion = [](String& text) { text = Global::PastedNumber(text).value_or(String()); };
+  }
   txtMobileno.GotFocus = [this] { txtMobileno_GotFocus(); };
   cmdSave.Click = [this] { cmdSave_Click(); };
   cmdCancel.Click = [this] { cmdCancel_Click(); };
@@ -30,7 +44,9 @@ frmNewContact::~frmNewContact() {
 
 void frmNewContact::Form_Load() {
   contactId_ = Trim(session_.EditContactId);
-  session_.Trap(u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact", [&] {
+  shown_.reset();
+  loadFailed_ = false;
+  session_.Trap(Context::kFormLoad, [&] {
     if (session_.IsAtServer()) {
       EnableControls(true);
       cmdSave.SetVisible(true);
@@ -61,10 +77,10 @@ void frmNewContact::PresentNew() {
     chkContacts.SetEnabled(false);
     SetCaption(u"Add Shared Contact");
   }
-  txtFname.SetText(session_.PresetContactName);
+  txtFname.SetText(txtFname.Fitting(session_.PresetContactName));
   // The country prefix stands in the mobile number's box; the country code's box stays empty.
   if (Trim(session_.PresetMobileNo).empty()) session_.PresetMobileNo = u"91";
-  txtMobileno.SetText(session_.PresetMobileNo);
+  txtMobileno.SetText(txtMobileno.Fitting(session_.PresetMobileNo));
   cboSex.SetListIndex(0);
 }
 
@@ -80,9 +96,17 @@ void frmNewContact::PresentExisting() {
 
 void frmNewContact::Populate_Data() {
   if (contactId_.empty()) return;
+  loadFailed_ = true;  // unless all of it is done
   database::Recordset contact(session_.Environment);
   contact.Open(data::ContactQueries::ById(contactId_), session_.SessionConnectionString);
-  if (!contact.EndOfFile()) ContactFields::Show(contact, *this);
+  if (!contact.EndOfFile()) {
+    const std::vector<Error> failures = ContactFields::Show(contact, *this);
+    shown_ = ContactFields::EntriesOf(*this);
+    for (const Error& failure : failures) {
+      session_.Trap(Context::kFormLoad, [&] { throw failure; });
+    }
+  }
+  loadFailed_ = false;
 }
 
 void frmNewContact::EnableControls(bool enable) {
@@ -127,6 +151,8 @@ std::int16_t frmNewContact::Validate_Data() {
 
 void frmNewContact::Save_Data() {
   const bool isNew = Mode == ModeOfOperation::Add;
+  // Boxes that never showed the contact would erase it.
+  if (!isNew && !shown_) throw NotLoaded();
   database::Recordset contact(session_.Environment);
   contact.Location = database::CursorLocation::Client;
   contact.Open(isNew ? String(data::ContactQueries::kNone) : data::ContactQueries::ById(contactId_),
@@ -138,7 +164,7 @@ void frmNewContact::Save_Data() {
     contact.AddNew();
     contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
   }
-  ContactFields::Write(*this, contact);
+  ContactFields::Write(*this, isNew ? nullptr : &*shown_, contact);
   contact.Update();
   contact.Resync();  // brings the id that the database gave to a new row
   const String id = ToText(contact.Field(u"ID"));
@@ -156,13 +182,13 @@ void frmNewContact::SetResults(const String& id) {
 }
 
 void frmNewContact::cmdSave_Click() {
-  session_.Trap(u"KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()",
-                [&] {
-                  if (Validate_Data() != 1) return;
-                  Save_Data();
-                  saved_ = true;
-                  Unload();
-                });
+  session_.Trap(Context::kSave, [&] {
+    if (loadFailed_) throw NotLoaded();  // what is missing in the boxes is not the user's omission
+    if (Validate_Data() != 1) return;
+    Save_Data();
+    saved_ = true;
+    Unload();
+  });
 }
 
 void frmNewContact::cmdCancel_Click() {

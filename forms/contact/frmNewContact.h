@@ -10,6 +10,7 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/UpDown.h"
+#include "forms/contact/ContactFields.h"
 #include "forms/contact/ContactLayout.h"
 
 namespace ktrv::forms {
@@ -17,7 +18,7 @@ namespace ktrv::forms {
 /// The dialog in which one contact is made or changed. It reads the contact id and the presets from
 /// the session and leaves a summary of the saved contact there; when it is closed without saving,
 /// with its close button too, Session::SavedContactId is empty. A contact that cannot be loaded or
-/// saved is logged, and the dialog stays open.
+/// saved is logged, and the dialog stays open; one that was not loaded whole is not saved.
 class frmNewContact final : public controls::Form {
  public:
   /// The session must outlive the dialog.
@@ -97,6 +98,9 @@ class frmNewContact final : public controls::Form {
   controls::CommandButton cmdSave{*this, ContactLayout::Button(1), u"&OK", Key::Enter};
   controls::CommandButton cmdCancel{*this, ContactLayout::Button(0), u"&Cancel", Key::Escape};
 
+  /// Switches all input on or off, and with it the button that saves it.
+  void EnableControls(bool enable);
+
  protected:
   void Form_Load() override;
   void Form_QueryUnload() override;
@@ -105,8 +109,6 @@ class frmNewContact final : public controls::Form {
   void PresentNew();
   void PresentExisting();
   void Populate_Data();
-  void EnableControls(bool enable);
-
   std::int16_t Validate_Data();
   void Save_Data();
   void SetResults(const String& id);
@@ -121,6 +123,10 @@ class frmNewContact final : public controls::Form {
   /// Session::EditContactId when the dialog opened: a host may call another operation while it is
   /// open.
   String contactId_;
+  /// What the controls held when they showed the contact; none of a new contact, of one that is not
+  /// there and of one that was not loaded whole.
+  std::optional<ContactFields::Entries> shown_;
+  bool loadFailed_ = false;
   bool saved_ = false;
 };
 

@@ -74,9 +74,35 @@ TEST_P(PasteFilterTest, OnlyNumbersOfZeroOrMoreArePasted) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Clips, PasteFilterTest,
-                         testing::Values(Clip{u"12", true}, Clip{u"0", true}, Clip{u"-5", false},
-                                         Clip{u"abc", false}, Clip{u"12a", false}, Clip{u"", false},
+                         testing::Values(Clip{u"12", true}, Clip{u"0", true}, Clip{u"12\r\n", true},
+                                         Clip{u"-5", false}, Clip{u"abc", false},
+                                         Clip{u"12a", false}, Clip{u"", false},
                                          Clip{std::nullopt, false}));
+
+struct Pasted {
+  StringView Text;
+  StringView Result;
+};
+
+class PastedTextTest : public ContactFixture, public testing::WithParamInterface<Pasted> {};
+
+TEST_P(PastedTextTest, NoWayOfPastingBringsInWhatIsNoNumber) {
+  Add();
+  form.txtMobileno.SetText({});
+  form.txtAge.UserTypes(GetParam().Text);
+  form.txtMobileno.UserTypes(GetParam().Text);
+  EXPECT_EQ(form.txtAge.Text(), GetParam().Result);
+  EXPECT_EQ(form.txtMobileno.Text(), GetParam().Result);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, PastedTextTest,
+                         testing::Values(Pasted{u"12", u"12"}, Pasted{u"-5", u""},
+                                         Pasted{u"abc", u""}, Pasted{u"12a", u""},
+                                         Pasted{u"1;2", u""}, Pasted{u"٣٤", u""},
+                                         Pasted{u"12\r\n", u"12"}, Pasted{u"12\n", u"12"},
+                                         Pasted{u"12\t\r\n", u"12"}, Pasted{u"7\r\n", u"7"},
+                                         Pasted{u" 12 ", u"12"}, Pasted{u"1\r\n2", u""},
+                                         Pasted{u"\r\n", u""}));
 
 struct ControlKey {
   std::int16_t Code;
@@ -147,6 +173,24 @@ TEST_F(ContactBoxesTest, EnterIsOkAndEscapeIsCancel) {
   EXPECT_TRUE(form.cmdCancel.IsCancel());
   EXPECT_EQ(form.cmdSave.Caption(), u"&OK");
   EXPECT_EQ(form.cmdCancel.Caption(), u"&Cancel");
+}
+
+TEST_F(ContactBoxesTest, InputThatIsSwitchedOffKeepsItsColour) {
+  Add();
+  form.EnableControls(false);
+  for (const Control* control : form.Controls()) {
+    const auto* box = dynamic_cast<const TextBox*>(control);
+    const auto* list = dynamic_cast<const controls::ComboBox*>(control);
+    if (!box && !list) continue;
+    EXPECT_FALSE(control->Enabled());
+    EXPECT_EQ(box ? box->BackColor() : list->BackColor(), controls::kSystemWindowBackground);
+  }
+  EXPECT_FALSE(form.dtBirthday.Enabled());
+  EXPECT_FALSE(form.dtAnniversary.Enabled());
+  EXPECT_FALSE(form.cmdSave.Enabled());
+  EXPECT_FALSE(form.Frame1.Enabled());
+  EXPECT_TRUE(form.cmdCancel.Enabled());
+  EXPECT_TRUE(form.Frame2.Enabled());
 }
 
 TEST_F(ContactBoxesTest, EveryInputStandsRightBehindItsLabel) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "forms/contact/frmNewContact.h"
 #include "tests/native/support/DialogFixture.h"
 
@@ -29,6 +31,34 @@ class ContactFixture : public DialogFixture {
     form.Load();
     return form;
   }
+  /// Contact 5 on the fake driver, with these columns and all others null.
+  void EditRowWith(const std::map<StringView, StringView>& cells) {
+    FakeDriver::Row row;
+    for (const database::Column& column : Columns()) {
+      const auto cell = cells.find(column.Name);
+      row.push_back(cell == cells.end() ? std::nullopt : std::optional<String>(cell->second));
+    }
+    driver.Answer(u"SELECT * FROM SMS_ABCONTACTS", Columns(), {row});
+    UseFakeDriver();
+    Edit();
+  }
+  /// Of SMS_ABCONTACTS, as the fake driver has them.
+  static std::vector<database::Column> Columns() {
+    using database::DataType;
+    std::vector<database::Column> columns{{u"ID", DataType::Integer},
+                                          {u"FOLDER_ID", DataType::Integer}};
+    for (const StringView name :
+         {u"FNAME", u"MNAME", u"LNAME", u"COUNTRYCODE", u"MOBILENO", u"OFFICEPHONE", u"HOMEPHONE",
+          u"FAX", u"EMAIL", u"ORGANISATION", u"ADDRESS", u"CITY", u"STATE", u"COUNTRY", u"ZIP"}) {
+      columns.push_back({String(name), DataType::VarWChar, 50});
+    }
+    columns.push_back({u"AGE", DataType::Integer});
+    columns.push_back({u"SEX", DataType::VarWChar, 1});
+    columns.push_back({u"BIRTHDAY", DataType::Date});
+    columns.push_back({u"ANNIVERSARY", DataType::Date});
+    columns.push_back({u"HOBBY", DataType::VarWChar, 100});
+    return columns;
+  }
   /// A new contact with the two boxes filled that must be.
   void AddNamed(StringView firstName) {
     Add();
@@ -40,6 +70,7 @@ class ContactFixture : public DialogFixture {
                                     u" FROM SMS_ABCONTACTS ORDER BY ID DESC LIMIT 1");
     return rows.empty() ? u"no row" : rows.front();
   }
+  void PressOk() { form.cmdSave.UserClicks(); }
   String Saved() const {
     return session.SavedContactId + u"|" + session.SavedContactName + u"|" +
            session.SavedContactMobile + u"|" + session.SavedContactEmail + u"|" +

@@ -154,11 +154,12 @@ INSTANTIATE_TEST_SUITE_P(Letters, SexLoadingTest,
                                          Sex{u"'f'", u""}, Sex{u"'m'", u""}, Sex{u"'F '", u""},
                                          Sex{u"''", u""}, Sex{u"NULL", u""}));
 
-TEST_F(ContactLoadingTest, ADateOutsideThePickersRangeIsKept) {
+TEST_F(ContactLoadingTest, ADateThatNoPickerShowsIsNoneInTheDialogToo) {
   Ann(u"BIRTHDAY = '1700-01-01'");
   Edit();
-  EXPECT_EQ(form.dtBirthday.Value(), Date(1700, 1, 1));
+  EXPECT_FALSE(form.dtBirthday.Value());
   EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(Log(), u"");
 }
 
 // What goes wrong is logged, and the dialog stays with what was filled in so far.
@@ -205,13 +206,13 @@ TEST_F(ContactLoadingTest, ALostConnectionIsLoggedAndTheDialogStays) {
   EXPECT_EQ(form.Caption(), u"Edit Shared Contact");
 }
 
-TEST_F(ContactLoadingTest, AFolderIdOfMoreThan16BitsEndsTheLoadingBehindTheFirstName) {
-  Ann(u"FOLDER_ID = 32768");
+TEST_F(ContactLoadingTest, AFolderIdOfMoreThan16BitsHidesNothing) {
+  Ann(u"FOLDER_ID = 40000");
   Edit();
-  EXPECT_EQ(LoadErrors(), 1);
-  EXPECT_TRUE(LoggedNumber(ErrorNumber::Overflow));
+  EXPECT_EQ(Log(), u"");
   EXPECT_EQ(form.txtFname.Text(), u"Ann");
-  EXPECT_EQ(form.txtMname.Text(), u"");
+  EXPECT_EQ(form.txtMname.Text(), u"B");
+  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
 }
 
 TEST_F(ContactLoadingTest, ADateThatComesAsATextIsADate) {
@@ -233,25 +234,28 @@ TEST_F(ContactLoadingTest, ADateThatComesAsATextMayHaveBlanksAroundIt) {
   EXPECT_EQ(LoadErrors(), 0);
 }
 
-TEST_F(ContactLoadingTest, ABirthdayThatIsNoDateEndsTheLoadingThere) {
-  Ann(u"BIRTHDAY = 'spring'");
+TEST_F(ContactLoadingTest, ABirthdayThatIsNoDateIsLoggedAndHidesNothingElse) {
+  Ann(u"BIRTHDAY = '01/05/1980'");
   Edit();
   EXPECT_EQ(LoadErrors(), 1);
-  EXPECT_EQ(form.txtZip.Text(), u"LS1");
-  EXPECT_EQ(form.txtHobby.Text(), u"");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::TypeMismatch));
+  EXPECT_FALSE(form.dtBirthday.Value());
+  EXPECT_EQ(form.dtAnniversary.Value(), Date(2015, 6, 1));
+  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
 }
 
-TEST_F(ContactLoadingTest, AFolderIdThatIsNullEndsTheLoadingBehindTheFirstName) {
-  UseFakeDriver();
-  driver.Answer(u"SELECT * FROM SMS_ABCONTACTS",
-                {{u"ID", database::DataType::Integer},
-                 {u"FNAME"},
-                 {u"FOLDER_ID", database::DataType::Integer}},
-                {{u"5", u"Ann", std::nullopt}});
+TEST_F(ContactLoadingTest, EachBirthdayAndAnniversaryThatIsNoDateIsLogged) {
+  Ann(u"BIRTHDAY = 'spring', ANNIVERSARY = 'autumn'");
   Edit();
-  EXPECT_EQ(LoadErrors(), 1);
-  EXPECT_TRUE(LoggedNumber(ErrorNumber::InvalidUseOfNull));
+  EXPECT_EQ(LoadErrors(), 2);
+  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+}
+
+TEST_F(ContactLoadingTest, AFolderIdThatIsNullHidesNothing) {
+  EditRowWith({{u"ID", u"5"}, {u"FNAME", u"Ann"}, {u"HOBBY", u"Chess"}});
+  EXPECT_EQ(Log(), u"");
   EXPECT_EQ(form.txtFname.Text(), u"Ann");
+  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
 }
 
 TEST_F(ContactLoadingTest, ATextOverTheLimitIsShownWhole) {

@@ -3,9 +3,7 @@
 namespace ktrv::tests {
 namespace {
 
-struct ContactSavingTest : ContactFixture {
-  void PressOk() { form.cmdSave.UserClicks(); }
-};
+struct ContactSavingTest : ContactFixture {};
 
 // Validation.
 
@@ -159,6 +157,14 @@ TEST_F(ContactSavingTest, AnEarlierContactsIdStaysTheHostsAfterAnAdd) {
   EXPECT_EQ(session.SavedContactId, u"1");
 }
 
+TEST_F(ContactSavingTest, AnIdOfBlanksIsNoEarlierContactsId) {
+  session.EditContactId = u"  ";
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_EQ(session.EditContactId, u"1");
+  EXPECT_EQ(session.SavedContactId, u"1");
+}
+
 TEST_F(ContactSavingTest, TheResultValuesSumTheContactUp) {
   AddNamed(u"Ann");
   form.txtLname.SetText(u"Lee");
@@ -298,13 +304,13 @@ TEST_F(ContactSavingTest, ThePickersTakeNoDateThatADatabaseCannotHold) {
   EXPECT_EQ(form.dtBirthday.Value(), Date(1753, 1, 1));
 }
 
-TEST_F(ContactSavingTest, TheLaterSaveHolds) {
+TEST_F(ContactSavingTest, ALaterSaveUndoesNothingThatItsUserLeftAlone) {
   Ann();
   Edit();
   form.txtCity.SetText(u"London");
   database.Run({u"UPDATE SMS_ABCONTACTS SET CITY = 'Paris', STATE = 'IDF' WHERE ID = 5"});
   PressOk();
-  EXPECT_EQ(Row(u"CITY, STATE"), u"London|York");
+  EXPECT_EQ(Row(u"CITY, STATE"), u"London|IDF");
   EXPECT_EQ(SaveErrors(), 0);
 }
 
@@ -317,13 +323,91 @@ TEST_F(ContactSavingTest, ADateThatStaysIsLeftAsTheDatabaseHasIt) {
   EXPECT_EQ(Row(u"CITY, BIRTHDAY, ANNIVERSARY"), u"London|1990-02-28 00:00:00|1700-01-01");
 }
 
-TEST_F(ContactSavingTest, ValuesOfOtherKindsThanTheirColumnsAreNoConflict) {
+TEST_F(ContactSavingTest, ValuesOfOtherKindsThanTheirColumnsAreLeftAlone) {
   Ann(u"AGE = 30.5, FNAME = 5, HOBBY = 1e3, ZIP = NULL, SEX = 'x'");
   Edit();
   form.txtCity.SetText(u"London");
   PressOk();
   EXPECT_EQ(Log(), u"");
-  EXPECT_EQ(Row(u"CITY, ZIP, SEX"), u"London||null");
+  EXPECT_EQ(Row(u"CITY, FNAME, ZIP, SEX"), u"London|5|null|x");
+}
+
+// OK writes what the user changed and nothing else.
+
+class UntouchedTest : public ContactFixture, public testing::WithParamInterface<StringView> {};
+
+TEST_P(UntouchedTest, OkWithoutAChangeChangesNothing) {
+  Ann(GetParam());
+  const String before = Row(u"*");
+  Edit();
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(SaveErrors(), 0);
+  EXPECT_EQ(Row(u"*"), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, UntouchedTest,
+                         testing::Values(u"AGE = 41.5", u"AGE = 'old'", u"SEX = 'f'", u"SEX = ''",
+                                         u"FOLDER_ID = 40000", u"BIRTHDAY = '01/05/1980'",
+                                         u"ANNIVERSARY = '01/05/1980'", u"BIRTHDAY = '1700-01-01'",
+                                         u"BIRTHDAY = NULL", u"LNAME = NULL", u"HOBBY = NULL",
+                                         u"MNAME = '  '"));
+
+TEST_F(ContactSavingTest, AFolderIdOfMoreThan16BitsErasesNothing) {
+  Ann(u"FOLDER_ID = 40000");
+  Edit();
+  form.txtFname.SetText(u"Anna");
+  form.txtMobileno.SetText(u"91");
+  PressOk();
+  EXPECT_EQ(Row(u"FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, EMAIL, CITY, HOBBY"),
+            u"40000|Anna|B|Lee|44|91|ann@lee.org|Leeds|Chess");
+}
+
+TEST_F(ContactSavingTest, ADateThatCannotBeReadIsWrittenOnlyWhenTheUserSetsOne) {
+  Ann(u"BIRTHDAY = '01/05/1980', ANNIVERSARY = 'spring'");
+  Edit();
+  form.dtBirthday.UserPicks(Date(1980, 5, 1));
+  PressOk();
+  EXPECT_EQ(Row(u"BIRTHDAY, ANNIVERSARY, HOBBY"), u"1980-05-01|spring|Chess");
+}
+
+TEST_F(ContactSavingTest, ABirthdayThatNoPickerShowsCarriesNoAnniversary) {
+  Ann(u"BIRTHDAY = '1700-01-01'");
+  Edit();
+  form.dtAnniversary.UserPicks(std::nullopt);
+  PressOk();
+  EXPECT_EQ(Row(u"BIRTHDAY, ANNIVERSARY"), u"1700-01-01|2015-06-01");
+}
+
+TEST_F(ContactSavingTest, WhatWasTypedAndTakenBackIsNoChange) {
+  Ann(u"AGE = 41.5, SEX = 'f', ZIP = NULL");
+  Edit();
+  form.txtAge.SetText(u"42");
+  form.txtAge.SetText(u"41.5");
+  form.cboSex.UserChooses(2);
+  form.cboSex.UserChooses(0);
+  form.txtZip.UserTypes(u"1");
+  form.txtZip.SetText({});
+  PressOk();
+  EXPECT_EQ(Row(u"AGE, SEX, ZIP"), u"41.5|f|null");
+}
+
+TEST_F(ContactSavingTest, ATextThatIsEmptiedIsWrittenEmpty) {
+  Ann();
+  Edit();
+  form.txtLname.SetText({});
+  PressOk();
+  EXPECT_EQ(Row(u"LNAME, HOBBY"), u"|Chess");
+}
+
+TEST_F(ContactSavingTest, APresetLongerThanItsBoxIsCut) {
+  session.PresetContactName = String(49, u'n') + u"\U0001F600";
+  session.PresetMobileNo = String(30, u'9');
+  Add();
+  EXPECT_EQ(form.txtFname.Text(), String(49, u'n'));
+  EXPECT_EQ(form.txtMobileno.Text(), String(20, u'9'));
+  PressOk();
+  EXPECT_EQ(Row(u"FNAME, MOBILENO"), String(49, u'n') + u"|" + String(20, u'9'));
 }
 
 TEST_F(ContactSavingTest, TheLargestFolderIdIsWritten) {

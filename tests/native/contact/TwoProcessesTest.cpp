@@ -38,7 +38,6 @@ struct TwoProcessesTest : ContactFixture {
       OtherUser(work);
     };
   }
-  void PressOk() { form.cmdSave.UserClicks(); }
 
   void ExpectRecord(StringView number, StringView description) {
     EXPECT_EQ(Log(),
@@ -56,13 +55,14 @@ struct TwoProcessesTest : ContactFixture {
     EXPECT_TRUE(form.IsLoaded());
     EXPECT_TRUE(screen.Messages.empty());
     EXPECT_EQ(form.txtFname.Text(), u"Anna");
-    EXPECT_EQ(form.txtCity.Text(), u"Leeds");
+    EXPECT_EQ(form.txtCity.Text(), u"London");
     EXPECT_EQ(session.SavedContactId, u"");
   }
   void EditAnna() {
     Ann();
     Edit();
     form.txtFname.SetText(u"Anna");
+    form.txtCity.SetText(u"London");
   }
 
   WatchedDriver watched{database.Driver()};
@@ -81,7 +81,7 @@ TEST_F(TwoProcessesTest, TheLaterSaveHolds) {
   ASSERT_EQ(Row(u"FNAME, CITY"), u"Ann|Paris");
   PressOk();
   EXPECT_FALSE(form.IsLoaded());
-  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|Leeds");
+  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|London");
   EXPECT_EQ(Log(), u"");
 }
 
@@ -100,18 +100,31 @@ TEST_F(TwoProcessesTest, AfterAConflictASecondOkReadsAfreshAndHolds) {
   PressOk();
   PressOk();
   EXPECT_FALSE(form.IsLoaded());
-  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|Leeds");
+  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|London");
   EXPECT_EQ(SaveErrors(), 1);
 }
 
-TEST_F(TwoProcessesTest, ASaveWithoutAnyChangeCollidesToo) {
+TEST_F(TwoProcessesTest, ASaveWithoutAnyChangeUndoesNothing) {
   Ann();
   Edit();
-  OtherUserBefore(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", u"edit 5 Paris");
+  OtherUser(u"edit 5 Paris");
+  OtherUserBefore(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", u"edit 5 London");
   PressOk();
-  EXPECT_TRUE(form.IsLoaded());
-  ExpectRecord(u"-2147217864", kConflict);
-  EXPECT_EQ(Row(u"CITY"), u"Paris");
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Log(), u"");
+  EXPECT_EQ(Row(u"CITY"), u"London");
+}
+
+TEST_F(TwoProcessesTest, ASaveOfOneColumnUndoesNoChangeOfAnother) {
+  Ann();
+  Edit();
+  form.txtFname.SetText(u"Anna");
+  OtherUser(u"edit 5 Paris");
+  OtherUserBefore(u"UPDATE", u"edit 5 London");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Log(), u"");
+  EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|London");
 }
 
 TEST_F(TwoProcessesTest, ARowThatGoesBetweenTheSavesReadAndItsWriteIsNotFound) {
