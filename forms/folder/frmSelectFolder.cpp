@@ -28,6 +28,7 @@ frmSelectFolder::~frmSelectFolder() {
 
 void frmSelectFolder::Form_Load() {
   folderType_ = session_.FolderType;
+  shown_.reset();
   if (HasCommands()) session_.OpenConnection();
   PrepareCommand();
   LoadRemoteFolderViews();
@@ -84,6 +85,7 @@ bool frmSelectFolder::Populate_Data() {
         chkRemoteFolder.SetChecked(isRemote);
         chkRemoteFolder_Click();  // also when the box was so already
         if (isRemote) ShowCategory(ToText(folder.Field(u"REMOTE_CONTACTS_CATEGORY")));
+        shown_ = {txtFolderName.Text(), ChosenCategory()};
         return true;
       });
 }
@@ -150,6 +152,11 @@ database::Recordset frmSelectFolder::Rival() {
 bool frmSelectFolder::Save_Data() {
   return session_.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmSelectFolder", false, [&] {
+        if (IsNotLoaded()) {
+          // Boxes that never showed the folder would erase its name and its mapping.
+          throw Error(ErrorNumber::NoCurrentRecord,
+                      u"The folder could not be loaded, so it is not saved either.");
+        }
         const database::Recordset row = WriteAndReadBack();
         session_.SavedFolderId = ToText(row.Field(u"ID"));
         session_.SavedFolderName = ToText(row.Field(u"NAME"));
@@ -164,10 +171,10 @@ database::Recordset frmSelectFolder::WriteAndReadBack() {
   // written.
   if (!HasCommands()) return database::Recordset(session_.Environment);
   const bool isRemote = chkRemoteFolder.Checked();
-  const String category = isRemote ? cboRemoteFolderView.Text() : String();
+  const String category = ChosenCategory();
   const String name(Trim(txtFolderName.Text()));
   if (Mode == ModeOfOperation::Modify) {
-    commands_.Execute(FolderCommand::UpdateFolder, {name, category, FolderIdText});
+    WriteChanges(name, category);
     return commands_.Execute(FolderCommand::FolderById, {FolderIdText});
   }
   String letter = u"L";
@@ -179,6 +186,24 @@ database::Recordset frmSelectFolder::WriteAndReadBack() {
   commands_.Execute(FolderCommand::InsertFolder,
                     {letter, name, std::int64_t{session_.SessionUserId}, category});
   return commands_.Execute(FolderCommand::FolderByName, {name});
+}
+
+void frmSelectFolder::WriteChanges(const String& name, const String& category) {
+  // The statement writes both columns. What the user left alone keeps the value that it has now:
+  // blanks around a name, a category of a folder that shows none, what somebody else has changed.
+  const auto now = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+  const Variant newName = txtFolderName.Text() == shown_->Name ? now.Field(u"NAME") : name;
+  const Variant newCategory =
+      category == shown_->Category ? now.Field(u"REMOTE_CONTACTS_CATEGORY") : category;
+  commands_.Execute(FolderCommand::UpdateFolder, {newName, newCategory, FolderIdText});
+}
+
+String frmSelectFolder::ChosenCategory() const {
+  return chkRemoteFolder.Checked() ? cboRemoteFolderView.Text() : String();
+}
+
+bool frmSelectFolder::IsNotLoaded() const {
+  return Mode == ModeOfOperation::Modify && !shown_;
 }
 
 void frmSelectFolder::chkRemoteFolder_Click() {
@@ -194,7 +219,9 @@ void frmSelectFolder::txtFolderName_GotFocus() {
 
 void frmSelectFolder::cmdOK_Click() {
   session_.FolderType = folderType_;
-  if (!Validate_Data() || !Save_Data()) return;
+  // Of a folder that was not loaded nothing is asked: its saving is refused whatever is entered.
+  const bool valid = IsNotLoaded() || Validate_Data();
+  if (!valid || !Save_Data()) return;
   saved_ = true;
   Unload();
 }

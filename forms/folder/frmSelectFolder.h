@@ -17,6 +17,7 @@ namespace ktrv::forms {
 ///
 /// Session::FolderType says what it works on and follows its check box. With anything but a shared
 /// or a remote folder there it has no commands: it opens, and every step that needs one is logged.
+/// A folder that could not be loaded is not saved.
 class frmSelectFolder final : public controls::Form {
  public:
   /// The session must outlive the dialog.
@@ -58,18 +59,27 @@ class frmSelectFolder final : public controls::Form {
   void cmdCancel_Click();
 
   bool HasCommands() const;
+  bool IsNotLoaded() const;
+  String ChosenCategory() const;  ///< empty of a folder that is not remote
   void ShowCategory(const String& category);
   bool HasNameAndCategory();
   /// The folder that stands in the way of saving; closed when nothing is to be asked.
   database::Recordset Rival();
   /// Writes the folder and reads it back; closed when there are no commands for it.
   database::Recordset WriteAndReadBack();
+  void WriteChanges(const String& name, const String& category);
   void Complain(StringView message, controls::Control& about);
 
   Session& session_;
   FolderCommands commands_{session_};
   /// Session::FolderType as this dialog has it: a host may call another operation while it is open.
   std::int32_t folderType_ = 0;
+  /// The name and the category that the user found when the folder was loaded.
+  struct Shown {
+    String Name;
+    String Category;
+  };
+  std::optional<Shown> shown_;  ///< none of a new folder and of one that could not be loaded
   bool saved_ = false;
 };
 

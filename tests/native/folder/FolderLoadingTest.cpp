@@ -159,6 +159,30 @@ TEST_F(FolderLoadingTest, TheConnectionIsOpenedOnlyWhenItIsClosed) {
   EXPECT_EQ(Log(), u"");
 }
 
+TEST_F(FolderLoadingTest, CategoriesThatCannotBeReadAreLoggedAndHinderNoSharedFolder) {
+  database.Run({u"DROP TABLE ZUL$CONTACTS_CATEGORY"});
+  Add();
+  EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
+  EXPECT_EQ(form.Caption(), u"Add Folder");
+  EXPECT_TRUE(form.chkRemoteFolder.Enabled());
+  form.txtFolderName.UserTypes(u"Friends");
+  form.cmdOK.UserClicks();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Saved(), u"1|Friends|S|");
+}
+
+TEST_F(FolderLoadingTest, CategoriesThatCannotBeReadHideNoFolder) {
+  UseFakeDriver();
+  driver.Answer(u"WHERE ID = ? ", {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"4", u"Friends", u"S", std::nullopt}});
+  driver.Fail(u"CATEGORY FROM ZUL$", Error(ErrorNumber::DriverFailure, u"locked"));
+  Edit(u"4");
+  EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::DriverFailure));
+  EXPECT_EQ(form.txtFolderName.Text(), u"Friends");
+  EXPECT_EQ(form.Caption(), u"Edit Folder");
+}
+
 TEST_F(FolderLoadingTest, ADatabaseThatCannotBeReachedIsTheOpenersFailure) {
   UseFakeDriver();
   driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));

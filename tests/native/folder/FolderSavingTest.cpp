@@ -151,8 +151,39 @@ TEST_F(FolderSavingTest, ARenamedFolderKeepsItsTypeParentAndUser) {
   Edit(u"5");
   Name(u"Ours");
   PressOk();
-  EXPECT_EQ(Folders(), Lines{u"5|L|Ours|3|2|"});
-  EXPECT_EQ(Saved(), u"5|Ours|L|");
+  EXPECT_EQ(Folders(), Lines{u"5|L|Ours|3|2|x"});
+  EXPECT_EQ(Saved(), u"5|Ours|L|x");
+}
+
+TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxTheLetterIsThatOfLocalFolders) {
+  session.FolderType = 2;
+  Add();
+  Name(u"Mine");
+  ASSERT_FALSE(form.chkRemoteFolder.Checked());
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"1|L|Mine|0|7|"});
+  EXPECT_EQ(Saved(), u"1|Mine|L|");
+}
+
+TEST_F(FolderSavingTest, ARefusedNameLeavesTheFocusWhereItIs) {
+  Folder(u"1, 'S', 'Friends', 0, 1, ''");
+  Add();
+  Name(u"Friends");
+  form.cmdOK.SetFocus();
+  PressOk();
+  ASSERT_EQ(screen.Messages.size(), 1u);
+  EXPECT_TRUE(form.cmdOK.HasFocus());
+}
+
+TEST_F(FolderSavingTest, ARefusedCategoryLeavesTheFocusWhereItIs) {
+  Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
+  Add();
+  Name(u"More dealers");
+  form.chkRemoteFolder.UserClicks();
+  form.cmdOK.SetFocus();
+  PressOk();
+  ASSERT_EQ(screen.Messages.size(), 1u);
+  EXPECT_TRUE(form.cmdOK.HasFocus());
 }
 
 TEST_F(FolderSavingTest, TheDialectsSaveAlike) {
@@ -351,12 +382,65 @@ TEST_F(FolderSavingTest, AFolderThatAnotherUserDeletedIsLogged) {
 }
 
 TEST_F(FolderSavingTest, AnIdThatIsNoNumberNeverReachesAStatementThatWrites) {
+  Folder(u"5, 'S', 'Mine', 0, 2, ''");
   Edit(u"5 OR 1=1");
   Name(u"Friends");
   PressOk();
-  EXPECT_TRUE(form.IsLoaded());
-  EXPECT_EQ(ErrorsIn(u"Validate_Data"), 1);
-  EXPECT_TRUE(LoggedNumber(ErrorNumber::DataConversion));
+  ExpectOpenWithItsText(u"Save_Data");
+  EXPECT_EQ(Folders(), Lines{u"5|S|Mine|0|2|"});
+}
+
+// A folder that was not loaded is not saved, and what the user left alone is not written.
+
+TEST_F(FolderSavingTest, AFolderThatCouldNotBeLoadedKeepsItsNameAndMapping) {
+  Folder(u"5, 'R', 'Dealers', 0, 2, 'C'");
+  session.FolderType = 2;
+  session.OpenConnection();
+  database.Run({u"ALTER TABLE SMS_ABFOLDERS RENAME TO AWAY"});
+  Edit(u"5");
+  ASSERT_EQ(ErrorsIn(u"Populate_Data"), 1);
+  database.Run({u"ALTER TABLE AWAY RENAME TO SMS_ABFOLDERS"});
+  Name(u"Friends");
+  PressOk();
+  ExpectOpenWithItsText(u"Save_Data");
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
+  EXPECT_EQ(Folders(), Lines{u"5|R|Dealers|0|2|C"});
+}
+
+TEST_F(FolderSavingTest, AFolderThatCouldNotBeLoadedAsksForNoName) {
+  Edit(u"5");
+  Folder(u"5, 'R', 'Dealers', 0, 2, 'C'");
+  PressOk();
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(ErrorsIn(u"Save_Data"), 1);
+  EXPECT_EQ(Folders(), Lines{u"5|R|Dealers|0|2|C"});
+}
+
+TEST_F(FolderSavingTest, OkWithoutAChangeChangesNoFolder) {
+  Folder(u"5, 'S', ' Mine ', 0, 2, NULL");
+  Edit(u"5");
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Folders(), Lines{u"5|S| Mine |0|2|null"});
+}
+
+TEST_F(FolderSavingTest, ARenameUndoesNoMappingOfAnotherUser) {
+  Folder(u"5, 'R', 'Dealers', 0, 2, 'A'");
+  Edit(u"5");
+  database.Run({u"UPDATE SMS_ABFOLDERS SET REMOTE_CONTACTS_CATEGORY = 'C'"});
+  Name(u"Friends");
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
+  EXPECT_EQ(Saved(), u"5|Friends|R|C");
+}
+
+TEST_F(FolderSavingTest, AMappingUndoesNoRenameOfAnotherUser) {
+  Folder(u"5, 'R', 'Dealers', 0, 2, 'A'");
+  Edit(u"5");
+  database.Run({u"UPDATE SMS_ABFOLDERS SET NAME = 'Friends'"});
+  form.cboRemoteFolderView.UserChooses(2);
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
 }
 
 TEST_F(FolderSavingTest, ACategoryLongerThanItsParameterIsLogged) {
