@@ -39,6 +39,7 @@ void ContactColumns::LayOut(FlexGrid& grid) {
     GridColumn& column = grid.ColumnAt(static_cast<int>(index));
     column.Key = kKeys[index];
     column.Hidden = true;
+    column.HeadingPicture = Image::None;  // rows that were bound anew are not sorted
   }
   GridColumn& name = grid.ColumnAt(grid.ColIndex(u"NAME"));
   name.Heading = u"Name";

@@ -1,5 +1,7 @@
 #include "forms/groups/SourceList.h"
 
+#include <limits>
+
 #include "forms/groups/ContactRow.h"
 
 namespace ktrv::forms {
@@ -32,10 +34,18 @@ void SourceList::FillSelector() {
     display_.Selector.AddItem(u"Shared Contacts", 0);
     auto folders = commands_.Execute(GroupCommand::Folders);
     for (; !folders.EndOfFile(); folders.MoveNext()) {
-      display_.Selector.AddItem(ToText(folders.Field(u"NAME")),
-                                static_cast<std::int32_t>(ToInteger(folders.Field(u"ID"))));
+      // One that cannot be offered keeps no other from being offered.
+      session_.Trap(kContext, [&] { AddFolder(folders); });
     }
   });
+}
+
+void SourceList::AddFolder(const database::Recordset& folder) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const std::int64_t id = ToInteger(folder.Field(u"ID"));
+  // Cut to what an item can carry it would be another folder's.
+  if (id < Limits::min() || id > Limits::max()) throw Error(ErrorNumber::Overflow, u"Overflow");
+  display_.Selector.AddItem(ToText(folder.Field(u"NAME")), static_cast<std::int32_t>(id));
 }
 
 void SourceList::Load(Purpose purpose, StringView folderId) {
@@ -54,6 +64,7 @@ void SourceList::Load(Purpose purpose, StringView folderId) {
 }
 
 void SourceList::Fail() {
+  ContactColumns::Empty(display_.Grid);
   const bool known = data::FoldedDialect(session_.DbType) != data::Dialect::None;
   fetch_.Fail(known ? String(kNotLoaded) : u"No lists for database type " + session_.DbType + u".");
 }
@@ -77,6 +88,8 @@ void SourceList::ChooseSource(StringView folderId) {
     name_ = u"SHARED";
     return;
   }
+  kind_.clear();
+  name_.clear();
   const auto folder = commands_.Execute(GroupCommand::Folder, {String(folderId)});
   kind_ = ToText(folder.Field(u"TYPE"));
   name_ = ToText(folder.Field(u"NAME"));

@@ -27,25 +27,31 @@ class SourceList {
   /// Failures are logged.
   void FillSelector();
 
-  /// Fills the list with what the source offers. Failures are logged and shown, and the list stays
-  /// as it is. \param folderId a text without a number counts as 0, the shared contacts.
+  /// Fills the list with what the source offers. Failures are logged and shown. A source that could
+  /// not be loaded offers nobody: those of the former one would be taken for its people.
+  /// \param folderId a text without a number counts as 0, the shared contacts.
   void Load(data::GroupQueries::Purpose purpose, StringView folderId);
   /// Says that nothing could be loaded.
   void Fail();
   void Cancel();
   bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
+  /// Whether all that the source offers is there: not while it loads, nor after that failed.
+  bool IsComplete() const {
+    return !IsLoading() && fetch_.CurrentState() != ContactFetch::State::Failed;
+  }
 
   /// Selects and shows the first row from `startRow` on whose name begins with the text.
   /// \return whether there is one.
   bool Find(StringView text, int startRow);
 
-  /// TYPE and NAME of the source that was asked for last.
+  /// TYPE and NAME of the source that was asked for last; empty when they could not be read.
   const String& Kind() const { return kind_; }
   const String& Name() const { return name_; }
   /// The text that fills the list.
   const String& Query() const { return query_; }
 
  private:
+  void AddFolder(const database::Recordset& folder);
   void ChooseSource(StringView folderId);
   std::int64_t CountRows(data::GroupQueries::Purpose purpose, StringView folderId);
 

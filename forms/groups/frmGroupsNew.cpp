@@ -181,7 +181,7 @@ void frmGroupsNew::ShowSource(bool connected) {
 
 void frmGroupsNew::ShowWhatIsPossible() {
   cmdSelect.SetEnabled(members_.IsComplete());
-  cmdSelectAll.SetEnabled(members_.IsComplete() && !sources_.IsLoading());
+  cmdSelectAll.SetEnabled(members_.IsComplete() && sources_.IsComplete());
 }
 
 void frmGroupsNew::LoadFolderContacts(StringView folderId) {
@@ -203,6 +203,7 @@ void frmGroupsNew::SelectMembers() {
 
 void frmGroupsNew::SelectAllMembers() {
   session_.Trap(Context::kSelectAll, [&] {
+    if (!sources_.IsComplete()) return;
     std::vector<int> rows(static_cast<std::size_t>(vsfFolderContacts.Rows() - 1));
     std::iota(rows.begin(), rows.end(), 1);
     Take(rows);

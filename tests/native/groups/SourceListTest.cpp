@@ -102,16 +102,74 @@ TEST_F(SourceListTest, FolderIdWithMoreThanDigitsNeverReachesTheList) {
   EXPECT_TRUE(Ran(u"OR 1=1").empty());
 }
 
-TEST_F(SourceListTest, FolderThatVanishedLeavesTheListAsItStands) {
-  Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}});
+/// A source is chosen after another, and cannot be loaded.
+struct FailedSourceTest : SourceListTest {
+  FailedSourceTest() {
+    Folders({{u"8", u"Friends", u"S", u""}});
+    Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}});
+    OpenPicker();
+    EXPECT_TRUE(Complete());
+    EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna"}));
+    FolderIs(u"S");
+  }
+  void NobodyCanBeTaken() {
+    EXPECT_TRUE(Choose(u"Friends"));
+    EXPECT_EQ(ErrorsLogged(kContext), 1);
+    EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
+    EXPECT_EQ(form->vsfFolderContacts.Text(0, form->vsfFolderContacts.ColIndex(u"NAME")), u"Name");
+    EXPECT_TRUE(form->lblLoadingFolder.Visible());
+    EXPECT_FALSE(form->pbrFolder.Visible());
+    EXPECT_FALSE(form->cmdSelectAll.Enabled());
+    form->SelectAllMembers();
+    form->vsfFolderContacts.UserDoubleClicks();
+    EXPECT_EQ(form->Members().Count(), 0);
+  }
+};
+
+TEST_F(FailedSourceTest, VanishedFolderOffersNobody) {
+  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}}, {});
+  NobodyCanBeTaken();
+  EXPECT_EQ(form->lblLoadingFolder.Caption(), u"The contacts could not be loaded.");
+  EXPECT_EQ(form->Sources().Kind(), u"");
+  EXPECT_EQ(form->Sources().Name(), u"");
+}
+
+TEST_F(FailedSourceTest, UncountedFolderOffersNobody) {
+  driver.Fail(Queries::kCountFolderContacts, Error(ErrorNumber::DriverFailure, u"gone"));
+  NobodyCanBeTaken();
+}
+
+TEST_F(FailedSourceTest, RefusedQueryOffersNobody) {
+  driver.Fail(u"AS MOBILE_DISPLAY FROM", Error(ErrorNumber::TableNotFound, u"no table"));
+  NobodyCanBeTaken();
+}
+
+TEST_F(FailedSourceTest, LostDatabaseOffersNobody) {
+  session.CloseConnection();
+  driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));
+  NobodyCanBeTaken();
+}
+
+TEST_F(FailedSourceTest, SourceThatComesAfterItIsOfferedWhole) {
+  driver.Fail(Queries::kFolder, Error(ErrorNumber::DriverFailure, u"gone"));
+  NobodyCanBeTaken();
+  ASSERT_TRUE(Choose(u"Shared Contacts"));
+  EXPECT_FALSE(form->lblLoadingFolder.Visible());
+  EXPECT_TRUE(form->cmdSelectAll.Enabled());
+  form->cmdSelectAll.UserClicks();
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"NAME"), (std::vector<String>{u"Anna"}));
+}
+
+TEST_F(SourceListTest, FolderIdAbove32BitsIsNotCut) {
+  Folders({{u"4294967297", u"Far", u"S", u""},
+           {u"-4294967295", u"Below", u"S", u""},
+           {std::nullopt, u"None", u"S", u""},
+           {u"3", u"Friends", u"S", u""}});
   OpenPicker();
   ASSERT_TRUE(Complete());
-  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}}, {});
-  form->LoadFolderContacts(u"8");
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
-  EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna"}));
-  EXPECT_EQ(form->lblLoadingFolder.Caption(), u"The contacts could not be loaded.");
-  EXPECT_FALSE(form->pbrFolder.Visible());
+  EXPECT_EQ(Sources(), (std::vector<String>{u"Shared Contacts", u"Friends"}));
+  EXPECT_EQ(form->cboContactType.ItemData(1), 3);
+  EXPECT_EQ(ErrorsLogged(kContext), 3);
 }
 
 TEST_F(SourceListTest, BarRunsToContactsAndGroupsInThePicker) {
@@ -263,6 +321,46 @@ TEST_F(SourceListTest, FetchThatFailsHalfWayKeepsWhatCameAndTells) {
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna"}));
   EXPECT_EQ(ErrorsLogged(kContext), 1);
   EXPECT_EQ(form->lblLoadingFolder.Caption(), u"The list could not be loaded.");
+}
+
+TEST_F(SourceListTest, AllIsNotOfferedOfHalfAList) {
+  Candidates({{u"1", u"Anna", u"", u"", u"1", u""}});
+  driver.FailAtEnd(u"AS MOBILE_DISPLAY FROM", Error(ErrorNumber::DriverFailure, u"line lost"));
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  EXPECT_FALSE(form->cmdSelectAll.Enabled());
+  form->SelectAllMembers();
+  EXPECT_EQ(form->Members().Count(), 0);
+  Take({1});  // who came is no stranger
+  EXPECT_EQ(form->Members().Count(), 1);
+  Candidates({{u"1", u"Anna", u"", u"", u"1", u""}, {u"2", u"Bert", u"", u"", u"1", u""}});
+  form->LoadFolderContacts(u"0");
+  ASSERT_TRUE(Complete());
+  EXPECT_TRUE(form->cmdSelectAll.Enabled());
+}
+
+TEST_F(SourceListTest, SecondSourceIsLaidOutAnewAndUnsorted) {
+  Candidates({{u"1", u"Anna", u"1", u"", u"1", u"1"}, {u"2", u"Bert", u"2", u"", u"1", u"2"}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  auto& grid = form->vsfFolderContacts;
+  const int name = grid.ColIndex(u"NAME");
+  const int mobile = grid.ColIndex(u"MOBILE_DISPLAY");
+  grid.UserClicksHeading(name);
+  grid.UserClicksHeading(name);
+  ASSERT_EQ(grid.ColumnAt(name).HeadingPicture, controls::Image::SortDescending);
+  Candidates({{u"3", u"Cora", u"3", u"", u"1", u"3"}, {u"4", u"Dora", u"4", u"", u"1", u"4"}});
+  form->LoadFolderContacts(u"0");
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Column(grid, u"NAME"), (std::vector<String>{u"Cora", u"Dora"}));
+  EXPECT_EQ(grid.Text(0, name), u"Name");
+  EXPECT_EQ(grid.Text(0, mobile), u"Mobile No.");
+  EXPECT_EQ(grid.ColumnAt(name).Width, 2250);
+  EXPECT_EQ(grid.ColumnAt(mobile).Width, 1650);
+  for (int column = 0; column < grid.Cols(); ++column) {
+    EXPECT_EQ(grid.ColumnAt(column).HeadingPicture, controls::Image::None) << column;
+    EXPECT_EQ(grid.ColumnAt(column).Hidden, column != 0 && column != name && column != mobile);
+  }
 }
 
 TEST_F(SourceListTest, TypingFindsTheFirstNameThatBeginsSo) {
