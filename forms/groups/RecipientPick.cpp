@@ -13,20 +13,26 @@ String TrimmedField(const database::Recordset& rows, StringView name) {
   return String(Trim(ToText(rows.Field(name))));
 }
 
+String Quoted(const String& name) {
+  return u"\"" + name + u"\"";
+}
+
 void ExpandGroup(GroupCommands& commands, const ContactRow& group, RecipientResult& result,
-                 JobProgress& progress) {
+                 JobProgress& progress, String& current) {
   const std::int64_t count = commands.Count(GroupCommand::CountMembers, group.Id);
   if (count <= 0) return;
   progress.Say(u"Exploring members for group - " + group.Name);
   progress.Extend(count);
   auto members = commands.Execute(GroupCommand::ExpandedMembers, {group.Id, group.Id});
   for (; !members.EndOfFile(); members.MoveNext()) {
-    result.AddGroupMember({.Id = TrimmedField(members, u"ID"),
-                           .Name = TrimmedField(members, u"FNAME"),
-                           .MobileNo = TrimmedField(members, u"MOBILENO"),
-                           .CountryCode = TrimmedField(members, u"COUNTRYCODE"),
-                           .MobileDisplay = {},
-                           .Kind = {}});
+    const ContactRow member{.Id = TrimmedField(members, u"ID"),
+                            .Name = TrimmedField(members, u"FNAME"),
+                            .MobileNo = TrimmedField(members, u"MOBILENO"),
+                            .CountryCode = TrimmedField(members, u"COUNTRYCODE"),
+                            .MobileDisplay = {},
+                            .Kind = {}};
+    current = Quoted(group.Name) + u" (its member " + Quoted(member.Name) + u")";
+    result.AddGroupMember(member);
     progress.Advance();
   }
   progress.Say(kSelecting);
@@ -35,16 +41,17 @@ void ExpandGroup(GroupCommands& commands, const ContactRow& group, RecipientResu
 }  // namespace
 
 void PickRecipients(Session& session, GroupCommands& commands, controls::FlexGrid& picked,
-                    bool prefixCountryCode, JobProgress& progress) {
+                    bool prefixCountryCode, JobProgress& progress, String& current) {
   progress.Say(kSelecting);
   const ContactColumns columns(picked);
   RecipientResult result(prefixCountryCode, static_cast<std::size_t>(picked.Rows() - 1));
   for (int index = 1; index < picked.Rows(); ++index) {
     const ContactRow row = columns.Read(index);
+    current = Quoted(row.Name);
     if (row.Kind == ContactKind::Contact) {
       result.AddContact(row);
     } else if (row.Kind == ContactKind::Group && session.ExpandGroups) {
-      ExpandGroup(commands, row, result, progress);
+      ExpandGroup(commands, row, result, progress, current);
     } else if (row.Kind == ContactKind::Group) {
       result.AddGroup(row);
     } else if (row.Kind == ContactKind::RemoteContact) {

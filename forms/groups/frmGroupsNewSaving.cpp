@@ -67,11 +67,12 @@ bool frmGroupsNew::MembersMayBeReplaced() {
 }
 
 bool frmGroupsNew::Save_Data() {
+  String recipient;
   const bool saved = session_.Trap(Context::kSave, false, [&] {
     if (IsPicker()) {
       JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
       PickRecipients(session_, commands_, vsfGroupContacts, chkIncudeCountryCode.Checked(),
-                     progress);
+                     progress, recipient);
     } else {
       SaveGroup();
     }
@@ -81,6 +82,12 @@ bool frmGroupsNew::Save_Data() {
     lblSave.SetCaption(IsPicker() ? u"The recipients could not be selected."
                                   : u"The group could not be saved.");
     lblSave.SetVisible(true);
+    if (!recipient.empty()) {
+      session_.ShowMessage(recipient +
+                               u" could not be selected as a recipient. Remove it from the "
+                               u"list, or try again.",
+                           MessageStyle::Exclamation);
+    }
   }
   return saved;
 }

@@ -104,6 +104,38 @@ TEST_F(RecipientPickTest, IdOfMoreThan15UnitsFailsAndLeavesNothingBehind) {
   EXPECT_EQ(form->lblSave.Caption(), u"The recipients could not be selected.");
 }
 
+TEST_F(RecipientPickTest, OneBadIdRefusesNoPickUnnamed) {
+  PickAndOk({{u"1", u"Anna", u"98001", u"", u"1", u""},
+             {String(16, u'x'), u"Long", u"", u"", u"3", u""},
+             {u"2", u"Bert", u"98002", u"", u"1", u""}});
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"\"Long\" could not be selected as a recipient. Remove it from the list, or try "
+            u"again.");
+  EXPECT_EQ(screen.LastMessage().Style, MessageStyle::Exclamation);
+}
+
+TEST_F(RecipientPickTest, OneBadGroupRefusesNoPickUnnamed) {
+  session.ExpandGroups = true;
+  PickAndOk(
+      {{u"1", u"Anna", u"98001", u"", u"1", u""}, {u"4294967297", u"Far", u"", u"", u"2", u""}});
+  EXPECT_TRUE(Recipients().empty());
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_NE(screen.LastMessage().Text.find(u"\"Far\" could not be selected"), String::npos);
+}
+
+TEST_F(RecipientPickTest, BadMemberOfAGroupIsNamedWithIt) {
+  session.ExpandGroups = true;
+  GroupHas({{u"1", u"Anna", u"98001", u"91"}, {String(16, u'x'), u"Long", u"97001", u""}});
+  PickAndOk({{u"9", u"Team", u"", u"", u"2", u""}});
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_TRUE(Recipients().empty());
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"\"Team\" (its member \"Long\") could not be selected as a recipient. Remove it from "
+            u"the list, or try again.");
+}
+
 TEST_F(RecipientPickTest, PickIsCompleteAfterTheLongIdWasRemoved) {
   PickAndOk({{u"1", u"Anna", u"98001", u"", u"1", u""},
              {String(16, u'x'), u"Long", u"", u"", u"3", u""}});
