@@ -42,6 +42,7 @@ class ContactColumns {
   /// \throws Error SubscriptOutOfRange
   ContactRow Read(int row) const;
   String ReadId(int row) const { return Trimmed(row, id_); }
+  String ReadKind(int row) const { return Trimmed(row, kind_); }
   /// The first row of this kind and id; 0 when there is none. Ids of different kinds may be equal.
   int Find(StringView kind, StringView id) const;
   /// Writes all but id and kind.

@@ -9,6 +9,20 @@ namespace {
 constexpr StringView kContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadGroupContacts(), Module: frmGroupsNew()";
 
+/// The names with commas between, as far as a label has room, and how many more there are. A label
+/// underlines what stands behind a single "&".
+String Joined(const std::vector<String>& names) {
+  constexpr std::size_t kRoom = 30;
+  String text;
+  std::size_t joined = 0;
+  for (; joined < names.size() && text.size() < kRoom; ++joined) {
+    if (joined > 0) text += u", ";
+    for (const char16_t unit : names[joined]) text.append(unit == u'&' ? 2 : 1, unit);
+  }
+  if (joined == names.size()) return text;
+  return text + u" and " + ToDecimal(static_cast<std::int64_t>(names.size() - joined)) + u" more";
+}
+
 /// Keeps a grid as it looks while many rows come.
 class RedrawPause {
  public:
@@ -37,6 +51,7 @@ MemberList::MemberList(Session& session, GroupCommands& commands, Display displa
 void MemberList::Empty() {
   ContactColumns::Empty(display_.Grid);
   ids_.Clear();
+  kinds_.clear();
   complete_ = true;
   ShowCount(0);
 }
@@ -73,16 +88,22 @@ void MemberList::Loaded() {
 void MemberList::ReadIds() {
   const ContactColumns columns(display_.Grid);
   ids_.Clear();
+  kinds_.clear();
   ids_.Reserve(static_cast<std::size_t>(Count()));
   for (int row = 1; row < display_.Grid.Rows(); ++row) {
-    ids_.Add(columns.ReadId(row));
+    Remember(columns.ReadId(row), columns.ReadKind(row));
   }
+}
+
+void MemberList::Remember(const String& id, const String& kind) {
+  if (ids_.Add(id)) kinds_.push_back(kind);
 }
 
 void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
                       JobProgress& progress) {
   const ContactColumns from(source);
   const ContactColumns to(display_.Grid);
+  std::vector<String> leftOut;
   {
     const RedrawPause pause(display_.Grid);
     // Rows that are there already often came in the same order.
@@ -92,13 +113,15 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
       const String id = from.ReadId(row);
       if (const auto found = ids_.Find(id, guess)) {
         guess = *found + 1;
+        if (kinds_[*found] != from.ReadKind(row)) leftOut.push_back(from.Read(row).Name);
         continue;
       }
       to.Add(from.Read(row));
-      ids_.Add(id);
+      Remember(id, from.ReadKind(row));
     }
   }
   ShowCount(Count());
+  ShowLeftOut(leftOut);
 }
 
 void MemberList::RemoveSelected() {
@@ -106,6 +129,14 @@ void MemberList::RemoveSelected() {
   // From the rows that stayed: databases without keys may have given one of them twice.
   ReadIds();
   ShowCount(Count());
+  ShowLeftOut({});
+}
+
+void MemberList::ShowLeftOut(const std::vector<String>& names) {
+  display_.LeftOut.SetVisible(!names.empty());
+  if (names.empty()) return;
+  display_.LeftOut.SetCaption(ToDecimal(static_cast<std::int64_t>(names.size())) +
+                              u" left out, ids already in the list: " + Joined(names));
 }
 
 void MemberList::ShowCount(std::int64_t members) {

@@ -18,6 +18,7 @@ class MemberList {
     controls::Label& Loading;
     controls::ProgressBar& Bar;
     controls::Label& Count;
+    controls::Label& LeftOut;
   };
 
   /// All must outlive the list.
@@ -41,7 +42,8 @@ class MemberList {
   bool IsComplete() const { return complete_; }
   bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
 
-  /// Appends these rows of the other list unless their ids are there already.
+  /// Appends these rows of the other list unless their ids are there already. Those that another
+  /// kind's row of the same id kept out are named beside the list until it changes again.
   void Take(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
   void RemoveSelected();
 
@@ -50,14 +52,17 @@ class MemberList {
  private:
   void Loaded();
   void ReadIds();
+  void Remember(const String& id, const String& kind);
   void ShowCount(std::int64_t members);
+  void ShowLeftOut(const std::vector<String>& names);
 
   Session& session_;
   GroupCommands& commands_;
   Display display_;
   ContactFetch fetch_;
   bool complete_ = false;
-  TextIndex ids_;  ///< the ids in the grid
+  TextIndex ids_;              ///< the ids in the grid
+  std::vector<String> kinds_;  ///< of each of them
 };
 
 }  // namespace ktrv::forms

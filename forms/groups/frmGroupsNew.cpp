@@ -47,7 +47,8 @@ frmGroupsNew::frmGroupsNew(Session& session)
       store_(session, commands_),
       sources_(session, commands_,
                {cboContactType, vsfFolderContacts, lblLoadingFolder, pbrFolder}),
-      members_(session, commands_, {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount}),
+      members_(session, commands_,
+               {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount, lblLeftOut}),
       contacts_(session, commands_, vsfFolderContacts) {
   cboContactType.AccessibleName = u"Source";
   vsfFolderContacts.AccessibleName = u"Contacts";
@@ -57,8 +58,9 @@ frmGroupsNew::frmGroupsNew(Session& session)
     ContactColumns::Empty(*grid);
   }
   chkGroup.SetEnabled(false);  // it tells, and decides nothing
-  for (controls::Control* control : std::initializer_list<controls::Control*>{
-           &lblLoadingFolder, &pbrFolder, &lblLoadingGrp, &PbrGrp, &lblSave, &pbrSave}) {
+  for (controls::Control* control :
+       std::initializer_list<controls::Control*>{&lblLoadingFolder, &pbrFolder, &lblLoadingGrp,
+                                                 &PbrGrp, &lblLeftOut, &lblSave, &pbrSave}) {
     control->SetVisible(false);
   }
   contacts_.OpenEditor = [this](ModeOfOperation mode, std::int16_t folderId) {

@@ -55,6 +55,7 @@ class frmGroupsNew final : public controls::Form {
       *this, {6765, 5865, 4590, 285}, u"Prefix Country code (if available)"};
   controls::Label lblLoadingGrp{*this, {6765, 6270, 2500, 255}, u"Loading..."};
   controls::ProgressBar PbrGrp{*this, {9255, 6270, 2100, 240}};
+  controls::Label lblLeftOut{*this, {6765, 6195, 4590, 480}, {}};
   controls::Label lblSave{*this, {150, 6870, 4300, 255}, u"Saving Group..."};
   controls::ProgressBar pbrSave{*this, {4500, 6870, 3600, 240}};
   controls::CommandButton cmdOK{*this, {8700, 6810, 1350, 390}, u"&OK"};

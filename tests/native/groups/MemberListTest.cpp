@@ -170,6 +170,71 @@ TEST_F(MemberListTest, ContactKeepsAGroupOfTheSameNumberOut) {
   EXPECT_EQ(Column(form->vsfGroupContacts, u"NAME"), (std::vector<String>{u"Bert"}));
 }
 
+TEST_F(MemberListTest, WhoIsLeftOutIsNotLeftUnsaid) {
+  Open();
+  EXPECT_FALSE(form->lblLeftOut.Visible());
+  Take({2, 4});
+  EXPECT_TRUE(form->lblLeftOut.Visible());
+  EXPECT_EQ(form->lblLeftOut.Caption(), u"1 left out, ids already in the list: Team");
+}
+
+TEST_F(MemberListTest, AllLeavesNobodyOutUnsaid) {
+  Candidates({{u"1", u"Anna", u"", u"", u"1", u""},
+              {u"1", u"Tom & Co", u"", u"", u"2", u""},
+              {u"2", u"Team", u"", u"", u"2", u""},
+              {u"2", u"Bert", u"", u"", u"1", u""}});
+  Open();
+  form->cmdSelectAll.UserClicks();
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"NAME"), (std::vector<String>{u"Anna", u"Team"}));
+  // A single "&" would underline what follows it.
+  EXPECT_EQ(form->lblLeftOut.Caption(), u"2 left out, ids already in the list: Tom && Co, Bert");
+}
+
+TEST_F(MemberListTest, RemoteContactWithAMembersNumberIsNamed) {
+  Candidates({{u"8", u"Rita", u"97001", u"", u"3", u"97001"}});
+  MembersAre({{u"8", u"Anna", u"", u"", u"1", u""}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  Take({1});
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"NAME"), (std::vector<String>{u"Anna"}));
+  EXPECT_EQ(form->lblLeftOut.Caption(), u"1 left out, ids already in the list: Rita");
+}
+
+TEST_F(MemberListTest, WhoIsListedAlreadyIsNotCalledLeftOut) {
+  Open();
+  Take({1, 2});
+  Take({1, 2});
+  EXPECT_FALSE(form->lblLeftOut.Visible());
+}
+
+TEST_F(MemberListTest, NextChangeForgetsWhoWasLeftOut) {
+  Open();
+  Take({2, 4});
+  Take({1});
+  EXPECT_FALSE(form->lblLeftOut.Visible());
+  Take({4});
+  EXPECT_TRUE(form->lblLeftOut.Visible());
+  Delete({1});
+  EXPECT_FALSE(form->lblLeftOut.Visible());
+  Take({4});
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"NAME"), (std::vector<String>{u"Anna", u"Team"}));
+  EXPECT_FALSE(form->lblLeftOut.Visible());
+}
+
+TEST_F(MemberListTest, OfManyLeftOutTheNumberIsSaidStill) {
+  std::vector<Row> rows = Contacts(300);
+  for (int id = 1; id <= 300; ++id) {
+    rows.push_back({ToDecimal(id), u"Group " + ToDecimal(id), u"", u"", u"2", u""});
+  }
+  Candidates(std::move(rows));
+  Open();
+  form->cmdSelectAll.UserClicks();
+  EXPECT_EQ(MemberCount(), u"300 Member(s)");
+  EXPECT_EQ(form->lblLeftOut.Caption(),
+            u"300 left out, ids already in the list: Group 1, Group 2, Group 3, Group 4 and 296 "
+            u"more");
+}
+
 TEST_F(MemberListTest, DoubleClickTakesTheSelectedRow) {
   Open();
   form->vsfFolderContacts.SetRow(1);
