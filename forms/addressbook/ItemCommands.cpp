@@ -117,10 +117,13 @@ void ItemCommands::NewContact(const CurrentNode& node) {
 
 void ItemCommands::NewGroup(const CurrentNode& node) {
   const auto folder = FolderFor(node);
-  if (!folder || !editors_.NewGroup(*folder) || !IsStillOpen()) return;
-  folders_.AddGroup(session_.GroupId, session_.GroupName, *folder);
-  // Groups are listed in their folder, and not in another group.
-  if (NodeKey::KindOf(node.Key) != NodeKey::SharedGroup) window_.LoadContacts();
+  if (!folder) return;
+  const auto outcome = editors_.NewGroup(*folder);
+  if (!IsStillOpen()) return;
+  if (outcome.Saved) folders_.AddGroup(session_.GroupId, session_.GroupName, *folder);
+  // Groups are listed in their folder, and not in another group; contacts anywhere.
+  const bool isListed = outcome.Saved && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
+  if (isListed || outcome.HasOpenedContacts) window_.LoadContacts();
 }
 
 void ItemCommands::NewFolder() {

@@ -50,7 +50,7 @@ void ItemEditors::EditContact(const String& contactId, StringView folderId) {
   session_.Modal.Show(Kind::Contact, editor);
 }
 
-bool ItemEditors::NewGroup(const String& folderId) {
+ItemEditors::GroupOutcome ItemEditors::NewGroup(const String& folderId) {
   session_.GroupId.clear();
   session_.GroupName.clear();
   WorkOnShared();
@@ -58,7 +58,7 @@ bool ItemEditors::NewGroup(const String& folderId) {
   editor.Mode = ModeOfOperation::Add;
   editor.FolderId = folderId;
   session_.Modal.Show(Kind::Group, editor);
-  return !session_.GroupId.empty();
+  return {.Saved = !session_.GroupId.empty(), .HasOpenedContacts = editor.HasOpenedContacts()};
 }
 
 bool ItemEditors::EditGroup(const String& groupId, const String& name) {

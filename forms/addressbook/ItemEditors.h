@@ -15,8 +15,11 @@ class ItemEditors {
   bool NewContact(StringView folderId);
   void EditContact(const String& contactId, StringView folderId);
 
-  /// \return whether one was saved, of Session::GroupId and GroupName
-  bool NewGroup(const String& folderId);
+  struct GroupOutcome {
+    bool Saved = false;  ///< under Session::GroupId and GroupName
+    bool HasOpenedContacts = false;
+  };
+  GroupOutcome NewGroup(const String& folderId);
   /// \return whether it was saved, under Session::GroupName
   bool EditGroup(const String& groupId, const String& name);
 

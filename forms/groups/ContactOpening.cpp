@@ -20,13 +20,37 @@ std::int16_t ToFolderId(std::int32_t id) {
 ContactOpening::ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list)
     : session_(session), commands_(commands), list_(list) {}
 
+bool ContactOpening::CanHold(std::int32_t folderId) {
+  constexpr std::int32_t kNoFolder = 0;
+  if (folderId == kNoFolder) return true;
+  const auto folder = commands_.Execute(GroupCommand::Folder, {ToDecimal(folderId)});
+  StringView refusal;
+  if (folder.EndOfFile()) {
+    refusal = u"The selected folder or group does not exist any more. Please select another one.";
+  } else if (ToText(folder.Field(u"TYPE")) == u"R") {
+    refusal =
+        u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO "
+        u"only.";
+  } else {
+    return true;
+  }
+  session_.ShowMessage(refusal, MessageStyle::Exclamation);
+  return false;
+}
+
+void ContactOpening::Show(ModeOfOperation mode, std::int16_t folderId) {
+  hasOpenedContacts_ = true;
+  OpenEditor(mode, folderId);
+}
+
 void ContactOpening::New(std::int32_t folderId) {
+  if (!CanHold(folderId)) return;
   session_.EditContactId.clear();
   // What a host preset for a contact of its own is no start for this one.
   session_.PresetContactName.clear();
   session_.PresetMobileNo.clear();
   MarkShared();
-  OpenEditor(ModeOfOperation::Add, ToFolderId(folderId));
+  Show(ModeOfOperation::Add, ToFolderId(folderId));
   if (session_.EditContactId.empty() || !Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;
   ContactRow contact;
   if (!Read(session_.EditContactId, contact)) return;
@@ -43,7 +67,9 @@ void ContactOpening::Properties() {
                          MessageStyle::Exclamation);
   } else if (kind == 2) {
     const ContactRow group = columns.Read(row);
-    OpenGroup(group.Id, group.Name);
+    if (!OpenGroup(group.Id, group.Name)) return;
+    hasOpenedContacts_ = true;
+    ListIsStale();
   } else if (kind == 1) {
     EditContact(row);
   }
@@ -59,7 +85,7 @@ void ContactOpening::EditContact(int row) {
   const String id = columns.Read(row).Id;
   session_.EditContactId = id;
   MarkShared();
-  OpenEditor(ModeOfOperation::Modify, 0);  // the editor reads the folder from the contact's row
+  Show(ModeOfOperation::Modify, 0);  // the editor reads the folder from the contact's row
   ContactRow contact;
   if (!Read(id, contact)) return;
   // Rows may have come and gone while the editor was open.

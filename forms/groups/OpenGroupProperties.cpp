@@ -20,13 +20,14 @@ class PropertiesFlag {
 
 }  // namespace
 
-void OpenGroupProperties(Session& session, const String& groupId, const String& groupName) {
+bool OpenGroupProperties(Session& session, const String& groupId, const String& groupName) {
   const PropertiesFlag open(session.OpenForProperties);
   session.GroupId = groupId;
   session.GroupName = groupName;
   frmGroupsNew properties(session);
   properties.Mode = ModeOfOperation::Modify;
   session.Modal.Show(ModalDialogs::Kind::Group, properties);
+  return properties.HasOpenedContacts();
 }
 
 }  // namespace ktrv::forms

@@ -5,7 +5,7 @@
 namespace ktrv::forms {
 
 /// Shows a group modally in a dialog of its own, to be modified. The two texts become the session's
-/// group; after a cancel it has none. \throws Error
-void OpenGroupProperties(Session& session, const String& groupId, const String& groupName);
+/// group; after a cancel it has none. \return whether contacts were opened over it \throws Error
+bool OpenGroupProperties(Session& session, const String& groupId, const String& groupName);
 
 }  // namespace ktrv::forms

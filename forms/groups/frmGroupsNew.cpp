@@ -70,8 +70,9 @@ frmGroupsNew::frmGroupsNew(Session& session)
     session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
   };
   contacts_.OpenGroup = [this](const String& id, const String& name) {
-    OpenGroupProperties(session_, id, name);
+    return OpenGroupProperties(session_, id, name);
   };
+  contacts_.ListIsStale = [this] { LoadChosenSource(); };
   ConnectEvents();
 }
 
@@ -246,6 +247,10 @@ void frmGroupsNew::cmdFind_Click() {
 }
 
 void frmGroupsNew::cboContactType_Click() {
+  LoadChosenSource();
+}
+
+void frmGroupsNew::LoadChosenSource() {
   const int index = cboContactType.ListIndex();
   if (index >= 0) LoadFolderContacts(ToDecimal(cboContactType.ItemData(index)));
 }

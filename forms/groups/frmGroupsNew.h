@@ -88,6 +88,8 @@ class frmGroupsNew final : public controls::Form {
   const GroupCommands& Commands() const { return commands_; }
   const SourceList& Sources() const { return sources_; }
   const MemberList& Members() const { return members_; }
+  /// Whether contacts were made or opened over the dialog, whatever became of the group.
+  bool HasOpenedContacts() const { return contacts_.HasOpenedContacts(); }
 
  protected:
   void Form_Load() override;
@@ -100,6 +102,7 @@ class frmGroupsNew final : public controls::Form {
   void ShowMembers(bool connected);
   void ShowSource(bool connected);
   void ShowWhatIsPossible();
+  void LoadChosenSource();
   bool MembersMayBeReplaced();
   void Take(const std::vector<int>& rows);
   void SaveGroup();

@@ -351,6 +351,49 @@ TEST_F(ItemEditingTest, AFolderThatWasNotSavedLeavesTheTree) {
   EXPECT_EQ(form->tvwContacts.Count(), 5);  // not built anew
 }
 
+TEST_F(ItemEditingTest, AContactMadeInACancelledGroupIsNotMissing) {
+  Choose(u"SHARED");
+  InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    editor.ContactEditor() = [this](ModeOfOperation, std::int16_t) {
+      database.Run(
+          {u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MOBILENO) VALUES"
+           u" (3, 0, 'Carl', '72')"});
+      session.EditContactId = u"3";
+    };
+    editor.cmdNew.UserClicks();
+    editor.cmdCancel.UserClicks();
+  });
+  form->ContactNew(u"GR");
+  Complete();
+  EXPECT_EQ(Listed().size(), 3U);
+  EXPECT_EQ(Log(), u"");
+}
+
+TEST_F(ItemEditingTest, AContactEditedInACancelledGroupIsNotListedAsItWas) {
+  Choose(u"SHARED");
+  InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Sources().IsLoading(); }));
+    editor.ContactEditor() = [this](ModeOfOperation, std::int16_t) {
+      database.Run({u"UPDATE SMS_ABCONTACTS SET FNAME = 'Zora' WHERE ID = 1"});
+    };
+    editor.vsfFolderContacts.SetRow(1);
+    editor.cmdProperty.UserClicks();
+    editor.cmdCancel.UserClicks();
+  });
+  form->ContactNew(u"GR");
+  Complete();
+  EXPECT_EQ(Listed().back(), u"Zora  Ek");
+}
+
+TEST_F(ItemEditingTest, ACancelledGroupAloneMovesNoSelection) {
+  Choose(u"SHARED");
+  ChooseRow(u"Zoe");
+  const int row = form->vsfContacts.Row();
+  CloseEditor();
+  form->ContactNew(u"GR");
+  EXPECT_EQ(form->vsfContacts.Row(), row);
+}
+
 // Properties in the tree.
 
 TEST_F(ItemEditingTest, AGroupsNewNameStandsOnItsNodeAndTheListIsLoaded) {

@@ -335,11 +335,47 @@ TEST_F(GroupDialogTest, NewLocalContactIsNotMarkedSharedAndNotListed) {
 
 TEST_F(GroupDialogTest, FolderIdOfMoreThan16BitsFailsTheNewContact) {
   Folders({{u"40000", u"Far", u"S", u""}});
+  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"40000", u"Far", u"S", u""}});
   OpenToAdd();
   form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
   form->cboContactType.UserChooses(1);
   form->cmdNew.UserClicks();
   EXPECT_EQ(ErrorsLogged(kNew), 1);
+}
+
+TEST_F(GroupDialogTest, NoContactIsMadeInARemoteFolder) {
+  constexpr StringView kRefusal =
+      u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO only.";
+  Folders({{u"8", u"Dealers", u"R", u"D"}});
+  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"8", u"Dealers", u"R", u"D"}});
+  OpenToAdd();
+  ASSERT_TRUE(Choose(u"Dealers"));
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(screen.LastMessage().Text, kRefusal);
+  EXPECT_EQ(screen.LastMessage().Style, MessageStyle::Exclamation);
+  // Nor where its list could not be loaded.
+  driver.Fail(Queries::kCountRemoteContacts, Error(ErrorNumber::TableNotFound, u"no view"));
+  ASSERT_TRUE(Choose(u"Shared Contacts"));
+  ASSERT_TRUE(Choose(u"Dealers"));
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(screen.Messages.size(), 2U);
+  EXPECT_EQ(screen.LastMessage().Text, kRefusal);
+  EXPECT_EQ(ErrorsLogged(kNew), 0);
+}
+
+TEST_F(GroupDialogTest, NoContactIsMadeInAVanishedFolder) {
+  Folders({{u"8", u"Friends", u"S", u""}});
+  OpenToAdd();
+  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {});
+  ASSERT_TRUE(Choose(u"Friends"));
+  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"The selected folder or group does not exist any more. Please select another one.");
 }
 
 TEST_F(GroupDialogTest, FailureOfANewContactIsLoggedWithTwoBlanks) {

@@ -279,6 +279,27 @@ TEST_F(PicksOnDatabase, ContactsGroupsAndRemoteContactsInBothFamilies) {
   }
 }
 
+TEST_F(PicksOnDatabase, ContactMadeInACancelledGroupIsNotMissing) {
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  screen.PlayModal([&](controls::Form& shown) {
+    auto& properties = static_cast<frmGroupsNew&>(shown);
+    ASSERT_TRUE(screen.WaitUntil([&] { return properties.Members().IsComplete(); }));
+    properties.ContactEditor() = [&](ModeOfOperation, std::int16_t) {
+      Run(u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MOBILENO) VALUES (7, 0, 'Nora', "
+          u"'98007')");
+      session.EditContactId = u"7";
+    };
+    properties.cmdNew.UserClicks();
+    properties.cmdCancel.UserClicks();
+  });
+  form->vsfFolderContacts.SetRow(4);
+  form->cmdProperty.UserClicks();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"),
+            (std::vector<String>{u"Anna", u"Bert", u"Cora", u"Nora", u"Team", u"Void"}));
+}
+
 TEST_F(PicksOnDatabase, GroupIsNotPickedUnderAnEditedContactsName) {
   Run(u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (2, 'Anglers', 0)");
   for (const StringView word : {u"SQL", u"ORACLE"}) {
