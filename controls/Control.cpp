@@ -45,10 +45,16 @@ void Control::SetFocus() {
     peer->FocusRequested();
     return;
   }
-  for (Control* other : form_.Controls()) {
-    if (other != this) other->UserFocuses(false);
-  }
   UserFocuses(true);
+}
+
+void Control::LeaveFormerFocus() {
+  // While another window had the keyboard, nobody was told that this form's control lost it.
+  for (Control* other : form_.controls_) {
+    if (other == this || !other->hasFocus_) continue;
+    other->UserFocuses(false);
+    return;
+  }
 }
 
 void Control::Refresh() {
@@ -58,6 +64,8 @@ void Control::Refresh() {
 void Control::UserFocuses(bool has) {
   if (has == hasFocus_) return;
   hasFocus_ = has;
+  if (has) LeaveFormerFocus();
+  if (hasFocus_ != has) return;  // an event took it on
   const auto& event = has ? GotFocus : LostFocus;
   if (event) event();
 }

@@ -72,7 +72,7 @@ class Control {
   /// Takes the peer away when the form's window goes.
   virtual void Unrealise() = 0;
 
-  /// The focus came or went.
+  /// The focus came or went. It leaves the control of the form that had it.
   void UserFocuses(bool has);
 
  protected:
@@ -80,6 +80,8 @@ class Control {
   virtual ControlPeer* Peer() const = 0;
 
  private:
+  void LeaveFormerFocus();
+
   Form& form_;
   Rectangle bounds_;
   bool visible_ = true;

@@ -211,6 +211,29 @@ TEST_F(FormTest, FocusLeavesOneControlForAnother) {
   EXPECT_TRUE(form.Second.HasFocus());
 }
 
+TEST_F(FormTest, TwoControlsNeverHaveTheFocus) {
+  LoggedForm form(screen);
+  Log events;
+  form.First.LostFocus = [&] { events.push_back("lost"); };
+  form.Second.GotFocus = [&] { events.push_back("got"); };
+  form.First.UserFocuses(true);
+  form.Second.UserFocuses(true);
+  EXPECT_EQ(events, (Log{"lost", "got"}));
+  EXPECT_FALSE(form.First.HasFocus());
+  EXPECT_TRUE(form.Second.HasFocus());
+}
+
+TEST_F(FormTest, AFocusThatIsPassedOnIsNotKept) {
+  LoggedForm form(screen);
+  TextBox third(form, {});
+  form.First.UserFocuses(true);
+  form.First.LostFocus = [&] { third.UserFocuses(true); };
+  form.Second.UserFocuses(true);
+  EXPECT_FALSE(form.First.HasFocus());
+  EXPECT_FALSE(form.Second.HasFocus());
+  EXPECT_TRUE(third.HasFocus());
+}
+
 TEST_F(FormTest, ThePointerIsTheWindowsToo) {
   LoggedForm form(screen);
   form.Load();
