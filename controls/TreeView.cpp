@@ -101,6 +101,7 @@ void TreeView::SetExpanded(TreeNode& node, bool expanded) {
   if (node.Expanded == expanded) return;
   node.Expanded = expanded;
   if (peer_) peer_->NodeExpandedChanged(node);
+  if (!expanded && IsBelow(selected_, node)) Select(&node);
   ReportExpanded(node);
 }
 

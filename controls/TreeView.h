@@ -67,7 +67,7 @@ class TreeView final : public ControlOf<TreeViewPeer> {
   void Select(TreeNode* node);
   void SetText(TreeNode& node, String text);
   /// Reports Expand or Collapse when it changes a node that has children, as the user's own click
-  /// does.
+  /// does. Collapsed above the selected node it is selected in its place, without a click.
   void SetExpanded(TreeNode& node, bool expanded);
 
   const std::vector<Image>& Images() const { return images_; }

@@ -44,6 +44,17 @@ TEST_F(TreeViewTest, NodesAreCountedInInsertionOrderOverTheWholeTree) {
   EXPECT_EQ(tree.At(2).SelectedImageIndex, 3);
 }
 
+TEST_F(TreeViewTest, ANodeHiddenByTheFormIsNotTheSelectedOne) {
+  tree.Add(u"", u"A", u"a", 1);
+  tree.Add(u"A", u"A1", u"a1", 1);
+  tree.SetExpanded(tree.At(1), true);
+  tree.Select(&tree.At(2));
+  events.clear();
+  tree.SetExpanded(tree.At(1), false);
+  EXPECT_EQ(tree.SelectedNode(), &tree.At(1));
+  EXPECT_EQ(events, std::vector<String>{u"-A"});
+}
+
 TEST_F(TreeViewTest, AnUnknownParentIsRefused) {
   EXPECT_EQ(NumberOf([&] { tree.Add(u"X", u"A", u"", 1); }), ErrorNumber::ElementNotFound);
   EXPECT_EQ(tree.Count(), 0);
