@@ -55,6 +55,7 @@ void ContactList::Load(StringView nodeKey) {
 void ContactList::Clear() {
   display_.Grid.Reset(2, 2);
   loading_ = false;
+  incomplete_ = false;
   total_ = 0;
   sortColumn_ = ContactGridLayout::kName;
   rsUserContacts_ = std::make_unique<database::Recordset>(session_.Environment);
@@ -126,6 +127,7 @@ void ContactList::rsUserContacts_FetchComplete(const Error* error) {
   session_.Trap(kLoadContext, [&] { FinishLoad(); });
   display_.Grid.SetRedraw(true);
   if (!error) return;
+  incomplete_ = true;
   session_.Logger->LogError(session_.LogFilePath, *error, kLoadContext, 0, true);
   display_.Status.SetPanelText(kTextPanel, ContactGridLayout::HasRows(display_.Grid)
                                                ? u"Not all contacts could be loaded."
@@ -192,7 +194,7 @@ void ContactList::Add(const Contact& contact) {
   row.pop_back();
   grid.AddItem(row);
   ++total_;
-  ShowTotal();
+  if (!incomplete_) ShowTotal();  // what the status bar says of it stays true
   grid.SetRow(grid.Rows() - 1);
   grid.ShowRow(grid.Row());
 }

@@ -88,6 +88,7 @@ class ContactList {
   CountCommands counts_;
   std::unique_ptr<database::Recordset> rsUserContacts_;
   bool loading_ = false;
+  bool incomplete_ = false;  ///< the fetch failed: rows are missing, and the status bar says so
   std::int32_t total_ = 0;
   String sortColumn_;
 };

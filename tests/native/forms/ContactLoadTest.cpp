@@ -25,6 +25,9 @@ struct ContactLoadTest : AddressBookTest {
     driver.OpenGate.Close();
     Click(key);
   }
+  static forms::ContactList::Contact NewContact() {
+    return {u"9000", u"Carl", u"", u"", u"", u"", u"0"};
+  }
   void LetGo() {
     driver.OpenGate.Open();
     ASSERT_TRUE(Complete());
@@ -339,6 +342,37 @@ TEST_F(ContactLoadTest, AListThatBreaksOffKeepsItsRowsAndSaysSo) {
   EXPECT_EQ(Panel(1), u"Not all contacts could be loaded.");
   EXPECT_GT(form->vsfContacts.Rows(), 1);
   ExpectUsable();
+}
+
+TEST_F(ContactLoadTest, ANewContactDoesNotHideThatOthersAreMissing) {
+  Open();
+  forms::ContactList list(session,
+                          {*form, form->vsfContacts, form->StatusBar1, form->ProgressBar1});
+  driver.FailAtEnd(u"AS CONTACTTYPE", Error(ErrorNumber::DriverFailure, u"link lost"));
+  list.Load(u"SHARED");
+  ASSERT_TRUE(Complete());
+  list.Add(NewContact());
+  EXPECT_EQ(Panel(1), u"Not all contacts could be loaded.");
+  EXPECT_EQ(Column(u"NAME").back(), u"Carl");
+  // After a load that is whole, new contacts are counted again.
+  Lists({Item(u"1", u"Anna")});
+  Counts(Queries::kCountFolderContacts, 1);
+  list.Load(u"SHARED");
+  ASSERT_TRUE(Complete());
+  list.Add(NewContact());
+  EXPECT_EQ(Panel(1), u"2 item(s)");
+}
+
+TEST_F(ContactLoadTest, ANewContactDoesNotHideThatAllAreMissing) {
+  Open();
+  forms::ContactList list(session,
+                          {*form, form->vsfContacts, form->StatusBar1, form->ProgressBar1});
+  Lists({});
+  driver.FailAtEnd(u"AS CONTACTTYPE", Error(ErrorNumber::DriverFailure, u"link lost"));
+  list.Load(u"SHARED");
+  ASSERT_TRUE(Complete());
+  list.Add(NewContact());
+  EXPECT_EQ(Panel(1), u"Contacts could not be loaded.");
 }
 
 TEST_F(ContactLoadTest, AfterAFailureTheNextNodeLoads) {
