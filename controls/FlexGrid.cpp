@@ -166,6 +166,11 @@ bool FlexGrid::IsSelected(int row) const {
   return selection_.Contains(row);
 }
 
+int FlexGrid::ChosenRow() const {
+  if (selection_.Contains(row_)) return row_;
+  return selection_.Count() == 1 ? selection_.Ranges().front().First : 0;
+}
+
 std::vector<int> FlexGrid::SelectedRows() const {
   return selection_.Rows();
 }

@@ -116,6 +116,9 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   int Row() const { return row_; }
   /// Makes the row the current and only selected one; 0 selects none.
   void SetRow(int row);
+  /// The row that a command on one row means: the current one when it is selected, else the only
+  /// selected one; 0 for none.
+  int ChosenRow() const;
   bool IsSelected(int row) const;
   /// Selected data rows from top to bottom.
   std::vector<int> SelectedRows() const;

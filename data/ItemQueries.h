@@ -19,6 +19,10 @@ inline String DeleteMembers(StringView groupId) {
   return WithId(u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {id}", groupId);
 }
 
+/// The groups in a folder, which stands in the way of its deletion.
+inline String GroupsInFolder(StringView folderId) {
+  return WithId(u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = {id}", folderId);
+}
 inline String DeleteFolderContacts(StringView folderId) {
   return WithId(u"DELETE FROM SMS_ABCONTACTS WHERE FOLDER_ID = {id}", folderId);
 }

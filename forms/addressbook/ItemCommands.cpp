@@ -137,23 +137,32 @@ void ItemCommands::NewFolder() {
 void ItemCommands::Properties() {
   Run(Context::kProperties, [&] {
     if (window_.tvwContacts.HasFocus()) {
-      NodeProperties(folders_.Current());
-    } else if (window_.vsfContacts.Row() > 0 && ContactGridLayout::HasRows(window_.vsfContacts)) {
+      NodeProperties();
+    } else if (ContactGridLayout::HasRows(window_.vsfContacts)) {
       RowProperties();
     }
   });
 }
 
-void ItemCommands::NodeProperties(const CurrentNode& node) {
-  const StringView kind = NodeKey::KindOf(node.Key);
-  const bool isFolder = kind == NodeKey::SharedFolder || kind == NodeKey::RemoteFolder;
-  if (!isFolder && kind != NodeKey::SharedGroup) return;
-  if (!window_.tvwContacts.Find(node.Key)) return Say(kNodeIsGone);
-  if (!isFolder) return GroupProperties(node.Key);
-  editors_.EditFolder(String(NodeKey::IdOf(node.Key)), kind == NodeKey::RemoteFolder
-                                                           ? TypeOfFolder::SharedRemoteFolder
-                                                           : TypeOfFolder::SharedFolder);
-  if (IsStillOpen()) RebuildTree();
+const controls::TreeNode* ItemCommands::ChosenNode() {
+  const controls::TreeNode* node = window_.tvwContacts.SelectedNode();
+  const String& current = folders_.Current().Key;
+  if (!node && !current.empty() && !window_.tvwContacts.Find(current)) Say(kNodeIsGone);
+  return node;
+}
+
+void ItemCommands::NodeProperties() {
+  const controls::TreeNode* node = ChosenNode();
+  if (!node) return;
+  const String key = node->Key;
+  const StringView kind = NodeKey::KindOf(key);
+  if (kind == NodeKey::SharedGroup) return GroupProperties(key);
+  const bool isRemote = kind == NodeKey::RemoteFolder;
+  if (!isRemote && kind != NodeKey::SharedFolder) return;
+  editors_.EditFolder(String(NodeKey::IdOf(key)),
+                      isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder);
+  // A remote folder may show another category now.
+  if (IsStillOpen()) RebuildTree(isRemote);
 }
 
 void ItemCommands::GroupProperties(const String& key) {
@@ -170,7 +179,9 @@ void ItemCommands::GroupProperties(const String& key) {
 
 void ItemCommands::RowProperties() {
   const controls::FlexGrid& grid = window_.vsfContacts;
-  const auto cell = [&](StringView key) { return grid.Text(grid.Row(), grid.ColIndex(key)); };
+  const int row = grid.ChosenRow();
+  if (row == 0) return;
+  const auto cell = [&](StringView key) { return grid.Text(row, grid.ColIndex(key)); };
   const String type = cell(ContactGridLayout::kType);
   const String id = cell(ContactGridLayout::kId);
   if (type == u"3") {
@@ -190,11 +201,11 @@ void ItemCommands::RowProperties() {
   if (IsStillOpen()) window_.LoadContacts();
 }
 
-void ItemCommands::RebuildTree() {
+void ItemCommands::RebuildTree(bool listIsStale) {
   const String before = folders_.Current().Key;
   window_.LoadTreeView();
   // At the server the root becomes current, and the grid shows what is.
-  if (folders_.Current().Key != before) window_.LoadContacts();
+  if (listIsStale || folders_.Current().Key != before) window_.LoadContacts();
 }
 
 }  // namespace ktrv::forms

@@ -55,13 +55,21 @@ class ItemCommands {
   /// user is told.
   std::optional<String> FolderFor(const CurrentNode& node);
 
-  void NodeProperties(const CurrentNode& node);
+  /// The node that the tree shows as selected. When there is none because it is gone, the user is
+  /// told.
+  const controls::TreeNode* ChosenNode();
+  void NodeProperties();
   void GroupProperties(const String& key);
   void RowProperties();
-  void RebuildTree();
+  /// The list is loaded again too when it is stale, or when another node became current.
+  void RebuildTree(bool listIsStale = false);
 
-  void DeleteNode(const CurrentNode& node);
-  bool DeleteItemOf(const CurrentNode& node);
+  void DeleteNode();
+  void SayThatGroupsRemain();
+  /// Asks the database whether the node is a folder with groups. If so the user is told, and the
+  /// tree shows them.
+  bool HoldsUnseenGroups(const String& key);
+  bool DeleteItemOf(const String& key);
   void RemoveNode(const String& key);
   void DeleteRows(const CurrentNode& node);
   void FinishDeletion();

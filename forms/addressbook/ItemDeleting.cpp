@@ -17,18 +17,10 @@ constexpr int kTextPanel = 1;
 
 void ItemCommands::Delete() {
   Run(kContext, [&] {
+    if (window_.tvwContacts.HasFocus()) return DeleteNode();
     const CurrentNode node = folders_.Current();
-    const bool treeIsActive = window_.tvwContacts.HasFocus();
-    const bool isRoot = node.Key == NodeKey::Shared;
-    if ((isRoot || node.Key == NodeKey::Main) && treeIsActive) {
-      return Say(u"The item cannot be deleted.");
-    }
-    if (isRoot && session_.IsAdmin == 0) return;
-    if (treeIsActive) {
-      DeleteNode(node);
-    } else {
-      DeleteRows(node);
-    }
+    if (node.Key == NodeKey::Shared && session_.IsAdmin == 0) return;
+    DeleteRows(node);
   });
 }
 
@@ -44,23 +36,35 @@ bool ItemCommands::ConfirmDeletion() {
                  MessageAnswer::Yes);
 }
 
-void ItemCommands::DeleteNode(const CurrentNode& node) {
-  if (node.Key.empty()) return;
-  const controls::TreeNode* found = window_.tvwContacts.Find(node.Key);
-  if (!found) return Say(kNodeIsGone);
-  if (!found->Children.empty()) {
-    session_.ShowMessage(
-        u"Selected folder contains group(s) under it. Remove all group(s) first to delete selected "
-        u"folder.",
-        MessageStyle::Critical);
-    return;
-  }
-  if (ConfirmDeletion() && DeleteItemOf(node)) RemoveNode(node.Key);
+void ItemCommands::DeleteNode() {
+  const controls::TreeNode* node = ChosenNode();
+  if (!node) return;
+  const String key = node->Key;
+  if (key == NodeKey::Shared || key == NodeKey::Main) return Say(u"The item cannot be deleted.");
+  if (!node->Children.empty()) return SayThatGroupsRemain();
+  // Others make groups too, and the tree may have ended before it came to them.
+  if (HoldsUnseenGroups(key) || !ConfirmDeletion()) return;
+  if (DeleteItemOf(key)) RemoveNode(key);
 }
 
-bool ItemCommands::DeleteItemOf(const CurrentNode& node) {
-  const StringView kind = NodeKey::KindOf(node.Key);
-  const StringView id = NodeKey::IdOf(node.Key);
+void ItemCommands::SayThatGroupsRemain() {
+  session_.ShowMessage(
+      u"Selected folder contains group(s) under it. Remove all group(s) first to delete selected "
+      u"folder.",
+      MessageStyle::Critical);
+}
+
+bool ItemCommands::HoldsUnseenGroups(const String& key) {
+  if (NodeKey::KindOf(key) != NodeKey::SharedFolder) return false;
+  if (!statements_.HoldsGroups(NodeKey::IdOf(key))) return false;
+  SayThatGroupsRemain();
+  if (IsStillOpen()) RebuildTree();
+  return true;
+}
+
+bool ItemCommands::DeleteItemOf(const String& key) {
+  const StringView kind = NodeKey::KindOf(key);
+  const StringView id = NodeKey::IdOf(key);
   const auto confirmWhole = [&](StringView question) {
     return Confirm(question, MessageStyle::OkCancel, MessageAnswer::Ok);
   };
@@ -74,6 +78,8 @@ bool ItemCommands::DeleteItemOf(const CurrentNode& node) {
             u"contents ?")) {
       return false;
     }
+    // The questions may have stood open for long.
+    if (HoldsUnseenGroups(key)) return false;
     statements_.DeleteSharedFolder(id);
     return true;
   }
@@ -92,14 +98,19 @@ void ItemCommands::RemoveNode(const String& key) {
   controls::TreeView& tree = window_.tvwContacts;
   if (controls::TreeNode* node = tree.Find(key)) tree.Remove(*node);
   tree.Refresh();
-  if (controls::TreeNode* next = tree.SelectedNode()) tree.UserClicks(*next);
+  if (controls::TreeNode* next = tree.SelectedNode()) {
+    tree.UserClicks(*next);
+  } else {
+    window_.LoadContacts();  // what is listed may be the contents of what is gone
+  }
   // No button of the mouse belongs to this click: it leads to no menu.
   folders_.TakeClick();
 }
 
 void ItemCommands::DeleteRows(const CurrentNode& node) {
   const controls::FlexGrid& grid = window_.vsfContacts;
-  if (grid.Row() == 0 || !ContactGridLayout::HasRows(grid) || grid.Selection().Count() == 0) {
+  // Rows can be selected, all of them with the keyboard for one, while none is the current one.
+  if (!ContactGridLayout::HasRows(grid) || grid.Selection().Count() == 0) {
     return Say(u"No item(s) selected for deletion.");
   }
   const StringView kind = NodeKey::KindOf(node.Key);

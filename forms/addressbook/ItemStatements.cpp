@@ -2,7 +2,6 @@
 
 #include "data/EditorQueries.h"
 #include "data/ItemQueries.h"
-#include "database/Recordset.h"
 
 namespace ktrv::forms {
 
@@ -31,11 +30,26 @@ void ItemStatements::DeleteContact(StringView contactId) {
   Execute(Queries::DeleteMemberships(contactId));
 }
 
+bool ItemStatements::HoldsGroups(StringView folderId) {
+  return !Read(Queries::GroupsInFolder(folderId)).EndOfFile();
+}
+
 std::optional<String> ItemStatements::GroupName(StringView groupId) {
-  database::Recordset groups(session_.Environment);
-  groups.Open(data::EditorQueries::GroupName(groupId), session_.OpenConnection());
+  const database::Recordset groups = Read(data::EditorQueries::GroupName(groupId));
   if (groups.EndOfFile()) return std::nullopt;
   return ToText(groups.Field(u"NAME"));
+}
+
+database::Recordset ItemStatements::Read(const String& query) {
+  database::Connection& connection = session_.OpenConnection();
+  database::Recordset rows(session_.Environment);
+  try {
+    rows.Open(query, connection);
+  } catch (...) {
+    session_.CloseConnection();  // as in Execute
+    throw;
+  }
+  return rows;
 }
 
 void ItemStatements::Execute(const String& statement) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "component/Session.h"
+#include "database/Recordset.h"
 
 namespace ktrv::forms {
 
@@ -21,11 +22,14 @@ class ItemStatements {
   /// With its memberships in all groups.
   void DeleteContact(StringView contactId);
 
+  /// Whether a group is in the shared folder now, shown in the tree or not.
+  bool HoldsGroups(StringView folderId);
   /// Name of the group; nothing when it is gone.
   std::optional<String> GroupName(StringView groupId);
 
  private:
   void Execute(const String& statement);
+  database::Recordset Read(const String& query);
 
   Session& session_;
 };

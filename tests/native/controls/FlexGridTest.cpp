@@ -238,5 +238,18 @@ TEST_F(FlexGridTest, TheDisplaysSelectionIsKeptInsideTheRows) {
   EXPECT_EQ(grid.Row(), 1);
 }
 
+TEST_F(FlexGridTest, ARowThatIsNotSelectedIsNotChosen) {
+  Fill({u"a", u"b", u"c"});
+  EXPECT_EQ(grid.ChosenRow(), 0);
+  grid.UserSelects({1}, 3);
+  EXPECT_EQ(grid.ChosenRow(), 1);
+  grid.UserSelects({1, 2}, 2);
+  EXPECT_EQ(grid.ChosenRow(), 2);
+  grid.UserSelects({1, 2}, 3);
+  EXPECT_EQ(grid.ChosenRow(), 0);
+  grid.UserSelects({}, 3);
+  EXPECT_EQ(grid.ChosenRow(), 0);
+}
+
 }  // namespace
 }  // namespace ktrv::controls

@@ -22,6 +22,10 @@ TEST(ItemQueries, AFolderGoesWithItsContacts) {
   EXPECT_EQ(DeleteFolder(u"7"), u"DELETE FROM SMS_ABFOLDERS WHERE ID = 7");
 }
 
+TEST(ItemQueries, AFoldersGroupsAreLookedUp) {
+  EXPECT_EQ(GroupsInFolder(u"7"), u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = 7");
+}
+
 TEST(ItemQueries, AContactGoesWithItsMembershipsWhoseIdIsText) {
   EXPECT_EQ(DeleteContact(u"41"), u"DELETE FROM SMS_ABCONTACTS WHERE ID = 41");
   EXPECT_EQ(DeleteMemberships(u"41"), u"DELETE FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '41'");
@@ -33,6 +37,7 @@ TEST(ItemQueries, OnlyDigitsBecomePartOfAStatement) {
     EXPECT_THROW(DeleteMembers(id), Error);
     EXPECT_THROW(DeleteFolderContacts(id), Error);
     EXPECT_THROW(DeleteFolder(id), Error);
+    EXPECT_THROW(GroupsInFolder(id), Error);
     EXPECT_THROW(DeleteContact(id), Error);
     EXPECT_THROW(DeleteMemberships(id), Error);
     EXPECT_THROW(InsertMember(id, u"1"), Error);

@@ -21,6 +21,7 @@ AddressBookTest::AddressBookTest()
   RemoteFolders({});
   Groups({});
   Lists({});
+  GroupsInFolders({});
   for (const StringView query : {Queries::kCountFolderContacts, Queries::kCountRemoteContacts,
                                  Queries::kCountFolderGroups, Queries::kCountGroupMembers}) {
     Counts(query, 0);
@@ -51,6 +52,10 @@ void AddressBookTest::Groups(std::vector<Row> rows) {
   driver.Answer(Queries::kGroups,
                 {{u"ID", DataType::Integer}, {u"NAME"}, {u"FOLDER_ID", DataType::Integer}},
                 std::move(rows));
+}
+
+void AddressBookTest::GroupsInFolders(std::vector<Row> ids) {
+  driver.Answer(kGroupsInFolder, {{u"ID", DataType::Integer}}, std::move(ids));
 }
 
 void AddressBookTest::Counts(StringView query, std::int64_t count) {

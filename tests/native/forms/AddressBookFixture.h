@@ -24,6 +24,9 @@ class AddressBookTest : public testing::Test {
 
   AddressBookTest();
 
+  static constexpr StringView kGroupsInFolder =
+      u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = ";
+
   /// As a host's initialisation leaves the session.
   void RunAt(RunApplicationAt where) { session.RunAt = static_cast<std::int32_t>(where); }
   void SharedFolders(std::vector<Row> idsAndNames);
@@ -32,6 +35,8 @@ class AddressBookTest : public testing::Test {
   void Groups(std::vector<Row> rows);
   /// What the counting command of this text answers.
   void Counts(StringView query, std::int64_t count);
+  /// The groups that a folder is found to hold before it is deleted.
+  void GroupsInFolders(std::vector<Row> ids);
   /// The rows of every list from now on.
   void Lists(std::vector<Row> rows);
   /// A row of a list with this id and name, of a local contact unless told otherwise.

@@ -460,6 +460,22 @@ TEST_F(ItemEditingTest, ARemoteFolderOpensAsOne) {
   EXPECT_EQ(Log(), u"");
 }
 
+TEST_F(ItemEditingTest, AFolderOfAnotherCategoryDoesNotListTheFormer) {
+  database.Run(
+      {u"INSERT INTO \"ZUL$CONTACTS\" (CODE, NAME, MOBILENO, EMAIL, CATEGORY) VALUES"
+       u" ('E1', 'Eastern', '222', NULL, 'E')"});
+  Choose(u"RFLD2");
+  ASSERT_EQ(Listed(), (Lines{u"Acme"}));
+  InEditor<forms::frmSelectFolder>([](forms::frmSelectFolder& editor) {
+    editor.cboRemoteFolderView.SetText(u"E");
+    editor.cmdOK.UserClicks();
+  });
+  form->ContactProperties();
+  Complete();
+  EXPECT_EQ(Listed(), (Lines{u"Eastern"}));
+  EXPECT_EQ(Log(), u"");
+}
+
 TEST_F(ItemEditingTest, TheTreeIsBuiltAnewAfterACancelToo) {
   Choose(u"SFLD1");
   database.Run({u"UPDATE SMS_ABFOLDERS SET NAME = 'Theirs' WHERE ID = 1"});
@@ -499,6 +515,36 @@ TEST_F(ItemEditingTest, AContactIsEditedAndTheListLoaded) {
   form->vsfContacts.UserPresses(controls::KeyCode::Enter, 0);
   Complete();
   EXPECT_EQ(Listed(), (Lines{u"Bertil  Al", u"Crew"}));
+}
+
+TEST_F(ItemEditingTest, TheSelectedRowIsOpenedThoughAnotherIsCurrent) {
+  Choose(u"SFLD1", false);
+  form->vsfContacts.UserSelects({2}, 1);
+  String caption;
+  CloseEditor(&caption);
+  form->ContactProperties();
+  EXPECT_EQ(caption, u"Modify Group");
+}
+
+TEST_F(ItemEditingTest, OfSeveralSelectedRowsTheCurrentOneIsOpened) {
+  Choose(u"SFLD1", false);
+  form->vsfContacts.UserSelects({1, 2}, 2);
+  String caption;
+  CloseEditor(&caption);
+  form->ContactProperties();
+  EXPECT_EQ(caption, u"Modify Group");
+}
+
+TEST_F(ItemEditingTest, ACurrentRowThatIsNotSelectedIsNotOpened) {
+  Choose(u"SFLD1", false);
+  form->vsfContacts.UserSelects({}, 1);
+  form->ContactProperties();
+  Choose(u"SHARED", false);
+  form->vsfContacts.AddItem(u"\t8\tMore");
+  form->vsfContacts.UserSelects({1, 2}, 3);
+  form->ContactProperties();
+  EXPECT_EQ(std::count(screen.Log.begin(), screen.Log.end(), "modal"), 0);
+  EXPECT_EQ(Log(), u"");
 }
 
 TEST_F(ItemEditingTest, AContactThatWasJustMadeCanBeOpened) {

@@ -74,6 +74,60 @@ TEST_F(NodeDeletionTest, AFolderWithGroupsIsRefused) {
   EXPECT_TRUE(Deleted().empty());
 }
 
+TEST_F(NodeDeletionTest, AFolderWithAGroupMadeElsewhereIsNotDeleted) {
+  Choose(u"SFLD1");
+  Groups({{u"5", u"Everyone", u"0"}, {u"6", u"Drivers", u"7"}, {u"8", u"Theirs", u"1"}});
+  GroupsInFolders({{u"8"}});
+  Answers({Yes, Ok});
+  Delete();
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"Selected folder contains group(s) under it. Remove all group(s) first to delete "
+            u"selected folder.");
+  EXPECT_EQ(screen.LastMessage().Style, kCritical);
+  EXPECT_TRUE(Deleted().empty());
+  // The tree that did not show it does now, and the list is still the folder's.
+  ASSERT_NE(form->tvwContacts.Find(u"SHGR8"), nullptr);
+  EXPECT_EQ(Node(u"SHGR8").Parent, &Node(u"SFLD1"));
+  EXPECT_EQ(form->Current().Key, u"SFLD1");
+}
+
+TEST_F(NodeDeletionTest, AFolderOfATreeThatEndedEarlyKeepsItsGroups) {
+  driver.Fail(Queries::kGroups, Error(ErrorNumber::DriverFailure, u"locked"));
+  GroupsInFolders({{u"6"}});
+  Choose(u"SFLD7");
+  Groups({{u"6", u"Drivers", u"7"}});
+  Answers({Yes, Ok});
+  Delete();
+  EXPECT_EQ(screen.Messages.size(), 1U);
+  EXPECT_TRUE(Deleted().empty());
+  EXPECT_NE(form->tvwContacts.Find(u"SHGR6"), nullptr);
+}
+
+TEST_F(NodeDeletionTest, AGroupMadeWhileItIsAskedKeepsItsFolder) {
+  Choose(u"SFLD1");
+  screen.WhileAsked([] {});
+  screen.WhileAsked([&] { GroupsInFolders({{u"8"}}); });
+  Answers({Yes, Ok});
+  Delete();
+  ASSERT_EQ(screen.Messages.size(), 3U);
+  EXPECT_EQ(screen.LastMessage().Style, kCritical);
+  EXPECT_TRUE(Deleted().empty());
+}
+
+TEST_F(NodeDeletionTest, AFolderWhoseGroupsCannotBeCountedIsNotDeleted) {
+  Choose(u"SFLD1");
+  driver.Fail(kGroupsInFolder, Error(ErrorNumber::DriverFailure, u"locked"));
+  Answers({Yes, Ok});
+  Delete();
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_TRUE(Deleted().empty());
+  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  GroupsInFolders({});
+  Delete();  // with the answers from before
+  EXPECT_EQ(Deleted().size(), 2U);
+}
+
 TEST_F(NodeDeletionTest, AFolderCanBeDeletedOnceItsGroupsAreGone) {
   Choose(u"SHGR6");
   Answers({Yes});
@@ -269,6 +323,45 @@ TEST_F(NodeDeletionTest, ANodeThatARebuildDidNotFindAgainIsToldOf) {
   EXPECT_EQ(screen.LastMessage().Text,
             u"The selected folder or group does not exist any more. Please select another one.");
   EXPECT_TRUE(Deleted().empty());
+}
+
+TEST_F(NodeDeletionTest, ANodeThatIsNotShownAsSelectedIsNotDeleted) {
+  Choose(u"SHGR6");
+  form->LoadTreeView();  // which leaves its folder collapsed
+  ASSERT_EQ(form->tvwContacts.SelectedNode(), nullptr);
+  Answers({Yes});
+  Delete();
+  form->ContactProperties();
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_TRUE(Deleted().empty());
+  EXPECT_NE(form->tvwContacts.Find(u"SHGR6"), nullptr);
+}
+
+TEST_F(NodeDeletionTest, TheNodeThatIsShownAsSelectedIsMeant) {
+  Choose(u"SHGR5");
+  form->tvwContacts.Select(&Node(u"SFLD1"));  // the list stays
+  Answers({Yes, Ok});
+  Delete();
+  EXPECT_EQ(Deleted(), (Texts{u"DELETE FROM SMS_ABCONTACTS WHERE FOLDER_ID = 1",
+                              u"DELETE FROM SMS_ABFOLDERS WHERE ID = 1"}));
+  form->tvwContacts.Select(&Node(u"SHARED"));
+  Delete();
+  EXPECT_EQ(screen.LastMessage().Text, u"The item cannot be deleted.");
+}
+
+TEST_F(NodeDeletionTest, RowsOfADeletedNodeDoNotStayListed) {
+  Counts(Queries::kCountGroupMembers, 1);
+  Lists({Item(u"1", u"Anna")});
+  Choose(u"SHGR6");
+  ASSERT_EQ(Column(u"NAME"), (Texts{u"Anna"}));
+  screen.WhileAsked([&] { form->LoadTreeView(); });  // after it no node is selected
+  Counts(Queries::kCountGroupMembers, 0);
+  Lists({});
+  Answers({Yes});
+  Delete();
+  ASSERT_EQ(Deleted().size(), 2U);
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Column(u"NAME"), Texts{});
 }
 
 TEST_F(NodeDeletionTest, ASecondDeleteWhileTheQuestionIsOpenDoesNothing) {

@@ -162,6 +162,29 @@ TEST_F(RowDeletionTest, OnlyTheSelectedRowsGoInTheirOrder) {
                               u"DELETE FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '4'"}));
 }
 
+TEST_F(RowDeletionTest, SelectedRowsWithoutACurrentOneGo) {
+  Show({Item(u"1", u"Anna"), Item(u"2", u"Bert")});
+  form->vsfContacts.SelectAll();
+  ASSERT_EQ(form->vsfContacts.Row(), 0);
+  screen.Answer(Yes);
+  Delete();
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text, u"Are you sure you want to delete the selected item(s)?");
+  EXPECT_EQ(Deleted().size(), 4U);
+}
+
+TEST_F(RowDeletionTest, TheGridWithTheFocusLeavesTheTreesNodeAlone) {
+  Show({Item(u"1", u"Anna")}, u"SHGR6");
+  form->vsfContacts.SetRow(1);
+  // The tree had the focus when a dialog took it, and was told nothing when the grid got it.
+  form->tvwContacts.UserFocuses(true);
+  form->vsfContacts.UserFocuses(true);
+  screen.Answer(Yes);
+  Delete();
+  EXPECT_EQ(Deleted().front(), u"DELETE FROM SMS_ABCONTACTS WHERE ID = 1");
+  EXPECT_EQ(Deleted().size(), 2U);
+}
+
 TEST_F(RowDeletionTest, EachRemoteContactIsWarnedOfAndLeft) {
   Show({Item(u"D1", u"Acme", u"3"), Item(u"1", u"Anna"), Item(u"17", u"Zenith", u"3")}, u"SHGR6");
   form->vsfContacts.SelectAll();
