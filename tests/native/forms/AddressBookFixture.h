@@ -24,8 +24,7 @@ class AddressBookTest : public testing::Test {
 
   AddressBookTest();
 
-  static constexpr StringView kGroupsInFolder =
-      u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = ";
+  static constexpr StringView kGroupsInFolder = u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = ";
 
   /// As a host's initialisation leaves the session.
   void RunAt(RunApplicationAt where) { session.RunAt = static_cast<std::int32_t>(where); }

@@ -98,14 +98,16 @@ void DoubleClick(HWND window, POINT at) {
   Send({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
-void RightClick(HWND window, POINT at) {
+void RightClick(HWND window, POINT at, UINT keys) {
   PointTo(window, at);
+  const Held held(KeysOf(keys));
   Send({MouseInput(MOUSEEVENTF_RIGHTDOWN), MouseInput(MOUSEEVENTF_RIGHTUP)});
 }
 
-void Drag(HWND window, POINT from, POINT to) {
+void Drag(HWND window, POINT from, POINT to, UINT keys) {
   constexpr int kSteps = 10;
   PointTo(window, from);
+  const Held held(KeysOf(keys));
   // The window moves with the mouse perhaps, so the way is laid out on the screen beforehand.
   ClientToScreen(window, &from);
   ClientToScreen(window, &to);

@@ -15,10 +15,11 @@ void ClickMiddle(HWND window);
 /// At a place of the screen, whatever lies there: a menu's item.
 void ClickScreen(POINT at);
 void DoubleClick(HWND window, POINT at);
-void RightClick(HWND window, POINT at);
+/// \param keys as for Click.
+void RightClick(HWND window, POINT at, UINT keys = 0);
 
 /// Presses the left button at `from`, moves in small steps to `to` and lets go there.
-void Drag(HWND window, POINT from, POINT to);
+void Drag(HWND window, POINT from, POINT to, UINT keys = 0);
 
 /// Types the text, or presses one key named by its virtual-key code, with the keys of MK_SHIFT and
 /// MK_CONTROL held, in the window; a window without the focus is clicked first.
