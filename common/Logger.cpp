@@ -1,6 +1,9 @@
 #include "common/Logger.h"
 
+#include <algorithm>
 #include <utility>
+
+#include "common/Passwords.h"
 
 namespace ktrv {
 namespace {
@@ -12,11 +15,15 @@ String Separator(StringView word) {
   return stars + String(word) + stars;
 }
 
+/// Whether it would break a line or command a terminal that shows the log.
+bool IsControl(char16_t unit) {
+  return unit < u' ' || (unit >= 0x7F && unit <= 0x9F) || unit == 0x2028 || unit == 0x2029;
+}
+
+/// The text as it may stand in the log: on one line, and without a password.
 String OneLine(StringView text) {
-  String line(text);
-  for (char16_t& unit : line) {
-    if (unit == u'\r' || unit == u'\n') unit = u' ';
-  }
+  String line = HidePasswords(text);
+  std::ranges::replace_if(line, IsControl, u' ');
   return line;
 }
 
@@ -55,7 +62,7 @@ void Logger::LogError(StringView path, const Error& error, StringView context,
   try {
     const String lines[] = {
         Separator(u" ERROR "),
-        String(context),
+        OneLine(context),
         u"Error Date/Time   : " + MomentText(system_.Now()),
         u"Error Number      : " + ToDecimal(error.Number()),
         u"Error Description : " + OneLine(error.Description()),

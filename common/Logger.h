@@ -33,7 +33,8 @@ inline constexpr std::int16_t No = 7;
 /// Writes the log file and shows message boxes. The file is UTF-8 with CR LF at the end of a line;
 /// it is opened, appended to in one piece and closed for every record, so that several host
 /// processes can write one log. A log that cannot be written is left unwritten: logging never
-/// fails.
+/// fails. Control characters and line separators become blanks, so that a line stays a line, and
+/// the values of a connection string's password keywords become "***".
 class Logger {
  public:
   /// Shows a modal box with (text, title, style) and returns the button pressed.
@@ -42,7 +43,7 @@ class Logger {
   /// \param system must outlive the logger.
   Logger(OperatingSystem& system, MessageBox messageBox);
 
-  /// Appends one line. Line breaks inside it become blanks, so that a line stays a line.
+  /// Appends one line.
   /// \param write false leaves the line out. \param flush whether the line is to be on the disk
   /// when the call returns: wanted for the few lines of the initialisation, which explain a host
   /// that died.

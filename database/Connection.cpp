@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/Passwords.h"
 #include "database/DataError.h"
 #include "database/Engines.h"
 
@@ -14,7 +15,16 @@ constexpr std::chrono::milliseconds kIdle{100};
 }  // namespace
 
 std::unique_ptr<Link> DatabaseAddress::TryOpen(const Environment& environment) const {
-  return environment.DriverFor(ConnectionString).Open(ConnectionString, User, Password);
+  try {
+    return environment.DriverFor(ConnectionString).Open(ConnectionString, User, Password);
+  } catch (const Error& error) {
+    // Some drivers repeat what they were given, and the failure's text goes to the log.
+    const auto hide = [&](StringView text) {
+      return HidePasswords(text, ConnectionString, Password);
+    };
+    throw Error(error.Number(), hide(error.Description()), hide(error.Source()),
+                error.LastSystemError());
+  }
 }
 
 std::unique_ptr<Link> DatabaseAddress::Open(const Environment& environment) const {

@@ -43,6 +43,38 @@ TEST_F(LoggerTest, ALineBreakInsideALineBecomesBlanks) {
   EXPECT_EQ(System.Contents(), "one  two\r\n");
 }
 
+/// What would break a line, move a cursor or colour a terminal that shows the log.
+const StringView kUnprintable(u"\x01\t\v\f\x1B\x7F\u0080\u0085\u009B\u009F\u2028\u2029\0", 13);
+
+TEST_F(LoggerTest, NoControlOrSeparatorReachesALine) {
+  Log.WriteLog(kPath, u"a" + String(kUnprintable) + u"z\u00A0", true, false);
+  EXPECT_EQ(System.Contents(), "a" + std::string(kUnprintable.size(), ' ') + "z\xC2\xA0\r\n");
+}
+
+TEST_F(LoggerTest, NoControlOrSeparatorReachesAnErrorRecord) {
+  const String text = u"a" + String(kUnprintable) + u"\r\nz";
+  Log.LogError(kPath, Error(1, text, text), text, 0, true);
+  const std::string clean = "a" + std::string(kUnprintable.size() + 2, ' ') + "z\r\n";
+  const std::string written = System.Contents();
+  EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 8);
+  EXPECT_NE(written.find("*\r\n" + clean), std::string::npos);
+  EXPECT_NE(written.find("Error Description : " + clean), std::string::npos);
+  EXPECT_NE(written.find("Error Source      : " + clean), std::string::npos);
+}
+
+TEST_F(LoggerTest, NoPasswordReachesAnErrorRecord) {
+  const String text = u"Can't open \"DSN=Book;UID=sms;PWD=s3cret;Port=1\"";
+  Log.LogError(kPath, Error(1, text, text), u"context", 0, true);
+  const std::string written = System.Contents();
+  EXPECT_EQ(written.find("s3cret"), std::string::npos);
+  EXPECT_NE(written.find("UID=sms;PWD=***;Port=1"), std::string::npos);
+}
+
+TEST_F(LoggerTest, NoPasswordReachesALine) {
+  Log.WriteLog(kPath, u"opens DSN=Book;PWD=s3cret", true, false);
+  EXPECT_EQ(System.Contents(), "opens DSN=Book;PWD=***\r\n");
+}
+
 TEST_F(LoggerTest, AnEmptyLineIsALine) {
   Log.WriteLog(kPath, u"", true, false);
   EXPECT_EQ(System.Contents(), "\r\n");

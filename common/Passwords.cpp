@@ -1,0 +1,123 @@
+#include "common/Passwords.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace ktrv {
+namespace {
+
+constexpr StringView kHidden = u"***";
+
+bool IsLetterOrDigit(char16_t unit) {
+  return (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'z') ||
+         (unit >= u'A' && unit <= u'Z') || unit > 0x7F;
+}
+
+/// Whether the text ends with a keyword whose value is a password.
+bool EndsWithKeyword(StringView text) {
+  while (!text.empty() && text.back() <= u' ') text.remove_suffix(1);
+  return std::ranges::any_of(
+      std::initializer_list<StringView>{u"PWD", u"PASSWORD", u"PASSWD"}, [&](StringView keyword) {
+        return text.size() >= keyword.size() &&
+               EqualsIgnoringCase(text.substr(text.size() - keyword.size()), keyword);
+      });
+}
+
+/// Where the value that begins at the start of the text ends, quotes and all.
+std::size_t EndOfValue(StringView text) {
+  const char16_t first = text.empty() ? u'\0' : text[0];
+  const char16_t quote = first == u'{' ? u'}' : first;
+  if (quote != u'}' && quote != u'\'' && quote != u'"') {
+    return std::min(text.find(u';'), text.size());
+  }
+  std::size_t at = 1;
+  while (at < text.size()) {
+    if (text[at] != quote) {
+      ++at;
+    } else if (at + 1 < text.size() && text[at + 1] == quote) {
+      at += 2;  // a doubled one stands for itself
+    } else {
+      return at + 1;
+    }
+  }
+  return text.size();
+}
+
+struct Value {
+  std::size_t Start;
+  std::size_t End;
+};
+
+std::vector<Value> PasswordValues(StringView text) {
+  std::vector<Value> values;
+  for (std::size_t at = 0; (at = text.find(u'=', at)) != StringView::npos;) {
+    const StringView keyword = text.substr(0, at++);
+    if (!EndsWithKeyword(keyword)) continue;
+    while (at < text.size() && text[at] <= u' ') ++at;
+    const std::size_t end = at + EndOfValue(text.substr(at));
+    if (end > at) values.push_back({at, end});
+    at = end;
+  }
+  return values;
+}
+
+/// The passwords of a connection string in each form in which a driver may repeat them.
+std::vector<String> PasswordsOf(StringView connectionString) {
+  std::vector<String> passwords;
+  for (const Value& value : PasswordValues(connectionString)) {
+    const StringView written = connectionString.substr(value.Start, value.End - value.Start);
+    passwords.emplace_back(Trim(written));
+    const char16_t first = written.front();
+    if (first != u'{' && first != u'\'' && first != u'"') continue;
+    const char16_t quote = first == u'{' ? u'}' : first;
+    StringView inner = written.substr(1);
+    if (!inner.empty() && inner.back() == quote) inner.remove_suffix(1);
+    passwords.emplace_back(inner);
+    String plain;
+    for (std::size_t i = 0; i < inner.size(); ++i) {
+      plain += inner[i];
+      if (inner[i] == quote && i + 1 < inner.size() && inner[i + 1] == quote) ++i;
+    }
+    passwords.push_back(plain);
+  }
+  return passwords;
+}
+
+void Hide(String& text, StringView password) {
+  constexpr std::size_t kShort = 4;
+  if (password.empty()) return;
+  for (std::size_t at = 0; (at = text.find(password, at)) != String::npos;) {
+    const std::size_t end = at + password.size();
+    const bool inWord = (at > 0 && IsLetterOrDigit(text[at - 1])) ||
+                        (end < text.size() && IsLetterOrDigit(text[end]));
+    if (password.size() < kShort && inWord) {
+      ++at;
+      continue;
+    }
+    text.replace(at, password.size(), kHidden);
+    at += kHidden.size();
+  }
+}
+
+}  // namespace
+
+String HidePasswords(StringView text) {
+  const std::vector<Value> values = PasswordValues(text);
+  String hidden(text);
+  for (auto value = values.rbegin(); value != values.rend(); ++value) {
+    hidden.replace(value->Start, value->End - value->Start, kHidden);
+  }
+  return hidden;
+}
+
+String HidePasswords(StringView text, StringView connectionString, StringView password) {
+  std::vector<String> passwords = PasswordsOf(connectionString);
+  passwords.emplace_back(password);
+  // The longest first: a shorter form may be a part of a longer one.
+  std::ranges::sort(passwords, std::ranges::greater(), &String::size);
+  String hidden = HidePasswords(text);
+  for (const String& each : passwords) Hide(hidden, each);
+  return hidden;
+}
+
+}  // namespace ktrv

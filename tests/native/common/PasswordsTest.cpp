@@ -1,0 +1,50 @@
+#include "common/Passwords.h"
+
+#include <gtest/gtest.h>
+
+namespace ktrv::tests {
+namespace {
+
+TEST(PasswordsTest, NoKeywordsValueIsLeftInAText) {
+  EXPECT_EQ(HidePasswords(u"DSN=Book;Uid=sms;Pwd=s3cr et;Port=1"),
+            u"DSN=Book;Uid=sms;Pwd=***;Port=1");
+  EXPECT_EQ(HidePasswords(u"PASSWORD = s3cret"), u"PASSWORD = ***");
+  EXPECT_EQ(HidePasswords(u"Jet OLEDB:Database Password=s3cret;x"),
+            u"Jet OLEDB:Database Password=***;x");
+  EXPECT_EQ(HidePasswords(u"passwd=a;PWD=b"), u"passwd=***;PWD=***");
+}
+
+TEST(PasswordsTest, NoPartOfAQuotedValueIsLeft) {
+  EXPECT_EQ(HidePasswords(u"PWD={a;b}}c};Port=1"), u"PWD=***;Port=1");
+  EXPECT_EQ(HidePasswords(u"Password='a;''b';Port=1"), u"Password=***;Port=1");
+  EXPECT_EQ(HidePasswords(u"Password=\"a;b\";Port=1"), u"Password=***;Port=1");
+  EXPECT_EQ(HidePasswords(u"PWD={never closed; at all"), u"PWD=***");
+}
+
+TEST(PasswordsTest, ATextWithoutOneIsNotChanged) {
+  for (const StringView text :
+       {u"", u"=", u"Pwd", u"Pwd=", u"Pwd=;Port=1", u"Access denied (using password: YES)",
+        u"no such column: NAME=x", u"PWDX=open"}) {
+    EXPECT_EQ(HidePasswords(text), text);
+  }
+}
+
+TEST(PasswordsTest, APasswordOfTheConnectionStringIsHiddenWhereverItStands) {
+  EXPECT_EQ(HidePasswords(u"login sms/s3cret at s3cretary failed", u"DSN=Book;PWD=s3cret"),
+            u"login sms/*** at ***ary failed");
+  EXPECT_EQ(HidePasswords(u"'a;b}c' and {a;b}}c} refused", u"PWD={a;b}}c};DSN=x"),
+            u"'***' and *** refused");
+  EXPECT_EQ(HidePasswords(u"user x, word given", u"DSN=Book", u"given"), u"user x, word ***");
+}
+
+TEST(PasswordsTest, AShortPasswordIsHiddenAsAWordOnly) {
+  EXPECT_EQ(HidePasswords(u"a table, password a refused", u"PWD=a"),
+            u"*** table, password *** refused");
+}
+
+TEST(PasswordsTest, AnEmptyPasswordHidesNothing) {
+  EXPECT_EQ(HidePasswords(u"no such table", u"DSN=Book;PWD=;UID=x"), u"no such table");
+}
+
+}  // namespace
+}  // namespace ktrv::tests
