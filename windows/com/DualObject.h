@@ -68,6 +68,9 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
                       VARIANT* result, EXCEPINFO* exception,
                       UINT* wrongArgument) noexcept override {
     if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    // The call needs this object's description of itself until it has returned, and the host may
+    // release the object while a dialog is shown.
+    const auto self = ComPtr<Interface>::Share(this);
     return Answer([&] {
       return dispatch_.Invoke(this, member, locale, flags, passed, result, exception,
                               wrongArgument);

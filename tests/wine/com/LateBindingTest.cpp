@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "tests/wine/com/Late.h"
 
 namespace ktrv::tests {
@@ -169,6 +171,69 @@ TEST_F(LateBinding, AFailureLeavesItsDescriptionForEarlyBoundHostsToo) {
   EXPECT_EQ(texts->get_Item(index.Get(), text.Address()),
             MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 9));
   EXPECT_EQ(LastDescription(), L"Subscript out of range");
+}
+
+/// An index whose number is only known by asking it; asked, it lets the collection go, and when the
+/// component gives it back it tells whether the component may be taken out of memory.
+class AnswerThatLetsGo final : public IDispatch {
+ public:
+  ComPtr<_TextCollection> Held;
+  std::function<HRESULT()> MayUnload;
+  bool Asked = false;
+  HRESULT WhenGivenBack = E_FAIL;
+
+  STDMETHODIMP QueryInterface(REFIID wanted, void** object) noexcept override {
+    const bool known = wanted == IID_IUnknown || wanted == IID_IDispatch;
+    *object = known ? this : nullptr;
+    if (known) AddRef();
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() noexcept override {
+    if (--references_ == 1 && Asked) WhenGivenBack = MayUnload();
+    return references_;
+  }
+  STDMETHODIMP GetTypeInfoCount(UINT*) noexcept override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) noexcept override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) noexcept override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) noexcept override {
+    Asked = true;
+    Held = ComPtr<_TextCollection>();
+    V_VT(result) = VT_I4;
+    V_I4(result) = 1;
+    return S_OK;
+  }
+
+ private:
+  ULONG references_ = 1;
+};
+
+TEST_F(LateBinding, ACallDoesNotOutliveTheObjectThatRunsIt) {
+  AnswerThatLetsGo index;
+  index.MayUnload = [&] { return CanUnloadNow(); };
+  {
+    const ComPtr<_clsMain> object = Make();
+    ASSERT_EQ(object->get_SelectedRecipients(index.Held.Out()), S_OK);
+  }
+  VARIANT argument;
+  V_VT(&argument) = VT_DISPATCH;
+  V_DISPATCH(&argument) = &index;
+  DISPPARAMS passed{&argument, nullptr, 1, 0};
+  Value result;
+  EXCEPINFO exception{};
+  _TextCollection* const collection = index.Held.Get();
+  EXPECT_EQ(collection->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                               &passed, &result.Get(), &exception, nullptr),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(exception.scode, MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 9));
+  for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile}) {
+    SysFreeString(text);
+  }
+  ASSERT_TRUE(index.Asked);
+  EXPECT_EQ(index.WhenGivenBack, S_FALSE) << "the call goes on in an object that is gone";
 }
 
 TEST_F(LateBinding, TheSameCollectionIsTheSameObject) {

@@ -2,9 +2,12 @@
 #include <gmock/gmock.h>
 #include <thread>
 
+#include "tests/native/support/SchemaScript.h"
+#include "tests/native/support/SqliteFile.h"
 #include "tests/wine/com/Late.h"
 #include "tests/wine/component/Component.h"
 #include "tests/wine/component/MessageBox.h"
+#include "windows/controls/WideText.h"
 
 namespace ktrv::tests {
 namespace {
@@ -47,7 +50,7 @@ TEST_F(SessionOfAThread, EveryOperationIsRefusedInItsOwnWordsBeforeInit) {
   Bstr text(L"1");
   ::TypeOfGroup group = ::SharedGroup;
   const auto refused = [&](auto&& call) {
-    std::future<std::wstring> shown = AnswerBoxAfter(0);
+    std::future<std::wstring> shown = AnswerBox();
     long result = -1;
     EXPECT_EQ(call(&result), S_OK);
     EXPECT_EQ(result, 0);
@@ -80,7 +83,7 @@ TEST_F(SessionOfAThread, OperationsLeaveVariablesAsTheyAre) {
   Late late(object.Get());
   Value text(L"3"), type(1L);
   const auto call = [&](const wchar_t* operation, auto&&... arguments) {
-    std::future<std::wstring> refused = AnswerBoxAfter(0);
+    std::future<std::wstring> refused = AnswerBox();
     EXPECT_EQ(late.Call(operation, 1L, std::forward<decltype(arguments)>(arguments)...), S_OK);
     refused.get();
     EXPECT_EQ(text.Text(), L"3");
@@ -114,6 +117,101 @@ TEST_F(SessionOfAThread, AnotherThreadHasASessionOfItsOwnWhichEndsWithItsCom) {
   object->get_RemoteDBString(read.Address());
   EXPECT_EQ(read.Text(), L"DSN=First");
   // TearDown finds that the other thread left nothing.
+}
+
+TEST_F(SessionOfAThread, NoLogThatCannotBeWrittenStopsTheWork) {
+  for (const std::wstring& path : {TestFolder(), TestFolder() + L"\\no such folder\\a.log"}) {
+    Log = path;
+    const ComPtr<_clsMain> object = Make();
+    EXPECT_EQ(Init(object.Get(), L"Driver=SQLite3;Database=:memory:"), 1);
+    EXPECT_EQ(Init(object.Get(), L"Driver=SQLite3;Database=/nowhere/at/all.db"), 0);
+  }
+  Log = FreshFile(L"session.log");
+}
+
+TEST_F(SessionOfAThread, NoPasswordReachesTheLog) {
+  Init(Make().Get(), L"Driver=no such driver;Uid=sms;Pwd=s3cr3t");
+  const std::string log = ReadFile(Log);
+  EXPECT_THAT(log, testing::HasSubstr("Error Description : "));
+  EXPECT_THAT(log, testing::Not(testing::HasSubstr("s3cr3t")));
+}
+
+/// With a database that has the tables of an address book and one administrator, of id 1.
+class SessionWithABook : public SessionOfAThread {
+ protected:
+  void SetUp() override {
+    SessionOfAThread::SetUp();
+    database::Connection connection(database_.Surroundings());
+    connection.Open(database_.ConnectionString());
+    RunSchemaScript(connection, "sqlite.sql");
+    RunSchemaScript(connection, "sqlite-host.sql");
+    connection.Execute(u"INSERT INTO SMS_USERS (ID, NAME, ADMIN) VALUES (1, 'One', 1)");
+    connection.Close();
+  }
+  ComPtr<_clsMain> MakeReady() {
+    ComPtr<_clsMain> object = Make();
+    EXPECT_EQ(Init(object.Get(), windows::ToWide(database_.ConnectionString())), 1);
+    return object;
+  }
+  /// Whether the component says so within ten seconds: a fetch that was cancelled may still end.
+  bool MayUnloadSoon() const {
+    const ULONGLONG end = GetTickCount64() + 10000;
+    while (CanUnloadNow() != S_OK) {
+      if (GetTickCount64() > end) return false;
+      Sleep(10);
+    }
+    return true;
+  }
+  static HWND Form() {
+    HWND form = FindWindowW(L"KTRVAddressBookForm", nullptr);
+    return form && IsWindowVisible(form) ? form : nullptr;
+  }
+
+ private:
+  SqliteFile database_;
+};
+
+TEST_F(SessionWithABook, NothingIsLeftWhenTheLastReferenceGoesWithTheBookOpen) {
+  ComPtr<_clsMain> object = MakeReady();
+  long result = -1;
+  ASSERT_EQ(object->LoadAddressBook(1, &result), S_OK);
+  ASSERT_EQ(result, 1);
+  ASSERT_NE(Form(), nullptr);
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  object = ComPtr<_clsMain>();
+  EXPECT_EQ(Form(), nullptr);
+  EXPECT_TRUE(MayUnloadSoon());
+}
+
+/// What happens while the dialog is open: the host lets its object go, and the user cancels.
+struct WhileOpen {
+  static inline ComPtr<_clsMain> Object;
+  static inline HRESULT MayUnload = E_FAIL;
+  static inline HRESULT(WINAPI* CanUnload)() = nullptr;
+  static inline bool Ran = false;
+
+  static void CALLBACK LetGo(HWND, UINT, UINT_PTR timer, DWORD) {
+    HWND form = FindWindowW(L"KTRVAddressBookForm", nullptr);
+    if (!form || !IsWindowVisible(form)) return;
+    KillTimer(nullptr, timer);
+    Object = ComPtr<_clsMain>();
+    MayUnload = CanUnload();
+    Ran = IsWindow(form) && IsWindowVisible(form);
+    PostMessageW(form, WM_CLOSE, 0, 0);
+  }
+};
+
+TEST_F(SessionWithABook, NothingIsLeftWhenTheLastReferenceGoesUnderItsDialog) {
+  WhileOpen::Object = MakeReady();
+  WhileOpen::CanUnload = Export<HRESULT WINAPI()>("DllCanUnloadNow");
+  SetTimer(nullptr, 0, 20, &WhileOpen::LetGo);
+  Late late(WhileOpen::Object.Get());
+  EXPECT_EQ(late.Call(L"LoadFolders", 1L), S_OK);
+  EXPECT_EQ(V_I4(&late.Result.Get()), 1);
+  EXPECT_TRUE(WhileOpen::Ran) << "the dialog went with the host's reference, or never came";
+  EXPECT_EQ(WhileOpen::MayUnload, S_FALSE);
+  EXPECT_EQ(Form(), nullptr);
+  EXPECT_TRUE(MayUnloadSoon());
 }
 
 TEST_F(SessionOfAThread, TwoProcessesCanWriteOneLogWithoutMixingRecords) {

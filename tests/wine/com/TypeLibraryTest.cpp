@@ -134,5 +134,26 @@ TEST_F(TypeLibrary, TellsTypesReferencesAndWhatMayBeLeftOut) {
   EXPECT_EQ(found, wanted);
 }
 
+TEST_F(TypeLibrary, NoExpansionOfGroupsIsTheDefault) {
+  const ComPtr<ITypeInfo> type = Type(L"_clsMain");
+  std::map<std::wstring, std::wstring> defaults;
+  FUNCDESC* function = nullptr;
+  for (UINT i = 0; SUCCEEDED(type->GetFuncDesc(i, &function)); ++i) {
+    for (SHORT k = 0; k < function->cParams; ++k) {
+      const PARAMDESC& parameter = function->lprgelemdescParam[k].paramdesc;
+      if (!(parameter.wParamFlags & PARAMFLAG_FHASDEFAULT)) continue;
+      const VARIANT& value = parameter.pparamdescex->varDefaultValue;
+      const std::wstring text =
+          V_VT(&value) == VT_BSTR
+              ? L"\"" + std::wstring(V_BSTR(&value) ? V_BSTR(&value) : L"")
+              : std::to_wstring(V_VT(&value)) + L":" + std::to_wstring(V_I2(&value));
+      defaults[Name(*type.Get(), function->memid) + L" " + std::to_wstring(k)] = text;
+    }
+    type->ReleaseFuncDesc(function);
+  }
+  const std::map<std::wstring, std::wstring> wanted = {{L"LoadRecipients 1", L"11:0"}};
+  EXPECT_EQ(defaults, wanted);  // a VT_BOOL, and false
+}
+
 }  // namespace
 }  // namespace ktrv::tests

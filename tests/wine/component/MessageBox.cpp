@@ -1,10 +1,11 @@
 #include "tests/wine/component/MessageBox.h"
 
+#include <utility>
+
 namespace ktrv::tests {
 
-std::future<std::wstring> AnswerBoxAfter(DWORD pause) {
-  return std::async(std::launch::async, [pause] {
-    Sleep(pause);
+std::future<std::wstring> AnswerBoxWhen(std::function<bool()> condition) {
+  return std::async(std::launch::async, [condition = std::move(condition)] {
     const ULONGLONG end = GetTickCount64() + 20000;
     while (GetTickCount64() < end) {
       const HWND box = FindWindowW(nullptr, L"TALVERO Notification Server");
@@ -13,6 +14,8 @@ std::future<std::wstring> AnswerBoxAfter(DWORD pause) {
       if (box && process == GetCurrentProcessId() && IsWindowVisible(box)) {
         wchar_t text[256] = L"";
         GetDlgItemTextW(box, 0xFFFF, text, 256);
+        const ULONGLONG patience = GetTickCount64() + 10000;
+        while (!condition() && GetTickCount64() < patience) Sleep(10);
         PostMessageW(box, WM_COMMAND, IDOK, 0);
         return std::wstring(text);
       }

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <thread>
 
 #include "tests/wine/component/Component.h"
@@ -27,9 +28,13 @@ TEST_F(ASession, OutlivesAnObjectThatTheHostReleasesAfterCom) {
   // TearDown finds that the thread left nothing.
 }
 
+/// Whether the thread has ended COM in the middle of its call.
+std::atomic<bool> comEnded = false;
+
 void CALLBACK EndCom(HWND, UINT, UINT_PTR timer, DWORD) {
   KillTimer(nullptr, timer);
   CoUninitialize();
+  comEnded = true;
 }
 
 TEST_F(ASession, OutlivesACallDuringWhichTheHostEndsCom) {
@@ -43,8 +48,9 @@ TEST_F(ASession, OutlivesACallDuringWhichTheHostEndsCom) {
       object->put_LogFile(log.Get());
       // Runs while the box is shown, because the box hands out the thread's messages.
       SetTimer(nullptr, 0, 50, &EndCom);
-      std::future<std::wstring> shown = AnswerBoxAfter(300);
+      std::future<std::wstring> shown = AnswerBoxWhen([] { return comEnded.load(); });
       returned = object->LoadAddressBook(1, &result);
+      EXPECT_TRUE(comEnded) << "COM was not ended while the box was shown";
       EXPECT_EQ(shown.get(), L"Initialisation routine for AddressBook DLL has not been done.");
     }
   }).join();
