@@ -85,10 +85,10 @@ void Recordset::Open(StringView source, Connection& connection, OpenOptions opti
   contents->ConnectionLink = link;
   const auto statement = link->Get().Prepare(source, {});
   statement->Execute({});
-  connection.StatementWorked();
-  if (statement->Columns().empty()) return;
-  contents->ReadAll(*statement);
-  Take(std::move(contents));
+  const bool hasRows = !statement->Columns().empty();
+  if (hasRows) contents->ReadAll(*statement);
+  connection.StatementWorked();  // not before its rows are there
+  if (hasRows) Take(std::move(contents));
 }
 
 void Recordset::ReadAll(Statement& statement) {
