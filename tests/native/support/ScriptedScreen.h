@@ -18,7 +18,7 @@ namespace ktrv::tests {
 ///   screen.Answer(MessageAnswer::Yes);
 ///   form.cmdDelete.Click();
 ///   EXPECT_EQ(screen.LastMessage().Text, u"...");
-class ScriptedScreen final : public controls::Screen {
+class ScriptedScreen : public controls::Screen {
  public:
   struct Message {
     String Text;

@@ -1,0 +1,82 @@
+#include "tests/native/adversary/FailingAllocations.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace ktrv::tests {
+namespace {
+
+thread_local bool counts = false;
+thread_local std::int64_t counted = 0;
+thread_local std::int64_t failing = 0;
+
+}  // namespace
+
+void FailingAllocations::FailAt(std::int64_t allocation) {
+  counted = 0;
+  failing = allocation;
+}
+
+std::int64_t FailingAllocations::Counted() {
+  return counted;
+}
+
+bool FailingAllocations::HasFailed() {
+  return failing > 0 && counted >= failing;
+}
+
+FailingAllocations::Scope::Scope(bool on) : before_(counts) {
+  counts = on;
+}
+
+FailingAllocations::Scope::~Scope() {
+  counts = before_;
+}
+
+namespace {
+
+void* Allocate(std::size_t size) noexcept {
+  if (counts && ++counted == failing) return nullptr;
+  return std::malloc(size == 0 ? 1 : size);
+}
+
+void* AllocateOrThrow(std::size_t size) {
+  void* memory = Allocate(size);
+  if (!memory) throw std::bad_alloc();
+  return memory;
+}
+
+}  // namespace
+}  // namespace ktrv::tests
+
+// The program's own: all forms, so that none meets another's memory.
+void* operator new(std::size_t size) {
+  return ktrv::tests::AllocateOrThrow(size);
+}
+void* operator new[](std::size_t size) {
+  return ktrv::tests::AllocateOrThrow(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return ktrv::tests::Allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return ktrv::tests::Allocate(size);
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t&) noexcept {
+  std::free(memory);
+}
