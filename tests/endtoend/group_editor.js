@@ -1,5 +1,7 @@
 // A person adds and edits groups with mouse and keyboard, for each dialect word, and the rows that
 // then stand in the database are exactly these.
+// A number that is written into the player's text.
+/* global kListed */
 var connection = WScript.Arguments(0), log = WScript.Arguments(1);
 var kServer = 1, kAdministrator = 1, kSharedGroup = 1;
 var files = WScript.CreateObject("Scripting.FileSystemObject");

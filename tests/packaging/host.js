@@ -6,6 +6,7 @@ if (WScript.Arguments.length > 1) {
   var files = new ActiveXObject("Scripting.FileSystemObject");
   files.CreateTextFile(WScript.Arguments(0)).Close();
   while (!files.FileExists(WScript.Arguments(1))) {
+    // This host is simply there.
   }
 }
 WScript.Quit(7);
