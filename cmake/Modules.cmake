@@ -97,7 +97,7 @@ function(ktrv_test name)
 endfunction()
 
 function(ktrv_test_on_servers name filter labels)
-  if(KTRV_SANITIZE STREQUAL "thread")
+  if(NOT KTRV_TEST_SERVERS OR KTRV_SANITIZE STREQUAL "thread")
     return()  # what has threads there is the contract's
   endif()
   foreach(engine mariadb postgresql)
