@@ -1,5 +1,10 @@
 #include "windows/controls/TextBoxWindow.h"
 
+#include <algorithm>
+
+#include "controls/Input.h"
+#include "windows/controls/Clipboard.h"
+#include "windows/controls/Keys.h"
 #include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
@@ -29,15 +34,57 @@ void TextBoxWindow::OnCommand(WORD code) {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle())), L'\0');
   const int length = GetWindowTextW(Handle(), text.data(), static_cast<int>(text.size()) + 1);
   text.resize(static_cast<std::size_t>(length));
-  box_.UserChanges(FromWide(text));
+  TakeIn(FromWide(text));
+}
+
+void TextBoxWindow::TakeIn(String text) {
+  const StringView former = box_.Text();
+  const auto differs = std::ranges::mismatch(former, text);
+  const auto start = static_cast<std::size_t>(differs.in1 - former.begin());
+  std::size_t behind = 0;
+  while (behind < std::min(former.size(), text.size()) - start &&
+         former[former.size() - 1 - behind] == text[text.size() - 1 - behind]) {
+    ++behind;
+  }
+  const String inserted = text.substr(start, text.size() - behind - start);
+  // A character that was typed has been through the filter.
+  if (typing_ || inserted.empty() || box_.Admitted(inserted) == inserted) {
+    box_.UserChanges(std::move(text));
+    return;
+  }
+  box_.UserSelects(static_cast<int>(start), static_cast<int>(former.size() - behind - start));
+  TextChanged();
+  box_.UserTypes(inserted);
+}
+
+void TextBoxWindow::Paste() {
+  const auto text = ReadClipboard();
+  if (!text) return;
+  DWORD start = 0;
+  DWORD end = 0;
+  Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), &end);
+  box_.UserSelects(static_cast<int>(start), static_cast<int>(end - start));
+  box_.UserTypes(*text);
 }
 
 std::optional<LRESULT> TextBoxWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const bool filters = box_.KeyPress || box_.Insertion;
+  // Left to itself the box would cut the text before the filter sees it.
+  const bool pastes = message == WM_PASTE || (message == WM_KEYDOWN && wParam == VK_INSERT &&
+                                              HeldKeys() == controls::ShiftMask::Shift);
+  if (filters && pastes) {
+    Paste();
+    return 0;
+  }
   if (message != WM_CHAR || !box_.KeyPress) return std::nullopt;
   auto code = static_cast<std::int16_t>(wParam);
   box_.KeyPress(code);
   if (code == 0) return 0;
-  return DefSubclassProc(Handle(), message, static_cast<std::uint16_t>(code), lParam);
+  typing_ = code >= u' ';
+  const LRESULT result =
+      DefSubclassProc(Handle(), message, static_cast<std::uint16_t>(code), lParam);
+  typing_ = false;
+  return result;
 }
 
 }  // namespace ktrv::windows

@@ -1,3 +1,4 @@
+#include <functional>
 #include <gtest/gtest.h>
 
 #include "tests/wine/controls/Play.h"
@@ -130,6 +131,98 @@ TEST_F(TheEditorControls, TakeOnlyWholeCharactersOfAPastedText) {
   SendMessageW(WindowOf(form_.Number), WM_PASTE, 0, 0);
   EXPECT_EQ(form_.Number.Text(), u"1234");
   EXPECT_EQ(TextOf(WindowOf(form_.Number)), u"1234");
+}
+
+/// A box for whole numbers, as the forms make one.
+class ABoxForNumbers : public TheEditorControls {
+ protected:
+  ABoxForNumbers() {
+    form_.Number.KeyPress = [this](std::int16_t& code) {
+      constexpr std::int16_t kPaste = 22;
+      if (code == kPaste ? !IsNumber(*screen_.ClipboardText()) : code < '0' || code > '9') {
+        code = 0;
+      }
+    };
+    form_.Number.Insertion = [](String& text) {
+      while (!text.empty() && text.back() < u' ') text.pop_back();
+      if (!IsNumber(text)) text.clear();
+    };
+    form_.Number.SetText(u"7");
+    form_.Number.SetFocus();
+    Send(EM_SETSEL, 1, 1);
+  }
+  static bool IsNumber(StringView text) { return IsDecimalDigits(text); }
+  void Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    SendMessageW(WindowOf(form_.Number), message, wParam, lParam);
+  }
+  void ShowsAndHolds(StringView text, const char* how) {
+    EXPECT_EQ(form_.Number.Text(), text) << how;
+    EXPECT_EQ(TextOf(WindowOf(form_.Number)), text) << how;
+  }
+  /// In each way in which a text of several characters gets into a box.
+  void InEachWay(const std::function<void(const char* how, const std::function<void()>&)>& check,
+                 StringView text) {
+    const std::wstring wide = ToWide(text);
+    screen_.SetClipboardText(text);
+    HWND box = WindowOf(form_.Number);
+    check("the menu", [&] { Send(WM_PASTE); });
+    check("Shift and Insert", [&] {
+      UiInput::Press(box, VK_INSERT, MK_SHIFT);
+      Pump();
+    });
+    check("an input method",
+          [&] { Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(wide.c_str())); });
+  }
+};
+
+TEST_F(ABoxForNumbers, TakesNoTextThatItsFilterRefuses) {
+  for (const StringView refused : {u"-5", u"1a", u"12 34"}) {
+    InEachWay(
+        [&](const char* how, const std::function<void()>& insert) {
+          insert();
+          ShowsAndHolds(u"7", how);
+        },
+        refused);
+  }
+}
+
+TEST_F(ABoxForNumbers, TakesANumberWithTheLineEndOfASpreadsheet) {
+  InEachWay(
+      [&](const char* how, const std::function<void()>& insert) {
+        insert();
+        ShowsAndHolds(u"712", how);
+        form_.Number.SetText(u"7");
+        Send(EM_SETSEL, 1, 1);
+      },
+      u"12\r\n");
+}
+
+TEST_F(ABoxForNumbers, TakesNoPartOfARefusedTextThatIsTooLong) {
+  screen_.SetClipboardText(u"12345678-9");
+  Send(WM_PASTE);
+  ShowsAndHolds(u"7", "the menu");
+}
+
+TEST_F(ABoxForNumbers, PutsAPastedNumberInThePlaceOfTheSelection) {
+  form_.Number.SetText(u"1234");
+  Send(EM_SETSEL, 1, 3);
+  screen_.SetClipboardText(u"99");
+  Send(WM_PASTE);
+  ShowsAndHolds(u"1994", "the menu");
+  Type(WindowOf(form_.Number), L'5');
+  ShowsAndHolds(u"19954", "typed behind it");
+}
+
+TEST_F(TheEditorControls, LoseNoTextBehindWhichTheFormPutTheCaret) {
+  form_.Number.SetText(u"91");
+  form_.Number.GotFocus = [this] { form_.Number.Select(2, 0); };
+  form_.Check.SetFocus();
+  Pump();
+  form_.Grid.SetFocus();
+  PressKey(VK_TAB);
+  ASSERT_EQ(GetFocus(), WindowOf(form_.Number));
+  Type(WindowOf(form_.Number), L'4');
+  EXPECT_EQ(form_.Number.Text(), u"914");
 }
 
 TEST_F(TheEditorControls, LetTheUserPickADateAndTakeItBack) {
