@@ -1,5 +1,6 @@
 // The selection of FlexGridWindow, told both ways.
 #include <algorithm>
+#include <utility>
 
 #include "windows/controls/FlexGridWindow.h"
 #include "windows/controls/Nesting.h"
@@ -27,6 +28,10 @@ void FlexGridWindow::SetItemState(int item, UINT state, UINT mask) {
 void FlexGridWindow::ShowSelection() {
   const auto& wanted = grid_.Selection();
   constexpr int kAll = -1;
+  // The row from which Shift selects would be an earlier list's, or one that went elsewhere.
+  if (grid_.Row() == 0 || focused_ != grid_.Row() || wanted.Ranges() != selected_.Ranges()) {
+    Send(LVM_SETSELECTIONMARK, 0, grid_.Row() - 1);
+  }
   if (wanted.Ranges() != selected_.Ranges()) {
     if (selected_.Count() > 1000) {
       SetItemState(kAll, 0, LVIS_SELECTED);
@@ -44,7 +49,6 @@ void FlexGridWindow::ShowSelection() {
   focused_ = grid_.Row();
   if (focused_ > 0) {
     SetItemState(focused_ - 1, LVIS_FOCUSED, LVIS_FOCUSED);
-    Send(LVM_SETSELECTIONMARK, 0, focused_ - 1);
   } else {
     SetItemState(kAll, 0, LVIS_FOCUSED);
   }
@@ -69,7 +73,48 @@ void FlexGridWindow::OnItemChanged(const NMLISTVIEW& change) {
 
 void FlexGridWindow::OnRangeChanged(const NMLVODSTATECHANGE& change) {
   if (changing_ > 0 || !((change.uNewState ^ change.uOldState) & LVIS_SELECTED)) return;
+  range_ = {change.iFrom + 1, change.iTo + 1};
   TakeSelection(change.iFrom + 1, change.iTo + 1, change.uNewState & LVIS_SELECTED);
+}
+
+bool FlexGridWindow::IsShown(int row, UINT state) const {
+  return Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row - 1), static_cast<LPARAM>(state)) != 0;
+}
+
+bool FlexGridWindow::AreShown(const controls::RowSelection& rows) const {
+  if (static_cast<int>(Send(LVM_GETSELECTEDCOUNT)) != rows.Count()) return false;
+  // Of many rows the ends of each range tell enough: only a range changes without a word.
+  const bool many = rows.Count() > 1000;
+  for (const auto& range : rows.Ranges()) {
+    const int step = many ? std::max(range.Last - range.First, 1) : 1;
+    for (int row = range.First; row <= range.Last; row += step) {
+      if (!IsShown(row, LVIS_SELECTED)) return false;
+    }
+  }
+  return true;
+}
+
+void FlexGridWindow::ReadSelection() {
+  if (!Handle() || changing_ > 0) return;
+  const auto range = std::exchange(range_, {});
+  constexpr auto kFromTheFirst = static_cast<WPARAM>(-1);
+  if (focused_ > 0 && !IsShown(focused_, LVIS_FOCUSED)) {
+    focused_ = static_cast<int>(Send(LVM_GETNEXTITEM, kFromTheFirst, LVNI_FOCUSED)) + 1;
+    grid_.UserSelectsRange(1, 0, true, focused_);
+  }
+  if (AreShown(selected_)) return;
+  controls::RowSelection shown;
+  shown.Add(range.First, range.Last);
+  if (range.First == 0 || !AreShown(shown)) {
+    shown.Clear();
+    WPARAM item = kFromTheFirst;
+    for (LRESULT next = 0; (next = Send(LVM_GETNEXTITEM, item, LVNI_SELECTED)) >= 0;) {
+      item = static_cast<WPARAM>(next);
+      shown.Add(static_cast<int>(next) + 1, static_cast<int>(next) + 1);
+    }
+  }
+  selected_ = std::move(shown);
+  grid_.UserSelects(selected_.Rows(), focused_);
 }
 
 void FlexGridWindow::TakeSelection(int first, int last, bool selected) {

@@ -133,6 +133,7 @@ std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
       OnClick(MouseButton::Right, reinterpret_cast<const NMITEMACTIVATE&>(header));
       return 1;
     case NM_DBLCLK:
+      ReadSelection();
       if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) grid_.UserDoubleClicks();
       return 0;
     case NM_CUSTOMDRAW:
@@ -168,6 +169,7 @@ LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) {
 }
 
 void FlexGridWindow::OnClick(MouseButton button, const NMITEMACTIVATE& click) {
+  ReadSelection();
   LVHITTESTINFO test{};
   test.pt = click.ptAction;
   Send(LVM_SUBITEMHITTEST, 0, &test);
@@ -206,8 +208,26 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
   }
 }
 
+bool FlexGridWindow::MayChangeSelection(UINT message) const {
+  switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_KEYDOWN:
+    case WM_CHAR:
+      return true;
+    case WM_MOUSEMOVE:
+    case WM_TIMER:
+      return GetCapture() == Handle();  // a rubber band
+    default:
+      return false;
+  }
+}
+
 void FlexGridWindow::AfterMessage(UINT message) {
   if (message == WM_PAINT) painting_ = false;
+  if (MayChangeSelection(message)) ReadSelection();
 }
 
 bool FlexGridWindow::OnKey(WPARAM key) {

@@ -65,6 +65,13 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void OnItemChanged(const NMLISTVIEW& change);
   void OnRangeChanged(const NMLVODSTATECHANGE& change);
   void TakeSelection(int first, int last, bool selected);
+  /// Takes the selection as it is on the screen. The list view tells neither the rows that are no
+  /// longer selected when Shift selects a range, nor a range of a single row.
+  void ReadSelection();
+  bool MayChangeSelection(UINT message) const;
+  bool IsShown(int row, UINT state) const;
+  /// Whether the list view has just these rows selected.
+  bool AreShown(const controls::RowSelection& rows) const;
   void OnClick(controls::MouseButton button, const NMITEMACTIVATE& click);
   LRESULT OnDraw(const NMLVCUSTOMDRAW& draw);
   void DrawPictures(HDC target, int item);
@@ -80,6 +87,7 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   /// What the list view has selected, as far as it has told.
   controls::RowSelection selected_;
   int focused_ = 0;
+  controls::RowSelection::Range range_;  ///< told last since the selection was read
   PictureCache pictures_;
   int changing_ = 0;  ///< more than 0 while the form, not the user, changes the list view
   int redrawOff_ = 0;

@@ -146,6 +146,15 @@ TEST_F(AGridWindow, DoesNotPaintWhileRedrawIsOff) {
   EXPECT_TRUE(IsWindowVisible(List()));
 }
 
+TEST_F(AGridWindow, HoldsTheScreenOnlyWhileRedrawIsOff) {
+  // The system holds the painting of one window at a time.
+  form_.Grid.SetRedraw(false);
+  EXPECT_FALSE(LockWindowUpdate(WindowOf(form_.Tree)));
+  form_.Grid.SetRedraw(true);
+  EXPECT_TRUE(LockWindowUpdate(WindowOf(form_.Tree)));
+  LockWindowUpdate(nullptr);
+}
+
 TEST_F(AGridWindow, StaysHiddenWhenRedrawComesBack) {
   form_.Grid.SetVisible(false);
   form_.Grid.SetRedraw(false);
