@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "component/Session.h"
 #include "forms/addressbook/frmAddressBook.h"
@@ -8,27 +9,42 @@
 namespace ktrv {
 
 /// The windows of one host thread. The address book window stays loaded between calls and is used
-/// again; the dialogs are made afresh for each call and shown through Session::Modal.
+/// again for the same user and database; the dialogs are made afresh for each call and shown
+/// through Session::ShowModal.
 class Dialogs {
  public:
-  /// \param session must outlive the dialogs.
+  /// \param session the host's; must outlive the dialogs.
   explicit Dialogs(Session& session);
   ~Dialogs();
   Dialogs(const Dialogs&) = delete;
   Dialogs& operator=(const Dialogs&) = delete;
 
-  /// The one address book window, made when it is first asked for.
+  /// The one address book window, made from the host's session when it is first asked for.
   forms::frmAddressBook& AddressBook();
+
+  /// Shows the address book to the session's user. A window that shows another user's, or another
+  /// database, is closed, and another one takes its place. The session's open connection becomes
+  /// the new window's. \throws Error
+  void ShowAddressBook();
 
   /// Unloads the windows that are loaded. A failure of one does not keep the others; it is logged.
   /// The objects stay, because one of them may be in the middle of an event.
   void UnloadAll() noexcept;
 
  private:
+  /// A window with the session that it keeps from its first to its last moment.
+  struct Book {
+    explicit Book(Session& host) : Own(host.ForWindow()), Window(Own) {}
+    Session Own;
+    forms::frmAddressBook Window;
+  };
+
   void Unload(controls::Form* form) noexcept;
+  bool BelongsToSession(const Book& book) const;
 
   Session& session_;
-  std::unique_ptr<forms::frmAddressBook> addressBook_;
+  std::unique_ptr<Book> book_;
+  std::vector<std::unique_ptr<Book>> former_;  ///< closed, and perhaps in the middle of an event
 };
 
 }  // namespace ktrv

@@ -9,6 +9,8 @@
 namespace ktrv {
 namespace {
 
+using Purpose = Session::Purpose;
+
 /// The trimmed text of the query's one column. \throws Error NoCurrentRecord without a row.
 String LookUp(Session& session, const String& query, StringView column) {
   database::Recordset rows(session.Environment);
@@ -89,9 +91,10 @@ std::int32_t clsMain::EditContacts(std::int32_t p_UserId, std::int32_t p_Contact
           LookUp(session_, data::EditorQueries::ContactName(session_.EditContactId), u"FNAME");
     }
     session_.CloseConnection();
-    forms::frmNewContact editor(session_);
+    Session own = session_.ForWindow();
+    forms::frmNewContact editor(own);
     editor.Mode = ModeOfOperation::Modify;
-    session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
+    own.ShowModal(Purpose::Contact, editor);
     result = 1;
   };
   return Enter(EntryOperations::kEditContacts, takeArguments, work);
@@ -108,9 +111,10 @@ std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactT
   const auto work = [&](std::int32_t& result) {
     // The editor hands a new contact's id back only where no id stands.
     session_.EditContactId.clear();
-    forms::frmNewContact editor(session_);
+    Session own = session_.ForWindow();
+    forms::frmNewContact editor(own);
     editor.Mode = ModeOfOperation::Add;
-    session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
+    own.ShowModal(Purpose::Contact, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -128,10 +132,12 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
     const String folderId(Trim(m_FolderId));
     // A local group is kept by the host, folder and all.
     if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) CheckGroupFolder(session_, folderId);
-    forms::frmGroupsNew editor(session_);
+    Session own = session_.ForWindow();
+    own.TakeConnectionOf(session_);
+    forms::frmGroupsNew editor(own);
     editor.Mode = ModeOfOperation::Add;
     editor.FolderId = folderId;
-    session_.Modal.Show(ModalDialogs::Kind::Group, editor);
+    own.ShowModal(Purpose::Group, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -154,9 +160,11 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     }
     session_.GroupName = Trim(ToText(names.Field(u"NAME")));
     names.Close();
-    forms::frmGroupsNew editor(session_);
+    Session own = session_.ForWindow();
+    own.TakeConnectionOf(session_);
+    forms::frmGroupsNew editor(own);
     editor.Mode = ModeOfOperation::Modify;
-    session_.Modal.Show(ModalDialogs::Kind::Group, editor);
+    own.ShowModal(Purpose::Group, editor);
     result = 1;
     session_.CloseConnection();
   };
@@ -172,7 +180,7 @@ std::int32_t clsMain::LoadAddressBook(std::int32_t p_UserId) {
       session_.CloseConnection();
       return;
     }
-    dialogs_.AddressBook().Show();
+    dialogs_.ShowAddressBook();
     result = 1;
   };
   return Enter(
@@ -192,9 +200,10 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
       session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
     }
     session_.CloseConnection();
-    forms::frmGroupsNew picker(session_);
+    Session own = session_.ForWindow();
+    forms::frmGroupsNew picker(own);
     picker.LoadGroupFor = LoadGroupFor::SelectReceipient;
-    session_.Modal.Show(ModalDialogs::Kind::Group, picker);
+    own.ShowModal(Purpose::Recipients, picker);
     result = 1;
   };
   return Enter(
@@ -206,9 +215,10 @@ std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
     session_.CloseConnection();
     // Local folders are kept nowhere any more: the editor opens, and its save fails and is logged.
     session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::LocalFolder);
-    forms::frmSelectFolder editor(session_);
+    Session own = session_.ForWindow();
+    forms::frmSelectFolder editor(own);
     editor.Mode = ModeOfOperation::Add;
-    session_.Modal.Show(ModalDialogs::Kind::Folder, editor);
+    own.ShowModal(Purpose::Folder, editor);
     result = 1;
   };
   return Enter(

@@ -24,7 +24,7 @@ class clsMain {
   void SetLogFile(String path) { session_.StoredLogFile = std::move(path); }
   const String& ClientDBString() const { return session_.StoredClientDBString; }
   void SetClientDBString(String text) { session_.StoredClientDBString = std::move(text); }
-  /// The string of every later open of the session's connection.
+  /// The string of every later open of the session's connection. Windows that are open keep theirs.
   const String& RemoteDBString() const { return session_.SessionConnectionString; }
   void SetRemoteDBString(String text) { session_.SessionConnectionString = std::move(text); }
   const String& NewContactId() const { return session_.EditContactId; }

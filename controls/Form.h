@@ -62,6 +62,8 @@ class Form {
   void Unload();
   bool IsLoaded() const { return loaded_; }
   bool IsVisible() const { return visible_; }
+  /// Whether it is unloaded, its window has gone too and no event of it runs that kept it.
+  bool IsGone() const { return !loaded_ && !peer_ && stays_ == 0; }
 
   const Design& Layout() const { return design_; }
   const String& Caption() const { return design_.Caption; }

@@ -9,7 +9,7 @@
 namespace ktrv::forms {
 namespace {
 
-using Kind = ModalDialogs::Kind;
+using Purpose = Session::Purpose;
 
 /// The contact editor takes folders of 16 bits; nothing for others.
 std::optional<std::int16_t> ShortId(StringView id) {
@@ -20,72 +20,78 @@ std::optional<std::int16_t> ShortId(StringView id) {
 
 }  // namespace
 
-void ItemEditors::WorkOnShared() {
+Session ItemEditors::OnShared() {
   session_.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact);
   session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+  return session_.ForWindow();
 }
 
 bool ItemEditors::NewContact(StringView folderId) {
   const auto folder = ShortId(folderId);
   if (!folder) throw Error(ErrorNumber::Overflow, u"Overflow");
-  // The editor hands a new contact's id back only where no id stands, and what a host preset for a
-  // contact of its own is no start for this one.
-  session_.EditContactId.clear();
-  session_.PresetContactName.clear();
-  session_.PresetMobileNo.clear();
-  WorkOnShared();
-  frmNewContact editor(session_);
+  Session own = OnShared();
+  // The editor hands a new contact's id back only where no id stands, and what was preset for
+  // another one is no start for this one.
+  own.EditContactId.clear();
+  own.PresetContactName.clear();
+  own.PresetMobileNo.clear();
+  frmNewContact editor(own);
   editor.Mode = ModeOfOperation::Add;
   editor.FolderId = *folder;
-  session_.Modal.Show(Kind::Contact, editor);
-  return !session_.SavedContactName.empty();
+  own.ShowModal(Purpose::Contact, editor);
+  session_.Take(Purpose::Contact, own);
+  return !own.SavedContactName.empty();
 }
 
 void ItemEditors::EditContact(const String& contactId, StringView folderId) {
-  session_.EditContactId = contactId;
-  WorkOnShared();
-  frmNewContact editor(session_);
+  Session own = OnShared();
+  own.EditContactId = contactId;
+  frmNewContact editor(own);
   editor.Mode = ModeOfOperation::Modify;
   editor.FolderId = ShortId(folderId).value_or(0);  // a contact that is there keeps its folder
-  session_.Modal.Show(Kind::Contact, editor);
+  own.ShowModal(Purpose::Contact, editor);
 }
 
 ItemEditors::GroupOutcome ItemEditors::NewGroup(const String& folderId) {
-  session_.GroupId.clear();
-  session_.GroupName.clear();
-  WorkOnShared();
-  frmGroupsNew editor(session_);
+  Session own = OnShared();
+  own.GroupId.clear();
+  own.GroupName.clear();
+  frmGroupsNew editor(own);
   editor.Mode = ModeOfOperation::Add;
   editor.FolderId = folderId;
-  session_.Modal.Show(Kind::Group, editor);
-  return {.Saved = !session_.GroupId.empty(), .HasOpenedContacts = editor.HasOpenedContacts()};
+  own.ShowModal(Purpose::Group, editor);
+  session_.Take(Purpose::Group, own);
+  return {.Saved = !own.GroupId.empty(), .HasOpenedContacts = editor.HasOpenedContacts()};
 }
 
 bool ItemEditors::EditGroup(const String& groupId, const String& name) {
-  session_.GroupId = groupId;
-  session_.GroupName = name;
-  WorkOnShared();
-  frmGroupsNew editor(session_);
+  Session own = OnShared();
+  own.GroupId = groupId;
+  own.GroupName = name;
+  frmGroupsNew editor(own);
   editor.Mode = ModeOfOperation::Modify;
-  session_.Modal.Show(Kind::Group, editor);
-  return session_.GroupId == groupId;  // empty after a cancel
+  own.ShowModal(Purpose::Group, editor);
+  session_.Take(Purpose::Group, own);
+  return own.GroupId == groupId;  // empty after a cancel
 }
 
 bool ItemEditors::NewFolder() {
+  Session own = session_.ForWindow();
   // The editor's check box turns it into a remote one.
-  session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::SharedFolder);
-  frmSelectFolder editor(session_);
+  own.FolderType = static_cast<std::int32_t>(TypeOfFolder::SharedFolder);
+  frmSelectFolder editor(own);
   editor.Mode = ModeOfOperation::Add;
-  session_.Modal.Show(Kind::Folder, editor);
-  return !session_.SavedFolderId.empty();
+  own.ShowModal(Purpose::Folder, editor);
+  return !own.SavedFolderId.empty();
 }
 
 void ItemEditors::EditFolder(const String& folderId, TypeOfFolder type) {
-  session_.FolderType = static_cast<std::int32_t>(type);
-  frmSelectFolder editor(session_);
+  Session own = session_.ForWindow();
+  own.FolderType = static_cast<std::int32_t>(type);
+  frmSelectFolder editor(own);
   editor.Mode = ModeOfOperation::Modify;
   editor.FolderIdText = folderId;
-  session_.Modal.Show(Kind::Folder, editor);
+  own.ShowModal(Purpose::Folder, editor);
 }
 
 }  // namespace ktrv::forms

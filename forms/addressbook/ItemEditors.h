@@ -4,8 +4,8 @@
 
 namespace ktrv::forms {
 
-/// Opens the editors of the address book's items modally and hands each what it reads from the
-/// session. All throw Error.
+/// Opens the editors of the address book's items modally, each on a session of its own. All throw
+/// Error.
 class ItemEditors {
  public:
   explicit ItemEditors(Session& session) : session_(session) {}
@@ -28,7 +28,8 @@ class ItemEditors {
   void EditFolder(const String& folderId, TypeOfFolder type);
 
  private:
-  void WorkOnShared();
+  /// The session of an editor of shared items.
+  Session OnShared();
 
   Session& session_;
 };

@@ -96,7 +96,10 @@ void frmAddressBook::Form_Load() {
 
 void frmAddressBook::Form_QueryUnload() {
   commands_.Stop();
-  Event(u"Form_QueryUnload", [&] { contactList_.Close(); });
+  Event(u"Form_QueryUnload", [&] {
+    contactList_.Close();
+    session_.CloseConnection();
+  });
 }
 
 void frmAddressBook::LoadTreeView() {

@@ -22,11 +22,12 @@ class PropertiesFlag {
 
 bool OpenGroupProperties(Session& session, const String& groupId, const String& groupName) {
   const PropertiesFlag open(session.OpenForProperties);
-  session.GroupId = groupId;
-  session.GroupName = groupName;
-  frmGroupsNew properties(session);
+  Session own = session.ForWindow();
+  own.GroupId = groupId;
+  own.GroupName = groupName;
+  frmGroupsNew properties(own);
   properties.Mode = ModeOfOperation::Modify;
-  session.Modal.Show(ModalDialogs::Kind::Group, properties);
+  own.ShowModal(Session::Purpose::Group, properties);
   return properties.HasOpenedContacts();
 }
 

@@ -64,10 +64,12 @@ frmGroupsNew::frmGroupsNew(Session& session)
     control->SetVisible(false);
   }
   contacts_.OpenEditor = [this](ModeOfOperation mode, std::int16_t folderId) {
-    frmNewContact editor(session_);
+    Session own = session_.ForWindow();
+    frmNewContact editor(own);
     editor.Mode = mode;
     editor.FolderId = folderId;
-    session_.Modal.Show(ModalDialogs::Kind::Contact, editor);
+    own.ShowModal(Session::Purpose::Contact, editor);
+    session_.Take(Session::Purpose::Contact, own);
   };
   contacts_.OpenGroup = [this](const String& id, const String& name) {
     return OpenGroupProperties(session_, id, name);

@@ -189,7 +189,7 @@ TEST_F(EditorOperationsTest, ArgumentsAreTakenBeforeTheUserIsRefused) {
 }
 
 TEST_F(EditorOperationsTest, AFailureOfTheEditorsOwnLoadingIsLoggedThereAndTheResultStaysOne) {
-  database.Run({u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 40000"});
+  database.Run({u"ALTER TABLE SMS_ABCONTACTS RENAME COLUMN HOBBY TO PASTIME"});
   CancelContact();
   EXPECT_EQ(component.EditContacts(kClerk, kShared, 5, u"", u""), 1);
   EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact"),
