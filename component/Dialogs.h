@@ -27,6 +27,11 @@ class Dialogs {
   /// the new window's. \throws Error
   void ShowAddressBook();
 
+  /// An object of the thread begins to use the windows.
+  void Join() noexcept { ++users_; }
+  /// \return whether it was the last one
+  bool Leave() noexcept { return --users_ == 0; }
+
   /// Unloads the windows that are loaded. A failure of one does not keep the others; it is logged.
   /// The objects stay, because one of them may be in the middle of an event.
   void UnloadAll() noexcept;
@@ -43,6 +48,7 @@ class Dialogs {
   bool BelongsToSession(const Book& book) const;
 
   Session& session_;
+  int users_ = 0;
   std::unique_ptr<Book> book_;
   std::vector<std::unique_ptr<Book>> former_;  ///< closed, and perhaps in the middle of an event
 };

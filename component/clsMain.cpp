@@ -30,9 +30,12 @@ void CheckGroupFolder(Session& session, const String& folderId) {
 
 }  // namespace
 
-clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialogs_(dialogs) {}
+clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialogs_(dialogs) {
+  dialogs_.Join();
+}
 
 clsMain::~clsMain() {
+  if (!dialogs_.Leave()) return;
   dialogs_.UnloadAll();
   session_.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
                 [&] { session_.CloseConnection(); });

@@ -16,7 +16,8 @@ class clsMain {
  public:
   /// Both must outlive the object.
   clsMain(Session& session, Dialogs& dialogs);
-  ~clsMain();  ///< Class_Terminate: unloads the dialogs and closes the connection.
+  /// Class_Terminate: the last object of the thread unloads the dialogs and closes the connection.
+  ~clsMain();
   clsMain(const clsMain&) = delete;
   clsMain& operator=(const clsMain&) = delete;
 

@@ -262,11 +262,12 @@ TEST_F(EditorOperationsTest, ADatabaseThatCannotBeReachedIsLogged) {
   EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occured. Sub: LoadFolders, Module: clsMain"), 1);
 }
 
-TEST_F(EditorOperationsTest, TheEndOfAnotherComponentObjectUnloadsTheOpenDialog) {
+TEST_F(EditorOperationsTest, TheEndOfAnotherComponentObjectLeavesTheDialogOpen) {
   auto other = std::make_unique<clsMain>(session, dialogs);
-  screen.PlayModal([&](controls::Form& form) {
+  PlayContact([&](forms::frmNewContact& form) {
     other.reset();
-    EXPECT_FALSE(form.IsLoaded());
+    EXPECT_TRUE(form.IsLoaded());
+    form.cmdCancel.UserClicks();
   });
   EXPECT_EQ(component.AddContacts(kClerk, kLocal, u"", u""), 1);
 }

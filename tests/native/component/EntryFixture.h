@@ -66,7 +66,8 @@ class EntryFixture : public testing::Test {
       system,
       {[this](StringView) -> database::Driver& { return driver; }, screen.Dispatcher.Post()}};
   Dialogs dialogs{session};
-  clsMain main{session, dialogs};
+  std::unique_ptr<clsMain> last = std::make_unique<clsMain>(session, dialogs);
+  clsMain& main = *last;
 };
 
 }  // namespace ktrv::tests

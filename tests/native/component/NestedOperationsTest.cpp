@@ -34,75 +34,75 @@ struct NestedOperationsTest : DialogFixture {
   }
 
   Dialogs dialogs{session};
-  clsMain main{session, dialogs};
+  std::unique_ptr<clsMain> main = std::make_unique<clsMain>(session, dialogs);
 };
 
 TEST_F(NestedOperationsTest, AContactIsSavedAsTheOneThatWasOpened) {
   In<forms::frmNewContact>([this](forms::frmNewContact& editor) {
     CloseNext();
-    EXPECT_EQ(main.EditContacts(1, 1, 2, {}, {}), 1);
+    EXPECT_EQ(main->EditContacts(1, 1, 2, {}, {}), 1);
     editor.txtFname.SetText(u"Anna");
     editor.cmdSave.UserClicks();
   });
-  EXPECT_EQ(main.EditContacts(1, 1, 1, {}, {}), 1);
+  EXPECT_EQ(main->EditContacts(1, 1, 1, {}, {}), 1);
   EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS ORDER BY ID"),
             (Lines{u"Anna", u"Bert"}));
-  EXPECT_EQ(main.NewContactId(), u"1");
+  EXPECT_EQ(main->NewContactId(), u"1");
 }
 
 TEST_F(NestedOperationsTest, ANewContactStaysANewOne) {
   In<forms::frmNewContact>([this](forms::frmNewContact& editor) {
     CloseNext();
-    EXPECT_EQ(main.EditContacts(1, 1, 2, {}, {}), 1);
+    EXPECT_EQ(main->EditContacts(1, 1, 2, {}, {}), 1);
     editor.txtFname.SetText(u"Carl");
     editor.cmdSave.UserClicks();
   });
-  EXPECT_EQ(main.AddContacts(1, 1, {}, {}), 1);
+  EXPECT_EQ(main->AddContacts(1, 1, {}, {}), 1);
   EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS ORDER BY ID"),
             (Lines{u"Ann", u"Bert", u"Carl"}));
-  EXPECT_EQ(main.NewContactId(), u"3");
+  EXPECT_EQ(main->NewContactId(), u"3");
 }
 
 TEST_F(NestedOperationsTest, AGroupIsSavedAsTheOneThatWasOpened) {
   In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
     ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Members().IsLoading(); }));
     CloseNext();
-    EXPECT_EQ(main.EditGroup(1, u"6", 1, {}), 1);
+    EXPECT_EQ(main->EditGroup(1, u"6", 1, {}), 1);
     editor.txtGroupName.SetText(u"Ship");
     editor.cmdOK.UserClicks();
   });
-  EXPECT_EQ(main.EditGroup(1, u"5", 1, {}), 1);
+  EXPECT_EQ(main->EditGroup(1, u"5", 1, {}), 1);
   EXPECT_EQ(Log(), u"");
   EXPECT_TRUE(screen.Messages.empty());
   EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"), (Lines{u"Ship", u"Crew"}));
   EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS ORDER BY GROUP_ID"),
             (Lines{u"5|1|S", u"6|2|S"}));
-  EXPECT_EQ(main.NewGroupId(), u"5");
+  EXPECT_EQ(main->NewGroupId(), u"5");
 }
 
 TEST_F(NestedOperationsTest, ASharedGroupIsSavedThoughAGeneralUsersLocalOneWasOpenMeanwhile) {
   In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
     ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Members().IsLoading(); }));
     CloseNext();
-    EXPECT_EQ(main.AddGroup(2, u"0", 1, {}), 1);
+    EXPECT_EQ(main->AddGroup(2, u"0", 1, {}), 1);
     editor.txtGroupName.SetText(u"Ship");
     editor.cmdOK.UserClicks();
   });
-  EXPECT_EQ(main.EditGroup(1, u"5", 1, {}), 1);
+  EXPECT_EQ(main->EditGroup(1, u"5", 1, {}), 1);
   EXPECT_EQ(Log(), u"");
   EXPECT_TRUE(screen.Messages.empty());
   EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"), (Lines{u"Ship", u"Crew"}));
 }
 
 TEST_F(NestedOperationsTest, AFolderOfTheAddressBookIsSavedThoughTheHostsEditorWasOpenMeanwhile) {
-  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  ASSERT_EQ(main->LoadAddressBook(1), 1);
   forms::frmAddressBook& book = dialogs.AddressBook();
   book.tvwContacts.UserClicks(*book.tvwContacts.Find(u"SFLD1"));
   ASSERT_TRUE(screen.WaitUntil([&] { return book.StatusBar1.PanelCount() == 2; }));
   book.tvwContacts.UserFocuses(true);
   In<forms::frmSelectFolder>([this](forms::frmSelectFolder& editor) {
     CloseNext();
-    EXPECT_EQ(main.LoadFolders(1), 1);
+    EXPECT_EQ(main->LoadFolders(1), 1);
     editor.txtFolderName.SetText(u"People");
     editor.cmdOK.UserClicks();
   });
@@ -113,13 +113,13 @@ TEST_F(NestedOperationsTest, AFolderOfTheAddressBookIsSavedThoughTheHostsEditorW
 TEST_F(NestedOperationsTest, AFailureIsLoggedThoughTheHostCalledInitMeanwhile) {
   const StringView log = u"C:\\the logs of a program\\address book.log";
   const String connection = session.SessionConnectionString;
-  ASSERT_EQ(main.Init({}, connection, 1, u"SQL", log), 1);
-  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  ASSERT_EQ(main->Init({}, connection, 1, u"SQL", log), 1);
+  ASSERT_EQ(main->LoadAddressBook(1), 1);
   forms::frmAddressBook& book = dialogs.AddressBook();
   book.tvwContacts.UserClicks(*book.tvwContacts.Find(u"SHGR5"));
   ASSERT_TRUE(screen.WaitUntil([&] { return book.StatusBar1.PanelCount() == 2; }));
   In<forms::frmNewContact>([&](forms::frmNewContact& editor) {
-    EXPECT_EQ(main.Init({}, connection, 1, u"SQL", log), 1);
+    EXPECT_EQ(main->Init({}, connection, 1, u"SQL", log), 1);
     editor.txtFname.SetText(u"Zoe");
     editor.cmdSave.UserClicks();
     database.Run({u"DROP TABLE SMS_ABGROUPMAPS"});
@@ -129,7 +129,7 @@ TEST_F(NestedOperationsTest, AFailureIsLoggedThoughTheHostCalledInitMeanwhile) {
 }
 
 TEST_F(NestedOperationsTest, TheAddressBookIsClosedBeforeTheEditorThatItOpened) {
-  ASSERT_EQ(main.LoadAddressBook(1), 1);
+  ASSERT_EQ(main->LoadAddressBook(1), 1);
   forms::frmAddressBook& book = dialogs.AddressBook();
   /// Tells, when it goes, whether the address book is still there.
   struct Editor final : controls::Form {
@@ -139,17 +139,17 @@ TEST_F(NestedOperationsTest, TheAddressBookIsClosedBeforeTheEditorThatItOpened) 
     forms::frmAddressBook& Book;
     bool BookWasOpen = true;
   } editor(screen, book);
-  screen.PlayModal([&](controls::Form&) { clsMain second(session, dialogs); });
+  screen.PlayModal([&](controls::Form&) { main.reset(); });
   session.Modal.Show(ModalDialogs::Kind::Contact, editor);
   EXPECT_FALSE(editor.BookWasOpen);
 }
 
-TEST_F(NestedOperationsTest, TheEndOfAnObjectClosesWhatTheAddressBookOpened) {
-  ASSERT_EQ(main.LoadAddressBook(1), 1);
+TEST_F(NestedOperationsTest, TheEndOfTheLastObjectClosesWhatTheAddressBookOpened) {
+  ASSERT_EQ(main->LoadAddressBook(1), 1);
   forms::frmAddressBook& book = dialogs.AddressBook();
   bool loaded = true;
   screen.PlayModal([&](controls::Form& editor) {
-    { clsMain second(session, dialogs); }
+    main.reset();
     loaded = editor.IsLoaded();
     editor.Unload();
   });

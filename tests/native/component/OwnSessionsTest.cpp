@@ -347,6 +347,22 @@ TEST_F(OwnSessionsTest, ARefusedLoadChangesNoOpenWindow) {
 
 // Objects.
 
+TEST_F(OwnSessionsTest, AnotherObjectsEndClosesNothing) {
+  AtServer();
+  OpenBook();
+  In<forms::frmGroupsNew>([this](forms::frmGroupsNew& picker) {
+    ASSERT_TRUE(Come(picker));
+    { clsMain second(session, dialogs); }
+    EXPECT_TRUE(picker.IsLoaded());
+    picker.vsfFolderContacts.UserSelects({1}, 1);
+    picker.cmdSelect.UserClicks();
+    picker.cmdOK.UserClicks();
+  });
+  EXPECT_EQ(main.LoadRecipients(kAdministrator, false), 1);
+  EXPECT_EQ(main.SelectedRecipients()->Count(), 1);
+  EXPECT_TRUE(Book().IsLoaded());
+}
+
 TEST_F(OwnSessionsTest, AWindowOnItsWayOutIsNotTheOneShown) {
   OpenBook();
   const auto realised = [&] { return std::count(screen.Log.begin(), screen.Log.end(), "realise"); };

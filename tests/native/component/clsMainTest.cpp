@@ -46,31 +46,40 @@ TEST_F(clsMainTest, LoadAddressBookOpensForAnAdministratorAtTheServer) {
   EXPECT_EQ(main.NewContactType(), u"1");
 }
 
-TEST_F(clsMainTest, TheEndOfAnyObjectUnloadsTheWindow) {
+TEST_F(clsMainTest, TheEndOfTheLastObjectUnloadsTheWindow) {
   Initialise();
   {
     clsMain second(session, dialogs);
     ASSERT_EQ(second.LoadAddressBook(2), 1);
   }
+  EXPECT_TRUE(dialogs.AddressBook().IsLoaded());
+  last.reset();
   EXPECT_FALSE(dialogs.AddressBook().IsLoaded());
 }
 
-TEST_F(clsMainTest, TheEndOfAnObjectClosesTheConnection) {
+TEST_F(clsMainTest, TheEndOfTheLastObjectClosesTheConnections) {
   Initialise();
-  {
-    clsMain second(session, dialogs);
-    ASSERT_EQ(second.LoadAddressBook(2), 1);
-    ASSERT_EQ(driver.LinksAlive(), 1);
-  }
+  // The one refusal that leaves the host's connection open.
+  ASSERT_EQ(main.EditContacts(9, 0, 5, {}, {}), 0);
+  ASSERT_TRUE(IsConnected());
+  last.reset();
   EXPECT_FALSE(IsConnected());
   EXPECT_EQ(driver.LinksAlive(), 0);
 }
 
-TEST_F(clsMainTest, TheEndOfAnObjectClosesAnEditorThatAnotherShows) {
+TEST_F(clsMainTest, TheEndOfTheLastObjectClosesTheWindowsConnection) {
+  Initialise();
+  ASSERT_EQ(main.LoadAddressBook(2), 1);
+  ASSERT_EQ(driver.LinksAlive(), 1);
+  last.reset();
+  EXPECT_EQ(driver.LinksAlive(), 0);
+}
+
+TEST_F(clsMainTest, TheEndOfTheLastObjectClosesAnOpenEditor) {
   Initialise();
   bool loaded = true;
   screen.PlayModal([&](controls::Form& form) {
-    { clsMain second(session, dialogs); }
+    dialogs.UnloadAll();
     loaded = form.IsLoaded();
     form.Unload();
   });
