@@ -28,6 +28,12 @@ void CheckGroupFolder(Session& session, const String& folderId) {
   throw Error(ErrorNumber::InvalidProcedureCall, u"Groups can be made in shared folders only");
 }
 
+/// The number as the database gives it back; a text that is no number as it is.
+String WithoutZeros(StringView id) {
+  while (id.size() > 1 && id.front() == u'0' && IsDecimalDigits(id)) id.remove_prefix(1);
+  return String(id);
+}
+
 }  // namespace
 
 clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialogs_(dialogs) {
@@ -157,17 +163,23 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
   const auto work = [&](std::int32_t& result) {
     // Only shared groups can be opened this way: for a local one the name is read from a result
     // that was never opened, and that failure is the answer.
+    session_.GroupName.clear();
+    const String asGiven = session_.GroupId;
+    const String id = WithoutZeros(asGiven);
     database::Recordset names(session_.Environment);
     if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) {
-      names.Open(data::EditorQueries::GroupName(session_.GroupId), session_.OpenConnection());
+      names.Open(data::EditorQueries::GroupName(id), session_.OpenConnection());
     }
     session_.GroupName = Trim(ToText(names.Field(u"NAME")));
     names.Close();
     Session own = session_.ForWindow();
     own.TakeConnectionOf(session_);
+    own.GroupId = id;
     forms::frmGroupsNew editor(own);
     editor.Mode = ModeOfOperation::Modify;
     own.ShowModal(Purpose::Group, editor);
+    // The host finds its id as it wrote it.
+    if (session_.GroupId == id) session_.GroupId = asGiven;
     result = 1;
     session_.CloseConnection();
   };

@@ -86,6 +86,32 @@ TEST_F(GroupOperationsTest, EditedGroupIsRenamed) {
   EXPECT_EQ(main.NewGroupName(), u"Best friends");
 }
 
+TEST_F(GroupOperationsTest, IdWithZerosKeepsNoGroupFromBeingSaved) {
+  Initialise(kServer);
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = ", {{u"NAME"}}, {{u"Friends"}});
+  driver.Changes(u"UPDATE SMS_ABGROUPS", 0);  // it was called so already
+  driver.Changes(u"DELETE FROM SMS_ABGROUPMAPS", 0);
+  driver.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"3"}});
+  for (const StringView id : {u"003", u"3"}) {
+    Play([](frmGroupsNew& dialog) {
+      dialog.cmdOK.UserClicks();
+      EXPECT_FALSE(dialog.IsLoaded());
+      dialog.Unload();
+    });
+    EXPECT_EQ(main.EditGroup(1, id, 1, {}), 1);
+    EXPECT_EQ(main.NewGroupId(), id) << "the host finds its id as it wrote it";
+  }
+}
+
+TEST_F(GroupOperationsTest, GroupThatIsNotThereHasNoOthersName) {
+  Initialise(kServer);
+  session.GroupName = u"Other";
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 3", {{u"NAME"}}, {});
+  EXPECT_EQ(main.EditGroup(1, u"3", 0, {}), 0);
+  EXPECT_EQ(main.NewGroupId(), u"3");
+  EXPECT_EQ(main.NewGroupName(), u"");
+}
+
 TEST_F(GroupOperationsTest, SharedGroupThatIsNotThereIsLoggedAndNothingShown) {
   Initialise(kServer);
   driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 3", {{u"NAME"}}, {});
