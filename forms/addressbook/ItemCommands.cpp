@@ -32,7 +32,8 @@ ItemCommands::~ItemCommands() {
 }
 
 void ItemCommands::Run(StringView context, const std::function<void()>& command) {
-  if (running_ || deletion_) return;
+  // A menu may have been open when the window went.
+  if (running_ || deletion_ || !window_.IsLoaded()) return;
   struct Running {
     bool& Flag;
     ~Running() { Flag = false; }

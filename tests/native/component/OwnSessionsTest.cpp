@@ -363,6 +363,15 @@ TEST_F(OwnSessionsTest, AnotherObjectsEndClosesNothing) {
   EXPECT_TRUE(Book().IsLoaded());
 }
 
+TEST_F(OwnSessionsTest, AMenuThatOutlivesTheObjectOpensNoEditor) {
+  OpenBook();
+  screen.Choose(u"mnuSharedContactContext");
+  screen.WhileMenuIsOpen([&] { dialogs.UnloadAll(); });
+  Book().ShowItemContextMenu();
+  EXPECT_EQ(std::count(screen.Log.begin(), screen.Log.end(), "modal"), 0);
+  EXPECT_EQ(Log(), u"");
+}
+
 TEST_F(OwnSessionsTest, AWindowOnItsWayOutIsNotTheOneShown) {
   OpenBook();
   const auto realised = [&] { return std::count(screen.Log.begin(), screen.Log.end(), "realise"); };

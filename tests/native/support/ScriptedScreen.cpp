@@ -66,6 +66,7 @@ void ScriptedScreen::ShowMenu(controls::Form&, controls::Menu& menu, std::option
     if (item.Visible) shown.Names.push_back(item.Name);
   }
   Menus.push_back(std::move(shown));
+  if (const auto happens = Next(menuHappenings_)) (*happens)();
   const String choice = Next(choices_).value_or(String());
   if (choice.empty()) return;
   controls::MenuItem* item = menu.Find(choice);

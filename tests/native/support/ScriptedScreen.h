@@ -42,6 +42,10 @@ class ScriptedScreen : public controls::Screen {
   void PlayModal(std::function<void(controls::Form&)> play) { plays_.push_back(std::move(play)); }
   /// The item that the user chooses from the next menu; empty for none.
   void Choose(String itemName) { choices_.push_back(std::move(itemName)); }
+  /// Runs while the next menu is open.
+  void WhileMenuIsOpen(std::function<void()> happens) {
+    menuHappenings_.push_back(std::move(happens));
+  }
   std::optional<String> Clipboard;
 
   // What was shown.
@@ -73,6 +77,7 @@ class ScriptedScreen : public controls::Screen {
   std::unique_ptr<controls::Language> language_ = MakeUserLanguage();
   std::deque<std::int16_t> answers_;
   std::deque<std::function<void()>> happenings_;
+  std::deque<std::function<void()>> menuHappenings_;
   std::deque<std::function<void(controls::Form&)>> plays_;
   std::deque<String> choices_;
 };
