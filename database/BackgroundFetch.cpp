@@ -7,6 +7,7 @@
 #include <deque>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <utility>
 #include <variant>
@@ -85,6 +86,8 @@ struct Ended {
 
 using Item = std::variant<std::vector<Column>, std::unique_ptr<RowBlock>, Ended>;
 
+constexpr std::chrono::milliseconds kPatience{100};
+
 }  // namespace
 
 /// What the fetching thread and the user-interface thread share. Only one closure is under way at a
@@ -123,11 +126,18 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     return true;
   }
 
+  /// The last that is handed over: without it a list would be loading for ever, so it is tried
+  /// until it works.
+  void HandEnd(Ended ended) noexcept {
+    while (!TryToHandEnd(ended)) std::this_thread::sleep_for(kPatience);
+  }
+
   // On the user-interface thread.
 
   void GiveUp() {
     const std::lock_guard lock(mutex_);
     items_.clear();
+    end_.reset();
     if (std::exchange(givenUp_, true) || !statement_) return;
     statement_->Cancel();
     Insist();
@@ -137,7 +147,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     GiveUp();
     {
       const std::lock_guard lock(mutex_);
-      items_.emplace_back(Ended{std::nullopt, EventStatus::Cancelled});
+      end_ = Ended{std::nullopt, EventStatus::Cancelled};
       if (std::exchange(posted_, true)) return;
     }
     PostDelivery();
@@ -166,13 +176,33 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
   void CancelUntilEnded() noexcept {
-    constexpr std::chrono::milliseconds kPatience{100};
     std::unique_lock lock(mutex_);
     while (!ended_.wait_for(lock, kPatience, [this] { return !statement_; })) statement_->Cancel();
   }
 
   void PostDelivery() {
-    post_([self = shared_from_this()] { self->Deliver(); });
+    try {
+      post_([self = shared_from_this()] { self->Deliver(); });
+    } catch (...) {
+      const std::lock_guard lock(mutex_);
+      posted_ = false;
+      throw;
+    }
+  }
+
+  bool TryToHandEnd(Ended& ended) noexcept {
+    {
+      const std::lock_guard lock(mutex_);
+      if (givenUp_) return true;
+      if (!end_) end_ = std::move(ended);
+      if (std::exchange(posted_, true)) return true;
+    }
+    try {
+      PostDelivery();
+      return true;
+    } catch (...) {
+      return false;
+    }
   }
 
   void Deliver() {
@@ -180,27 +210,45 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     bool more = false;
     {
       const std::lock_guard lock(mutex_);
-      if (items_.empty()) {
+      if (!items_.empty()) {
+        item = std::move(items_.front());
+        items_.pop_front();
+      } else if (end_) {
+        item = *std::exchange(end_, std::nullopt);
+      } else {
         posted_ = false;
         return;
       }
-      item = std::move(items_.front());
-      items_.pop_front();
-      posted_ = more = !items_.empty();
+      posted_ = more = !items_.empty() || end_;
     }
-    // Before the receiver is called, because it may throw.
-    if (more) PostDelivery();
-    if (receiver_) HandOver(item);
+    bool taken = false;
+    try {
+      // Before the receiver is called, because it may throw.
+      if (more) PostDelivery();
+      taken = TakeIn(item);
+    } catch (...) {
+      GiveUp();
+      item = Ended{Error::Current(), EventStatus::ErrorsOccurred};
+    }
+    if (taken && receiver_) receiver_->RowsTaken();
+    if (const auto* ended = std::get_if<Ended>(&item)) TellEnd(*ended);
   }
 
-  void HandOver(Item& item) {
+  /// \return whether it was rows.
+  bool TakeIn(Item& item) const {
+    if (!receiver_) return false;
     if (auto* columns = std::get_if<std::vector<Column>>(&item)) {
       receiver_->ColumnsCame(std::move(*columns));
     } else if (auto* rows = std::get_if<std::unique_ptr<RowBlock>>(&item)) {
       receiver_->RowsCame(std::move(*rows));
-    } else {
-      const Ended& ended = std::get<Ended>(item);
-      receiver_->FetchEnded(ended.Failure ? &*ended.Failure : nullptr, ended.Status);
+      return true;
+    }
+    return false;
+  }
+
+  void TellEnd(const Ended& ended) {
+    if (Receiver* const receiver = std::exchange(receiver_, nullptr)) {
+      receiver->FetchEnded(ended.Failure ? &*ended.Failure : nullptr, ended.Status);
     }
   }
 
@@ -210,6 +258,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   std::mutex mutex_;
   std::condition_variable ended_;  // the statement
   std::deque<Item> items_;
+  std::optional<Ended> end_;  // follows the items; needs no memory of its own
   bool posted_ = false;  // a closure is under way
   bool givenUp_ = false;
   Statement* statement_ = nullptr;
@@ -231,17 +280,13 @@ class BackgroundFetch::Worker {
 
   /// The edge of the thread: nothing may be thrown out of it.
   void operator()() noexcept {
+    Ended ended;
     try {
-      Ended ended;
-      try {
-        Fetch();
-      } catch (...) {
-        ended = {Error::Current(), EventStatus::ErrorsOccurred};
-      }
-      exchange_->Hand(std::move(ended));
+      Fetch();
     } catch (...) {
-      // Not even the failure could be handed over: there is nobody left to tell.
+      ended = {Error::Current(), EventStatus::ErrorsOccurred};
     }
+    exchange_->HandEnd(std::move(ended));
   }
 
  private:

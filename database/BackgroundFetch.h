@@ -17,8 +17,11 @@ class BackgroundFetch {
   class Receiver {
    public:
     virtual ~Receiver() = default;
+    // The rows that cannot be taken in are lost: what these two throw ends the fetch as failed.
     virtual void ColumnsCame(std::vector<Column> columns) = 0;
     virtual void RowsCame(std::unique_ptr<RowBlock> rows) = 0;
+    /// Follows each RowsCame. What it throws is the user-interface thread's business.
+    virtual void RowsTaken() = 0;
     /// The last call, exactly once. \param error the failure when status is ErrorsOccurred.
     virtual void FetchEnded(const Error* error, EventStatus status) = 0;
   };

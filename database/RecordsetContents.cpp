@@ -123,10 +123,13 @@ void Recordset::Contents::ColumnsCame(std::vector<Column> columns) {
   Columns = std::move(columns);
 }
 
-// The events come last and from copies, because their code may replace the recordset.
-
 void Recordset::Contents::RowsCame(std::unique_ptr<RowBlock> rows) {
   Rows.Append(std::move(rows));
+}
+
+// The events come last and from copies, because their code may replace the recordset.
+
+void Recordset::Contents::RowsTaken() {
   const std::int64_t count = Rows.Count();
   if (const auto event = Owner->FetchProgress) event(count, count);
 }

@@ -33,6 +33,7 @@ class Recordset::Contents final : public BackgroundFetch::Receiver {
 
   void ColumnsCame(std::vector<Column> columns) override;
   void RowsCame(std::unique_ptr<RowBlock> rows) override;
+  void RowsTaken() override;
   void FetchEnded(const Error* error, EventStatus status) override;
 
   Recordset* Owner = nullptr;  ///< whose events are called; follows the moves

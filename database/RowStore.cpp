@@ -6,9 +6,8 @@
 namespace ktrv::database {
 
 void RowStore::Append(std::unique_ptr<RowBlock> block) {
-  firstRows_.push_back(count_);
-  count_ += static_cast<std::int64_t>(block->Rows());
-  blocks_.push_back(std::move(block));
+  pieces_.push_back({count_, std::move(block)});
+  count_ += static_cast<std::int64_t>(pieces_.back().Block->Rows());
 }
 
 void RowStore::Replace(std::int64_t row, std::unique_ptr<RowBlock> block) {
@@ -23,18 +22,21 @@ std::optional<StringView> RowStore::Cell(std::int64_t row, std::size_t column) c
     }
   }
   const std::size_t index = BlockOf(row);
-  return blocks_[index]->Cell(static_cast<std::size_t>(row - firstRows_[index]), column);
+  const Piece& piece = pieces_[index];
+  return piece.Block->Cell(static_cast<std::size_t>(row - piece.FirstRow), column);
 }
 
 std::size_t RowStore::BlockOf(std::int64_t row) const {
   const auto holds = [&](std::size_t index) {
-    return index < blocks_.size() && row >= firstRows_[index] &&
-           row - firstRows_[index] < static_cast<std::int64_t>(blocks_[index]->Rows());
+    return index < pieces_.size() && row >= pieces_[index].FirstRow &&
+           row - pieces_[index].FirstRow < static_cast<std::int64_t>(pieces_[index].Block->Rows());
   };
   // Most readers go from row to row.
   if (!holds(lastBlock_) && !holds(++lastBlock_)) {
-    const auto next = std::upper_bound(firstRows_.begin(), firstRows_.end(), row);
-    lastBlock_ = static_cast<std::size_t>(next - firstRows_.begin()) - 1;
+    const auto next = std::upper_bound(
+        pieces_.begin(), pieces_.end(), row,
+        [](std::int64_t wanted, const Piece& piece) { return wanted < piece.FirstRow; });
+    lastBlock_ = static_cast<std::size_t>(next - pieces_.begin()) - 1;
   }
   return lastBlock_;
 }

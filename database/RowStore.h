@@ -13,6 +13,7 @@ namespace ktrv::database {
 /// on one thread.
 class RowStore {
  public:
+  /// Takes all of the block, or nothing of it when it throws.
   void Append(std::unique_ptr<RowBlock> block);
 
   /// Puts the one row of the block in the place of this row. Views of the old cells stay valid.
@@ -26,8 +27,11 @@ class RowStore {
  private:
   std::size_t BlockOf(std::int64_t row) const;
 
-  std::vector<std::unique_ptr<RowBlock>> blocks_;
-  std::vector<std::int64_t> firstRows_;  // of each block
+  struct Piece {
+    std::int64_t FirstRow;
+    std::unique_ptr<RowBlock> Block;
+  };
+  std::vector<Piece> pieces_;
   mutable std::size_t lastBlock_ = 0;    ///< where the last row that was read stands
   std::int64_t count_ = 0;
   std::vector<std::unique_ptr<RowBlock>> replacements_;
