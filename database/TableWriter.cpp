@@ -85,6 +85,11 @@ struct TableWriter::Condition {
   std::vector<Parameter> Parameters;
   std::vector<Variant> Values;
 
+  void Add(const Condition& other) {
+    Add(other.Text);
+    Parameters.insert(Parameters.end(), other.Parameters.begin(), other.Parameters.end());
+    Values.insert(Values.end(), other.Values.begin(), other.Values.end());
+  }
   void Add(StringView test) { Text.append(Text.empty() ? u"" : u" AND ").append(test); }
   void Add(StringView test, Parameter parameter, Variant value) {
     Add(test);
@@ -263,7 +268,7 @@ TableWriter::Values TableWriter::ChangedOf(const Cells& cells, const Values& val
   return changed;
 }
 
-bool TableWriter::Change(const Values& values, const Condition& condition) {
+std::optional<bool> TableWriter::Change(const Values& values, const Condition& condition) {
   String assignments;
   std::vector<Parameter> parameters;
   std::vector<Variant> arguments;
@@ -278,7 +283,16 @@ bool TableWriter::Change(const Values& values, const Condition& condition) {
   const auto statement =
       Run(u"UPDATE " + table_ + u" SET " + assignments + u" WHERE " + condition.Text, parameters,
           arguments);
-  return statement->RowsAffected() != 0;
+  const std::int64_t rows = statement->RowsAffected();
+  return rows < 0 ? std::nullopt : std::optional(rows > 0);
+}
+
+bool TableWriter::HoldsNow(const Cells& cells, const Values& values) {
+  Condition condition = KeyCondition(cells);
+  const Condition held = ValueCondition(values);
+  if (!held.Text.empty()) condition.Add(held);
+  const auto row = Find(condition);
+  return row && row->Columns() == cells.size() && Holds(CellsOf(*row), values);
 }
 
 void TableWriter::Update(Cells& cells, const Values& values) {
@@ -289,8 +303,15 @@ void TableWriter::Update(Cells& cells, const Values& values) {
   }
   // Only what changes is written: some engines count a row that stays the same as not found.
   const Values changed = ChangedOf(cells, values);
-  const bool wasThere = changed.empty() ? Find(condition) != nullptr : Change(changed, condition);
-  if (!wasThere) {
+  bool isWritten = false;
+  if (changed.empty()) {
+    isWritten = Find(condition) != nullptr;
+  } else if (const auto wasThere = Change(changed, condition)) {
+    isWritten = *wasThere;
+  } else {
+    isWritten = HoldsNow(cells, changed);  // SQL Server does not count with NOCOUNT on
+  }
+  if (!isWritten) {
     throw DataError(Find(KeyCondition(cells)) ? ErrorNumber::RowChanged : ErrorNumber::RowGone);
   }
   Fill(cells, changed);

@@ -58,8 +58,10 @@ class TableWriter {
   std::vector<Cells> RowsWith(const Values& values);
   String KeyFoundByValues(const Values& values, const std::vector<String>& except);
   Values ChangedOf(const Cells& cells, const Values& values) const;
-  /// Whether there was a row to change.
-  bool Change(const Values& values, const Condition& condition);
+  /// Whether there was a row to change; nothing when the driver cannot tell.
+  std::optional<bool> Change(const Values& values, const Condition& condition);
+  /// Whether the row of this key holds these values.
+  bool HoldsNow(const Cells& cells, const Values& values);
   /// The first row that meets the condition; null when none does.
   std::unique_ptr<RowBlock> Find(const Condition& condition);
   std::unique_ptr<Statement> Run(StringView text, const std::vector<Parameter>& parameters,

@@ -29,6 +29,7 @@ class TableWriterTest : public testing::Test {
       EXPECT_EQ(cells[1], u"Ann");
       return error.Number();
     }
+    EXPECT_EQ(cells[1], u"Bob");
     return 0;
   }
 
@@ -102,6 +103,30 @@ TEST_F(TableWriterTest, UpdateOfARowThatIsGoneIsNotFound) {
   driver.Changes(u"UPDATE", 0);
   driver.Answer(u"SELECT", columns, {});
   EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowGone);
+}
+
+TEST_F(TableWriterTest, UpdateThatIsNotCountedIsNotTakenForWritten) {
+  driver.Changes(u"UPDATE", -1);
+  driver.Answer(u"SELECT", columns, {{u"5", u"Eve", std::nullopt}});
+  driver.Answer(u"WHERE Id = ? AND FNAME = ?", columns, {});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
+  driver.Answer(u"SELECT", columns, {});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowGone);
+}
+
+TEST_F(TableWriterTest, UpdateThatIsNotCountedIsReadAndCompared) {
+  driver.Changes(u"UPDATE", -1);
+  driver.Answer(u"SELECT", columns, {{u"5", u"Bob", std::nullopt}});
+  EXPECT_EQ(FailureOfUpdate(), 0);
+  EXPECT_EQ(ToUtf8(driver.Executed().back().Text), "SELECT * FROM T WHERE Id = ? AND FNAME = ?");
+  EXPECT_EQ(driver.Executed().back().Values,
+            (std::vector<Variant>{std::int64_t{5}, String(u"Bob")}));
+}
+
+TEST_F(TableWriterTest, RowWithOtherLettersDoesNotHoldWhatWasWritten) {
+  driver.Changes(u"UPDATE", -1);
+  driver.Answer(u"SELECT", columns, {{u"5", u"BOB", std::nullopt}});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
 }
 
 TEST_F(TableWriterTest, InsertNamesOnlyWhatWasSetAndLearnsTheId) {
