@@ -26,6 +26,15 @@ inline bool IsTextType(DataType type) {
   return type == DataType::VarChar || type == DataType::VarWChar;
 }
 
+/// Whether a text of narrow type may go out as one. Drivers bring such a text into the machine's or
+/// the database's code page, which loses other scripts; what all code pages have is ASCII.
+inline bool FitsCodePage(StringView text) {
+  for (const char16_t unit : text) {
+    if (unit >= 0x80) return false;
+  }
+  return true;
+}
+
 /// One column of a result.
 struct Column {
   String Name;

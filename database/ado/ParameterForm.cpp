@@ -13,11 +13,7 @@ ParameterForm OfText(const Parameter& parameter, StringView text) {
   const auto length = static_cast<std::int64_t>(text.size());
   const std::int64_t size = std::max({parameter.Size, length, std::int64_t{1}});
   const bool limited = size <= kLongestLimited;
-  // ADO brings a narrow text into the system's code page, which would lose the other scripts.
-  const bool narrow =
-      parameter.Type == DataType::VarChar &&
-      std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
-  if (narrow) return {limited ? AdoType::VarChar : AdoType::LongVarChar, size};
+  if (parameter.Type == DataType::VarChar && FitsCodePage(text)) return {limited ? AdoType::VarChar : AdoType::LongVarChar, size};
   return {limited ? AdoType::VarWChar : AdoType::LongVarWChar, size};
 }
 

@@ -7,6 +7,7 @@
 #include "common/Surrogates.h"
 #include "database/Conversion.h"
 #include "database/odbc/IntegerForm.h"
+#include "database/odbc/TextForm.h"
 
 namespace ktrv::database::odbc {
 namespace {
@@ -106,17 +107,11 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
 
 SQLRETURN ParameterBuffer::BindText(SQLHANDLE statement, SQLUSMALLINT number,
                                     const Parameter& parameter, String text) {
-  constexpr std::size_t kLongestLimited = 4000;
   text_ = std::move(text);
   length_ = static_cast<SQLLEN>(text_.size() * sizeof(char16_t));
-  const bool narrow = parameter.Type == DataType::VarChar;
-  const SQLSMALLINT limited = narrow ? SQL_VARCHAR : SQL_WVARCHAR;
-  const SQLSMALLINT unlimited = narrow ? SQL_LONGVARCHAR : SQL_WLONGVARCHAR;
-  const std::size_t size =
-      std::max({text_.size(), static_cast<std::size_t>(parameter.Size), std::size_t{1}});
-  return SQLBindParameter(statement, number, SQL_PARAM_INPUT, SQL_C_WCHAR,
-                          size > kLongestLimited ? unlimited : limited, size, 0, text_.data(),
-                          length_, &length_);
+  const TextForm form = TextForm::Of(parameter, text_);
+  return SQLBindParameter(statement, number, SQL_PARAM_INPUT, SQL_C_WCHAR, form.InDatabase,
+                          form.Size, 0, text_.data(), length_, &length_);
 }
 
 }  // namespace ktrv::database::odbc

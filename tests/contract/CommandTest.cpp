@@ -130,5 +130,22 @@ TEST_P(ContractTest, ExecuteTellsHowManyRowsChanged) {
   EXPECT_EQ(connection.Execute(u"DELETE FROM CONTACTS WHERE FNAME = 'zz'"), 0);
 }
 
+TEST_P(ContractTest, NarrowParameterLosesNoScript) {
+  // The Greek and the Latin letter are in some code pages; the last is a pair of units.
+  for (const StringView name : {u"नाम", u"Ωmega", u"Zoë", u"a😀b", u"Ann"}) {
+    database::Command insert;
+    insert.SetActiveConnection(&connection);
+    insert.SetCommandText(u"INSERT INTO CONTACTS (FNAME) VALUES (?)");
+    insert.Append(u"FNAME", database::DataType::VarChar, 100);
+    insert.Execute({String(name)});
+    database::Command find;
+    find.SetActiveConnection(&connection);
+    find.SetCommandText(u"SELECT FNAME FROM CONTACTS WHERE FNAME = ?");
+    find.Append(u"FNAME", database::DataType::VarChar, 100);
+    EXPECT_EQ(find.Execute({String(name)}).Field(u"FNAME"), Variant(String(name)));
+    EXPECT_EQ(find.Parameters()[0].Type, database::DataType::VarChar) << "the declared type stays";
+  }
+}
+
 }  // namespace
 }  // namespace ktrv::tests
