@@ -91,8 +91,8 @@ bool AdoLink::Begin() {
     connection_.Call(L"BeginTrans");
     return true;
   } catch (const Error& error) {
-    if (error.Number() != ErrorNumber::NotUpdatable) throw;
-    return false;  // ADO's number for what the provider cannot do
+    if (!IsUnsupported(error)) throw;
+    return false;
   }
 }
 

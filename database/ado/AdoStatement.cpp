@@ -94,11 +94,31 @@ void AdoStatement::Run() {
     columns_ = ColumnsOf(rows_);
     return;
   }
-  rows_.Release();
+  if (inBackground) link_.PassUnlessFailed();
+  PassFurtherResults();
   if (inBackground) {
     link_.PassUnlessFailed();
   } else {
     rowsAffected_ = affected.Whole().value_or(-1);
+  }
+}
+
+/// A failure behind the first count, such as a trigger's, is known only when its result is asked
+/// for.
+void AdoStatement::PassFurtherResults() {
+  while (rows_) {
+    PassUnlessCancelled();
+    Object next;
+    try {
+      next = Object(rows_.Call(L"NextRecordset"));
+    } catch (const Error& error) {
+      rows_.Release();
+      if (!IsUnsupported(error)) throw;
+      return;
+    }
+    CloseRows();
+    rows_ = std::move(next);
+    if (rows_) WaitForState();
   }
 }
 

@@ -27,6 +27,7 @@ class AdoStatement final : public Statement {
   void PassValues(std::span<const Variant> values);
   void Run();
   std::int64_t WaitForState() const;
+  void PassFurtherResults();
   void CloseRows() noexcept;
 
   const AdoLink& link_;

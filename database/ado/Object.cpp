@@ -63,6 +63,10 @@ std::int32_t NumberOf(HRESULT code) noexcept {
   return code;
 }
 
+bool IsUnsupported(const Error& failure) noexcept {
+  return failure.Number() == ErrorNumber::NotUpdatable || failure.Number() == E_NOTIMPL;
+}
+
 Object Object::Create(const wchar_t* programId) {
   CLSID classId;
   Object made;

@@ -47,4 +47,7 @@ class Object {
 /// the others as they are.
 std::int32_t NumberOf(HRESULT code) noexcept;
 
+/// Whether the failure says that the provider, or this ADO, cannot do what was asked at all.
+bool IsUnsupported(const Error& failure) noexcept;
+
 }  // namespace ktrv::database::ado

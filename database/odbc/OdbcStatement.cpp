@@ -93,6 +93,13 @@ void OdbcStatement::PassUnlessCancelled() const {
 }
 
 void OdbcStatement::Execute(std::span<const Variant> values) {
+  ExecuteToFirstResult(values);
+  // A trigger's counts follow the statement's own. While they wait to be read, SQL Server's session
+  // takes no other statement, and a failure among them is not known.
+  while (!fetching_ && ToNextResult()) PassUnlessCancelled();
+}
+
+void OdbcStatement::ExecuteToFirstResult(std::span<const Variant> values) {
   CloseCursor();
   PassUnlessCancelled();
   if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
@@ -108,15 +115,11 @@ void OdbcStatement::Execute(std::span<const Variant> values) {
     SQLLEN rows = -1;
     Check(SQLRowCount(handle_.Get(), &rows));
     rowsAffected_ = rows;
-    PassFurtherResults();
   }
 }
 
-void OdbcStatement::PassFurtherResults() {
-  // A trigger's counts follow the statement's own. While they wait to be read, SQL Server's session
-  // takes no other statement, and a failure among them is not known.
-  if (!link_.HasFurtherResults()) return;
-  while (Check(SQLMoreResults(handle_.Get())) != SQL_NO_DATA) PassUnlessCancelled();
+bool OdbcStatement::ToNextResult() {
+  return link_.HasFurtherResults() && Check(SQLMoreResults(handle_.Get())) != SQL_NO_DATA;
 }
 
 void OdbcStatement::PrepareText() {

@@ -18,6 +18,12 @@ class OdbcStatement final : public Statement {
   OdbcStatement(const OdbcLink& link, String text, std::span<const Parameter> parameters);
 
   void Execute(std::span<const Variant> values) override;
+
+  /// The same up to the first result. What follows waits in ToNextResult.
+  void ExecuteToFirstResult(std::span<const Variant> values);
+  /// \return whether there is one more. \throws Error when a statement behind the first failed
+  bool ToNextResult();
+
   const std::vector<Column>& Columns() const override { return columns_; }
   std::int64_t RowsAffected() const override { return rowsAffected_; }
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override;
@@ -28,7 +34,6 @@ class OdbcStatement final : public Statement {
   void PassUnlessCancelled() const;
   void PrepareText();
   void BindValues(std::span<const Variant> values);
-  void PassFurtherResults();
   void DescribeColumns();
   void BindColumns();
   void CloseCursor() noexcept;

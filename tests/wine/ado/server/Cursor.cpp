@@ -5,7 +5,7 @@
 namespace ktrv::adoserver {
 
 void Cursor::Run() {
-  statement_->Execute(values_);
+  statement_->ExecuteToFirstResult(values_);
   rowsAffected_ = statement_->RowsAffected();
   if (!statement_->Columns().empty()) rows_ = statement_->Fetch(1);
   columns_ = statement_->Columns();  // last: they tell that it is open

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "common/Error.h"
-#include "database/Driver.h"
+#include "database/odbc/OdbcStatement.h"
 
 namespace ktrv::adoserver {
 
@@ -15,7 +15,7 @@ namespace ktrv::adoserver {
 /// on another one meanwhile.
 class Cursor {
  public:
-  Cursor(std::unique_ptr<database::Statement> statement, std::vector<Variant> values)
+  Cursor(std::unique_ptr<database::odbc::OdbcStatement> statement, std::vector<Variant> values)
       : statement_(std::move(statement)), values_(std::move(values)) {}
   /// Rows that are there already.
   Cursor(std::vector<database::Column> columns, std::unique_ptr<database::RowBlock> rows)
@@ -27,6 +27,9 @@ class Cursor {
   /// Executes, up to the first row, as ADO stands on it after opening. \throws Error
   void Run();
   void RunInBackground();
+  /// Goes on to what follows the result, which must be a count: as ADO does, nothing of it is known
+  /// before. \return whether there is more. \throws Error
+  bool ToNextResult() { return statement_ && statement_->ToNextResult(); }
   bool IsRunning();
   void Cancel();
   /// What ended the work in the background; told once.
@@ -47,7 +50,7 @@ class Cursor {
   void MoveNext();
 
  private:
-  std::unique_ptr<database::Statement> statement_;
+  std::unique_ptr<database::odbc::OdbcStatement> statement_;
   std::vector<Variant> values_;
   std::thread worker_;
   std::atomic<bool> ended_ = false;

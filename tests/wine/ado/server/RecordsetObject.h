@@ -23,9 +23,10 @@ class RecordsetObject final : public ServerObject {
  private:
   std::int32_t State();
   Value GetRows(const Arguments& arguments);
+  Value NextRecordset();
 
   const windows::ComPtr<ConnectionObject> connection_;
-  const std::shared_ptr<Cursor> cursor_;
+  std::shared_ptr<Cursor> cursor_;
 };
 
 }  // namespace ktrv::adoserver
