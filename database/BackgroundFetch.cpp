@@ -259,7 +259,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   std::condition_variable ended_;  // the statement
   std::deque<Item> items_;
   std::optional<Ended> end_;  // follows the items; needs no memory of its own
-  bool posted_ = false;  // a closure is under way
+  bool posted_ = false;       // a closure is under way
   bool givenUp_ = false;
   Statement* statement_ = nullptr;
 };

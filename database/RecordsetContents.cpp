@@ -85,6 +85,7 @@ TableWriter::Cells Recordset::Contents::Insert(const std::shared_ptr<SharedLink>
   try {
     table.Insert(cells, Pending, key);
     transaction.Commit();
+    InDoubt = true;  // stored, but nobody knows it before the row is here
   } catch (...) {
     InDoubt = !transaction.RollBack();
     throw;
@@ -97,6 +98,7 @@ void Recordset::Contents::Append(const TableWriter::Cells& cells) {
   Rows.Append(BlockOfRow(cells));
   Adding = false;
   Pending.clear();
+  InDoubt = false;
 }
 
 bool Recordset::Contents::FindAdded(const NewRow& row) {
