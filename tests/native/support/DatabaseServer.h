@@ -7,7 +7,11 @@
 
 namespace ktrv::tests {
 
-enum class ServerKind { MariaDb, PostgreSql };
+enum class ServerKind {
+  MariaDb,
+  PostgreSql,
+  H2,  ///< stands in for SQL Server and Oracle, in tests/standins alone
+};
 
 /// The port on loopback of the server of this kind that all tests of this build share. It is
 /// started at first use, and stays while this process or another test's does.

@@ -39,6 +39,10 @@ std::uint16_t PortOf(ServerKind kind) {
     static const std::uint16_t port = Start("mariadb");
     return port;
   }
+  if (kind == ServerKind::H2) {
+    static const std::uint16_t port = Start("h2");
+    return port;
+  }
   static const std::uint16_t port = Start("postgresql");
   return port;
 }
