@@ -32,7 +32,7 @@ class RowStore {
     std::unique_ptr<RowBlock> Block;
   };
   std::vector<Piece> pieces_;
-  mutable std::size_t lastBlock_ = 0;    ///< where the last row that was read stands
+  mutable std::size_t lastBlock_ = 0;  ///< where the last row that was read stands
   std::int64_t count_ = 0;
   std::vector<std::unique_ptr<RowBlock>> replacements_;
   std::map<std::int64_t, const RowBlock*> replaced_;

@@ -18,8 +18,9 @@ function pick(book) {
   }
   var recipients = new Enumerator(book.SelectedRecipients);
   for (var number = 1; !recipients.atEnd(); recipients.moveNext(), number++) {
-    var parts = recipients.item().split("|");  // kind, id, name, mobile number
-    WScript.Echo(parts[0] + " " + parts[1] + ": " + parts[2] + ", send to " +
+    var parts = recipients.item().split("|");   // kind, id, name, mobile number
+    var name = parts.slice(2, -1).join("|");    // which may hold a "|" itself
+    WScript.Echo(parts[0] + " " + parts[1] + ": " + name + ", send to " +
                  book.SelectedMobileNos.Item("M" + number));
   }
   WScript.Echo(book.SelectedRecipients.Count + " recipients");

@@ -1,8 +1,8 @@
 -- The address book's own tables on Oracle (12.2 or later, database character set AL32UTF8), for
 -- SQL*Plus. Lengths are those that the editors let a user type, counted in characters.
--- An identity column assigns the ids, from a sequence that never gives one twice. The component
--- finds that sequence in USER_TAB_IDENTITY_COLS and reads back what its own session was given, so it
--- must sign in as the owner of the tables.
+-- An identity column assigns the ids, from a sequence that never gives one twice. Signed in as the
+-- owner of the tables, the component finds that sequence in USER_TAB_IDENTITY_COLS and reads back what
+-- its own session was given; as anybody else it finds the new row by its values.
 -- Oracle takes an empty text for none, so columns that an editor may leave empty allow null.
 
 CREATE TABLE SMS_ABFOLDERS (

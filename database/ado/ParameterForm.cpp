@@ -13,7 +13,8 @@ ParameterForm OfText(const Parameter& parameter, StringView text) {
   const auto length = static_cast<std::int64_t>(text.size());
   const std::int64_t size = std::max({parameter.Size, length, std::int64_t{1}});
   const bool limited = size <= kLongestLimited;
-  if (parameter.Type == DataType::VarChar && FitsCodePage(text)) return {limited ? AdoType::VarChar : AdoType::LongVarChar, size};
+  if (parameter.Type == DataType::VarChar && FitsCodePage(text))
+    return {limited ? AdoType::VarChar : AdoType::LongVarChar, size};
   return {limited ? AdoType::VarWChar : AdoType::LongVarWChar, size};
 }
 

@@ -92,10 +92,12 @@ class StandInsTest : public testing::TestWithParam<StandIn> {
     }
     database::Connection connection(file_.Surroundings());
     connection.Open(file_.ConnectionString());
+    connection.Execute(u"PRAGMA synchronous = OFF");
     for (const char* script : {"sqlite.sql", "sqlite-host.sql"}) {
       for (const String& each : Statements(script)) connection.Execute(each);
     }
     beside_ = driver_.Open(file_.ConnectionString(), u"", u"");
+    RunBeside(u"PRAGMA synchronous = OFF", {}, {});
     for (const StringView each : kData) {
       RunOnStandIn(each);
       RunBeside(each, {}, {});

@@ -1,7 +1,6 @@
 #include "database/BackgroundFetch.h"
 
 #include <gtest/gtest.h>
-
 #include <new>
 
 #include "tests/native/support/FakeDriver.h"
