@@ -1,8 +1,7 @@
 #pragma once
 
-#include <map>
-
 #include "database/BackgroundFetch.h"
+#include "database/ColumnValues.h"
 #include "database/Recordset.h"
 #include "database/RowStore.h"
 #include "database/TableWriter.h"
@@ -13,7 +12,7 @@ namespace ktrv::database {
 class Recordset::Contents final : public BackgroundFetch::Receiver {
  public:
   /// Values by column that the current row has not been written with yet.
-  using PendingValues = std::map<std::size_t, Variant>;
+  using PendingValues = ColumnValues;
 
   explicit Contents(bool updatable) : Updatable(updatable) {}
 

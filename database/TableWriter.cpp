@@ -263,7 +263,7 @@ void TableWriter::Insert(Cells& cells, const Values& values, const KeySource& ke
 TableWriter::Values TableWriter::ChangedOf(const Cells& cells, const Values& values) const {
   Values changed;
   for (const auto& [column, value] : values) {
-    if (value != CellValue(columns_[column].Type, cells[column])) changed.emplace(column, value);
+    if (value != CellValue(columns_[column].Type, cells[column])) changed[column] = value;
   }
   return changed;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <vector>
 
+#include "database/ColumnValues.h"
 #include "database/Driver.h"
 
 namespace ktrv::database {
@@ -13,7 +13,7 @@ class TableWriter {
  public:
   /// The texts of a row's cells, one for each column of the result.
   using Cells = std::vector<std::optional<String>>;
-  using Values = std::map<std::size_t, Variant>;  ///< by column
+  using Values = ColumnValues;
 
   /// \throws Error NotUpdatable when the query reads anything but one table, or the result lacks
   /// the table's key.

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/native/contact/ContactFixture.h"
 
 namespace ktrv::tests {
@@ -238,6 +240,44 @@ TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
       u"OFFICEPHONE, HOMEPHONE, FAX, EMAIL, ORGANISATION, ADDRESS, CITY, STATE, COUNTRY, ZIP, "
       u"SEX, HOBBY) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
   EXPECT_EQ(session.SavedContactId, u"9");
+}
+
+/// Those that the editor writes, as the statement names them.
+constexpr StringView kOrder =
+    u"FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, OFFICEPHONE, HOMEPHONE, FAX, EMAIL, ORGANISATION,"
+    u" ADDRESS, CITY, STATE, COUNTRY, ZIP, AGE, SEX, BIRTHDAY, ANNIVERSARY, HOBBY)";
+
+TEST_F(ContactFailuresTest, TheTablesOwnOrderIsNotThatOfTheStatement) {
+  auto columns = Columns();
+  std::reverse(columns.begin(), columns.end());
+  driver.Answer(u"SELECT * FROM SMS_ABCONTACTS", columns, {});
+  driver.SetKeyColumns({u"ID"});
+  driver.Changes(u"INSERT", 1);
+  UseFakeDriver();
+  AddNamed(u"Ann");
+  form.txtAge.SetText(u"30");
+  form.dtBirthday.UserPicks(Date(1990, 2, 28));
+  PressOk();
+  ASSERT_EQ(Ran(u"INSERT").size(), 1u);
+  const String start = u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, " + String(kOrder);
+  EXPECT_EQ(Ran(u"INSERT").front().substr(0, start.size()), start);
+}
+
+TEST_F(ContactFailuresTest, AnUpdateNamesWhatChangedInTheEditorsOrder) {
+  EditWithFakeDriver();
+  auto columns = Columns();
+  std::reverse(columns.begin(), columns.end());
+  FakeDriver::Row row(columns.size());
+  row.back() = u"5";
+  driver.Answer(u"SELECT * FROM SMS_ABCONTACTS", columns, {row});
+  driver.Changes(u"UPDATE", 1);
+  form.txtHobby.SetText(u"Chess");
+  form.txtCity.SetText(u"Leeds");
+  PressOk();
+  ASSERT_EQ(Ran(u"UPDATE").size(), 1u);
+  const StringView start =
+      u"UPDATE SMS_ABCONTACTS SET MOBILENO = ?, CITY = ?, HOBBY = ? WHERE ID = ?";
+  EXPECT_EQ(Ran(u"UPDATE").front().substr(0, start.size()), start);
 }
 
 TEST_F(ContactFailuresTest, ATableOfTheSameNameInAnotherSchemaHindersNoSave) {
