@@ -40,6 +40,9 @@ void frmSelectFolder::Form_Load() {
     FolderIdText.clear();
     SetCaption(u"Add Folder");
     chkRemoteFolder.SetEnabled(true);
+    // What the user sees decides: with the box cleared no folder becomes a remote one, and none is
+    // written with the letter of local folders, which nobody is ever shown.
+    if (HasCommands()) chkRemoteFolder_Click();
   }
 }
 
@@ -106,15 +109,13 @@ bool frmSelectFolder::Validate_Data() {
         const database::Recordset rival = Rival();
         if (rival.State() == database::ObjectState::Closed || rival.EndOfFile()) return true;
         if (session_.FolderType == kRemoteFolder) {
-          session_.ShowMessage(
-              u"Another folder (" + ToText(rival.Field(u"NAME")) +
-                  u") is already mapped to the selected Remote Contact Category.\r\n"
-                  u"You can map only one folder to each Remote Contact Category.",
-              MessageStyle::Exclamation);
+          Complain(u"Another folder (" + ToText(rival.Field(u"NAME")) +
+                       u") is already mapped to the selected Remote Contact Category.\r\n"
+                       u"You can map only one folder to each Remote Contact Category.",
+                   cboRemoteFolderView);
         } else {
-          session_.ShowMessage(
-              u"A folder with that name already exists. Please use a different folder name.",
-              MessageStyle::Exclamation);
+          Complain(u"A folder with that name already exists. Please use a different folder name.",
+                   txtFolderName);
         }
         return false;
       });
@@ -177,14 +178,8 @@ database::Recordset frmSelectFolder::WriteAndReadBack() {
     WriteChanges(name, category);
     return commands_.Execute(FolderCommand::FolderById, {FolderIdText});
   }
-  String letter = u"L";
-  if (isRemote) {
-    letter = u"R";
-  } else if (session_.FolderType == kSharedFolder) {
-    letter = u"S";
-  }
-  commands_.Execute(FolderCommand::InsertFolder,
-                    {letter, name, std::int64_t{session_.SessionUserId}, category});
+  commands_.Execute(FolderCommand::InsertFolder, {String(isRemote ? u"R" : u"S"), name,
+                                                  std::int64_t{session_.SessionUserId}, category});
   return commands_.Execute(FolderCommand::FolderByName, {name});
 }
 

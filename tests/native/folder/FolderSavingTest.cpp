@@ -155,27 +155,37 @@ TEST_F(FolderSavingTest, ARenamedFolderKeepsItsTypeParentAndUser) {
   EXPECT_EQ(Saved(), u"5|Ours|L|x");
 }
 
-TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxTheLetterIsThatOfLocalFolders) {
+TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxNoLocalFolderIsWritten) {
   session.FolderType = 2;
   Add();
-  Name(u"Mine");
+  Name(u"Ours");
   ASSERT_FALSE(form.chkRemoteFolder.Checked());
   PressOk();
-  EXPECT_EQ(Folders(), Lines{u"1|L|Mine|0|7|"});
-  EXPECT_EQ(Saved(), u"1|Mine|L|");
+  EXPECT_EQ(Folders(), Lines{u"1|S|Ours|0|7|"});
+  EXPECT_EQ(Saved(), u"1|Ours|S|");
 }
 
-TEST_F(FolderSavingTest, ARefusedNameLeavesTheFocusWhereItIs) {
+TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxNoNameIsGivenTwice) {
+  Folder(u"1, 'S', 'Friends', 0, 1, ''");
+  session.FolderType = 2;
+  Add();
+  Name(u"Friends");
+  PressOk();
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(Folders().size(), 1u);
+}
+
+TEST_F(FolderSavingTest, ARefusedNameGetsTheFocus) {
   Folder(u"1, 'S', 'Friends', 0, 1, ''");
   Add();
   Name(u"Friends");
   form.cmdOK.SetFocus();
   PressOk();
   ASSERT_EQ(screen.Messages.size(), 1u);
-  EXPECT_TRUE(form.cmdOK.HasFocus());
+  EXPECT_TRUE(form.txtFolderName.HasFocus());
 }
 
-TEST_F(FolderSavingTest, ARefusedCategoryLeavesTheFocusWhereItIs) {
+TEST_F(FolderSavingTest, ARefusedCategoryGetsTheFocus) {
   Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
   Add();
   Name(u"More dealers");
@@ -183,7 +193,7 @@ TEST_F(FolderSavingTest, ARefusedCategoryLeavesTheFocusWhereItIs) {
   form.cmdOK.SetFocus();
   PressOk();
   ASSERT_EQ(screen.Messages.size(), 1u);
-  EXPECT_TRUE(form.cmdOK.HasFocus());
+  EXPECT_TRUE(form.cboRemoteFolderView.HasFocus());
 }
 
 TEST_F(FolderSavingTest, TheDialectsSaveAlike) {
