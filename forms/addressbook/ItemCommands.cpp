@@ -102,7 +102,11 @@ void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder || !editors_.NewContact(*folder) || !IsStillOpen()) return;
   if (NodeKey::KindOf(node.Key) == NodeKey::SharedGroup) {
-    statements_.InsertMember(NodeKey::IdOf(node.Key), session_.SavedContactId);
+    using Membership = ItemStatements::Membership;
+    const Membership made =
+        statements_.InsertMember(NodeKey::IdOf(node.Key), session_.SavedContactId);
+    if (made == Membership::GroupIsGone) return Say(kNodeIsGone);
+    if (made == Membership::ContactIsGone) return Say(u"The contact does not exist any more.");
   }
   // A list that still comes may hold the contact or not, and replaces what is added to it.
   if (list_.IsLoading()) return window_.LoadContacts();

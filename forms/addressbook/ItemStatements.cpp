@@ -2,13 +2,31 @@
 
 #include "data/EditorQueries.h"
 #include "data/ItemQueries.h"
+#include "database/Transaction.h"
 
 namespace ktrv::forms {
 
 namespace Queries = data::ItemQueries;
 
-void ItemStatements::InsertMember(StringView groupId, StringView contactId) {
-  Execute(Queries::InsertMember(groupId, contactId));
+ItemStatements::Membership ItemStatements::InsertMember(StringView groupId, StringView contactId) {
+  database::Connection& connection = session_.OpenConnection();
+  const auto isThere = [&](const String& query) {
+    database::Recordset rows(session_.Environment);
+    rows.Open(query, connection);
+    return !rows.EndOfFile();
+  };
+  try {
+    // Others may delete either while the user types.
+    database::Transaction transaction(connection);
+    if (!isThere(data::EditorQueries::GroupName(groupId))) return Membership::GroupIsGone;
+    if (!isThere(data::EditorQueries::ContactName(contactId))) return Membership::ContactIsGone;
+    connection.Execute(Queries::InsertMember(groupId, contactId));
+    transaction.Commit();
+    return Membership::Made;
+  } catch (...) {
+    session_.CloseConnection();  // as in Execute
+    throw;
+  }
 }
 
 void ItemStatements::DeleteGroup(StringView groupId) {

@@ -5,14 +5,17 @@
 
 namespace ktrv::forms {
 
-/// Writes the address book window's own changes, one statement at a time and without a transaction:
-/// when one fails, those before it stay done. Each opens the session's connection when it is not
-/// open. All throw Error, and never send an id that is not decimal digits.
+/// Writes the address book window's own changes. What is deleted goes one statement at a time and
+/// without a transaction: when one fails, those before it stay done. Each opens the session's
+/// connection when it is not open. All throw Error, and never send an id that is not decimal
+/// digits.
 class ItemStatements {
  public:
   explicit ItemStatements(Session& session) : session_(session) {}
 
-  void InsertMember(StringView groupId, StringView contactId);
+  enum class Membership { Made, GroupIsGone, ContactIsGone };
+  /// Makes the contact a member, provided that both are there.
+  Membership InsertMember(StringView groupId, StringView contactId);
   /// With its memberships. Its members stay.
   void DeleteGroup(StringView groupId);
   /// With the contacts in it, whose memberships stay.

@@ -2,6 +2,8 @@
 
 #include "common/Global.h"
 #include "data/ContactQueries.h"
+#include "data/EditorQueries.h"
+#include "database/Transaction.h"
 
 namespace ktrv::forms {
 namespace {
@@ -45,6 +47,7 @@ frmNewContact::~frmNewContact() {
 void frmNewContact::Form_Load() {
   contactId_ = Trim(session_.EditContactId);
   shown_.reset();
+  inDoubt_.reset();
   loadFailed_ = false;
   session_.Trap(Context::kFormLoad, [&] {
     if (session_.IsAtServer()) {
@@ -149,27 +152,70 @@ std::int16_t frmNewContact::Validate_Data() {
   return 1;
 }
 
-void frmNewContact::Save_Data() {
+bool frmNewContact::Save_Data() {
   const bool isNew = Mode == ModeOfOperation::Add;
   // Boxes that never showed the contact would erase it.
   if (!isNew && !shown_) throw NotLoaded();
+  database::Connection connection(session_.Environment);
+  connection.Open(session_.SessionConnectionString);
   database::Recordset contact(session_.Environment);
   contact.Location = database::CursorLocation::Client;
   contact.Open(isNew ? String(data::ContactQueries::kNone) : data::ContactQueries::ById(contactId_),
-               session_.SessionConnectionString,
+               connection,
                {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
   // Whatever was opened, the session works on shared contacts until the host's next call.
   session_.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact);
-  if (isNew) {
-    contact.AddNew();
-    contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
+  if (!isNew) {
+    Change(contact, *shown_);
+  } else if (!Insert(connection, contact)) {
+    session_.ShowMessage(
+        u"The selected folder or group does not exist any more. Please select another one.",
+        MessageStyle::Exclamation);
+    return false;
   }
-  ContactFields::Write(*this, isNew ? nullptr : &*shown_, contact);
-  contact.Update();
-  contact.Resync();  // brings the id that the database gave to a new row
   const String id = ToText(contact.Field(u"ID"));
   session_.EditContactId = contactId_.empty() ? id : contactId_;
   SetResults(id);
+  return true;
+}
+
+void frmNewContact::Change(database::Recordset& contact, const ContactFields::Entries& before) {
+  ContactFields::Write(*this, &before, contact);
+  contact.Update();
+  contact.Resync();
+}
+
+bool frmNewContact::Insert(database::Connection& connection, database::Recordset& contact) {
+  if (inDoubt_) {
+    if (contact.FindAdded(inDoubt_->Row)) {
+      Change(contact, inDoubt_->Written);
+      return true;
+    }
+    inDoubt_.reset();
+  }
+  database::Transaction transaction(connection);
+  if (!FolderIsThere(connection)) return false;
+  contact.AddNew();
+  contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
+  ContactFields::Write(*this, nullptr, contact);
+  try {
+    contact.Update();
+    contact.Resync();  // brings what the database filled in
+    transaction.Commit();
+  } catch (...) {
+    // Nothing of it was shown as saved, so the next OK must not store it a second time.
+    const bool undone = transaction.RollBack();
+    if (!undone) inDoubt_ = {contact.AddedRow(), ContactFields::EntriesOf(*this)};
+    throw;
+  }
+  return true;
+}
+
+bool frmNewContact::FolderIsThere(database::Connection& connection) const {
+  if (FolderId == 0) return true;  // outside any folder
+  database::Recordset folder(session_.Environment);
+  folder.Open(data::EditorQueries::FolderType(ToDecimal(FolderId)), connection);
+  return !folder.EndOfFile();
 }
 
 void frmNewContact::SetResults(const String& id) {
@@ -185,7 +231,7 @@ void frmNewContact::cmdSave_Click() {
   session_.Trap(Context::kSave, [&] {
     if (loadFailed_) throw NotLoaded();  // what is missing in the boxes is not the user's omission
     if (Validate_Data() != 1) return;
-    Save_Data();
+    if (!Save_Data()) return;
     saved_ = true;
     Unload();
   });

@@ -10,6 +10,7 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/UpDown.h"
+#include "database/NewRow.h"
 #include "forms/contact/ContactFields.h"
 #include "forms/contact/ContactLayout.h"
 
@@ -110,7 +111,12 @@ class frmNewContact final : public controls::Form {
   void PresentExisting();
   void Populate_Data();
   std::int16_t Validate_Data();
-  void Save_Data();
+  /// \return false when the user was told why there is nothing to save to.
+  bool Save_Data();
+  void Change(database::Recordset& contact, const ContactFields::Entries& before);
+  /// \return false when the contact's folder is gone
+  bool Insert(database::Connection& connection, database::Recordset& contact);
+  bool FolderIsThere(database::Connection& connection) const;
   void SetResults(const String& id);
 
   void cmdSave_Click();
@@ -127,6 +133,12 @@ class frmNewContact final : public controls::Form {
   /// there and of one that was not loaded whole.
   std::optional<ContactFields::Entries> shown_;
   bool loadFailed_ = false;
+  /// A new contact of which nobody knows whether the last OK stored it.
+  struct InDoubt {
+    database::NewRow Row;
+    ContactFields::Entries Written;
+  };
+  std::optional<InDoubt> inDoubt_;
   bool saved_ = false;
 };
 

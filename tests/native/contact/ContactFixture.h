@@ -21,6 +21,10 @@ class ContactFixture : public DialogFixture {
       database.Run({u"UPDATE SMS_ABCONTACTS SET " + String(changes) + u" WHERE ID = 5"});
     }
   }
+  void Folder(StringView id) {
+    database.Run({u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID) VALUES (" +
+                  String(id) + u", 'S', 'Day', 0)"});
+  }
   forms::frmNewContact& Add() {
     form.Load();
     return form;

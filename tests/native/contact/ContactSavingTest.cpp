@@ -99,6 +99,7 @@ TEST_F(ContactSavingTest, AnAddressOfBlanksIsNotCheckedAndSavedAsTyped) {
 // New contacts.
 
 TEST_F(ContactSavingTest, ANewContactIsWrittenWithItsFolderAndEveryBox) {
+  Folder(u"12");
   form.FolderId = 12;
   AddNamed(u"Ann");
   form.txtMname.SetText(u"B");
@@ -411,6 +412,7 @@ TEST_F(ContactSavingTest, APresetLongerThanItsBoxIsCut) {
 }
 
 TEST_F(ContactSavingTest, TheLargestFolderIdIsWritten) {
+  Folder(u"32767");
   form.FolderId = 32767;
   AddNamed(u"Ann");
   PressOk();

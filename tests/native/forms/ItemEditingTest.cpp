@@ -226,6 +226,49 @@ TEST_F(ItemEditingTest, ANewContactThatCouldNotBeLinkedIsLoggedAndNotListed) {
   EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), (Lines{u"Carl"}));
 }
 
+TEST_F(ItemEditingTest, AGroupThatIsGoneGetsNoMember) {
+  Choose(u"SHGR6");
+  InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
+    editor.txtFname.UserTypes(u"Carl");
+    editor.cmdSave.UserClicks();
+    database.Run({u"DELETE FROM SMS_ABGROUPS WHERE ID = 6"});
+  });
+  form->ContactNew({});
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"The selected folder or group does not exist any more. Please select another one.");
+  EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 6"), Lines{});
+  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), (Lines{u"Carl"}));
+  EXPECT_EQ(Listed(), Lines{});
+}
+
+TEST_F(ItemEditingTest, AContactThatIsGoneBecomesNoMember) {
+  Choose(u"SHGR6");
+  InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
+    editor.txtFname.UserTypes(u"Carl");
+    editor.cmdSave.UserClicks();
+    database.Run({u"DELETE FROM SMS_ABCONTACTS WHERE ID = 3"});
+  });
+  form->ContactNew({});
+  ASSERT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(screen.LastMessage().Text, u"The contact does not exist any more.");
+  EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 6"), Lines{});
+  EXPECT_EQ(Listed(), Lines{});
+}
+
+TEST_F(ItemEditingTest, AFolderThatIsGoneGetsNoContact) {
+  Choose(u"SFLD1");
+  InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
+    editor.txtFname.UserTypes(u"Carl");
+    database.Run({u"DELETE FROM SMS_ABFOLDERS WHERE ID = 1"});
+    editor.cmdSave.UserClicks();
+    EXPECT_EQ(editor.txtFname.Text(), u"Carl");
+  });
+  form->ContactNew({});
+  EXPECT_EQ(screen.Messages.size(), 1U);
+  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), Lines{});
+}
+
 TEST_F(ItemEditingTest, AFolderBeyondTheEditorsIdsIsLogged) {
   database.Run(
       {u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID) VALUES"

@@ -1,0 +1,145 @@
+#include "tests/native/contact/ContactFixture.h"
+#include "tests/native/support/WatchedDriver.h"
+
+namespace ktrv::tests {
+namespace {
+
+using Lines = std::vector<String>;
+
+/// A new contact whose save ends in a way that does not tell whether it is stored, or finds that
+/// its folder is gone.
+struct NewContactOutcomeTest : ContactFixture {
+  NewContactOutcomeTest() {
+    session.Environment.DriverFor = [this](StringView) -> database::Driver& { return watched; };
+  }
+
+  static void Lose() { throw Error(ErrorNumber::DriverFailure, u"connection lost"); }
+  Lines Contacts() {
+    return database.Rows(u"SELECT ID, FOLDER_ID, FNAME, MOBILENO FROM SMS_ABCONTACTS ORDER BY ID");
+  }
+  void ExpectRefusedWithWhatWasTyped() {
+    ASSERT_EQ(screen.Messages.size(), 1u);
+    EXPECT_EQ(screen.LastMessage().Text,
+              u"The selected folder or group does not exist any more. Please select another one.");
+    EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
+    EXPECT_EQ(screen.LastMessage().Style, 48);
+    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_EQ(form.txtFname.Text(), u"Ann");
+    EXPECT_EQ(Contacts(), Lines{});
+    EXPECT_EQ(session.SavedContactId, u"");
+    EXPECT_EQ(Log(), u"");
+  }
+
+  WatchedDriver watched{database.Driver()};
+};
+
+TEST_F(NewContactOutcomeTest, AnIdThatIsNotToldLeavesNoContactBehind) {
+  AddNamed(u"Ann");
+  watched.BeforeLastInsertedId = Lose;
+  PressOk();
+  EXPECT_EQ(SaveErrors(), 1);
+  EXPECT_EQ(Contacts(), Lines{});
+  watched.BeforeLastInsertedId = nullptr;
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Contacts().size(), 1u);
+}
+
+TEST_F(NewContactOutcomeTest, ARowThatCannotBeReadAgainIsNotStoredTwice) {
+  AddNamed(u"Ann");
+  watched.BeforeExecute = [](StringView text) {
+    if (text == u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?") Lose();
+  };
+  PressOk();
+  EXPECT_EQ(SaveErrors(), 1);
+  watched.BeforeExecute = nullptr;
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Contacts().size(), 1u);
+  EXPECT_EQ(session.SavedContactName, u"Ann  ");
+}
+
+TEST_F(NewContactOutcomeTest, AStoredContactWhoseAnswerWasLostIsNotStoredTwice) {
+  AddNamed(u"Ann");
+  watched.AfterCommit = Lose;
+  PressOk();
+  EXPECT_EQ(SaveErrors(), 1);
+  ASSERT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
+  EXPECT_EQ(session.SavedContactId, u"");
+  watched.AfterCommit = nullptr;
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
+  EXPECT_EQ(session.SavedContactId, u"1");
+}
+
+TEST_F(NewContactOutcomeTest, WhatIsChangedAfterALostAnswerChangesTheStoredContact) {
+  AddNamed(u"Ann");
+  form.dtBirthday.UserPicks(Date(1990, 2, 28));
+  form.txtAge.SetText(u"41");
+  watched.AfterCommit = Lose;
+  PressOk();
+  watched.AfterCommit = nullptr;
+  form.txtFname.SetText(u"Anna");
+  PressOk();
+  EXPECT_EQ(Contacts(), Lines{u"1|0|Anna|91"});
+  EXPECT_EQ(Row(u"AGE, BIRTHDAY"), u"41|1990-02-28");
+  EXPECT_EQ(session.SavedContactName, u"Anna  ");
+}
+
+TEST_F(NewContactOutcomeTest, ALookThatFailsStoresNothing) {
+  AddNamed(u"Ann");
+  watched.AfterCommit = Lose;
+  PressOk();
+  watched.AfterCommit = nullptr;
+  watched.BeforeExecute = [](StringView text) {
+    if (text != u"SELECT * FROM SMS_ABCONTACTS WHERE 1 = 2") Lose();
+  };
+  PressOk();
+  watched.BeforeExecute = nullptr;
+  PressOk();
+  EXPECT_EQ(SaveErrors(), 2);
+  EXPECT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
+}
+
+TEST_F(NewContactOutcomeTest, AContactThatIsGoneAfterALostAnswerIsAddedAgain) {
+  AddNamed(u"Ann");
+  watched.AfterCommit = Lose;
+  PressOk();
+  watched.AfterCommit = nullptr;
+  database.Run({u"DELETE FROM SMS_ABCONTACTS"});
+  PressOk();
+  EXPECT_EQ(Contacts().size(), 1u);
+}
+
+TEST_F(NewContactOutcomeTest, AFolderThatIsGoneGetsNoContact) {
+  Folder(u"3");
+  form.FolderId = 3;
+  AddNamed(u"Ann");
+  database.Run({u"DELETE FROM SMS_ABFOLDERS"});
+  PressOk();
+  ExpectRefusedWithWhatWasTyped();
+}
+
+TEST_F(NewContactOutcomeTest, AFolderThatGoesDuringTheSaveGetsNoContact) {
+  Folder(u"3");
+  form.FolderId = 3;
+  AddNamed(u"Ann");
+  watched.BeforeBegin = [this] { database.Run({u"DELETE FROM SMS_ABFOLDERS"}); };
+  PressOk();
+  ExpectRefusedWithWhatWasTyped();
+}
+
+TEST_F(NewContactOutcomeTest, NobodyIsKeptWaitingWhileTheWordIsRead) {
+  form.FolderId = 3;
+  AddNamed(u"Ann");
+  screen.WhileAsked([this] { Folder(u"3"); });
+  PressOk();
+  ASSERT_EQ(screen.Messages.size(), 1u);
+  PressOk();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(Contacts(), Lines{u"1|3|Ann|91"});
+}
+
+}  // namespace
+}  // namespace ktrv::tests
