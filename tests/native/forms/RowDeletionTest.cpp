@@ -200,6 +200,17 @@ TEST_F(RowDeletionTest, EachRemoteContactIsWarnedOfAndLeft) {
                               u"DELETE FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '1'"}));
 }
 
+TEST_F(RowDeletionTest, AConnectionClosedBetweenRowsLeavesNone) {
+  Show({Item(u"1", u"Anna"), Item(u"D1", u"Acme", u"3"), Item(u"2", u"Bert")}, u"SHGR6");
+  form->vsfContacts.SelectAll();
+  screen.Answer(Yes);
+  screen.WhileAsked([] {});
+  screen.WhileAsked([&] { session.CloseConnection(); });
+  Delete();
+  EXPECT_EQ(Deleted().size(), 4U);
+  EXPECT_EQ(Log(), u"");
+}
+
 TEST_F(RowDeletionTest, InARemoteFolderNothingIsAsked) {
   Counts(Queries::kCountRemoteContacts, 1);
   Show({Item(u"D1", u"Acme", u"3")}, u"RFLD3");

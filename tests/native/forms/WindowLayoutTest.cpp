@@ -52,6 +52,19 @@ TEST_F(WindowLayoutTest, AWindowSmallerThanItsPartsGivesNoNegativeSizes) {
   EXPECT_EQ(Log(), u"");
 }
 
+TEST_F(WindowLayoutTest, AWindowNarrowerThanItsTreeDoesNotLoseTheList) {
+  const auto tree = form->tvwContacts.Bounds();
+  const auto grid = form->vsfContacts.Bounds();
+  form->UserResizes(tree.Width - 500, 8000);
+  EXPECT_EQ(form->tvwContacts.Bounds(), tree);
+  EXPECT_EQ(form->vsfContacts.Left(), tree.Width + 50);
+  EXPECT_EQ(form->vsfContacts.Width(), 0);
+  EXPECT_EQ(form->lblContacts.Width(), 0);
+  form->UserResizes(12000, 8000);
+  EXPECT_EQ(form->tvwContacts.Bounds(), tree);
+  EXPECT_EQ(form->vsfContacts.Bounds(), grid);
+}
+
 TEST_F(WindowLayoutTest, WhileDraggedTheShadowFollowsThePointer) {
   const int bar = form->picSlider.Left();
   Press();

@@ -37,6 +37,7 @@ class WatchedLink final : public Link {
 
   std::unique_ptr<Statement> Prepare(StringView text,
                                      std::span<const database::Parameter> parameters) override {
+    if (watch_.BeforePrepare) watch_.BeforePrepare(text, parameters);
     return std::make_unique<WatchedStatement>(watch_, text, link_->Prepare(text, parameters));
   }
   database::Engine EngineKind() const override { return link_->EngineKind(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 
 #include "database/Driver.h"
 
@@ -18,6 +19,9 @@ class WatchedDriver final : public database::Driver {
   /// Called on the thread that executes, with the text that goes to the driver next. May be
   /// replaced from within.
   std::function<void(StringView text)> BeforeExecute;
+  /// The same for a text that a link prepares, with its parameters.
+  std::function<void(StringView text, std::span<const database::Parameter> parameters)>
+      BeforePrepare;
 
   /// Called before the engine is asked for the id of the row that was inserted last.
   std::function<void()> BeforeLastInsertedId;
