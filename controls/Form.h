@@ -95,11 +95,15 @@ class Form {
   /// The user made the window another inner size, in twips.
   void UserResizes(int width, int height);
   /// The user asked to close the window.
-  void UserCloses() { Unload(); }
+  void UserCloses() {
+    if (loaded_ && Form_MayClose()) Unload();
+  }
 
  protected:
   virtual void Form_Load() {}
   virtual void Form_Resize() {}
+  /// Whether the user may close the window. Not asked when it goes for another reason.
+  virtual bool Form_MayClose() { return true; }
   /// The window is about to go; it cannot be kept.
   virtual void Form_QueryUnload() {}
 

@@ -59,7 +59,22 @@ String Joined(std::initializer_list<StringView> pieces) {
   return text;
 }
 
+/// "(?, ?, ...)" with so many places.
+String Places(std::size_t count) {
+  String text = u"(?";
+  for (std::size_t place = 1; place < count; ++place) text += u", ?";
+  return text + u")";
+}
+
 }  // namespace
+
+String ContactsAmong(std::size_t count) {
+  return u"SELECT ID FROM SMS_ABCONTACTS WHERE ID IN " + Places(count);
+}
+
+String RemoteContactsAmong(std::size_t count) {
+  return u"SELECT CODE FROM V_ZUL$REMOTE_CONTACTS WHERE CODE IN " + Places(count);
+}
 
 String SharedCandidates(Dialect dialect, Purpose purpose, StringView folderId) {
   const bool picking = purpose == Purpose::PickRecipients;

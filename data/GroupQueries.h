@@ -34,6 +34,9 @@ inline constexpr StringView kInsertMember =
     u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (?, ?, ?)";
 inline constexpr StringView kContact =
     u"SELECT FNAME, MOBILENO, COUNTRYCODE FROM SMS_ABCONTACTS WHERE ID =?";
+inline constexpr StringView kGroup = u"SELECT NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE ID = ?";
+inline constexpr StringView kMemberships =
+    u"SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ?";
 /// Both kinds of members of a group, its id given twice. One text for all: on an engine that has no
 /// TO_CHAR, expanding a group fails.
 inline constexpr StringView kExpandedMembers =
@@ -44,6 +47,11 @@ inline constexpr StringView kExpandedMembers =
     u"SELECT CODE, NAME, MOBILENO, '' AS COUNTRYCODE "
     u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M "
     u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID = ? AND M.CONTACT_TYPE = 'R'";
+
+/// Which of so many contacts there are; each id is a parameter.
+String ContactsAmong(std::size_t count);
+/// The same for remote contacts and their codes.
+String RemoteContactsAmong(std::size_t count);
 
 /// Who asks for the candidates: the picker is offered groups too, the editor is not, since no group
 /// can be a member of a group.

@@ -60,6 +60,11 @@ ItemEditors::GroupOutcome ItemEditors::NewGroup(const String& folderId) {
   editor.Mode = ModeOfOperation::Add;
   editor.FolderId = folderId;
   own.ShowModal(Purpose::Group, editor);
+  if (own.GroupId.empty() && !editor.UnfinishedGroupId().empty()) {
+    // It is in the database, so it is shown, and can be opened and finished.
+    own.GroupId = editor.UnfinishedGroupId();
+    own.GroupName = editor.UnfinishedGroupName();
+  }
   session_.Take(Purpose::Group, own);
   return {.Saved = !own.GroupId.empty(), .HasOpenedContacts = editor.HasOpenedContacts()};
 }

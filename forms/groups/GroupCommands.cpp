@@ -12,7 +12,7 @@ using database::Parameter;
 namespace Queries = data::GroupQueries;
 
 struct CommandText {
-  StringView Text;
+  String Text;
   std::vector<Parameter> Parameters;
 };
 
@@ -24,28 +24,37 @@ Parameter NarrowText(StringView name, std::int64_t size) {
   return {String(name), DataType::VarChar, size};
 }
 
+std::vector<Parameter> Among(const Parameter& parameter) {
+  return std::vector<Parameter>(GroupCommands::kAmong, parameter);
+}
+
 /// In the order of GroupCommand. \param narrow whether the host's dialect asks for narrow texts.
 /// Only the name of a new group follows it; every other text is narrow always, as the servers that
 /// the commands were tuned for index their columns.
 std::array<CommandText, GroupCommands::kCount> Texts(bool narrow) {
   const Parameter newName{u"NAME", narrow ? DataType::VarChar : DataType::VarWChar, 100};
+  const auto text = [](StringView query) { return String(query); };
   return {{
-      {Queries::kFolder, {NarrowText(u"ID", 100)}},
-      {Queries::kFolders, {}},
-      {Queries::kCountMembers, {Number(u"GROUP_ID")}},
-      {Queries::kCountFolderGroups, {Number(u"ID")}},
-      {Queries::kGroupIdByName, {NarrowText(u"NAME", 100)}},
-      {Queries::kInsertGroup, {newName, Number(u"FOLDER_ID")}},
-      {Queries::kRenameGroup, {NarrowText(u"NAME", 100), Number(u"ID")}},
-      {Queries::kClearMembers, {Number(u"GROUP_ID")}},
-      {Queries::kNameTaken, {NarrowText(u"NAME", 100)}},
-      {Queries::kCountFolderContacts, {Number(u"FOLDER_ID")}},
-      {Queries::kCountRemoteContacts, {Number(u"FOLDER_ID")}},
-      {Queries::kNameTakenByAnother, {NarrowText(u"NAME", 100), Number(u"ID")}},
-      {Queries::kInsertMember,
+      {text(Queries::kFolder), {NarrowText(u"ID", 100)}},
+      {text(Queries::kFolders), {}},
+      {text(Queries::kCountMembers), {Number(u"GROUP_ID")}},
+      {text(Queries::kCountFolderGroups), {Number(u"ID")}},
+      {text(Queries::kGroupIdByName), {NarrowText(u"NAME", 100)}},
+      {text(Queries::kInsertGroup), {newName, Number(u"FOLDER_ID")}},
+      {text(Queries::kRenameGroup), {NarrowText(u"NAME", 100), Number(u"ID")}},
+      {text(Queries::kClearMembers), {Number(u"GROUP_ID")}},
+      {text(Queries::kNameTaken), {NarrowText(u"NAME", 100)}},
+      {text(Queries::kCountFolderContacts), {Number(u"FOLDER_ID")}},
+      {text(Queries::kCountRemoteContacts), {Number(u"FOLDER_ID")}},
+      {text(Queries::kNameTakenByAnother), {NarrowText(u"NAME", 100), Number(u"ID")}},
+      {text(Queries::kInsertMember),
        {Number(u"GROUP_ID"), NarrowText(u"CONTACT_ID", 50), NarrowText(u"CONTACT_TYPE", 1)}},
-      {Queries::kContact, {Number(u"ID")}},
-      {Queries::kExpandedMembers, {Number(u"GROUP_ID_1"), Number(u"GROUP_ID_2")}},
+      {text(Queries::kContact), {Number(u"ID")}},
+      {text(Queries::kExpandedMembers), {Number(u"GROUP_ID_1"), Number(u"GROUP_ID_2")}},
+      {text(Queries::kGroup), {Number(u"ID")}},
+      {text(Queries::kMemberships), {Number(u"GROUP_ID")}},
+      {Queries::ContactsAmong(GroupCommands::kAmong), Among(Number(u"ID"))},
+      {Queries::RemoteContactsAmong(GroupCommands::kAmong), Among(NarrowText(u"CODE", 50))},
   }};
 }
 
@@ -54,18 +63,19 @@ std::array<CommandText, GroupCommands::kCount> Texts(bool narrow) {
 GroupCommands::GroupCommands(Session& session) : session_(session) {}
 
 void GroupCommands::Init() {
-  if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) session_.OpenConnection();
   auto texts = Texts(data::WantsNarrowText(session_.DbType));
   for (std::size_t index = 0; index < kCount; ++index) {
     database::Command command;
     command.SetActiveConnection(session_.SessionConnection.get());
-    command.SetCommandText(String(texts[index].Text));
+    command.SetCommandText(std::move(texts[index].Text));
     command.Prepared = true;
     for (Parameter& parameter : texts[index].Parameters) {
       command.Append(std::move(parameter.Name), parameter.Type, parameter.Size);
     }
     commands_[index] = std::move(command);
   }
+  // Last, so that a dialog which is opened while the server is away works when it is back.
+  if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) session_.OpenConnection();
 }
 
 database::Recordset GroupCommands::Execute(GroupCommand name, std::vector<Variant> values) {

@@ -26,19 +26,26 @@ enum class GroupCommand : std::size_t {
   InsertMember,
   Contact,
   ExpandedMembers,
+  Group,
+  Memberships,
+  ContactsAmong,
+  RemoteContactsAmong,
 };
 
-/// The fifteen prepared commands of the group dialog. Each is given to the engine when it is first
+/// The prepared commands of the group dialog. Each is given to the engine when it is first
 /// executed, so a text that the engine refuses fails only where it is used.
 class GroupCommands {
  public:
-  static constexpr std::size_t kCount = 15;
+  static constexpr std::size_t kCount = 19;
+  /// How many ids ContactsAmong and RemoteContactsAmong take: few enough for every engine.
+  static constexpr std::size_t kAmong = 100;
 
   /// \param session must outlive the commands.
   explicit GroupCommands(Session& session);
 
-  /// Makes the commands, after opening the session's connection when the dialog works on shared
-  /// groups. \throws Error when it cannot be opened.
+  /// Makes the commands, and opens the session's connection when the dialog works on shared groups.
+  /// \throws Error when it cannot be opened; the commands are made all the same and open it when
+  /// they run.
   void Init();
 
   /// Runs the command with one value for each parameter, on the session's connection, opened when

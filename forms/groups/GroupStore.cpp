@@ -1,9 +1,59 @@
 #include "forms/groups/GroupStore.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "forms/groups/ContactRow.h"
 #include "forms/groups/JobProgress.h"
 
 namespace ktrv::forms {
+namespace {
+
+/// Units that a membership holds of an id.
+constexpr std::size_t kLongestId = 50;
+
+String TrimmedText(const Variant& value) {
+  return String(Trim(ToText(value)));
+}
+
+/// Members of one kind, looked for in blocks.
+class Search {
+ public:
+  Search(GroupCommands& commands, GroupCommand among) : commands_(commands), among_(among) {}
+
+  void Add(int row, String id) {
+    rows_.emplace_back(row, std::move(id));
+    if (rows_.size() == GroupCommands::kAmong) Look();
+  }
+  /// Rows whose ids were not found.
+  std::vector<int> Missing() {
+    if (!rows_.empty()) Look();
+    return std::move(missing_);
+  }
+
+ private:
+  void Look() {
+    std::vector<Variant> ids;
+    for (const auto& [row, id] : rows_) ids.emplace_back(id);
+    ids.resize(GroupCommands::kAmong, ids.back());
+    auto found = commands_.Execute(among_, std::move(ids));
+    TextIndex there;
+    for (; !found.EndOfFile(); found.MoveNext()) {
+      there.Add(TrimmedText(found.Field(found.Columns().front().Name)));
+    }
+    for (const auto& [row, id] : rows_) {
+      if (!there.Contains(id)) missing_.push_back(row);
+    }
+    rows_.clear();
+  }
+
+  GroupCommands& commands_;
+  GroupCommand among_;
+  std::vector<std::pair<int, String>> rows_;
+  std::vector<int> missing_;
+};
+
+}  // namespace
 
 GroupStore::GroupStore(Session& session, GroupCommands& commands)
     : session_(session), commands_(commands) {}
@@ -16,14 +66,126 @@ bool GroupStore::IsNameTaken(const String& name, ModeOfOperation mode) {
   return !rows.EndOfFile();
 }
 
+std::optional<StoredGroup> GroupStore::Read(const String& groupId, String* folderId) {
+  const auto group = commands_.Execute(GroupCommand::Group, {groupId});
+  if (group.EndOfFile()) return std::nullopt;
+  StoredGroup stored;
+  stored.Name = TrimmedText(group.Field(u"NAME"));
+  if (folderId) *folderId = TrimmedText(group.Field(u"FOLDER_ID"));
+  auto members = commands_.Execute(GroupCommand::Memberships, {groupId});
+  for (; !members.EndOfFile(); members.MoveNext()) {
+    stored.Members.push_back(
+        {TrimmedText(members.Field(u"CONTACT_ID")), TrimmedText(members.Field(u"CONTACT_TYPE"))});
+  }
+  return stored;
+}
+
+void GroupStore::Load() {
+  // A group that is gone already is refused when it is saved, as one that goes later.
+  known_ = Read(session_.GroupId).value_or(StoredGroup{session_.GroupName, {}});
+  attempted_ = known_;
+}
+
+GroupStore::Now GroupStore::LookAgain() {
+  auto stored = Read(session_.GroupId);
+  if (!stored) return Now::Gone;
+  found_ = std::move(*stored);
+  if (!found_.IsSameAs(known_) && !found_.IsSameAs(attempted_)) return Now::Changed;
+  TakeAsKnown();
+  return Now::AsKnown;
+}
+
+void GroupStore::TakeAsKnown() {
+  known_ = found_;
+  attempted_ = found_;
+}
+
+GroupStore::Place GroupStore::LookAtFolder(const String& folderId) {
+  if (LeadingNumber(folderId) == 0) return Place::Fit;  // outside folders
+  const auto folder = commands_.Execute(GroupCommand::Folder, {folderId});
+  if (folder.EndOfFile()) return Place::Gone;
+  return TrimmedText(folder.Field(u"TYPE")) == u"R" ? Place::Remote : Place::Fit;
+}
+
+std::vector<String> GroupStore::TooLong(controls::FlexGrid& members) {
+  const ContactColumns columns(members);
+  std::vector<String> names;
+  for (int row = 1; row < members.Rows(); ++row) {
+    if (members.Text(row, columns.Id()).size() > kLongestId) {
+      names.push_back(columns.Read(row).Name);
+    }
+  }
+  return names;
+}
+
+std::vector<String> GroupStore::Missing(controls::FlexGrid& members) {
+  const ContactColumns columns(members);
+  Search contacts(commands_, GroupCommand::ContactsAmong);
+  Search remoteContacts(commands_, GroupCommand::RemoteContactsAmong);
+  for (int row = 1; row < members.Rows(); ++row) {
+    const String kind = members.Text(row, columns.Kind());
+    if (kind == ContactKind::Contact) contacts.Add(row, columns.ReadId(row));
+    if (kind == ContactKind::RemoteContact) remoteContacts.Add(row, columns.ReadId(row));
+  }
+  std::vector<int> rows = contacts.Missing();
+  for (const int row : remoteContacts.Missing()) rows.push_back(row);
+  std::sort(rows.begin(), rows.end());
+  std::vector<String> names;
+  for (const int row : rows) names.push_back(columns.Read(row).Name);
+  return names;
+}
+
 void GroupStore::Create(const String& name, const String& folderId) {
-  commands_.Execute(GroupCommand::InsertGroup, {name, folderId});
+  creation_ = Creation{name, folderId};
+  try {
+    commands_.Execute(GroupCommand::InsertGroup, {name, folderId});
+  } catch (const Error& error) {
+    // Refused, so nothing was inserted; after other failures something may have been.
+    if (error.Number() == ErrorNumber::IntegrityViolation) creation_.reset();
+    throw;
+  }
+  creation_->Worked = true;
+  incomplete_ = true;
+  FindCreated();
+}
+
+bool GroupStore::FindCreated() {
+  const Creation creation = creation_.value();
   // Names are unique, so the row of this name is the one that was inserted.
-  session_.GroupId = ToText(commands_.Execute(GroupCommand::GroupIdByName, {name}).Field(u"ID"));
+  const auto rows = commands_.Execute(GroupCommand::GroupIdByName, {creation.Name});
+  if (rows.EndOfFile()) {
+    if (creation.Worked) {
+      throw Error(ErrorNumber::RowGone, u"The new group cannot be found by its name");
+    }
+    creation_.reset();
+    return false;
+  }
+  const String id = ToText(rows.Field(u"ID"));
+  if (!creation.Worked) {
+    // Somebody else's perhaps. One without members in the same folder is as good as ours.
+    String folderId;
+    const auto stored = Read(id, &folderId);
+    if (!stored || !stored->Members.empty() || folderId != creation.FolderId) {
+      creation_.reset();
+      return false;
+    }
+    incomplete_ = true;
+  }
+  creation_.reset();
+  Became(id, creation.Name);
+  return true;
+}
+
+void GroupStore::Became(const String& groupId, const String& name) {
+  session_.GroupId = groupId;
+  known_ = {name, {}};
+  attempted_ = known_;
 }
 
 void GroupStore::Rename(const String& name) {
+  attempted_.Name = name;
   commands_.Execute(GroupCommand::RenameGroup, {name, session_.GroupId});
+  known_.Name = name;
   if (commands_.RecordsAffected(GroupCommand::RenameGroup) != 0) return;
   // No row changed: some engines say so too when the name was the same already.
   const auto rows = commands_.Execute(GroupCommand::GroupIdByName, {name});
@@ -34,7 +196,10 @@ void GroupStore::Rename(const String& name) {
 
 void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progress) {
   const ContactColumns columns(members);
+  incomplete_ = true;
+  attempted_.Members.clear();
   commands_.Execute(GroupCommand::ClearMembers, {session_.GroupId});
+  known_.Members.clear();
   String letter;
   for (int row = 1; row < members.Rows(); ++row) {
     progress.Advance();
@@ -43,9 +208,12 @@ void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progre
     if (kind == ContactKind::RemoteContact) letter = u"R";
     // A group is no valid member. It is stored with the letter of the row before it, which is what
     // readers of the table have always found.
-    commands_.Execute(GroupCommand::InsertMember,
-                      {session_.GroupId, members.Text(row, columns.Id()), letter});
+    const String id = members.Text(row, columns.Id());
+    attempted_.Members.push_back({String(Trim(id)), letter});
+    commands_.Execute(GroupCommand::InsertMember, {session_.GroupId, id, letter});
+    known_.Members.push_back(attempted_.Members.back());
   }
+  incomplete_ = false;
 }
 
 }  // namespace ktrv::forms

@@ -1,15 +1,19 @@
 #pragma once
 
+#include <optional>
+
 #include "component/Session.h"
 #include "controls/FlexGrid.h"
 #include "forms/groups/GroupCommands.h"
+#include "forms/groups/StoredGroup.h"
 
 namespace ktrv::forms {
 
 class JobProgress;
 
-/// Writes the session's group and its memberships, one statement after the other without a
-/// transaction. All throw Error.
+/// Reads and writes the session's group and its memberships, one statement after the other without
+/// a transaction. It knows what it read and wrote, so that nothing is written twice after a failure
+/// and nothing over what another user wrote meanwhile. All throw Error.
 class GroupStore {
  public:
   /// Both must outlive the store.
@@ -18,8 +22,34 @@ class GroupStore {
   /// Whether a group has the name; in Modify another one than the session's. The database compares.
   bool IsNameTaken(const String& name, ModeOfOperation mode);
 
+  /// Reads what the dialog is going to show.
+  void Load();
+  /// The group as it was read, or written since.
+  const StoredGroup& Known() const { return known_; }
+
+  enum class Now { AsKnown, Changed, Gone };
+  /// What has become of the group.
+  Now LookAgain();
+  /// What LookAgain found is known from here on.
+  void TakeAsKnown();
+
+  enum class Place { Fit, Remote, Gone };
+  /// Whether the folder can take a new group.
+  Place LookAtFolder(const String& folderId);
+
+  /// Names of the members whose ids no membership can hold.
+  static std::vector<String> TooLong(controls::FlexGrid& members);
+  /// Names of the members that are in the database no more.
+  std::vector<String> Missing(controls::FlexGrid& members);
+
   /// Inserts the group; its id becomes the session's group id.
   void Create(const String& name, const String& folderId);
+  /// Whether an insert was begun and the group's id is not known.
+  bool IsCreationOpen() const { return creation_.has_value(); }
+  /// Looks what became of that insert. \return whether the group is there; its id is the session's
+  /// group id then. Else nothing was inserted, and Create may be called again. \throws Error also
+  /// when it was inserted and is not found.
+  bool FindCreated();
 
   /// \throws Error RowChanged when the group is no longer there.
   void Rename(const String& name);
@@ -27,9 +57,28 @@ class GroupStore {
   /// Replaces all memberships by the rows of the grid.
   void ReplaceMembers(controls::FlexGrid& members, JobProgress& progress);
 
+  /// Whether the group was written in part.
+  bool IsIncomplete() const { return incomplete_; }
+
  private:
+  struct Creation {
+    String Name;
+    String FolderId;
+    bool Worked = false;  ///< the insert; else its outcome is unknown
+  };
+
+  /// Nothing when there is no such group.
+  std::optional<StoredGroup> Read(const String& groupId, String* folderId = nullptr);
+  void Became(const String& groupId, const String& name);
+
   Session& session_;
   GroupCommands& commands_;
+  StoredGroup known_;
+  /// What known_ becomes if the last statement worked although it failed.
+  StoredGroup attempted_;
+  StoredGroup found_;  ///< by LookAgain
+  std::optional<Creation> creation_;
+  bool incomplete_ = false;
 };
 
 }  // namespace ktrv::forms

@@ -37,9 +37,11 @@ class RedrawPause {
 
 }  // namespace
 
-MemberList::MemberList(Session& session, GroupCommands& commands, Display display)
+MemberList::MemberList(Session& session, GroupCommands& commands, GroupStore& store,
+                       Display display)
     : session_(session),
       commands_(commands),
+      store_(store),
       display_(display),
       fetch_(session, display.Grid, display.Loading, display.Bar, kContext) {
   fetch_.Changed = [this] {
@@ -66,6 +68,9 @@ void MemberList::Load() {
     fetch_.SetTotal(members);
     // The whole group, also remote members, which one family does not list.
     ShowCount(members);
+    // Before the list is asked for: what another user adds in between is a difference then, and
+    // not a member that is lost.
+    store_.Load();
     fetch_.Open(query);
     return true;
   });
@@ -81,8 +86,24 @@ void MemberList::Cancel() {
 }
 
 void MemberList::Loaded() {
-  ReadIds();
+  const bool taken = session_.Trap(kContext, false, [&] {
+    RemoveStrangers();
+    ReadIds();
+    return true;
+  });
+  if (!taken) return Fail();
   complete_ = true;
+}
+
+void MemberList::RemoveStrangers() {
+  // One family's text lists every contact whose id is some member's, and a remote contact's code
+  // may be the id of a contact who has nothing to do with the group.
+  const TextIndex contacts = store_.Known().ContactIds();
+  const ContactColumns columns(display_.Grid);
+  for (int row = display_.Grid.Rows() - 1; row >= 1; --row) {
+    if (display_.Grid.Text(row, columns.Kind()) != ContactKind::Contact) continue;
+    if (!contacts.Contains(columns.ReadId(row))) display_.Grid.RemoveItem(row);
+  }
 }
 
 void MemberList::ReadIds() {

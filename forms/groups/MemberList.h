@@ -4,6 +4,7 @@
 #include "forms/groups/ContactFetch.h"
 #include "forms/groups/ContactRow.h"
 #include "forms/groups/GroupCommands.h"
+#include "forms/groups/GroupStore.h"
 
 namespace ktrv::forms {
 
@@ -22,15 +23,15 @@ class MemberList {
   };
 
   /// All must outlive the list.
-  MemberList(Session& session, GroupCommands& commands, Display display);
+  MemberList(Session& session, GroupCommands& commands, GroupStore& store, Display display);
 
   /// It began or ended to load.
   std::function<void()> Changed;
 
   /// No members.
   void Empty();
-  /// Starts to fill the list with the members of the session's group. Failures are logged and
-  /// shown.
+  /// Reads the session's group into the store and starts to fill the list with its members.
+  /// Failures are logged and shown.
   void Load();
   /// Says that the members could not be loaded.
   void Fail();
@@ -51,6 +52,7 @@ class MemberList {
 
  private:
   void Loaded();
+  void RemoveStrangers();
   void ReadIds();
   void Remember(const String& id, const String& kind);
   void ShowCount(std::int64_t members);
@@ -58,6 +60,7 @@ class MemberList {
 
   Session& session_;
   GroupCommands& commands_;
+  GroupStore& store_;
   Display display_;
   ContactFetch fetch_;
   bool complete_ = false;

@@ -47,7 +47,7 @@ frmGroupsNew::frmGroupsNew(Session& session)
       store_(session, commands_),
       sources_(session, commands_,
                {cboContactType, vsfFolderContacts, lblLoadingFolder, pbrFolder}),
-      members_(session, commands_,
+      members_(session, commands_, store_,
                {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount, lblLeftOut}),
       contacts_(session, commands_, vsfFolderContacts) {
   cboContactType.AccessibleName = u"Source";
@@ -112,7 +112,7 @@ void frmGroupsNew::Form_Load() {
   groupId_ = session_.GroupId;
   groupType_ = session_.GroupType;
   expandGroups_ = session_.ExpandGroups;
-  const bool connected = session_.Trap(Context::kFormLoad, false, [&] {
+  connected_ = session_.Trap(Context::kFormLoad, false, [&] {
     InitAdoCommands();
     return true;
   });
@@ -124,10 +124,22 @@ void frmGroupsNew::Form_Load() {
     } else if (IsShared()) {
       chkGroup.SetChecked(true);
     }
-    if (connected) sources_.FillSelector();
-    ShowMembers(connected);
-    ShowSource(connected);
+    if (connected_) sources_.FillSelector();
+    ShowMembers(connected_);
+    ShowSource(connected_);
     ShowWhatIsPossible();
+  });
+}
+
+bool frmGroupsNew::ConnectAgain() {
+  if (connected_) return false;
+  return connected_ = session_.Trap(Context::kFormLoad, false, [&] {
+    session_.OpenConnection();
+    cboContactType.Click = nullptr;
+    sources_.FillSelector();
+    if (!members_.IsComplete()) LoadMembers();
+    ShowSource(true);
+    return true;
   });
 }
 
@@ -167,11 +179,9 @@ void frmGroupsNew::ShowMembers(bool connected) {
     return;
   }
   SetCaption(u"Modify Group");
-  if (connected) {
-    LoadGroupContacts();
-  } else {
-    members_.Fail();
-  }
+  if (connected) return LoadGroupContacts();
+  ShowGroupName(session_.GroupName);
+  members_.Fail();
 }
 
 void frmGroupsNew::ShowSource(bool connected) {
@@ -194,12 +204,21 @@ void frmGroupsNew::LoadFolderContacts(StringView folderId) {
 }
 
 void frmGroupsNew::LoadGroupContacts() {
-  txtGroupName.SetText(session_.GroupName);
-  if (IsShared()) {
-    members_.Load();
-  } else {
-    members_.Empty();
-  }
+  ShowGroupName(session_.GroupName);
+  if (!IsShared()) return members_.Empty();
+  LoadMembers();
+}
+
+void frmGroupsNew::LoadMembers() {
+  const bool typed = txtGroupName.Text() != shownName_;
+  members_.Load();
+  // What the opener knows of the group may be old, and OK would undo another user's rename.
+  if (!typed && !store_.Known().Name.empty()) ShowGroupName(store_.Known().Name);
+}
+
+void frmGroupsNew::ShowGroupName(const String& name) {
+  txtGroupName.SetText(name);
+  shownName_ = txtGroupName.Text();
 }
 
 void frmGroupsNew::SelectMembers() {
@@ -232,6 +251,7 @@ void frmGroupsNew::RemoveGroupMembers() {
 }
 
 void frmGroupsNew::cmdNew_Click() {
+  ConnectAgain();
   session_.Trap(Context::kNew, [&] {
     const int index = cboContactType.ListIndex();
     contacts_.New(index < 0 ? 0 : cboContactType.ItemData(index));
@@ -243,6 +263,7 @@ void frmGroupsNew::cmdProperty_Click() {
 }
 
 void frmGroupsNew::cmdFind_Click() {
+  ConnectAgain();
   if (vsfFolderContacts.Rows() < 2) return;
   const StringView text = Trim(txtFind.Text());
   if (!sources_.Find(text, vsfFolderContacts.Row() + 1)) sources_.Find(text, 1);

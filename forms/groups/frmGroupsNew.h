@@ -91,8 +91,13 @@ class frmGroupsNew final : public controls::Form {
   /// Whether contacts were made or opened over the dialog, whatever became of the group.
   bool HasOpenedContacts() const { return contacts_.HasOpenedContacts(); }
 
+  /// After a cancel: the group that was inserted and not finished; empty when there is none.
+  String UnfinishedGroupId() const { return store_.IsIncomplete() ? groupId_ : String(); }
+  const String& UnfinishedGroupName() const { return store_.Known().Name; }
+
  protected:
   void Form_Load() override;
+  bool Form_MayClose() override;
   void Form_QueryUnload() override;
 
  private:
@@ -101,6 +106,8 @@ class frmGroupsNew final : public controls::Form {
   void LayOutAsPicker();
   void ShowMembers(bool connected);
   void ShowSource(bool connected);
+  void LoadMembers();
+  void ShowGroupName(const String& name);
   void ShowWhatIsPossible();
   void LoadChosenSource();
   bool MembersMayBeReplaced();
@@ -109,6 +116,14 @@ class frmGroupsNew final : public controls::Form {
   /// Gives the session back what this dialog works on: a host may have called another operation
   /// while it was open.
   void TakeSessionBack();
+  /// Loads what an outage kept from the dialog when it was opened. \return whether it did.
+  bool ConnectAgain();
+  bool FindCreatedGroup();
+  bool MayBeWritten();
+  bool MayBeReplaced();
+  /// Tells the user. \throws Error with the same text, for the log
+  [[noreturn]] void Refuse(const String& message);
+  void ShowNotSaved();
   void ClearResults();
   bool IsShared() const;
   bool IsPicker() const;
@@ -122,6 +137,8 @@ class frmGroupsNew final : public controls::Form {
   String groupId_;  ///< empty for a new group
   std::int32_t groupType_ = 0;
   bool expandGroups_ = false;
+  String shownName_;        ///< the group's, before the user typed another
+  bool connected_ = false;  ///< the lists could be asked for
   bool saved_ = false;
 };
 

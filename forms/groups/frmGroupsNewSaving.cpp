@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "forms/groups/JobProgress.h"
 #include "forms/groups/RecipientPick.h"
 #include "forms/groups/frmGroupsNew.h"
@@ -14,6 +16,22 @@ constexpr StringView kSave =
     u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
 }  // namespace Context
 
+/// Of the question whether another user's changes may be replaced, and others with a safe answer.
+constexpr std::int32_t kYesOrNo =
+    MessageStyle::YesNo | MessageStyle::Question | MessageStyle::DefaultButton2;
+
+/// The names with commas between them; of many, the first ones and how many more there are.
+String Listed(const std::vector<String>& names) {
+  constexpr std::size_t kMost = 5;
+  String text;
+  for (std::size_t index = 0; index < std::min(names.size(), kMost); ++index) {
+    if (index > 0) text += u", ";
+    text += names[index];
+  }
+  if (names.size() <= kMost) return text;
+  return text + u" and " + ToDecimal(static_cast<std::int64_t>(names.size() - kMost)) + u" more";
+}
+
 }  // namespace
 
 void frmGroupsNew::TakeSessionBack() {
@@ -24,17 +42,47 @@ void frmGroupsNew::TakeSessionBack() {
 }
 
 void frmGroupsNew::cmdOK_Click() {
+  const controls::Form::Stay stay(*this);
   TakeSessionBack();
+  // Nobody wanted to pick from lists that were not there.
+  if (ConnectAgain() && IsPicker()) return;
+  if (store_.IsCreationOpen() && !FindCreatedGroup()) return;
   if (!Validate_Data()) return;
-  if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
+  if (!IsPicker() && IsShared() && !(MembersMayBeReplaced() && MayBeWritten())) return;
   if (!Save_Data()) return;
   saved_ = true;
   Unload();
 }
 
 void frmGroupsNew::cmdCancel_Click() {
+  if (!Form_MayClose()) return;
   ClearResults();
   Unload();
+}
+
+bool frmGroupsNew::Form_MayClose() {
+  const controls::Form::Stay stay(*this);
+  if (store_.IsCreationOpen()) {
+    TakeSessionBack();
+    FindCreatedGroup();
+  }
+  if (!store_.IsIncomplete()) return true;
+  const bool close = session_.ShowMessage(
+                         u"The stored group is incomplete. Do you want to close the window and "
+                         u"leave it so?",
+                         kYesOrNo) == MessageAnswer::Yes;
+  return close && IsLoaded();
+}
+
+bool frmGroupsNew::FindCreatedGroup() {
+  const bool looked = session_.Trap(Context::kSave, false, [&] {
+    if (!store_.FindCreated()) return true;
+    groupId_ = session_.GroupId;
+    Mode = ModeOfOperation::Modify;
+    return true;
+  });
+  if (!looked) ShowNotSaved();
+  return looked;
 }
 
 bool frmGroupsNew::Validate_Data() {
@@ -63,7 +111,74 @@ bool frmGroupsNew::MembersMayBeReplaced() {
           : StringView(u"The members of the group could not be loaded. Saving now would remove "
                        u"them from the group."),
       MessageStyle::Exclamation);
+  // The next OK may find them.
+  if (!members_.IsLoading() && IsLoaded()) LoadMembers();
   return false;
+}
+
+bool frmGroupsNew::MayBeWritten() {
+  bool may = false;
+  const bool looked = session_.Trap(Context::kSave, false, [&] {
+    // Whatever can be refused is looked at before the first statement that writes.
+    const auto tooLong = GroupStore::TooLong(vsfGroupContacts);
+    if (!tooLong.empty()) {
+      Refuse(u"The codes of these members are too long for a group: " + Listed(tooLong) +
+             u". Please remove them from the list.");
+    }
+    const auto missing = store_.Missing(vsfGroupContacts);
+    if (!missing.empty()) {
+      Refuse(u"These members do not exist any more: " + Listed(missing) +
+             u". Please remove them from the list.");
+    }
+    may = MayBeReplaced();
+    return true;
+  });
+  if (!looked) ShowNotSaved();
+  return may;
+}
+
+bool frmGroupsNew::MayBeReplaced() {
+  constexpr StringView kGone =
+      u"The selected folder or group does not exist any more. Please select another one.";
+  if (Mode == ModeOfOperation::Add) {
+    switch (store_.LookAtFolder(FolderId)) {
+      case GroupStore::Place::Fit:
+        break;
+      case GroupStore::Place::Remote:
+        Refuse(u"Creating a Group in a Shared Remote Contacts folder is not allowed.");
+      case GroupStore::Place::Gone:
+        Refuse(String(kGone));
+    }
+    return true;
+  }
+  switch (store_.LookAgain()) {
+    case GroupStore::Now::AsKnown:
+      return true;
+    case GroupStore::Now::Gone:
+      Refuse(String(kGone));
+    case GroupStore::Now::Changed:
+      break;
+  }
+  const bool replace = session_.ShowMessage(
+                           u"Another user has changed this group since it was opened. Do you want "
+                           u"to replace the changes?",
+                           kYesOrNo) == MessageAnswer::Yes;
+  if (!replace || !IsLoaded()) return false;
+  TakeSessionBack();
+  store_.TakeAsKnown();
+  return true;
+}
+
+void frmGroupsNew::Refuse(const String& message) {
+  session_.ShowMessage(message, MessageStyle::Exclamation);
+  throw Error(ErrorNumber::RowChanged, message);
+}
+
+void frmGroupsNew::ShowNotSaved() {
+  lblSave.SetCaption(IsPicker()              ? u"The recipients could not be selected."
+                     : store_.IsIncomplete() ? u"The stored group is incomplete. OK tries again."
+                                             : u"The group could not be saved.");
+  lblSave.SetVisible(true);
 }
 
 bool frmGroupsNew::Save_Data() {
@@ -79,9 +194,7 @@ bool frmGroupsNew::Save_Data() {
     return true;
   });
   if (!saved) {
-    lblSave.SetCaption(IsPicker() ? u"The recipients could not be selected."
-                                  : u"The group could not be saved.");
-    lblSave.SetVisible(true);
+    ShowNotSaved();
     if (!recipient.empty()) {
       session_.ShowMessage(recipient +
                                u" could not be selected as a recipient. Remove it from the "

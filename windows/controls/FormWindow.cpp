@@ -259,7 +259,7 @@ void FormWindow::OnDestroyed() {
   SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
   handle_ = nullptr;
   disabling_.reset();
-  form_.UserCloses();
+  form_.Unload();
 }
 
 }  // namespace ktrv::windows

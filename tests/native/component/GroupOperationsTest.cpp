@@ -18,6 +18,14 @@ struct GroupOperationsTest : tests::EntryFixture {
                   {{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
                    {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
     driver.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"77"}});
+    driver.Answer(Queries::kGroup, {{u"NAME"}, {u"FOLDER_ID", DataType::Integer}},
+                  {{u" Friends ", u"0"}});
+    driver.Answer(Queries::kMemberships, {{u"CONTACT_ID"}, {u"CONTACT_TYPE"}},
+                  {{u"1", u"S"}, {u"2", u"S"}});
+    driver.Answer(u"SELECT ID FROM SMS_ABCONTACTS WHERE ID IN", {{u"ID"}}, {{u"1"}, {u"2"}});
+    driver.Answer(Queries::kFolder,
+                  {{u"ID", DataType::Integer}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                  {{u"4", u"Staff", u"S", u""}});
     driver.Changes(u"UPDATE SMS_ABGROUPS", 1);
   }
 

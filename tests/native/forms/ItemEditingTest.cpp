@@ -355,6 +355,31 @@ TEST_F(ItemEditingTest, AGroupThatWasNotSavedIsNotShown) {
   EXPECT_EQ(Log(), u"");
 }
 
+TEST_F(ItemEditingTest, AGroupThatCouldNotBeFinishedIsNotHidden) {
+  Choose(u"SFLD1");
+  InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    editor.txtGroupName.UserTypes(u"Night");
+    database.Run({u"ALTER TABLE SMS_ABGROUPMAPS RENAME TO AWAY"});
+    editor.cmdOK.UserClicks();
+    EXPECT_TRUE(editor.IsLoaded());
+    screen.Answer(MessageAnswer::Yes);
+    editor.cmdCancel.UserClicks();
+    EXPECT_FALSE(editor.IsLoaded());
+    database.Run({u"ALTER TABLE AWAY RENAME TO SMS_ABGROUPMAPS"});
+  });
+  form->ContactNew(u"GR");
+  EXPECT_EQ(Text(u"SHGR7"), u"Night");
+  Complete();
+  Choose(u"SHGR7");
+  InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    EXPECT_EQ(editor.txtGroupName.Text(), u"Night");
+    EXPECT_TRUE(screen.WaitUntil([&] { return editor.Members().IsComplete(); }));
+    editor.cmdOK.UserClicks();
+    EXPECT_FALSE(editor.IsLoaded());
+  });
+  form->ContactProperties();
+}
+
 TEST_F(ItemEditingTest, ANewGroupInARemoteFolderIsRefused) {
   Choose(u"RFLD2");
   form->Menus.Item(u"mnuSharedGroupContext").Click();

@@ -26,6 +26,8 @@ struct GroupCommandsTest : tests::GroupsTest {
 
 TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
   commands.Init();
+  const String contacts = Queries::ContactsAmong(GroupCommands::kAmong);
+  const String remoteContacts = Queries::RemoteContactsAmong(GroupCommands::kAmong);
   const StringView texts[] = {Queries::kFolder,
                               Queries::kFolders,
                               Queries::kCountMembers,
@@ -40,7 +42,11 @@ TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
                               Queries::kNameTakenByAnother,
                               Queries::kInsertMember,
                               Queries::kContact,
-                              Queries::kExpandedMembers};
+                              Queries::kExpandedMembers,
+                              Queries::kGroup,
+                              Queries::kMemberships,
+                              contacts,
+                              remoteContacts};
   for (std::size_t index = 0; index < GroupCommands::kCount; ++index) {
     EXPECT_EQ(commands.At(static_cast<GroupCommand>(index)).CommandText(), texts[index]);
     EXPECT_TRUE(commands.At(static_cast<GroupCommand>(index)).Prepared);
@@ -65,6 +71,8 @@ TEST_F(GroupCommandsTest, HaveTheirParametersWithTypesAndSizes) {
       {GroupCommand::InsertMember, "GROUP_ID:3(0) CONTACT_ID:200(50) CONTACT_TYPE:200(1)"},
       {GroupCommand::Contact, "ID:3(0)"},
       {GroupCommand::ExpandedMembers, "GROUP_ID_1:3(0) GROUP_ID_2:3(0)"},
+      {GroupCommand::Group, "ID:3(0)"},
+      {GroupCommand::Memberships, "GROUP_ID:3(0)"},
   };
   for (const auto& [command, parameters] : expected) {
     EXPECT_EQ(Parameters(commands, command), parameters);

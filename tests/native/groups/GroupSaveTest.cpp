@@ -263,8 +263,9 @@ TEST_F(SavesOnDatabase, GroupWithoutMembersKeepsNoMemberships) {
 }
 
 TEST_F(SavesOnDatabase, NameOfAnotherGroupIsRefused) {
-  OpenToModify(u"11", u"Void");
+  OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
+  form->txtGroupName.SetText(u"Void");
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(screen.Messages.size(), 1U);

@@ -10,7 +10,8 @@ namespace Queries = data::GroupQueries;
 GroupsTest::GroupsTest()
     : session(screen, system,
               {[this](StringView) -> database::Driver& {
-                 if (database) return database->Driver();
+                 if (outage) throw Error(ErrorNumber::DriverFailure, u"no server");
+                 if (watched) return *watched;
                  return driver;
                },
                screen.Dispatcher.Post()}) {
@@ -26,6 +27,7 @@ GroupsTest::GroupsTest()
   driver.Changes(u"INSERT INTO", 1);
   driver.Answer(Queries::kNameTaken, {{u"1", DataType::Integer}}, {});
   driver.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"77"}});
+  GroupIs(u"Team");
   Folders({});
   Candidates({});
   MembersAre({});
@@ -45,6 +47,11 @@ forms::frmGroupsNew& GroupsTest::OpenPicker() {
 forms::frmGroupsNew& GroupsTest::OpenToAdd(String folderId) {
   session.GroupId.clear();
   form = std::make_unique<forms::frmGroupsNew>(session);
+  if (folderId != u"0") {
+    driver.Answer(Queries::kFolder,
+                  {{u"ID", DataType::Integer}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                  {{folderId, u"Folder", u"S", u""}});
+  }
   form->FolderId = std::move(folderId);
   form->Load();
   return *form;
@@ -53,6 +60,7 @@ forms::frmGroupsNew& GroupsTest::OpenToAdd(String folderId) {
 forms::frmGroupsNew& GroupsTest::OpenToModify(String groupId, String name) {
   session.GroupId = std::move(groupId);
   session.GroupName = std::move(name);
+  GroupIs(session.GroupName);
   form = std::make_unique<forms::frmGroupsNew>(session);
   form->Mode = ModeOfOperation::Modify;
   form->Load();
@@ -146,11 +154,30 @@ const std::vector<database::Column> kListColumns = {
     {u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}, {u"1"}, {u"MOBILE_DISPLAY"}};
 }
 
+void GroupsTest::GroupIs(StringView name) {
+  driver.Answer(Queries::kGroup, {{u"NAME"}, {u"FOLDER_ID", DataType::Integer}},
+                {{String(name), u"0"}});
+}
+
+void GroupsTest::AreThere(const std::vector<Row>& rows) {
+  for (const Row& row : rows) there_.push_back({String(Trim(row.at(0).value_or(u"")))});
+  driver.Answer(u"SELECT ID FROM SMS_ABCONTACTS WHERE ID IN", {{u"ID"}}, there_);
+  driver.Answer(u"SELECT CODE FROM V_ZUL$REMOTE_CONTACTS", {{u"CODE"}}, there_);
+}
+
 void GroupsTest::Candidates(std::vector<Row> rows) {
+  AreThere(rows);
   driver.Answer(u"AS MOBILE_DISPLAY FROM", kListColumns, std::move(rows));
 }
 
 void GroupsTest::MembersAre(std::vector<Row> rows) {
+  AreThere(rows);
+  std::vector<Row> memberships;
+  for (const Row& row : rows) {
+    memberships.push_back({row.at(0), row.at(4) == u"3" ? u"R" : u"S"});
+  }
+  driver.Answer(Queries::kMemberships, {{u"CONTACT_ID"}, {u"CONTACT_TYPE"}},
+                std::move(memberships));
   driver.Answer(u"(SELECT CONTACT_ID FROM SMS_ABGROUPMAPS", kListColumns, std::move(rows));
 }
 
@@ -164,6 +191,7 @@ std::vector<GroupsTest::Row> GroupsTest::Contacts(int count) {
 
 GroupsOnDatabase::GroupsOnDatabase() {
   database = std::make_unique<AddressBookDatabase>();
+  watched = std::make_unique<WatchedDriver>(database->Driver());
   session.SessionConnectionString = database->ConnectionString();
   database->Run({
       u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES "
@@ -187,6 +215,16 @@ String GroupsOnDatabase::Query(StringView text) {
     joined += ToText(rows.Field(rows.Columns().front().Name));
   }
   return joined;
+}
+
+void GroupsOnDatabase::FailOnce(StringView start, int n, std::function<void()> first) {
+  watched->BeforeExecute = [this, start = String(start), left = std::make_shared<int>(n),
+                            first = std::move(first)](StringView text) {
+    if (!text.starts_with(start) || --*left > 0) return;
+    watched->BeforeExecute = nullptr;
+    if (first) first();
+    throw Error(ErrorNumber::DriverFailure, u"line lost");
+  };
 }
 
 String GroupsOnDatabase::MembershipsOf(StringView groupId) {

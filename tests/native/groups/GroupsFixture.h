@@ -11,6 +11,7 @@
 #include "tests/native/support/FakeDriver.h"
 #include "tests/native/support/FakeOperatingSystem.h"
 #include "tests/native/support/ScriptedScreen.h"
+#include "tests/native/support/WatchedDriver.h"
 
 namespace ktrv::tests {
 
@@ -57,11 +58,20 @@ class GroupsTest : public testing::Test {
   /// Rows of every source from now on: id, name, mobile number, country code, kind, display.
   void Candidates(std::vector<Row> rows);
   void MembersAre(std::vector<Row> rows);
+  /// The name that the group has; "Team" at first, and OpenToModify says it too.
+  void GroupIs(StringView name);
   /// So many contacts, each with its own id.
   static std::vector<Row> Contacts(int count);
 
+ private:
+  void AreThere(const std::vector<Row>& rows);
+  std::vector<Row> there_;  ///< ids of all contacts and remote contacts
+
+ protected:
   FakeDriver driver;
   std::unique_ptr<AddressBookDatabase> database;  ///< where it is set, it is the database
+  std::unique_ptr<WatchedDriver> watched;         ///< the way to it
+  bool outage = false;                            ///< no link can be opened
   ScriptedScreen screen;
   FakeOperatingSystem system;
   Session session;
@@ -79,6 +89,9 @@ class GroupsOnDatabase : public GroupsTest {
   void Run(StringView statement) { database->Run({statement}); }
   /// The first column of the rows, joined with commas.
   String Query(StringView text);
+  /// The n-th statement from now on that starts with this text fails, once. \param first what is
+  /// done before: the statement's own work where it works and is told as a failure.
+  void FailOnce(StringView start, int n = 1, std::function<void()> first = {});
   /// "contact:letter" of the group's memberships in the order of their writing.
   String MembershipsOf(StringView groupId);
 };
