@@ -33,6 +33,7 @@ void ContactFetch::Begin() {
     rows_->FetchProgress = nullptr;
     rows_->FetchComplete = nullptr;
   }
+  lost_ = false;
   bar_.SetRange(0, 100);
   bar_.SetValue(0);
   label_.SetCaption(String(kLoading));
@@ -73,10 +74,12 @@ void ContactFetch::Cancel() {
 }
 
 void ContactFetch::Progress(std::int64_t rows) {
-  session_.Trap(context_, [&] {
+  const bool taken = session_.Trap(context_, false, [&] {
     grid_.RowsArrived();
     bar_.SetValue(BarValue(rows));
+    return true;
   });
+  lost_ = lost_ || !taken;
 }
 
 void ContactFetch::Complete(const Error* error, EventStatus status) {
@@ -86,7 +89,7 @@ void ContactFetch::Complete(const Error* error, EventStatus status) {
     if (error) throw Error(*error);
     return true;
   });
-  if (!complete) {
+  if (!complete || lost_) {
     Fail(kNotLoaded);
     return;
   }

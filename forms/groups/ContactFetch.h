@@ -47,6 +47,7 @@ class ContactFetch {
   String context_;
   std::unique_ptr<database::Recordset> rows_;
   State state_ = State::Idle;
+  bool lost_ = false;  ///< rows that came could not be taken in
 };
 
 }  // namespace ktrv::forms

@@ -17,8 +17,9 @@ std::int16_t ToFolderId(std::int32_t id) {
 
 }  // namespace
 
-ContactOpening::ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list)
-    : session_(session), commands_(commands), list_(list) {}
+ContactOpening::ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list,
+                               controls::FlexGrid& picked)
+    : session_(session), commands_(commands), list_(list), picked_(picked) {}
 
 bool ContactOpening::CanHold(std::int32_t folderId) {
   constexpr std::int32_t kNoFolder = 0;
@@ -67,9 +68,7 @@ void ContactOpening::Properties() {
                          MessageStyle::Exclamation);
   } else if (kind == 2) {
     const ContactRow group = columns.Read(row);
-    if (!OpenGroup(group.Id, group.Name)) return;
-    hasOpenedContacts_ = true;
-    ListIsStale();
+    ShowGroup(group.Id, group.Name);
   } else if (kind == 1) {
     EditContact(row);
   }
@@ -88,9 +87,32 @@ void ContactOpening::EditContact(int row) {
   Show(ModeOfOperation::Modify, 0);  // the editor reads the folder from the contact's row
   ContactRow contact;
   if (!Read(id, contact)) return;
-  // Rows may have come and gone while the editor was open.
-  const int now = columns.Find(ContactKind::Contact, id);
-  if (now > 0) columns.Write(now, contact);
+  WriteRow(contact);
+}
+
+void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
+  const bool contactsWereOpened = OpenGroup(groupId, groupName);
+  const auto group = commands_.Execute(GroupCommand::Group, {groupId});
+  if (!group.EndOfFile()) {
+    ContactRow row;
+    row.Id = groupId;
+    row.Name = ToText(group.Field(u"NAME"));
+    row.Kind = ContactKind::Group;
+    WriteRow(row);
+  }
+  if (!contactsWereOpened) return;
+  hasOpenedContacts_ = true;
+  ListIsStale();
+}
+
+void ContactOpening::WriteRow(const ContactRow& contact) {
+  // Rows may have come and gone while the editor was open. Those picked already are what is sent
+  // to.
+  for (controls::FlexGrid* grid : {&list_, &picked_}) {
+    const ContactColumns columns(*grid);
+    const int row = columns.Find(contact.Kind, contact.Id);
+    if (row > 0) columns.Write(row, contact);
+  }
 }
 
 bool ContactOpening::Read(const String& contactId, ContactRow& contact) {

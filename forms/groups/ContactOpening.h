@@ -11,7 +11,7 @@ namespace ktrv::forms {
 struct ContactRow;
 
 /// Opens contacts, and groups offered as recipients, over the group dialog, and keeps the rows of
-/// its left list as they are in the database afterwards. All throw Error.
+/// both lists as they are in the database afterwards. All throw Error.
 class ContactOpening {
  public:
   /// Shows the contact editor modally for the session's EditContactId, or for a new contact of the
@@ -21,7 +21,8 @@ class ContactOpening {
   using GroupProperties = std::function<bool(const String& groupId, const String& groupName)>;
 
   /// All must outlive this.
-  ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list);
+  ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list,
+                 controls::FlexGrid& picked);
 
   Editor OpenEditor;
   GroupProperties OpenGroup;
@@ -43,12 +44,16 @@ class ContactOpening {
   void Show(ModeOfOperation mode, std::int16_t folderId);
   void MarkShared();
   void EditContact(int row);
+  void ShowGroup(const String& groupId, const String& groupName);
+  /// Writes the row's texts where it is listed, in both lists.
+  void WriteRow(const ContactRow& contact);
   /// Reads the contact's texts. \return whether there is such a contact.
   bool Read(const String& contactId, ContactRow& contact);
 
   Session& session_;
   GroupCommands& commands_;
   controls::FlexGrid& list_;
+  controls::FlexGrid& picked_;
   bool hasOpenedContacts_ = false;
 };
 

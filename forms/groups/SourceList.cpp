@@ -28,15 +28,17 @@ SourceList::SourceList(Session& session, GroupCommands& commands, Display displa
   };
 }
 
-void SourceList::FillSelector() {
-  if (!Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;
-  session_.Trap(kContext, [&] {
+bool SourceList::FillSelector() {
+  if (!Is(session_.GroupType, TypeOfGroup::SharedGroup)) return true;
+  display_.Selector.Clear();
+  return session_.Trap(kContext, false, [&] {
     display_.Selector.AddItem(u"Shared Contacts", 0);
     auto folders = commands_.Execute(GroupCommand::Folders);
     for (; !folders.EndOfFile(); folders.MoveNext()) {
       // One that cannot be offered keeps no other from being offered.
       session_.Trap(kContext, [&] { AddFolder(folders); });
     }
+    return true;
   });
 }
 

@@ -24,8 +24,8 @@ class SourceList {
   std::function<void()> Changed;
 
   /// Fills the selector with the shared contacts and every folder; nothing for local groups.
-  /// Failures are logged.
-  void FillSelector();
+  /// Failures are logged. \return whether it is filled
+  bool FillSelector();
 
   /// Fills the list with what the source offers. Failures are logged and shown. A source that could
   /// not be loaded offers nobody: those of the former one would be taken for its people.

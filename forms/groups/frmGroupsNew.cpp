@@ -49,7 +49,7 @@ frmGroupsNew::frmGroupsNew(Session& session)
                {cboContactType, vsfFolderContacts, lblLoadingFolder, pbrFolder}),
       members_(session, commands_, store_,
                {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount, lblLeftOut}),
-      contacts_(session, commands_, vsfFolderContacts) {
+      contacts_(session, commands_, vsfFolderContacts, vsfGroupContacts) {
   cboContactType.AccessibleName = u"Source";
   vsfFolderContacts.AccessibleName = u"Contacts";
   vsfGroupContacts.AccessibleName = u"Members";
@@ -124,9 +124,10 @@ void frmGroupsNew::Form_Load() {
     } else if (IsShared()) {
       chkGroup.SetChecked(true);
     }
-    if (connected_) sources_.FillSelector();
-    ShowMembers(connected_);
-    ShowSource(connected_);
+    const bool connected = connected_;
+    if (connected) connected_ = sources_.FillSelector();
+    ShowMembers(connected);
+    ShowSource(connected);
     ShowWhatIsPossible();
   });
 }
@@ -136,10 +137,10 @@ bool frmGroupsNew::ConnectAgain() {
   return connected_ = session_.Trap(Context::kFormLoad, false, [&] {
     session_.OpenConnection();
     cboContactType.Click = nullptr;
-    sources_.FillSelector();
+    const bool filled = sources_.FillSelector();
     if (!members_.IsComplete()) LoadMembers();
     ShowSource(true);
-    return true;
+    return filled;
   });
 }
 

@@ -138,7 +138,7 @@ class frmGroupsNew final : public controls::Form {
   std::int32_t groupType_ = 0;
   bool expandGroups_ = false;
   String shownName_;        ///< the group's, before the user typed another
-  bool connected_ = false;  ///< the lists could be asked for
+  bool connected_ = false;  ///< the sources could be asked for
   bool saved_ = false;
 };
 

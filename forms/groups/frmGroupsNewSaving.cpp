@@ -45,7 +45,7 @@ void frmGroupsNew::cmdOK_Click() {
   const controls::Form::Stay stay(*this);
   TakeSessionBack();
   // Nobody wanted to pick from lists that were not there.
-  if (ConnectAgain() && IsPicker()) return;
+  if (ConnectAgain() && IsPicker() && members_.Count() == 0) return;
   if (store_.IsCreationOpen() && !FindCreatedGroup()) return;
   if (!Validate_Data()) return;
   if (!IsPicker() && IsShared() && !(MembersMayBeReplaced() && MayBeWritten())) return;

@@ -135,5 +135,16 @@ TEST(WantsNarrowText, KnowsOneWordInAnyCase) {
   EXPECT_FALSE(WantsNarrowText(u"MYSQL "));
 }
 
+TEST(GroupQueries, LookForSoManyMembersAtOnce) {
+  EXPECT_EQ(ContactsAmong(3), u"SELECT ID FROM SMS_ABCONTACTS WHERE ID IN (?, ?, ?)");
+  EXPECT_EQ(RemoteContactsAmong(1), u"SELECT CODE FROM V_ZUL$REMOTE_CONTACTS WHERE CODE IN (?)");
+}
+
+TEST(GroupQueries, ReadAGroupAsItIsStored) {
+  EXPECT_EQ(kGroup, u"SELECT NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE ID = ?");
+  EXPECT_EQ(kMemberships,
+            u"SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ?");
+}
+
 }  // namespace
 }  // namespace ktrv::data::GroupQueries

@@ -288,6 +288,18 @@ TEST_F(OpenedDuringAnOutage, PickerIsNotClosedByTheOkThatFillsIt) {
   EXPECT_EQ(form->vsfFolderContacts.Rows(), 6);
 }
 
+TEST_F(OpenedDuringAnOutage, FoldersThatFailedAreOfferedOnceTheyCanBe) {
+  outage = false;
+  session.OpenConnection();
+  FailOnce(u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS");
+  OpenToAdd();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Sources(), (std::vector<String>{u"Shared Contacts"}));
+  form->cmdFind.UserClicks();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Sources(), (std::vector<String>{u"Shared Contacts", u"Friends", u"Dealers"}));
+}
+
 TEST_F(OpenedDuringAnOutage, NewGroupIsStoredOnceTheDatabaseIsBack) {
   OpenToAdd();
   form->txtGroupName.UserTypes(u"Crew");
