@@ -100,7 +100,8 @@ std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
 
 void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
-  if (!folder || !editors_.NewContact(*folder) || !IsStillOpen()) return;
+  if (!folder || !editors_.NewContact(*folder)) return;
+  // What was confirmed is done whole, though the window was closed under the editor.
   if (NodeKey::KindOf(node.Key) == NodeKey::SharedGroup) {
     using Membership = ItemStatements::Membership;
     const Membership made =
@@ -108,6 +109,7 @@ void ItemCommands::NewContact(const CurrentNode& node) {
     if (made == Membership::GroupIsGone) return Say(kNodeIsGone);
     if (made == Membership::ContactIsGone) return Say(u"The contact does not exist any more.");
   }
+  if (!IsStillOpen()) return;
   // A list that still comes may hold the contact or not, and replaces what is added to it.
   if (list_.IsLoading()) return window_.LoadContacts();
   if (folders_.Current().Key != node.Key) return;
