@@ -47,7 +47,6 @@ void Session::ShowModal(Purpose purpose, controls::Form& dialog) {
       // A group editor that is cancelled takes the names of an earlier selection away.
       if (From.ContactsName != NamesBefore) Host.ContactsName = From.ContactsName;
     }
-    ~Publication() { Publish(); }
   };
   constexpr auto kindOf = [](Purpose each) {
     using Kind = ModalDialogs::Kind;
@@ -57,7 +56,13 @@ void Session::ShowModal(Purpose purpose, controls::Form& dialog) {
   };
   const Publication publication{host_ ? *host_ : *this, purpose, *this, ContactsName};
   publication.Publish();
-  Modal.Show(kindOf(purpose), dialog);
+  try {
+    Modal.Show(kindOf(purpose), dialog);
+  } catch (...) {
+    publication.Publish();
+    throw;
+  }
+  publication.Publish();
 }
 
 void Session::Take(Purpose purpose, const SessionValues& dialog) {
