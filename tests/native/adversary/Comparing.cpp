@@ -55,12 +55,13 @@ std::string NotAskedFor(const Rows& rows, const Rows& before, const Rows& after)
 Choice::Choice(std::string machine, std::string task, std::size_t all, std::size_t sample,
                std::size_t every, std::size_t first)
     : machine_(std::move(machine)), task_(std::move(task)), wish_(OfEnvironment("KTRV_ADVERSARY")) {
-  step_ = wish_.empty() ? std::max<std::size_t>(all / sample, 1) : every;
+  step_ = wish_.empty() ? std::max<std::size_t>(all / sample, 1) : wish_ == "all" ? every : 1;
   first_ = first % step_;
 }
 
 bool Choice::Takes(std::size_t index, const std::string& name) {
-  if (!wish_.empty() && wish_ != "all") return Has(name, wish_.c_str());
+  const bool isPart = !wish_.empty() && wish_ != "all" && wish_ != "every";
+  if (isPart) return Has(name, wish_.c_str());
   if (index % step_ != first_) return false;
   for (const KnownFailure& known : kKnownFailures) {
     if (machine_ != known.Machine || !Has(task_, known.Task) || !Has(name, known.Trial)) continue;

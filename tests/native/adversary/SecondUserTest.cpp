@@ -189,7 +189,7 @@ TEST_P(SecondUserTest, NeitherUsersWorkIsLost) {
   const bool edits = says("Edit") || says("Properties") || says("Rename") || says("Anew");
   const std::vector<bool> countings = edits ? std::vector<bool>{true, false} : std::vector{true};
   const std::size_t all = statements.size() * Acts().size() * countings.size();
-  Choice choice("SecondUser", name, all, 4, 2, GetParam().Task);
+  Choice choice("SecondUser", name, all, 4, 9, GetParam().Task);
   std::size_t index = 0;
   std::size_t ran = 0;
   std::map<std::string, int> red;
