@@ -1,5 +1,7 @@
 #include "forms/folder/frmSelectFolder.h"
 
+#include "data/IdText.h"
+
 namespace ktrv::forms {
 namespace {
 
@@ -82,7 +84,9 @@ void frmSelectFolder::LoadRemoteFolderViews() {
 bool frmSelectFolder::Populate_Data() {
   return session_.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Populate_Data(), Module: frmSelectFolder", false, [&] {
-        const auto folder = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+        // Some engines take a text that only begins with digits for the number.
+        const String id = data::WithId(u"{id}", FolderIdText);
+        const auto folder = commands_.Execute(FolderCommand::FolderById, {id});
         txtFolderName.SetText(String(Trim(ToText(folder.Field(u"NAME")))));
         const bool isRemote = Trim(ToText(folder.Field(u"TYPE"))) == u"R";
         chkRemoteFolder.SetChecked(isRemote);
