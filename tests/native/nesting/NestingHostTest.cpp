@@ -1,4 +1,4 @@
-#include "tests/native/component/NestingHost.h"
+#include "tests/native/nesting/NestingHost.h"
 
 #include <cctype>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/native/component/NestingHost.h"
+#include "tests/native/nesting/NestingHost.h"
 
 // What the user does, and what the host does meanwhile.
 namespace ktrv::tests {
