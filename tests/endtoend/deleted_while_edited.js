@@ -6,7 +6,14 @@ var kRecord = "KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frm
 
 function read(file) {
   var files = new ActiveXObject("Scripting.FileSystemObject");
-  return files.OpenTextFile(file).ReadAll();
+  for (var i = 0; ; i++) {
+    try {
+      return files.OpenTextFile(file).ReadAll();
+    } catch (failure) {  // one of the hosts is writing it
+      if (i == 20) throw failure;
+      WScript.Sleep(50);
+    }
+  }
 }
 
 function savesTooLate(log, record) {
