@@ -112,4 +112,11 @@ std::optional<String> CellTextOf(const Variant& value) {
   return text;
 }
 
+bool IsHeld(StringView cell, StringView written) {
+  const auto withoutBlanksBehind = [](StringView text) {
+    return text.substr(0, text.find_last_not_of(u' ') + 1);
+  };
+  return withoutBlanksBehind(cell) == withoutBlanksBehind(written);
+}
+
 }  // namespace ktrv::database

@@ -19,4 +19,8 @@ Variant CellValue(DataType type, std::optional<StringView> text);
 /// The text that a cell of this value holds; nothing for null.
 std::optional<String> CellTextOf(const Variant& value);
 
+/// Whether a column that holds the one text may have been given the other, to the letter: columns
+/// of a fixed length add blanks.
+bool IsHeld(StringView cell, StringView written);
+
 }  // namespace ktrv::database

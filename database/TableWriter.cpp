@@ -60,10 +60,6 @@ bool Contains(const std::vector<String>& texts, const String& text) {
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-StringView WithoutBlanksBehind(StringView text) {
-  return text.substr(0, text.find_last_not_of(u' ') + 1);
-}
-
 /// Of two keys that are whole numbers.
 bool IsGreaterKey(StringView key, StringView than) {
   return key.size() != than.size() ? key.size() > than.size() : key > than;
@@ -176,11 +172,10 @@ TableWriter::Condition TableWriter::ValueCondition(const Values& values) const {
 
 bool TableWriter::Holds(const Cells& cells, const Values& values) const {
   return std::all_of(values.begin(), values.end(), [&](const auto& each) {
-    // Engines may take "Ann" and "ANN" for the same. Columns of a fixed length add blanks.
+    // Engines may take "Ann" and "ANN" for the same.
     const auto* text = std::get_if<String>(&each.second);
     if (!text) return true;
-    const StringView cell = cells[each.first] ? StringView(*cells[each.first]) : StringView();
-    return WithoutBlanksBehind(cell) == WithoutBlanksBehind(*text);
+    return IsHeld(cells[each.first] ? StringView(*cells[each.first]) : StringView(), *text);
   });
 }
 

@@ -1,6 +1,8 @@
 #include "forms/folder/frmSelectFolder.h"
 
 #include "data/IdText.h"
+#include "database/Conversion.h"
+#include "database/DataError.h"
 
 namespace ktrv::forms {
 namespace {
@@ -178,16 +180,13 @@ database::Recordset frmSelectFolder::WriteAndReadBack() {
   const bool isRemote = chkRemoteFolder.Checked();
   const String category = ChosenCategory();
   const String name(Trim(txtFolderName.Text()));
-  if (Mode == ModeOfOperation::Modify) {
-    WriteChanges(name, category);
-    return commands_.Execute(FolderCommand::FolderById, {FolderIdText});
-  }
+  if (Mode == ModeOfOperation::Modify) return WriteChanges(name, category);
   commands_.Execute(FolderCommand::InsertFolder, {String(isRemote ? u"R" : u"S"), name,
                                                   std::int64_t{session_.SessionUserId}, category});
   return commands_.Execute(FolderCommand::FolderByName, {name});
 }
 
-void frmSelectFolder::WriteChanges(const String& name, const String& category) {
+database::Recordset frmSelectFolder::WriteChanges(const String& name, const String& category) {
   // The statement writes both columns. What the user left alone keeps the value that it has now:
   // blanks around a name, a category of a folder that shows none, what somebody else has changed.
   const auto now = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
@@ -195,6 +194,17 @@ void frmSelectFolder::WriteChanges(const String& name, const String& category) {
   const Variant newCategory =
       category == shown_->Category ? now.Field(u"REMOTE_CONTACTS_CATEGORY") : category;
   commands_.Execute(FolderCommand::UpdateFolder, {newName, newCategory, FolderIdText});
+  auto row = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+  const auto holds = [&](StringView column, const Variant& value) {
+    return database::IsHeld(ToText(row.Field(column)), ToText(value));
+  };
+  // No row changed, which some engines say too when it was the same already; or the driver cannot
+  // tell.
+  if (commands_.At(FolderCommand::UpdateFolder).RecordsAffected() <= 0 &&
+      !(holds(u"NAME", newName) && holds(u"REMOTE_CONTACTS_CATEGORY", newCategory))) {
+    throw database::DataError(ErrorNumber::RowChanged);
+  }
+  return row;
 }
 
 String frmSelectFolder::ChosenCategory() const {

@@ -67,7 +67,8 @@ class frmSelectFolder final : public controls::Form {
   database::Recordset Rival();
   /// Writes the folder and reads it back; closed when there are no commands for it.
   database::Recordset WriteAndReadBack();
-  void WriteChanges(const String& name, const String& category);
+  /// The row as it is then. \throws Error also when it was not changed
+  database::Recordset WriteChanges(const String& name, const String& category);
   void Complain(StringView message, controls::Control& about);
 
   Session& session_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "database/Conversion.h"
 #include "forms/groups/ContactRow.h"
 #include "forms/groups/JobProgress.h"
 
@@ -185,13 +186,15 @@ void GroupStore::Became(const String& groupId, const String& name) {
 void GroupStore::Rename(const String& name) {
   attempted_.Name = name;
   commands_.Execute(GroupCommand::RenameGroup, {name, session_.GroupId});
+  if (commands_.RecordsAffected(GroupCommand::RenameGroup) <= 0) {
+    // No row changed, which some engines say too when the name was the same already; or the driver
+    // cannot tell. Memberships written to a group that is gone would belong to none.
+    const auto group = commands_.Execute(GroupCommand::Group, {session_.GroupId});
+    if (group.EndOfFile() || !database::IsHeld(ToText(group.Field(u"NAME")), name)) {
+      throw Error(ErrorNumber::RowChanged, u"The group was deleted by another user");
+    }
+  }
   known_.Name = name;
-  if (commands_.RecordsAffected(GroupCommand::RenameGroup) != 0) return;
-  // No row changed: some engines say so too when the name was the same already.
-  const auto rows = commands_.Execute(GroupCommand::GroupIdByName, {name});
-  if (!rows.EndOfFile() && ToText(rows.Field(u"ID")) == session_.GroupId) return;
-  // Memberships written now would belong to no group.
-  throw Error(ErrorNumber::RowChanged, u"The group was deleted by another user");
 }
 
 void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progress) {
