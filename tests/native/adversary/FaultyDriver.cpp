@@ -81,7 +81,10 @@ class FaultyDriver::FaultyStatement final : public Statement {
   }
 
   void Execute(std::span<const Variant> values) override {
-    if (owner_.counting_ && owner_.BeforeExecute) owner_.BeforeExecute(text_);
+    if (owner_.counting_) {
+      const std::lock_guard lock(owner_.actMutex_);
+      if (owner_.act_) owner_.act_(text_);
+    }
     const auto fault = owner_.Come(kExecute, text_);
     countIsUnknown_ = fault == Fault::RowMissed;
     if (countIsUnknown_) return;
@@ -272,6 +275,11 @@ std::vector<Fault> FaultyDriver::FaultsOf(const DriverCall& call) {
     return {ThrowsBefore, ThrowsAfter, LinkDies, ServerGoes, OutOfMemory, Foreign};
   }
   return {ThrowsBefore, LinkDies, ServerGoes, OutOfMemory, Foreign};
+}
+
+void FaultyDriver::BeforeExecute(std::function<void(StringView text)> act) {
+  const std::lock_guard lock(actMutex_);
+  act_ = std::move(act);
 }
 
 void FaultyDriver::Arm(DriverCall call, Fault fault) {

@@ -67,8 +67,9 @@ class FaultyDriver final : public database::Driver {
   /// Whether a statement hangs now.
   bool IsHanging() const { return hanging_ > 0; }
 
-  /// Called on the thread that executes, before each statement that is counted, with its text.
-  std::function<void(StringView text)> BeforeExecute;
+  /// \param act called before each statement that is counted, with its text, on the thread that
+  /// executes it, by one thread at a time; null for none. Waits while the former one runs.
+  void BeforeExecute(std::function<void(StringView text)> act);
   /// No statement ever tells its count.
   bool CountsNothing = false;
 
@@ -95,6 +96,8 @@ class FaultyDriver final : public database::Driver {
   const std::thread::id user_ = std::this_thread::get_id();
   mutable std::mutex mutex_;
   std::condition_variable healed_;
+  std::mutex actMutex_;
+  std::function<void(StringView text)> act_;
   struct Count {
     int Came = 0;
     bool CanBeCancelled = false;

@@ -138,14 +138,13 @@ struct SecondUserTest : testing::TestWithParam<Case> {
     stage.driver.CountsNothing = !counts;
     std::map<std::string, int> seen;
     bool acted = false;
-    stage.driver.BeforeExecute = [&](StringView text) {
+    stage.driver.BeforeExecute([&](StringView text) {
       const std::string what = "Execute " + ToUtf8(text);
-      const std::lock_guard lock(mutex_);
       if (what != before.What || ++seen[what] != before.Which) return;
       acted = stage.book.Run(act.Statements);
-    };
+    });
     const bool confirmed = Task().Act(stage);
-    stage.driver.BeforeExecute = nullptr;
+    stage.driver.BeforeExecute(nullptr);
     // The first one's transaction was in the way: the second user waited.
     if (!acted) {
       EXPECT_TRUE(stage.book.Run(act.Statements));
@@ -178,7 +177,6 @@ struct SecondUserTest : testing::TestWithParam<Case> {
     if (const auto left = stage.Close(); !left.empty()) complain("left: " + left);
     return wrong;
   }
-  mutable std::mutex mutex_;
 };
 
 TEST_P(SecondUserTest, NeitherUsersWorkIsLost) {
