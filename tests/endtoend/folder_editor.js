@@ -13,8 +13,11 @@ function tries() {
   Ui.WaitGone(box);
   Ui.Type(name, "Friends");
   Ui.Click(Ui.ChildWithText(editor, "&OK"));
-  WScript.Sleep(300);
-  Ui.WaitText(name, "Friends");
+  // It stays and can be typed in, with what was typed.
+  Ui.Click(name);
+  Ui.Press(name, 35);  // End
+  Ui.Type(name, "~");
+  Ui.WaitText(name, "Friends~");
   Ui.Press(name, kEscape);
   Ui.WaitGone(editor);
 }

@@ -16,7 +16,8 @@ function until(condition, what) {
   }
 }
 
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
+eval(files.OpenTextFile(WScript.ScriptFullName.replace(/(second[\\\/])?[^\\\/]*$/,
+                                                       "support\\query.js")).ReadAll());
 
 /// The window's parts and what a hand does with them.
 function Book() {
@@ -65,8 +66,14 @@ function Book() {
     Ui.Click(Ui.ChildWithText(box, button));
     Ui.WaitGone(box);
   };
+  /// What came before was answered without a box: what is typed now arrives, where a box would
+  /// have the keyboard, or the window under one be out of use.
   this.noBox = function(what) {
-    WScript.Sleep(250);
+    var find = Ui.Child(this.window, "Edit"), former = Ui.Text(find);
+    Ui.Type(find, "~");
+    Ui.WaitText(find, former + "~");
+    Ui.Press(find, 8);  // Backspace
+    Ui.WaitText(find, former);
     check(!Ui.IsShown("TALVERO Notification Server"), "no box: " + what);
   };
   /// Chooses from the node's menu.

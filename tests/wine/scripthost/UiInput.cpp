@@ -75,6 +75,18 @@ void PressKey(WORD key) {
 
 }  // namespace
 
+void BringToFront(HWND window) {
+  SetForegroundWindow(window);
+  SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+bool IsInFront(HWND window) {
+  RECT area = {};
+  GetWindowRect(window, &area);
+  const POINT middle = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+  return GetForegroundWindow() == window && GetAncestor(WindowFromPoint(middle), GA_ROOT) == window;
+}
+
 void Click(HWND window, POINT at, UINT keys) {
   PointTo(window, at);
   const Held held(KeysOf(keys));

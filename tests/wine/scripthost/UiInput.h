@@ -9,6 +9,10 @@
 /// window has taken notice, so that a click that opens a modal dialog does not wait for its end.
 namespace ktrv::scripthost::UiInput {
 
+/// Asks for the window, a top-level one, to be before the others, of other processes too.
+void BringToFront(HWND window);
+bool IsInFront(HWND window);
+
 /// \param at in the window's client pixels. \param keys MK_SHIFT and MK_CONTROL, or 0.
 void Click(HWND window, POINT at, UINT keys);
 void ClickMiddle(HWND window);

@@ -242,6 +242,11 @@ void UiObject::OfferInput() {
     UiInput::Drag(Handle(arguments), PointOf(arguments),
                   {arguments.Number(3), arguments.Number(4)});
   });
+  offer(L"BringToFront", [](const Arguments& arguments) {
+    const HWND window = Handle(arguments);
+    UiInput::BringToFront(window);
+    Await([=] { return UiInput::IsInFront(window); }, kPatience, L"a window in front");
+  });
   offer(L"Command", [](const Arguments& arguments) {
     PostMessageW(Handle(arguments), WM_COMMAND, static_cast<WPARAM>(arguments.Number(1)), 0);
   });
