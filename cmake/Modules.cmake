@@ -40,7 +40,8 @@ if(KTRV_SANITIZE)
   add_link_options(-fsanitize=${KTRV_SANITIZE})
 endif()
 
-# ktrv_module(NAME [DEPENDS lib...]): the static library of all sources of the current folder.
+# ktrv_module(NAME [DEPENDS lib...]): the library of all sources of the current folder, a static one
+# unless BUILD_SHARED_LIBS says otherwise.
 function(ktrv_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
@@ -50,7 +51,7 @@ function(ktrv_module name)
     target_link_libraries(${name} INTERFACE ktrv_options ${arg_DEPENDS})
     return()
   endif()
-  add_library(${name} STATIC ${sources})
+  add_library(${name} ${sources})
   target_link_libraries(${name} PUBLIC ktrv_options ${arg_DEPENDS})
 endfunction()
 
