@@ -41,10 +41,11 @@ int Gate::Waiting() const {
 
 class FakeDriver::FakeStatement final : public Statement {
  public:
-  FakeStatement(FakeDriver& driver, StringView text) : driver_(driver), text_(text) {}
+  FakeStatement(FakeDriver& driver, const FakeLink& link, StringView text)
+      : driver_(driver), link_(link), text_(text) {}
 
   void Execute(std::span<const Variant> values) override {
-    scripted_ = driver_.Run(text_, values);
+    scripted_ = driver_.Run(link_, text_, values);
     next_ = 0;
   }
 
@@ -80,6 +81,7 @@ class FakeDriver::FakeStatement final : public Statement {
 
  private:
   FakeDriver& driver_;
+  const FakeLink& link_;
   String text_;
   Scripted scripted_;
   std::size_t next_ = 0;
@@ -88,14 +90,17 @@ class FakeDriver::FakeStatement final : public Statement {
 
 class FakeDriver::FakeLink final : public Link {
  public:
-  explicit FakeLink(FakeDriver& driver) : driver_(driver) { ++driver_.linksAlive_; }
+  FakeLink(FakeDriver& driver, String connectionString, std::size_t number)
+      : ConnectionString(std::move(connectionString)), Number(number), driver_(driver) {
+    ++driver_.linksAlive_;
+  }
   ~FakeLink() override { --driver_.linksAlive_; }
 
   std::unique_ptr<Statement> Prepare(StringView text, std::span<const Parameter>) override {
-    return std::make_unique<FakeStatement>(driver_, text);
+    return std::make_unique<FakeStatement>(driver_, *this, text);
   }
 
-  Engine EngineKind() const override { return Engine::Other; }
+  Engine EngineKind() const override { return driver_.Kind; }
 
   std::vector<String> KeyColumns(StringView) override {
     const std::lock_guard lock(driver_.mutex_);
@@ -121,6 +126,9 @@ class FakeDriver::FakeLink final : public Link {
 
   void Commit() override { End(u"commit", driver_.commitFailure_); }
   void RollBack() override { End(u"roll back", driver_.rollBackFailure_); }
+
+  const String ConnectionString;
+  const std::size_t Number;  // of the links that were opened
 
  private:
   void End(StringView how, const std::optional<Error>& failure) {
@@ -172,6 +180,11 @@ void FakeDriver::FailOpen(std::optional<Error> error) {
 void FakeDriver::OpenNothing() {
   const std::lock_guard lock(mutex_);
   opensNothing_ = true;
+}
+
+void FakeDriver::LoseLinks() {
+  const std::lock_guard lock(mutex_);
+  linksLost_ = opened_.size();
 }
 
 void FakeDriver::SetKeyColumns(std::vector<String> names) {
@@ -237,7 +250,7 @@ std::unique_ptr<Link> FakeDriver::Open(StringView connectionString, StringView, 
   if (openFailure_) throw *openFailure_;
   if (opensNothing_) return nullptr;
   opened_.emplace_back(connectionString);
-  return std::make_unique<FakeLink>(*this);
+  return std::make_unique<FakeLink>(*this, String(connectionString), opened_.size());
 }
 
 void FakeDriver::Asked(const String& text, std::size_t rows) {
@@ -246,9 +259,13 @@ void FakeDriver::Asked(const String& text, std::size_t rows) {
   most = std::max(most, rows);
 }
 
-FakeDriver::Scripted FakeDriver::Run(StringView text, std::span<const Variant> values) {
+FakeDriver::Scripted FakeDriver::Run(const FakeLink& link, StringView text,
+                                     std::span<const Variant> values) {
   const std::lock_guard lock(mutex_);
-  executed_.push_back({String(text), {values.begin(), values.end()}});
+  executed_.push_back({String(text), {values.begin(), values.end()}, link.ConnectionString});
+  if (link.Number <= linksLost_) {
+    throw Error(ErrorNumber::DriverFailure, u"The link is lost", u"FakeDriver");
+  }
   for (const Scripted& answer : answers_) {
     if (text.find(answer.Part) == StringView::npos) continue;
     if (answer.Failure) throw *answer.Failure;

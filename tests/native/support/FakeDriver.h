@@ -48,6 +48,7 @@ class FakeDriver final : public database::Driver {
   struct Execution {
     String Text;
     std::vector<Variant> Values;
+    String On;  ///< the connection string of its link
   };
 
   void Answer(StringView part, std::vector<database::Column> columns, std::vector<Row> rows);
@@ -62,6 +63,10 @@ class FakeDriver final : public database::Driver {
 
   /// All later opens give no link and no failure.
   void OpenNothing();
+
+  /// Every statement on a link that is open now fails from here on.
+  void LoseLinks();
+  std::atomic<database::Engine> Kind = database::Engine::Other;
 
   void SetKeyColumns(std::vector<String> names);
   void SetLastInsertedId(std::int64_t id);
@@ -101,7 +106,7 @@ class FakeDriver final : public database::Driver {
   class FakeStatement;
   class FakeLink;
 
-  Scripted Run(StringView text, std::span<const Variant> values);
+  Scripted Run(const FakeLink& link, StringView text, std::span<const Variant> values);
   void Asked(const String& text, std::size_t rows);
 
   mutable std::mutex mutex_;
@@ -111,6 +116,7 @@ class FakeDriver final : public database::Driver {
   std::vector<String> opened_;
   std::optional<Error> openFailure_;
   bool opensNothing_ = false;
+  std::size_t linksLost_ = 0;  // of those that were opened
   std::vector<String> keyColumns_;
   std::int64_t lastId_ = 0;
   bool tellsIds_ = true;

@@ -51,6 +51,7 @@ ScriptedScreen::ScriptedScreen() = default;
 ScriptedScreen::~ScriptedScreen() = default;
 
 std::unique_ptr<controls::FormPeer> ScriptedScreen::Realise(controls::Form& form) {
+  if (RealiseFailure) throw *RealiseFailure;
   return std::make_unique<ScriptedWindow>(*this, form);
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "common/Error.h"
 #include "controls/Input.h"
 #include "controls/Menu.h"
 #include "controls/Screen.h"
@@ -47,6 +48,8 @@ class ScriptedScreen : public controls::Screen {
     menuHappenings_.push_back(std::move(happens));
   }
   std::optional<String> Clipboard;
+  /// When it is set, no form gets a window any more.
+  std::optional<Error> RealiseFailure;
 
   // What was shown.
   std::vector<Message> Messages;
