@@ -11,6 +11,13 @@ inline String InsertMember(StringView groupId, StringView contactId) {
   return WithId(WithId(u"INSERT INTO SMS_ABGROUPMAPS VALUES({group},{id}, 'S')", contactId),
                 groupId, u"{group}");
 }
+/// Whether it is one.
+inline String Membership(StringView groupId, StringView contactId) {
+  return WithId(WithId(u"SELECT GROUP_ID FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {group} AND "
+                       u"CONTACT_ID = '{id}' AND CONTACT_TYPE = 'S'",
+                       contactId),
+                groupId, u"{group}");
+}
 
 inline String DeleteGroup(StringView groupId) {
   return WithId(u"DELETE FROM SMS_ABGROUPS WHERE ID = {id}", groupId);

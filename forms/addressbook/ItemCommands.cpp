@@ -100,15 +100,7 @@ std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
 
 void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
-  if (!folder || !editors_.NewContact(*folder)) return;
-  // What was confirmed is done whole, though the window was closed under the editor.
-  if (NodeKey::KindOf(node.Key) == NodeKey::SharedGroup) {
-    using Membership = ItemStatements::Membership;
-    const Membership made =
-        statements_.InsertMember(NodeKey::IdOf(node.Key), session_.SavedContactId);
-    if (made == Membership::GroupIsGone) return Say(kNodeIsGone);
-    if (made == Membership::ContactIsGone) return Say(u"The contact does not exist any more.");
-  }
+  if (!folder || !editors_.NewContact(*folder, MembershipAt(node))) return;
   if (!IsStillOpen()) return;
   // A list that still comes may hold the contact or not, and replaces what is added to it.
   if (list_.IsLoading()) return window_.LoadContacts();
@@ -120,6 +112,35 @@ void ItemCommands::NewContact(const CurrentNode& node) {
              .Address = session_.SavedContactAddress,
              .Organisation = session_.SavedContactOrganisation,
              .FolderId = *folder});
+}
+
+frmNewContact::Companion ItemCommands::MembershipAt(const CurrentNode& node) {
+  if (NodeKey::KindOf(node.Key) != NodeKey::SharedGroup) return {};
+  using Refused = frmNewContact::Refused;
+  using Membership = ItemStatements::Membership;
+  // A contact is never stored without its membership: the next attempt would store another one.
+  const auto linking = [this](const std::function<Membership()>& link) {
+    Membership made = Membership::Made;
+    const bool worked = session_.Trap(Context::kNew, false, [&] {
+      made = link();
+      return true;
+    });
+    if (!worked) throw Refused{};
+    if (made == Membership::GroupIsGone) throw Refused{String(kNodeIsGone)};
+    if (made == Membership::ContactIsGone) throw Refused{u"The contact does not exist any more."};
+  };
+  const String group(NodeKey::IdOf(node.Key));
+  return {.Check =
+              [this, group, linking](database::Connection& connection) {
+                linking([&] {
+                  return statements_.GroupIsThere(connection, group) ? Membership::Made
+                                                                     : Membership::GroupIsGone;
+                });
+              },
+          .Store =
+              [this, group, linking](database::Connection& connection, const String& contactId) {
+                linking([&] { return statements_.InsertMember(connection, group, contactId); });
+              }};
 }
 
 void ItemCommands::NewGroup(const CurrentNode& node) {

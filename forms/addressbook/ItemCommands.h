@@ -50,6 +50,8 @@ class ItemCommands {
   bool IsStillOpen() const;
 
   void NewContact(const CurrentNode& node);
+  /// What a new contact of the node is stored with: at a group, its membership.
+  frmNewContact::Companion MembershipAt(const CurrentNode& node);
   void NewGroup(const CurrentNode& node);
   /// The folder that a new item of the node goes into; nothing when the node is gone, which the
   /// user is told.

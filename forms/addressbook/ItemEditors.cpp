@@ -1,8 +1,8 @@
 #include "forms/addressbook/ItemEditors.h"
 
 #include <limits>
+#include <utility>
 
-#include "forms/contact/frmNewContact.h"
 #include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
 
@@ -26,7 +26,7 @@ Session ItemEditors::OnShared() {
   return session_.ForWindow();
 }
 
-bool ItemEditors::NewContact(StringView folderId) {
+bool ItemEditors::NewContact(StringView folderId, frmNewContact::Companion with) {
   const auto folder = ShortId(folderId);
   if (!folder) throw Error(ErrorNumber::Overflow, u"Overflow");
   Session own = OnShared();
@@ -38,6 +38,7 @@ bool ItemEditors::NewContact(StringView folderId) {
   frmNewContact editor(own);
   editor.Mode = ModeOfOperation::Add;
   editor.FolderId = *folder;
+  editor.With = std::move(with);
   own.ShowModal(Purpose::Contact, editor);
   session_.Take(Purpose::Contact, own);
   return !own.SavedContactName.empty();

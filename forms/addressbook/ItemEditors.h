@@ -1,6 +1,7 @@
 #pragma once
 
 #include "component/Session.h"
+#include "forms/contact/frmNewContact.h"
 
 namespace ktrv::forms {
 
@@ -10,9 +11,10 @@ class ItemEditors {
  public:
   explicit ItemEditors(Session& session) : session_(session) {}
 
-  /// \param folderId decimal id of the new contact's folder. \return whether one was saved, which
-  /// the session's six SavedContact… fields then describe
-  bool NewContact(StringView folderId);
+  /// \param folderId decimal id of the new contact's folder. \param with what is stored together
+  /// with it. \return whether one was saved, which the session's six SavedContact… fields then
+  /// describe
+  bool NewContact(StringView folderId, frmNewContact::Companion with);
   void EditContact(const String& contactId, StringView folderId);
 
   struct GroupOutcome {

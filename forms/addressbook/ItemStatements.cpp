@@ -2,31 +2,32 @@
 
 #include "data/EditorQueries.h"
 #include "data/ItemQueries.h"
-#include "database/Transaction.h"
 
 namespace ktrv::forms {
 
 namespace Queries = data::ItemQueries;
 
-ItemStatements::Membership ItemStatements::InsertMember(StringView groupId, StringView contactId) {
-  database::Connection& connection = session_.OpenConnection();
-  const auto isThere = [&](const String& query) {
-    database::Recordset rows(session_.Environment);
-    rows.Open(query, connection);
-    return !rows.EndOfFile();
-  };
-  try {
-    // Others may delete either while the user types.
-    database::Transaction transaction(connection);
-    if (!isThere(data::EditorQueries::GroupName(groupId))) return Membership::GroupIsGone;
-    if (!isThere(data::EditorQueries::ContactName(contactId))) return Membership::ContactIsGone;
-    connection.Execute(Queries::InsertMember(groupId, contactId));
-    transaction.Commit();
-    return Membership::Made;
-  } catch (...) {
-    session_.CloseConnection();  // as in Execute
-    throw;
+bool ItemStatements::GroupIsThere(database::Connection& connection, StringView groupId) {
+  return IsThere(connection, data::EditorQueries::GroupName(groupId));
+}
+
+ItemStatements::Membership ItemStatements::InsertMember(database::Connection& connection,
+                                                        StringView groupId, StringView contactId) {
+  // Others may delete either while the user types.
+  if (!GroupIsThere(connection, groupId)) return Membership::GroupIsGone;
+  if (!IsThere(connection, data::EditorQueries::ContactName(contactId))) {
+    return Membership::ContactIsGone;
   }
+  if (!IsThere(connection, Queries::Membership(groupId, contactId))) {
+    connection.Execute(Queries::InsertMember(groupId, contactId));
+  }
+  return Membership::Made;
+}
+
+bool ItemStatements::IsThere(database::Connection& connection, const String& query) {
+  database::Recordset rows(session_.Environment);
+  rows.Open(query, connection);
+  return !rows.EndOfFile();
 }
 
 void ItemStatements::DeleteGroup(StringView groupId) {

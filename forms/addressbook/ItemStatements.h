@@ -13,9 +13,12 @@ class ItemStatements {
  public:
   explicit ItemStatements(Session& session) : session_(session) {}
 
+  /// Whether the group is there now. \param connection not the session's, as in InsertMember
+  bool GroupIsThere(database::Connection& connection, StringView groupId);
   enum class Membership { Made, GroupIsGone, ContactIsGone };
-  /// Makes the contact a member, provided that both are there.
-  Membership InsertMember(StringView groupId, StringView contactId);
+  /// Makes the contact a member, provided that both are there and it is none.
+  Membership InsertMember(database::Connection& connection, StringView groupId,
+                          StringView contactId);
   /// With its memberships. Its members stay.
   void DeleteGroup(StringView groupId);
   /// With the contacts in it, whose memberships stay.
@@ -31,6 +34,7 @@ class ItemStatements {
   std::optional<String> GroupName(StringView groupId);
 
  private:
+  bool IsThere(database::Connection& connection, const String& query);
   void Execute(const String& statement);
   database::Recordset Read(const String& query);
 

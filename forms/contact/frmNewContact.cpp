@@ -165,12 +165,12 @@ bool frmNewContact::Save_Data() {
                {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
   // Whatever was opened, the session works on shared contacts until the host's next call.
   session_.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact);
-  if (!isNew) {
-    Change(contact, *shown_);
-  } else if (!Insert(connection, contact)) {
-    session_.ShowMessage(
-        u"The selected folder or group does not exist any more. Please select another one.",
-        MessageStyle::Exclamation);
+  try {
+    isNew ? Insert(connection, contact) : Change(contact, *shown_);
+  } catch (const Refused& refused) {
+    if (!refused.Message.empty()) {
+      session_.ShowMessage(refused.Message, MessageStyle::Exclamation);
+    }
     return false;
   }
   const String id = ToText(contact.Field(u"ID"));
@@ -185,22 +185,30 @@ void frmNewContact::Change(database::Recordset& contact, const ContactFields::En
   contact.Resync();
 }
 
-bool frmNewContact::Insert(database::Connection& connection, database::Recordset& contact) {
+void frmNewContact::Insert(database::Connection& connection, database::Recordset& contact) {
+  const auto storeCompanion = [&] {
+    if (With.Store) With.Store(connection, ToText(contact.Field(u"ID")));
+  };
+  database::Transaction transaction(connection);
   if (inDoubt_) {
     if (contact.FindAdded(inDoubt_->Row)) {
+      // Changed last: with other values it would not be found again if this fails.
+      storeCompanion();
       Change(contact, inDoubt_->Written);
-      return true;
+      transaction.Commit();
+      return;
     }
     inDoubt_.reset();
   }
-  database::Transaction transaction(connection);
-  if (!FolderIsThere(connection)) return false;
+  CheckFolder(connection);
+  if (With.Check) With.Check(connection);
   contact.AddNew();
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
   ContactFields::Write(*this, nullptr, contact);
   try {
     contact.Update();
     contact.Resync();  // brings what the database filled in
+    storeCompanion();
     transaction.Commit();
   } catch (...) {
     // Nothing of it was shown as saved, so the next OK must not store it a second time.
@@ -208,14 +216,15 @@ bool frmNewContact::Insert(database::Connection& connection, database::Recordset
     if (!undone) inDoubt_ = {contact.AddedRow(), ContactFields::EntriesOf(*this)};
     throw;
   }
-  return true;
 }
 
-bool frmNewContact::FolderIsThere(database::Connection& connection) const {
-  if (FolderId == 0) return true;  // outside any folder
+void frmNewContact::CheckFolder(database::Connection& connection) const {
+  if (FolderId == 0) return;  // outside any folder
   database::Recordset folder(session_.Environment);
   folder.Open(data::EditorQueries::FolderType(ToDecimal(FolderId)), connection);
-  return !folder.EndOfFile();
+  if (!folder.EndOfFile()) return;
+  throw Refused{
+      u"The selected folder or group does not exist any more. Please select another one."};
 }
 
 void frmNewContact::SetResults(const String& id) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include "component/Session.h"
 #include "controls/CheckBox.h"
 #include "controls/ComboBox.h"
@@ -28,6 +31,19 @@ class frmNewContact final : public controls::Form {
 
   ModeOfOperation Mode = ModeOfOperation::Add;  ///< set by the opener
   std::int16_t FolderId = 0;                    ///< of a new contact; 0 is the main folder
+
+  /// Thrown when a new contact cannot be stored where it was to go.
+  struct Refused {
+    String Message;  ///< for the user; empty when it was logged instead
+  };
+  /// What the opener stores together with a new contact, on the connection and in the transaction
+  /// of its row. Both throw Error or Refused; nothing may be shown, as locks are held.
+  struct Companion {
+    std::function<void(database::Connection&)> Check;  ///< whether it can be stored
+    /// Stores it, unless it is stored already.
+    std::function<void(database::Connection&, const String& contactId)> Store;
+  };
+  Companion With;  ///< set by the opener; empty when the contact stands alone
 
   // Tab goes through the controls in this order, and each label names the box behind it.
   using Key = controls::CommandButton::Key;
@@ -114,9 +130,9 @@ class frmNewContact final : public controls::Form {
   /// \return false when the user was told why there is nothing to save to.
   bool Save_Data();
   void Change(database::Recordset& contact, const ContactFields::Entries& before);
-  /// \return false when the contact's folder is gone
-  bool Insert(database::Connection& connection, database::Recordset& contact);
-  bool FolderIsThere(database::Connection& connection) const;
+  /// \throws Error, Refused
+  void Insert(database::Connection& connection, database::Recordset& contact);
+  void CheckFolder(database::Connection& connection) const;
   void SetResults(const String& id);
 
   void cmdSave_Click();

@@ -213,46 +213,42 @@ TEST_F(ItemEditingTest, TabsInANewContactDoNotShiftItsColumns) {
   EXPECT_EQ(Listed(u"CONTACTTYPE").back(), u"1");
 }
 
-TEST_F(ItemEditingTest, ANewContactThatCouldNotBeLinkedIsLoggedAndNotListed) {
+TEST_F(ItemEditingTest, ANewContactThatCouldNotBeLinkedIsNotStoredAlone) {
   Choose(u"SHGR6");
   InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
     editor.txtFname.UserTypes(u"Carl");
+    database.Run({u"ALTER TABLE SMS_ABGROUPMAPS RENAME TO AWAY"});
     editor.cmdSave.UserClicks();
-    database.Run({u"DROP TABLE SMS_ABGROUPMAPS"});
+    EXPECT_TRUE(editor.IsLoaded());
+    EXPECT_EQ(editor.txtFname.Text(), u"Carl");
+    EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), Lines{});
+    database.Run({u"ALTER TABLE AWAY RENAME TO SMS_ABGROUPMAPS"});
+    editor.cmdSave.UserClicks();
+    EXPECT_FALSE(editor.IsLoaded());
   });
   form->ContactNew({});
   EXPECT_EQ(ErrorsLogged(kNewContext), 1);
-  EXPECT_EQ(Listed(), Lines{});
-  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), (Lines{u"Carl"}));
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Listed(), (Lines{u"Carl  "}));
+  EXPECT_EQ(database.Rows(u"SELECT ID FROM SMS_ABCONTACTS WHERE FNAME = 'Carl'"), (Lines{u"3"}));
+  EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 6"), (Lines{u"6|3|S"}));
 }
 
-TEST_F(ItemEditingTest, AGroupThatIsGoneGetsNoMember) {
+TEST_F(ItemEditingTest, AContactOfAGroupThatIsGoneIsNotStored) {
   Choose(u"SHGR6");
   InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
     editor.txtFname.UserTypes(u"Carl");
-    editor.cmdSave.UserClicks();
     database.Run({u"DELETE FROM SMS_ABGROUPS WHERE ID = 6"});
+    editor.cmdSave.UserClicks();
+    EXPECT_TRUE(editor.IsLoaded());
+    EXPECT_EQ(editor.txtFname.Text(), u"Carl");
   });
   form->ContactNew({});
   ASSERT_EQ(screen.Messages.size(), 1U);
   EXPECT_EQ(screen.LastMessage().Text,
             u"The selected folder or group does not exist any more. Please select another one.");
   EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 6"), Lines{});
-  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), (Lines{u"Carl"}));
-  EXPECT_EQ(Listed(), Lines{});
-}
-
-TEST_F(ItemEditingTest, AContactThatIsGoneBecomesNoMember) {
-  Choose(u"SHGR6");
-  InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
-    editor.txtFname.UserTypes(u"Carl");
-    editor.cmdSave.UserClicks();
-    database.Run({u"DELETE FROM SMS_ABCONTACTS WHERE ID = 3"});
-  });
-  form->ContactNew({});
-  ASSERT_EQ(screen.Messages.size(), 1U);
-  EXPECT_EQ(screen.LastMessage().Text, u"The contact does not exist any more.");
-  EXPECT_EQ(database.Rows(u"SELECT * FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 6"), Lines{});
+  EXPECT_EQ(database.Rows(u"SELECT FNAME FROM SMS_ABCONTACTS WHERE ID = 3"), Lines{});
   EXPECT_EQ(Listed(), Lines{});
 }
 
