@@ -49,6 +49,7 @@ class Bench:
         self.build = place / "build"
         self.run = place / "run"
         self.log = place / "build.log"
+        self.unsynced = place / "unsynced.so"
         self.libraries = {}
         self.programs = {}
         self.surroundings = dict(os.environ)
@@ -59,7 +60,9 @@ class Bench:
         self.build.mkdir(parents=True, exist_ok=True)
         if not (self.call("cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", *OPTIONS)
                 and self.say("Building what the faults are tried in")
-                and self.call("cmake", "--build", self.build)):
+                and self.call("cmake", "--build", self.build)
+                and self.call("cc", "-shared", "-fPIC", "-o", self.unsynced,
+                              self.project / "tools" / "mutation" / "unsynced.c")):
             sys.exit(f"tools/mutants: the sources cannot be built: {self.log}")
         self.read_links()
         for name, program in self.programs.items():
@@ -166,9 +169,9 @@ class Bench:
         (self.run / "files").mkdir(parents=True)
         command = [self.programs[name].path, "--gtest_brief=1", "--gtest_fail_fast",
                    "--gtest_filter=" + FILTERS.get(name, "*")]
-        surroundings = {**os.environ, "TMPDIR": str(self.run / "files")}
-        if library:
-            surroundings["LD_PRELOAD"] = str(library)
+        first = [str(each) for each in (self.unsynced, library) if each]
+        surroundings = {**os.environ, "TMPDIR": str(self.run / "files"),
+                        "LD_PRELOAD": " ".join(first)}
         with (self.run / f"{name}.log").open("w") as log:
             running = subprocess.Popen(
                 command, cwd=self.run / "files", stdin=subprocess.DEVNULL, stdout=log, stderr=log,
