@@ -2,22 +2,36 @@
 
 #include <memory>
 
-#include "controls/CheckBox.h"
-#include "controls/ComboBox.h"
-#include "controls/CommandButton.h"
-#include "controls/DatePicker.h"
-#include "controls/FlexGrid.h"
-#include "controls/Frame.h"
-#include "controls/Label.h"
-#include "controls/PictureBox.h"
-#include "controls/ProgressBar.h"
-#include "controls/StatusBar.h"
-#include "controls/TextBox.h"
-#include "controls/ToolBar.h"
-#include "controls/TreeView.h"
-#include "controls/UpDown.h"
-
 namespace ktrv::controls {
+
+class CheckBox;
+class CheckBoxPeer;
+class ComboBox;
+class ComboBoxPeer;
+class CommandButton;
+class CommandButtonPeer;
+class DatePicker;
+class DatePickerPeer;
+class FlexGrid;
+class FlexGridPeer;
+class Frame;
+class FramePeer;
+class Label;
+class LabelPeer;
+class PictureBox;
+class PictureBoxPeer;
+class ProgressBar;
+class ProgressBarPeer;
+class StatusBar;
+class StatusBarPeer;
+class TextBox;
+class TextBoxPeer;
+class ToolBar;
+class ToolBarPeer;
+class TreeView;
+class TreeViewPeer;
+class UpDown;
+class UpDownPeer;
 
 /// Makes the peers of one form's controls. A peer must not outlive its control.
 class PeerFactory {

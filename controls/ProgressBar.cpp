@@ -4,6 +4,7 @@
 
 #include "common/Error.h"
 #include "controls/PeerFactory.h"
+#include "controls/StatusBar.h"
 
 namespace ktrv::controls {
 
