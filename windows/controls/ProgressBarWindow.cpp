@@ -31,15 +31,4 @@ void ProgressBarWindow::PlacedIn(controls::StatusBar& statusBar, int panel) {
   host->SetGuest(Handle(), panel);
 }
 
-void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel) {
-  SetParent(progressBar, statusBar);
-  if (panel < 1) return;
-  constexpr UINT kGetRectangle = 1034;
-  RECT place{};
-  SendMessageA(statusBar, kGetRectangle, static_cast<WPARAM>(panel - 1),
-               reinterpret_cast<LPARAM>(&place));
-  MoveWindow(progressBar, place.left, place.top, place.right - place.left, place.bottom - place.top,
-             TRUE);
-}
-
 }  // namespace ktrv::windows

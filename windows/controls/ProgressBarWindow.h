@@ -16,8 +16,4 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
   ULONGLONG shownAt_ = 0;  ///< milliseconds since the system started
 };
 
-/// Makes the status bar the progress bar's parent and lays the bar over a panel (1-based; below 1:
-/// leaves it where it is).
-void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel);
-
 }  // namespace ktrv::windows

@@ -4,7 +4,6 @@
 
 #include "controls/Form.h"
 #include "windows/controls/FormWindow.h"
-#include "windows/controls/ProgressBarWindow.h"
 #include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
@@ -59,6 +58,17 @@ void StatusBarWindow::LayOut() {
   if (guest_ && IsChild(Handle(), guest_) && guestPanel_ <= bar_.PanelCount()) {
     PlaceProgressBar(Handle(), guest_, guestPanel_);
   }
+}
+
+void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel) {
+  SetParent(progressBar, statusBar);
+  if (panel < 1) return;
+  constexpr UINT kGetRectangle = 1034;
+  RECT place{};
+  SendMessageA(statusBar, kGetRectangle, static_cast<WPARAM>(panel - 1),
+               reinterpret_cast<LPARAM>(&place));
+  MoveWindow(progressBar, place.left, place.top, place.right - place.left, place.bottom - place.top,
+             TRUE);
 }
 
 }  // namespace ktrv::windows

@@ -25,4 +25,8 @@ class StatusBarWindow final : public Peer<controls::StatusBarPeer> {
   int guestPanel_ = 0;
 };
 
+/// Makes the status bar the progress bar's parent and lays the bar over a panel (1-based; below 1:
+/// leaves it where it is).
+void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel);
+
 }  // namespace ktrv::windows

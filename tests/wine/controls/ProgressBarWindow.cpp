@@ -1,4 +1,4 @@
-#include "windows/controls/ProgressBarWindow.h"
+#include "windows/controls/StatusBarWindow.h"
 
 #include <gtest/gtest.h>
 
