@@ -13,6 +13,8 @@ struct StoredGroup {
     String Id;    ///< a contact's id or a remote contact's code
     String Type;  ///< "S" a contact, "R" a remote contact
 
+    // The check takes the comparison with 0 that the compiler writes for a null pointer.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     std::strong_ordering operator<=>(const Membership&) const = default;
   };
 
