@@ -1,9 +1,8 @@
-#include "windows/controls/StatusBarWindow.h"
-
 #include <gtest/gtest.h>
 
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
+#include "windows/controls/StatusBarWindow.h"
 
 namespace ktrv::windows {
 namespace {
