@@ -59,6 +59,41 @@ class Search {
 GroupStore::GroupStore(Session& session, GroupCommands& commands)
     : session_(session), commands_(commands) {}
 
+GroupStore::Saving::Saving(GroupStore& store, database::Connection& connection)
+    : store_(store), transaction_(connection), wasIncomplete_(store.incomplete_) {
+  store_.hasWritten_ = false;
+  store_.created_.reset();
+}
+
+void GroupStore::Saving::Finish() {
+  transaction_.Commit();
+  store_.incomplete_ = false;
+}
+
+void GroupStore::Saving::Fail() {
+  // The failure that came first is the one to be told.
+  try {
+    if (!store_.hasWritten_) return Undo();
+    transaction_.Commit();
+    // Some engines undo all of it when a statement fails.
+    if (store_.HasVanished()) return Forget();
+  } catch (...) {
+    store_.Doubt();
+  }
+}
+
+void GroupStore::Saving::Undo() {
+  if (transaction_.RollBack()) return Forget();
+  if (store_.hasWritten_) store_.Doubt();
+}
+
+void GroupStore::Saving::Forget() {
+  store_.known_ = store_.attempted_ = store_.before_;
+  store_.creation_.reset();
+  if (store_.created_) store_.session_.GroupId.clear();
+  store_.incomplete_ = wasIncomplete_;
+}
+
 bool GroupStore::IsNameTaken(const String& name, ModeOfOperation mode) {
   const auto rows =
       mode == ModeOfOperation::Add
@@ -84,21 +119,22 @@ std::optional<StoredGroup> GroupStore::Read(const String& groupId, String* folde
 void GroupStore::Load() {
   // A group that is gone already is refused when it is saved, as one that goes later.
   known_ = Read(session_.GroupId).value_or(StoredGroup{session_.GroupName, {}});
-  attempted_ = known_;
+  attempted_ = before_ = known_;
 }
 
 GroupStore::Now GroupStore::LookAgain() {
   auto stored = Read(session_.GroupId);
   if (!stored) return Now::Gone;
   found_ = std::move(*stored);
-  if (!found_.IsSameAs(known_) && !found_.IsSameAs(attempted_)) return Now::Changed;
+  const bool isKnown =
+      found_.IsSameAs(known_) || found_.IsSameAs(attempted_) || found_.IsSameAs(before_);
+  if (!isKnown) return Now::Changed;
   TakeAsKnown();
   return Now::AsKnown;
 }
 
 void GroupStore::TakeAsKnown() {
-  known_ = found_;
-  attempted_ = found_;
+  known_ = attempted_ = before_ = found_;
 }
 
 GroupStore::Place GroupStore::LookAtFolder(const String& folderId) {
@@ -145,8 +181,8 @@ void GroupStore::Create(const String& name, const String& folderId) {
     if (error.Number() == ErrorNumber::IntegrityViolation) creation_.reset();
     throw;
   }
-  creation_->Worked = true;
-  incomplete_ = true;
+  creation_->Worked = hasWritten_ = incomplete_ = true;
+  created_ = creation_;
   FindCreated();
 }
 
@@ -163,24 +199,39 @@ bool GroupStore::FindCreated() {
   }
   const String id = ToText(rows.Field(u"ID"));
   if (!creation.Worked) {
-    // Somebody else's perhaps. One without members in the same folder is as good as ours.
+    // Somebody else's perhaps. One without members in the same folder is as good as ours, and one
+    // with all of ours is.
     String folderId;
     const auto stored = Read(id, &folderId);
-    if (!stored || !stored->Members.empty() || folderId != creation.FolderId) {
-      creation_.reset();
-      return false;
-    }
+    const bool isOurs = stored && folderId == creation.FolderId &&
+                        (stored->Members.empty() || stored->IsSameAs(attempted_));
+    creation_.reset();
+    if (!isOurs) return false;
     incomplete_ = true;
+    Became(id, *stored);
+    return true;
   }
   creation_.reset();
-  Became(id, creation.Name);
+  Became(id, {creation.Name, {}});
   return true;
 }
 
-void GroupStore::Became(const String& groupId, const String& name) {
+void GroupStore::Became(const String& groupId, StoredGroup stored) {
   session_.GroupId = groupId;
-  known_ = {name, {}};
-  attempted_ = known_;
+  known_ = attempted_ = before_ = std::move(stored);
+}
+
+bool GroupStore::HasVanished() {
+  if (session_.GroupId.empty()) return false;  // it was not found by its name yet
+  const auto stored = Read(session_.GroupId);
+  return created_ ? !stored : stored && stored->IsSameAs(before_);
+}
+
+void GroupStore::Doubt() {
+  if (!created_) return;
+  creation_ = std::exchange(created_, std::nullopt);
+  creation_->Worked = false;
+  session_.GroupId.clear();
 }
 
 void GroupStore::Rename(const String& name) {
@@ -195,6 +246,7 @@ void GroupStore::Rename(const String& name) {
     }
   }
   known_.Name = name;
+  hasWritten_ = true;
 }
 
 void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progress) {
@@ -216,7 +268,6 @@ void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progre
     commands_.Execute(GroupCommand::InsertMember, {session_.GroupId, id, letter});
     known_.Members.push_back(attempted_.Members.back());
   }
-  incomplete_ = false;
 }
 
 }  // namespace ktrv::forms

@@ -4,6 +4,7 @@
 
 #include "component/Session.h"
 #include "controls/FlexGrid.h"
+#include "database/Transaction.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/StoredGroup.h"
 
@@ -11,9 +12,9 @@ namespace ktrv::forms {
 
 class JobProgress;
 
-/// Reads and writes the session's group and its memberships, one statement after the other without
-/// a transaction. It knows what it read and wrote, so that nothing is written twice after a failure
-/// and nothing over what another user wrote meanwhile. All throw Error.
+/// Reads and writes the session's group and its memberships, one statement after the other. It
+/// knows what it read and wrote, so that nothing is written twice after a failure and nothing over
+/// what another user wrote meanwhile. All throw Error.
 class GroupStore {
  public:
   /// Both must outlive the store.
@@ -26,6 +27,27 @@ class GroupStore {
   void Load();
   /// The group as it was read, or written since.
   const StoredGroup& Known() const { return known_; }
+
+  /// One attempt to save, in a transaction where the engine has one: so nobody comes between the
+  /// looks and the writes, and a lost link leaves the group as it was.
+  class Saving {
+   public:
+    Saving(GroupStore& store, database::Connection& connection);
+    /// All is written. \throws Error after which Fail is to be called
+    void Finish();
+    /// A statement failed. Those before it stay done, which readers of the tables count on; when
+    /// there were none, it is undone itself.
+    void Fail();
+    /// Something else broke it off: nothing of it stays, where it can be undone.
+    void Undo();
+
+   private:
+    void Forget();
+
+    GroupStore& store_;
+    database::Transaction transaction_;
+    const bool wasIncomplete_;
+  };
 
   enum class Now { AsKnown, Changed, Gone };
   /// What has become of the group.
@@ -69,15 +91,23 @@ class GroupStore {
 
   /// Nothing when there is no such group.
   std::optional<StoredGroup> Read(const String& groupId, String* folderId = nullptr);
-  void Became(const String& groupId, const String& name);
+  void Became(const String& groupId, StoredGroup stored);
+  /// Whether nothing of this attempt is there. \throws Error
+  bool HasVanished();
+  /// Nobody knows whether anything of this attempt is stored.
+  void Doubt();
 
   Session& session_;
   GroupCommands& commands_;
   StoredGroup known_;
   /// What known_ becomes if the last statement worked although it failed.
   StoredGroup attempted_;
-  StoredGroup found_;  ///< by LookAgain
+  /// What known_ was before the last attempt to save, of which nobody may know what is stored.
+  StoredGroup before_;
+  bool hasWritten_ = false;  ///< a statement of this attempt worked
+  StoredGroup found_;        ///< by LookAgain
   std::optional<Creation> creation_;
+  std::optional<Creation> created_;  ///< by this attempt
   bool incomplete_ = false;
 };
 

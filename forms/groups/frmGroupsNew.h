@@ -112,15 +112,25 @@ class frmGroupsNew final : public controls::Form {
   void LoadChosenSource();
   bool MembersMayBeReplaced();
   void Take(const std::vector<int>& rows);
-  void SaveGroup();
+  /// \return false when the user does not want what is there to be replaced. \throws Error
+  bool SaveGroup();
+  struct Attempt {
+    bool Written = false;
+    String Hindrance;  ///< why not; empty when another user has changed the group
+  };
+  /// Looks and writes, in one transaction where there is one. \throws Error
+  Attempt Write(const String& name);
+  /// What the user is to be told instead of saving; empty when nothing is in the way.
+  String Hindrance();
+  /// A new group that is in the database is one that is modified from here on.
+  void TakeCreatedGroup();
   /// Gives the session back what this dialog works on: a host may have called another operation
   /// while it was open.
   void TakeSessionBack();
   /// Loads what an outage kept from the dialog when it was opened. \return whether it did.
   bool ConnectAgain();
   bool FindCreatedGroup();
-  bool MayBeWritten();
-  bool MayBeReplaced();
+  bool ChangesMayBeReplaced();
   /// Tells the user. \throws Error with the same text, for the log
   [[noreturn]] void Refuse(const String& message);
   void ShowNotSaved();

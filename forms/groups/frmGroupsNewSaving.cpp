@@ -20,6 +20,9 @@ constexpr StringView kSave =
 constexpr std::int32_t kYesOrNo =
     MessageStyle::YesNo | MessageStyle::Question | MessageStyle::DefaultButton2;
 
+constexpr StringView kGone =
+    u"The selected folder or group does not exist any more. Please select another one.";
+
 /// The names with commas between them; of many, the first ones and how many more there are.
 String Listed(const std::vector<String>& names) {
   constexpr std::size_t kMost = 5;
@@ -48,7 +51,7 @@ void frmGroupsNew::cmdOK_Click() {
   if (ConnectAgain() && IsPicker() && members_.Count() == 0) return;
   if (store_.IsCreationOpen() && !FindCreatedGroup()) return;
   if (!Validate_Data()) return;
-  if (!IsPicker() && IsShared() && !(MembersMayBeReplaced() && MayBeWritten())) return;
+  if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
   if (!Save_Data()) return;
   saved_ = true;
   Unload();
@@ -76,9 +79,7 @@ bool frmGroupsNew::Form_MayClose() {
 
 bool frmGroupsNew::FindCreatedGroup() {
   const bool looked = session_.Trap(Context::kSave, false, [&] {
-    if (!store_.FindCreated()) return true;
-    groupId_ = session_.GroupId;
-    Mode = ModeOfOperation::Modify;
+    if (store_.FindCreated()) TakeCreatedGroup();
     return true;
   });
   if (!looked) ShowNotSaved();
@@ -116,49 +117,30 @@ bool frmGroupsNew::MembersMayBeReplaced() {
   return false;
 }
 
-bool frmGroupsNew::MayBeWritten() {
-  bool may = false;
-  const bool looked = session_.Trap(Context::kSave, false, [&] {
-    // Whatever can be refused is looked at before the first statement that writes.
-    const auto tooLong = GroupStore::TooLong(vsfGroupContacts);
-    if (!tooLong.empty()) {
-      Refuse(u"The codes of these members are too long for a group: " + Listed(tooLong) +
-             u". Please remove them from the list.");
-    }
-    const auto missing = store_.Missing(vsfGroupContacts);
-    if (!missing.empty()) {
-      Refuse(u"These members do not exist any more: " + Listed(missing) +
-             u". Please remove them from the list.");
-    }
-    may = MayBeReplaced();
-    return true;
-  });
-  if (!looked) ShowNotSaved();
-  return may;
+String frmGroupsNew::Hindrance() {
+  const auto tooLong = GroupStore::TooLong(vsfGroupContacts);
+  if (!tooLong.empty()) {
+    return u"The codes of these members are too long for a group: " + Listed(tooLong) +
+           u". Please remove them from the list.";
+  }
+  const auto missing = store_.Missing(vsfGroupContacts);
+  if (!missing.empty()) {
+    return u"These members do not exist any more: " + Listed(missing) +
+           u". Please remove them from the list.";
+  }
+  if (Mode != ModeOfOperation::Add) return {};
+  switch (store_.LookAtFolder(FolderId)) {
+    case GroupStore::Place::Fit:
+      break;
+    case GroupStore::Place::Remote:
+      return u"Creating a Group in a Shared Remote Contacts folder is not allowed.";
+    case GroupStore::Place::Gone:
+      return String(kGone);
+  }
+  return {};
 }
 
-bool frmGroupsNew::MayBeReplaced() {
-  constexpr StringView kGone =
-      u"The selected folder or group does not exist any more. Please select another one.";
-  if (Mode == ModeOfOperation::Add) {
-    switch (store_.LookAtFolder(FolderId)) {
-      case GroupStore::Place::Fit:
-        break;
-      case GroupStore::Place::Remote:
-        Refuse(u"Creating a Group in a Shared Remote Contacts folder is not allowed.");
-      case GroupStore::Place::Gone:
-        Refuse(String(kGone));
-    }
-    return true;
-  }
-  switch (store_.LookAgain()) {
-    case GroupStore::Now::AsKnown:
-      return true;
-    case GroupStore::Now::Gone:
-      Refuse(String(kGone));
-    case GroupStore::Now::Changed:
-      break;
-  }
+bool frmGroupsNew::ChangesMayBeReplaced() {
   const bool replace = session_.ShowMessage(
                            u"Another user has changed this group since it was opened. Do you want "
                            u"to replace the changes?",
@@ -183,17 +165,18 @@ void frmGroupsNew::ShowNotSaved() {
 
 bool frmGroupsNew::Save_Data() {
   String recipient;
-  const bool saved = session_.Trap(Context::kSave, false, [&] {
+  bool wanted = true;
+  const bool worked = session_.Trap(Context::kSave, false, [&] {
     if (IsPicker()) {
       JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
       PickRecipients(session_, commands_, vsfGroupContacts, chkIncudeCountryCode.Checked(),
                      progress, recipient);
     } else {
-      SaveGroup();
+      wanted = SaveGroup();
     }
     return true;
   });
-  if (!saved) {
+  if (!worked) {
     ShowNotSaved();
     if (!recipient.empty()) {
       session_.ShowMessage(recipient +
@@ -202,24 +185,58 @@ bool frmGroupsNew::Save_Data() {
                            MessageStyle::Exclamation);
     }
   }
-  return saved;
+  return worked && wanted;
 }
 
-void frmGroupsNew::SaveGroup() {
+bool frmGroupsNew::SaveGroup() {
   const String name(Trim(txtGroupName.Text()));
-  if (IsShared()) {
+  while (IsShared()) {
+    const Attempt attempt = Write(name);
+    if (attempt.Written) break;
+    if (!attempt.Hindrance.empty()) Refuse(attempt.Hindrance);
+    if (!ChangesMayBeReplaced()) return false;
+  }
+  session_.GroupName = name;
+  return true;
+}
+
+frmGroupsNew::Attempt frmGroupsNew::Write(const String& name) {
+  // Whatever can be refused is looked at before the first statement that writes, where others
+  // cannot come between. The user is asked when the locks are gone.
+  GroupStore::Saving saving(store_, session_.OpenConnection());
+  if (const String hindrance = Hindrance(); !hindrance.empty()) return {false, hindrance};
+  if (Mode == ModeOfOperation::Modify) {
+    const auto now = store_.LookAgain();
+    if (now == GroupStore::Now::Gone) return {false, String(kGone)};
+    if (now == GroupStore::Now::Changed) return {};
+  }
+  try {
     if (Mode == ModeOfOperation::Add) {
       store_.Create(name, FolderId);
-      groupId_ = session_.GroupId;
-      // When a later statement fails, the next OK goes on with the group that is there now.
-      Mode = ModeOfOperation::Modify;
     } else {
       store_.Rename(name);
     }
     JobProgress progress(lblSave, pbrSave, u"Saving Group...", members_.Count());
     store_.ReplaceMembers(vsfGroupContacts, progress);
+    saving.Finish();
+  } catch (const Error&) {
+    saving.Fail();
+    TakeCreatedGroup();
+    throw;
+  } catch (...) {
+    saving.Undo();
+    TakeCreatedGroup();
+    throw;
   }
-  session_.GroupName = name;
+  TakeCreatedGroup();
+  return {true, {}};
+}
+
+void frmGroupsNew::TakeCreatedGroup() {
+  if (Mode != ModeOfOperation::Add || session_.GroupId.empty()) return;
+  // When a later statement failed, the next OK goes on with the group that is there now.
+  groupId_ = session_.GroupId;
+  Mode = ModeOfOperation::Modify;
 }
 
 void frmGroupsNew::ClearResults() {

@@ -24,7 +24,16 @@ struct HalfSavedGroup : tests::GroupsOnDatabase {
     form->txtGroupName.UserTypes(name);
   }
   void Press() { form->cmdOK.UserClicks(); }
+  /// The n-th such statement ends for want of memory.
+  void BreakOnce(StringView start, int n) {
+    FailOnce(start, n, [] { throw std::bad_alloc(); });
+  }
   String Groups() { return Query(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"); }
+};
+
+/// On an engine without transactions: what a failed statement did stays unknown.
+struct HalfSavedAlone : HalfSavedGroup {
+  HalfSavedAlone() { watched->HasTransactions = false; }
 };
 
 TEST_F(HalfSavedGroup, TooLongACodeDoesNotCostTheOldMembers) {
@@ -68,7 +77,7 @@ TEST_F(HalfSavedGroup, IsFinishedByTheNextOkWithoutAQuestion) {
   EXPECT_TRUE(screen.Messages.empty());
 }
 
-TEST_F(HalfSavedGroup, MemberWhoseInsertWorkedUntoldIsNotStoredTwice) {
+TEST_F(HalfSavedAlone, MemberWhoseInsertWorkedUntoldIsNotStoredTwice) {
   Modify();
   Take({3});
   FailOnce(kInsertMember, 2, [&] { Run(u"INSERT INTO SMS_ABGROUPMAPS VALUES (11, '2', 'S')"); });
@@ -113,6 +122,44 @@ TEST_F(HalfSavedGroup, FailedRenameLeavesNothingToAskAbout) {
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S,R1:R");
 }
 
+TEST_F(HalfSavedGroup, ShortMemoryInTheMiddleDoesNotCostTheOldMembers) {
+  Modify();
+  form->txtGroupName.SetText(u"Crew");
+  BreakOnce(kInsertMember, 2);
+  Press();
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S,R1:R");
+  EXPECT_EQ(Groups(), u"Team,Void");
+  EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
+  form->cmdCancel.UserClicks();
+  EXPECT_FALSE(form->IsLoaded()) << "was asked about a group that is whole";
+}
+
+TEST_F(HalfSavedGroup, ShortMemoryInTheMiddleOfANewGroupLeavesNone) {
+  AddWithThree(u"Crew");
+  BreakOnce(kInsertMember, 2);
+  Press();
+  EXPECT_EQ(Groups(), u"Team,Void");
+  EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
+  Press();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(Groups(), u"Team,Void,Crew");
+  EXPECT_EQ(MembershipsOf(u"13"), u"1:S,2:S,3:S");
+}
+
+TEST_F(HalfSavedGroup, EngineThatUndoesAllIsNotTakenForOneThatKeepsTheStart) {
+  AddWithThree(u"Crew");
+  FailOnce(kInsertMember, 2, [&] { watched->UndoTransactions = true; });
+  Press();
+  EXPECT_EQ(Groups(), u"Team,Void");
+  EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
+  watched->UndoTransactions = false;
+  Press();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(Groups(), u"Team,Void,Crew");
+  EXPECT_EQ(MembershipsOf(u"13"), u"1:S,2:S,3:S");
+}
+
 // New groups.
 
 TEST_F(HalfSavedGroup, NewGroupKeepsItsRowsAfterCancel) {
@@ -154,7 +201,7 @@ TEST_F(HalfSavedGroup, NewGroupRenamedAfterAFailedReadBackIsOneGroup) {
   EXPECT_EQ(MembershipsOf(u"13"), u"1:S,2:S,3:S");
 }
 
-TEST_F(HalfSavedGroup, NewGroupWhoseInsertWorkedUntoldIsNotStoredTwice) {
+TEST_F(HalfSavedAlone, NewGroupWhoseInsertWorkedUntoldIsNotStoredTwice) {
   AddWithThree(u"Crew");
   FailOnce(kInsertGroup, 1,
            [&] { Run(u"INSERT INTO SMS_ABGROUPS (NAME, FOLDER_ID) VALUES ('Crew', 1)"); });
@@ -176,7 +223,7 @@ TEST_F(HalfSavedGroup, NewGroupWhoseInsertDidNothingIsInsertedAgain) {
   EXPECT_EQ(Groups(), u"Team,Void,Crew");
 }
 
-TEST_F(HalfSavedGroup, AnothersGroupOfThatNameIsNotTakenForTheNewOne) {
+TEST_F(HalfSavedAlone, AnothersGroupOfThatNameIsNotTakenForTheNewOne) {
   AddWithThree(u"Crew");
   FailOnce(kInsertGroup, 1, [&] {
     Run(u"INSERT INTO SMS_ABGROUPS (NAME, FOLDER_ID) VALUES ('Crew', 1)");
@@ -190,7 +237,7 @@ TEST_F(HalfSavedGroup, AnothersGroupOfThatNameIsNotTakenForTheNewOne) {
   EXPECT_EQ(MembershipsOf(u"13"), u"4:S");
 }
 
-TEST_F(HalfSavedGroup, NewGroupThatStoodUntoldIsNotLeftWithoutAWord) {
+TEST_F(HalfSavedAlone, NewGroupThatStoodUntoldIsNotLeftWithoutAWord) {
   AddWithThree(u"Crew");
   FailOnce(kInsertGroup, 1,
            [&] { Run(u"INSERT INTO SMS_ABGROUPS (NAME, FOLDER_ID) VALUES ('Crew', 1)"); });

@@ -51,10 +51,10 @@ class WatchedLink final : public Link {
   }
   bool Begin() override {
     if (const auto hook = watch_.BeforeBegin) hook();
-    return link_->Begin();
+    return watch_.HasTransactions && link_->Begin();
   }
   void Commit() override {
-    link_->Commit();
+    watch_.UndoTransactions ? link_->RollBack() : link_->Commit();
     if (const auto hook = watch_.AfterCommit) hook();
   }
   void RollBack() override { link_->RollBack(); }

@@ -26,6 +26,11 @@ class WatchedDriver final : public database::Driver {
   /// Called before the engine is asked for the id of the row that was inserted last.
   std::function<void()> BeforeLastInsertedId;
 
+  /// Whether the engine has transactions.
+  bool HasTransactions = true;
+  /// Whether it undoes a transaction that it was told to store.
+  bool UndoTransactions = false;
+
   /// Called before a transaction begins.
   std::function<void()> BeforeBegin;
 
