@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "controls/PeerFactory.h"
+#include "controls/TextBox.h"
 
 namespace ktrv::controls {
 
