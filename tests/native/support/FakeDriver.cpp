@@ -41,10 +41,14 @@ int Gate::Waiting() const {
 
 class FakeDriver::FakeStatement final : public Statement {
  public:
-  FakeStatement(FakeDriver& driver, const FakeLink& link, StringView text)
-      : driver_(driver), link_(link), text_(text) {}
+  FakeStatement(FakeDriver& driver, const FakeLink& link, StringView text, std::size_t parameters)
+      : driver_(driver), link_(link), text_(text), parameters_(parameters) {}
 
   void Execute(std::span<const Variant> values) override {
+    if (values.size() != parameters_) {
+      throw Error(ErrorNumber::InvalidProcedureCall, u"Not a value for each parameter",
+                  u"FakeDriver");
+    }
     scripted_ = driver_.Run(link_, text_, values);
     next_ = 0;
   }
@@ -83,6 +87,7 @@ class FakeDriver::FakeStatement final : public Statement {
   FakeDriver& driver_;
   const FakeLink& link_;
   String text_;
+  std::size_t parameters_;
   Scripted scripted_;
   std::size_t next_ = 0;
   std::atomic<bool> cancelled_ = false;
@@ -96,8 +101,9 @@ class FakeDriver::FakeLink final : public Link {
   }
   ~FakeLink() override { --driver_.linksAlive_; }
 
-  std::unique_ptr<Statement> Prepare(StringView text, std::span<const Parameter>) override {
-    return std::make_unique<FakeStatement>(driver_, *this, text);
+  std::unique_ptr<Statement> Prepare(StringView text,
+                                     std::span<const Parameter> parameters) override {
+    return std::make_unique<FakeStatement>(driver_, *this, text, parameters.size());
   }
 
   Engine EngineKind() const override { return driver_.Kind; }
