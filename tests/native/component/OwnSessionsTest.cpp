@@ -259,6 +259,20 @@ TEST_F(OwnSessionsTest, AChangedDatabaseIsShownByTheNextLoad) {
   EXPECT_EQ(Book().tvwContacts.Find(u"SHGR5")->Text, u"Other Boat");
 }
 
+TEST_F(OwnSessionsTest, ARenamedGroupDoesNotKeepItsFormerNameInTheTree) {
+  OpenBook();
+  Show(u"SHARED");
+  ASSERT_EQ(Trim(Book().vsfContacts.Text(3, 2)), u"Boat");
+  SelectRow(3);
+  In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    ASSERT_TRUE(Come(editor));
+    editor.txtGroupName.SetText(u"Ship");
+    editor.cmdOK.UserClicks();
+  });
+  Book().ContactProperties();
+  EXPECT_EQ(Book().tvwContacts.Find(u"SHGR5")->Text, u"Ship");
+}
+
 TEST_F(OwnSessionsTest, ACommandInAReplacedWindowChangesNothingInTheNewOne) {
   OpenBook();
   Show(u"SHGR5");

@@ -326,6 +326,15 @@ TEST_F(OpenedDuringAnOutage, PickerIsFilledByFind) {
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Dora"}));
 }
 
+TEST_F(OpenedDuringAnOutage, NewContactDoesNotComeIntoAListWithoutTheOthers) {
+  OpenPicker();
+  outage = false;
+  screen.PlayModal([](controls::Form& contact) { contact.UserCloses(); });
+  form->cmdNew.UserClicks();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(form->vsfFolderContacts.Rows(), 6);
+}
+
 TEST_F(OpenedDuringAnOutage, PickerIsNotClosedByTheOkThatFillsIt) {
   OpenPicker();
   outage = false;
