@@ -57,6 +57,15 @@ TEST_P(ContractTest, ChangedFieldsAreWritten) {
   EXPECT_EQ(again.Field(u"FOLDER_ID"), Variant(std::int64_t{4}));
 }
 
+TEST_P(ContractTest, AKeyThatIsNotCalledIdKeepsNoRowFromBeingWritten) {
+  connection.Execute(u"CREATE TABLE K (CODE INTEGER PRIMARY KEY, NAME VARCHAR(100))");
+  connection.Execute(u"INSERT INTO K (CODE, NAME) VALUES (4, 'Ann')");
+  Recordset rows = Editable(u"SELECT * FROM K WHERE CODE = 4");
+  rows.SetField(u"NAME", String(u"Bob"));
+  rows.Update();
+  EXPECT_EQ(Value(u"SELECT NAME FROM K"), Variant(String(u"Bob")));
+}
+
 TEST_P(ContractTest, WrittenFieldsCanBeReadAndChangedAgain) {
   Insert(String(u"Ann"));
   Recordset rows = Editable(u"SELECT * FROM CONTACTS WHERE ID = 1");

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "controls/FlexGrid.h"
 #include "controls/Form.h"
@@ -215,6 +216,18 @@ TEST_F(ArrivingRowsTest, RowsThatHaveComeAreFoundWhileOthersStillCome) {
   ASSERT_GE(found.size(), 2U);
   EXPECT_EQ(found.front(), -1);
   EXPECT_EQ(found.back(), 3);
+}
+
+TEST_F(ArrivingRowsTest, ARefreshLeavesNoRowThatCannotBeFound) {
+  bool isFirst = true;
+  rows.FetchProgress = [&](std::int64_t, std::int64_t) {
+    if (!std::exchange(isFirst, false)) return;
+    grid.RowsArrived();
+    grid.SetSearchColumn(2);
+  };
+  ASSERT_TRUE(Arrive());
+  grid.DataRefresh();
+  EXPECT_EQ(grid.FindRow(u"A", 1, 2), 3);
 }
 
 }  // namespace

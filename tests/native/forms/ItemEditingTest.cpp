@@ -2,6 +2,7 @@
 #include "forms/contact/frmNewContact.h"
 #include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
+#include "tests/native/forms/ToldPeers.h"
 #include "tests/native/support/DialogFixture.h"
 
 namespace ktrv::tests {
@@ -94,6 +95,18 @@ struct ItemEditingTest : DialogFixture {
 };
 
 // New contacts.
+
+TEST_F(ItemEditingTest, ANewContactsRowDoesNotStayOutOfSight) {
+  Choose(u"SHARED");
+  Steps steps;
+  ToldPeers peers(steps);
+  form->vsfContacts.Realise(peers);
+  SaveContact(u"Carl");
+  form->ContactNew({});
+  ASSERT_FALSE(steps.empty());
+  EXPECT_EQ(steps.back(), "grid row " + std::to_string(form->vsfContacts.Rows() - 1) + " in sight");
+  form->vsfContacts.Unrealise();
+}
 
 TEST_F(ItemEditingTest, InTheRootANewContactIsOutsideFoldersAndListedWithoutAnotherQuery) {
   Choose(u"SHARED");
