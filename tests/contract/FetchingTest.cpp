@@ -19,6 +19,17 @@ class Listener {
   std::int32_t Failure = 0;
 };
 
+TEST_P(ContractTest, ACancelledStatementGivesNoMoreRows) {
+  Insert(String(u"Ann"));
+  Insert(String(u"Bob"));
+  const auto link = testDatabase->Driver().Open(testDatabase->ConnectionString(), {}, {});
+  const auto statement = link->Prepare(u"SELECT FNAME FROM CONTACTS", {});
+  statement->Execute({});
+  EXPECT_NE(statement->Fetch(1), nullptr);
+  statement->Cancel();
+  EXPECT_EQ(FailureOf([&] { statement->Fetch(1); }), ErrorNumber::CommandCancelled);
+}
+
 TEST_P(ContractTest, BackgroundFetchBringsAllRows) {
   Insert(String(u"Ann"));
   for (int doubling = 0; doubling < 12; ++doubling) {
