@@ -94,6 +94,16 @@ TEST_P(ContractTest, TextWithAZeroIsKeptOrRefusedButNeverCut) {
   }
 }
 
+TEST_P(ContractTest, AFailuresTextDoesNotLoseItsLetters) {
+  try {
+    Query(u"SELECT * FROM \"na\u00EFve\u0928\"");
+    ADD_FAILURE() << "there is no such table";
+  } catch (const Error& error) {
+    EXPECT_NE(error.Description().find(u"na\u00EFve\u0928"), String::npos)
+        << ToUtf8(error.Description());
+  }
+}
+
 TEST_P(ContractTest, UnpairedSurrogateIsKeptOrReplacedButItsNeighboursStay) {
   Insert(
       String(u"a\xD83D"
