@@ -6,6 +6,7 @@
 
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
+#include "tests/wine/controls/Seen.h"
 #include "tests/wine/scripthost/UiInput.h"
 
 namespace ktrv::windows {
@@ -54,80 +55,16 @@ class ASeenForm : public testing::Test {
     PumpUntil([this] { return ListView_GetItemCount(List()) == Rows() || !List(); });
   }
 
-  POINT MiddleOf(int row) const {
-    ListView_EnsureVisible(List(), row - 1, FALSE);
-    RECT place{};
-    ListView_GetItemRect(List(), row - 1, &place, LVIR_LABEL);
-    return {place.left + 20, (place.top + place.bottom) / 2};
-  }
-  /// Right of the last column, at the height of the row.
-  POINT Beside(int row) const {
-    const POINT middle = MiddleOf(row);
-    RECT inside{};
-    GetClientRect(List(), &inside);
-    return {inside.right - 5, middle.y};
-  }
-
-  /// Draws a rubber band in steps that the list sees one by one.
-  void Band(POINT from, POINT to, UINT keys) {
-    constexpr int kSteps = 5;
-    ClientToScreen(List(), &from);
-    ClientToScreen(List(), &to);
-    SetCursorPos(from.x, from.y);
-    SetFocus(List());
-    Pump();
-    Hold(keys, 0);
-    Button(MOUSEEVENTF_LEFTDOWN);
-    for (int step = 1; step <= kSteps; ++step) {
-      SetCursorPos(from.x + (to.x - from.x) * step / kSteps,
-                   from.y + (to.y - from.y) * step / kSteps);
-      Button(MOUSEEVENTF_MOVE);
-    }
-    Button(MOUSEEVENTF_LEFTUP);
-    Hold(keys, KEYEVENTF_KEYUP);
-  }
-  static void Button(DWORD what) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = what;
-    SendInput(1, &input, sizeof input);
-    Pump();
-  }
-  static void Hold(UINT keys, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.dwFlags = flags;
-    for (const WORD key : {WORD{VK_SHIFT}, WORD{VK_CONTROL}}) {
-      if ((keys & (key == VK_SHIFT ? MK_SHIFT : MK_CONTROL)) == 0) continue;
-      input.ki.wVk = key;
-      SendInput(1, &input, sizeof input);
-    }
-    Pump();
-  }
-
-  std::set<int> SeenSelected() const {
-    std::set<int> rows;
-    for (int item = -1; (item = ListView_GetNextItem(List(), item, LVNI_SELECTED)) >= 0;) {
-      rows.insert(item + 1);
-    }
-    return rows;
-  }
-  int SeenCurrent() const { return ListView_GetNextItem(List(), -1, LVNI_FOCUSED) + 1; }
-  controls::TreeNode* SeenNode() const {
-    TVITEMW item{};
-    item.mask = TVIF_PARAM;
-    item.hItem = TreeView_GetSelection(Tree());
-    if (!item.hItem) return nullptr;
-    SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    return reinterpret_cast<controls::TreeNode*>(item.lParam);
-  }
+  POINT MiddleOf(int row) const { return Seen::MiddleOf(List(), row); }
+  POINT Beside(int row) const { return Seen::Beside(List(), row); }
+  void Band(POINT from, POINT to, UINT keys) { Seen::Band(List(), from, to, keys); }
 
   /// What the program believes is what the user sees.
   void ExpectOne() {
     const std::vector<int> rows = form_.Grid.SelectedRows();
-    EXPECT_EQ(std::set<int>(rows.begin(), rows.end()), SeenSelected());
-    EXPECT_EQ(form_.Grid.Row(), SeenCurrent());
-    EXPECT_EQ(form_.Tree.SelectedNode(), SeenNode());
+    EXPECT_EQ(std::set<int>(rows.begin(), rows.end()), Seen::SelectedRows(List()));
+    EXPECT_EQ(form_.Grid.Row(), Seen::CurrentRow(List()));
+    EXPECT_EQ(form_.Tree.SelectedNode(), Seen::Node(Tree()));
     std::vector<HWND> believers;
     for (const controls::Control* control : form_.Controls()) {
       if (control->HasFocus()) believers.push_back(WindowOfAny(*control));
@@ -297,7 +234,7 @@ class ARandomHand : public ASeenForm, public testing::WithParamInterface<unsigne
       if (how == 3) form_.Grid.SelectAll();
     } else if (act == 18) {
       what_ = "another window";
-      TakeFocusAway();
+      Seen::TakeFocusAway(WindowOf(form_), Any(2) == 0, Any(2) == 0);
     } else if (act == 19) {
       what_ = "the focus elsewhere in the form";
       SetFocus(Any(2) == 0 ? Tree() : WindowOf(form_.Number));
@@ -311,7 +248,7 @@ class ARandomHand : public ASeenForm, public testing::WithParamInterface<unsigne
     what_ = "tree " + std::to_string(act);
     if (act < 2) {
       controls::TreeNode& node = form_.Tree.At(1 + Any(form_.Tree.Count()));
-      const POINT text = PlaceOf(node);
+      const POINT text = Seen::PlaceOf(Tree(), node);
       if (text.x < 0) return;
       if (act == 0) {
         UiInput::Click(Tree(), text, 0);
@@ -337,39 +274,6 @@ class ARandomHand : public ASeenForm, public testing::WithParamInterface<unsigne
     } else if (form_.Tree.Count() > 2) {
       form_.Tree.Remove(form_.Tree.At(2 + Any(form_.Tree.Count() - 1)));
     }
-  }
-  /// Middle of the node's text; left of the tree when it is not in sight.
-  POINT PlaceOf(const controls::TreeNode& node) const {
-    for (const auto* above = node.Parent; above; above = above->Parent) {
-      if (!above->Expanded) return {-1, -1};
-    }
-    HTREEITEM item = TreeView_GetRoot(Tree());
-    while (item) {
-      TVITEMW data{};
-      data.mask = TVIF_PARAM;
-      data.hItem = item;
-      SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&data));
-      if (reinterpret_cast<const controls::TreeNode*>(data.lParam) == &node) break;
-      item = TreeView_GetNextVisible(Tree(), item);
-    }
-    RECT text{};
-    if (!item || !TreeView_GetItemRect(Tree(), item, &text, TRUE)) return {-1, -1};
-    return {text.left + 4, (text.top + text.bottom) / 2};
-  }
-  void TakeFocusAway() {
-    const HWND other = CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 600, 0, 50, 50, nullptr,
-                                     nullptr, nullptr, nullptr);
-    if (Any(2) == 0) EnableWindow(WindowOf(form_), FALSE);
-    SetForegroundWindow(other);
-    SetFocus(other);
-    Pump();
-    if (Any(2) == 0) SetForegroundWindow(WindowOf(form_));
-    Pump();
-    EnableWindow(WindowOf(form_), TRUE);
-    DestroyWindow(other);
-    Pump();
-    SetForegroundWindow(WindowOf(form_));
-    Pump();
   }
 
   std::mt19937 random_{GetParam()};
