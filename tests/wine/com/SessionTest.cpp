@@ -146,6 +146,8 @@ class SessionWithABook : public SessionOfAThread {
     RunSchemaScript(connection, "sqlite.sql");
     RunSchemaScript(connection, "sqlite-host.sql");
     connection.Execute(u"INSERT INTO SMS_USERS (ID, NAME, ADMIN) VALUES (1, 'One', 1)");
+    connection.Execute(u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME) VALUES (5, 0, 'Anna')");
+    connection.Execute(u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (3, 'Team', 0)");
     connection.Close();
   }
   ComPtr<_clsMain> MakeReady() {
@@ -181,6 +183,53 @@ TEST_F(SessionWithABook, NothingIsLeftWhenTheLastReferenceGoesWithTheBookOpen) {
   object = ComPtr<_clsMain>();
   EXPECT_EQ(Form(), nullptr);
   EXPECT_TRUE(MayUnloadSoon());
+}
+
+/// A user who closes each dialog that comes, while one of these lives.
+class ImpatientUser {
+ public:
+  ImpatientUser() : timer_(SetTimer(nullptr, 0, 20, &Look)) { Closed = 0; }
+  ~ImpatientUser() { KillTimer(nullptr, timer_); }
+  ImpatientUser(const ImpatientUser&) = delete;
+  ImpatientUser& operator=(const ImpatientUser&) = delete;
+
+  static inline int Closed = 0;
+
+ private:
+  static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
+    const HWND form = FindWindowW(L"KTRVAddressBookForm", nullptr);
+    if (!form || !IsWindowVisible(form) || GetPropW(form, kSeen)) return;
+    SetPropW(form, kSeen, form);
+    ++Closed;
+    PostMessageW(form, WM_CLOSE, 0, 0);
+  }
+  static constexpr const wchar_t* kSeen = L"Seen";
+
+  UINT_PTR timer_;
+};
+
+TEST_F(SessionWithABook, AnOperationThatRanLeavesVariablesAsTheyAre) {
+  const ComPtr<_clsMain> object = MakeReady();
+  Late late(object.Get());
+  const ImpatientUser user;
+  Value id(L" 3 "), folder(L"0"), name(L"Other"), number(L" 98001"), type(1L);
+  int dialogs = 0;
+  const auto call = [&](const wchar_t* operation, auto&&... arguments) {
+    EXPECT_EQ(late.Call(operation, 1L, std::forward<decltype(arguments)>(arguments)...), S_OK);
+    EXPECT_EQ(V_I4(&late.Result.Get()), 1);
+    EXPECT_EQ(user.Closed, ++dialogs);
+    EXPECT_EQ(id.Text(), L" 3 ");
+    EXPECT_EQ(folder.Text(), L"0");
+    EXPECT_EQ(name.Text(), L"Other");
+    EXPECT_EQ(number.Text(), L" 98001");
+    EXPECT_EQ(V_VT(&type.Get()), VT_I4);
+    EXPECT_EQ(V_I4(&type.Get()), 1);
+  };
+  const auto variable = [](Value& value) { return Value::Variable(value.Get()); };
+  call(L"EditGroup", variable(id), variable(type), variable(name));
+  call(L"AddGroup", variable(folder), variable(type), variable(name));
+  call(L"EditContacts", variable(type), 5L, variable(name), variable(number));
+  call(L"AddContacts", variable(type), variable(name), variable(number));
 }
 
 /// What happens while the dialog is open: the host lets its object go, and the user cancels.
