@@ -223,8 +223,10 @@ void GroupStore::Became(const String& groupId, StoredGroup stored) {
 
 bool GroupStore::HasVanished() {
   if (session_.GroupId.empty()) return false;  // it was not found by its name yet
+  // Of a new group its row alone counts: its members may be what failed.
+  if (created_) return commands_.Execute(GroupCommand::Group, {session_.GroupId}).EndOfFile();
   const auto stored = Read(session_.GroupId);
-  return created_ ? !stored : stored && stored->IsSameAs(before_);
+  return stored && stored->IsSameAs(before_);
 }
 
 void GroupStore::Doubt() {
