@@ -71,6 +71,7 @@ class ItemCommands {
   /// Asks the database whether the node is a folder with groups. If so the user is told, and the
   /// tree shows them.
   bool HoldsUnseenGroups(const String& key);
+  void ShowUnseenGroups();
   bool DeleteItemOf(const String& key);
   void RemoveNode(const String& key);
   void DeleteRows(const CurrentNode& node);

@@ -57,9 +57,13 @@ void ItemCommands::SayThatGroupsRemain() {
 bool ItemCommands::HoldsUnseenGroups(const String& key) {
   if (NodeKey::KindOf(key) != NodeKey::SharedFolder) return false;
   if (!statements_.HoldsGroups(NodeKey::IdOf(key))) return false;
+  ShowUnseenGroups();
+  return true;
+}
+
+void ItemCommands::ShowUnseenGroups() {
   SayThatGroupsRemain();
   if (IsStillOpen()) RebuildTree();
-  return true;
 }
 
 bool ItemCommands::DeleteItemOf(const String& key) {
@@ -79,9 +83,9 @@ bool ItemCommands::DeleteItemOf(const String& key) {
       return false;
     }
     // The questions may have stood open for long.
-    if (HoldsUnseenGroups(key)) return false;
-    statements_.DeleteSharedFolder(id);
-    return true;
+    const bool deleted = statements_.DeleteSharedFolder(id);
+    if (!deleted) ShowUnseenGroups();
+    return deleted;
   }
   if (kind == NodeKey::RemoteFolder) {
     if (!confirmWhole(u"Are you sure you want to completely delete the selected Shared Remote "

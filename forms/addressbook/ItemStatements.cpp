@@ -31,13 +31,15 @@ bool ItemStatements::IsThere(database::Connection& connection, const String& que
 }
 
 void ItemStatements::DeleteGroup(StringView groupId) {
-  Execute(Queries::DeleteGroup(groupId));
-  Execute(Queries::DeleteMembers(groupId));
+  database::Transaction transaction(session_.OpenConnection());
+  DeleteBoth(transaction, Queries::DeleteGroup(groupId), Queries::DeleteMembers(groupId));
 }
 
-void ItemStatements::DeleteSharedFolder(StringView folderId) {
-  Execute(Queries::DeleteFolderContacts(folderId));
-  Execute(Queries::DeleteFolder(folderId));
+bool ItemStatements::DeleteSharedFolder(StringView folderId) {
+  database::Transaction transaction(session_.OpenConnection());
+  if (HoldsGroups(folderId)) return false;
+  DeleteBoth(transaction, Queries::DeleteFolderContacts(folderId), Queries::DeleteFolder(folderId));
+  return true;
 }
 
 void ItemStatements::DeleteRemoteFolder(StringView folderId) {
@@ -45,8 +47,23 @@ void ItemStatements::DeleteRemoteFolder(StringView folderId) {
 }
 
 void ItemStatements::DeleteContact(StringView contactId) {
-  Execute(Queries::DeleteContact(contactId));
-  Execute(Queries::DeleteMemberships(contactId));
+  database::Transaction transaction(session_.OpenConnection());
+  DeleteBoth(transaction, Queries::DeleteContact(contactId), Queries::DeleteMemberships(contactId));
+}
+
+void ItemStatements::DeleteBoth(database::Transaction& transaction, const String& first,
+                                const String& second) {
+  Execute(first);
+  try {
+    Execute(second);
+  } catch (const Error&) {
+    try {
+      transaction.Commit();
+    } catch (...) {  // the failure that came first is the one to be told
+    }
+    throw;
+  }
+  transaction.Commit();
 }
 
 bool ItemStatements::HoldsGroups(StringView folderId) {

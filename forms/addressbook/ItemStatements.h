@@ -2,13 +2,14 @@
 
 #include "component/Session.h"
 #include "database/Recordset.h"
+#include "database/Transaction.h"
 
 namespace ktrv::forms {
 
-/// Writes the address book window's own changes. What is deleted goes one statement at a time and
-/// without a transaction: when one fails, those before it stay done. Each opens the session's
-/// connection when it is not open. All throw Error, and never send an id that is not decimal
-/// digits.
+/// Writes the address book window's own changes. What is deleted goes one statement at a time: when
+/// one fails, those before it stay done. When the link is lost or memory is short, all that belongs
+/// together stays, where the engine has transactions. Each opens the session's connection when it
+/// is not open. All throw Error, and never send an id that is not decimal digits.
 class ItemStatements {
  public:
   explicit ItemStatements(Session& session) : session_(session) {}
@@ -22,7 +23,8 @@ class ItemStatements {
   /// With its memberships. Its members stay.
   void DeleteGroup(StringView groupId);
   /// With the contacts in it, whose memberships stay.
-  void DeleteSharedFolder(StringView folderId);
+  /// \return false when groups are in it: nothing is deleted then
+  bool DeleteSharedFolder(StringView folderId);
   /// The mapping only.
   void DeleteRemoteFolder(StringView folderId);
   /// With its memberships in all groups.
@@ -35,6 +37,7 @@ class ItemStatements {
 
  private:
   bool IsThere(database::Connection& connection, const String& query);
+  void DeleteBoth(database::Transaction& transaction, const String& first, const String& second);
   void Execute(const String& statement);
   database::Recordset Read(const String& query);
 

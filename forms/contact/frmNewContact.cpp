@@ -205,15 +205,18 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
   contact.AddNew();
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
   ContactFields::Write(*this, nullptr, contact);
+  const ContactFields::Entries entries = ContactFields::EntriesOf(*this);
+  // Until the dialog is closed nothing of it is shown as saved, so the next OK must not store it a
+  // second time.
+  const auto remember = [&] { inDoubt_ = {contact.AddedRow(), entries}; };
   try {
     contact.Update();
     contact.Resync();  // brings what the database filled in
     storeCompanion();
+    remember();
     transaction.Commit();
   } catch (...) {
-    // Nothing of it was shown as saved, so the next OK must not store it a second time.
-    const bool undone = transaction.RollBack();
-    if (!undone) inDoubt_ = {contact.AddedRow(), ContactFields::EntriesOf(*this)};
+    transaction.RollBack() ? inDoubt_.reset() : remember();
     throw;
   }
 }

@@ -3,6 +3,7 @@
 #include "data/IdText.h"
 #include "database/Conversion.h"
 #include "database/DataError.h"
+#include "database/Transaction.h"
 
 namespace ktrv::forms {
 namespace {
@@ -113,18 +114,26 @@ bool frmSelectFolder::Validate_Data() {
       u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmSelectFolder", false, [&] {
         if (!HasNameAndCategory()) return false;
         const database::Recordset rival = Rival();
-        if (rival.State() == database::ObjectState::Closed || rival.EndOfFile()) return true;
-        if (session_.FolderType == kRemoteFolder) {
-          Complain(u"Another folder (" + ToText(rival.Field(u"NAME")) +
-                       u") is already mapped to the selected Remote Contact Category.\r\n"
-                       u"You can map only one folder to each Remote Contact Category.",
-                   cboRemoteFolderView);
-        } else {
-          Complain(u"A folder with that name already exists. Please use a different folder name.",
-                   txtFolderName);
-        }
+        if (!IsThere(rival)) return true;
+        ComplainOf(rival);
         return false;
       });
+}
+
+bool frmSelectFolder::IsThere(const database::Recordset& rival) {
+  return rival.State() != database::ObjectState::Closed && !rival.EndOfFile();
+}
+
+void frmSelectFolder::ComplainOf(const database::Recordset& rival) {
+  if (session_.FolderType == kRemoteFolder) {
+    Complain(u"Another folder (" + ToText(rival.Field(u"NAME")) +
+                 u") is already mapped to the selected Remote Contact Category.\r\n"
+                 u"You can map only one folder to each Remote Contact Category.",
+             cboRemoteFolderView);
+  } else {
+    Complain(u"A folder with that name already exists. Please use a different folder name.",
+             txtFolderName);
+  }
 }
 
 bool frmSelectFolder::HasNameAndCategory() {
@@ -164,7 +173,11 @@ bool frmSelectFolder::Save_Data() {
           throw Error(ErrorNumber::NoCurrentRecord,
                       u"The folder could not be loaded, so it is not saved either.");
         }
-        const database::Recordset row = WriteAndReadBack();
+        if (const auto rival = Write(); IsThere(rival)) {
+          ComplainOf(rival);
+          return false;
+        }
+        const database::Recordset row = ReadBack();
         session_.SavedFolderId = ToText(row.Field(u"ID"));
         session_.SavedFolderName = ToText(row.Field(u"NAME"));
         session_.SavedFolderType = ToText(row.Field(u"TYPE"));
@@ -173,35 +186,49 @@ bool frmSelectFolder::Save_Data() {
       });
 }
 
-database::Recordset frmSelectFolder::WriteAndReadBack() {
+database::Recordset frmSelectFolder::Write() {
   // Without commands the caller fails on the closed result, so that no local folder is ever
   // written.
   if (!HasCommands()) return database::Recordset(session_.Environment);
-  const bool isRemote = chkRemoteFolder.Checked();
+  // Somebody else may have taken the name since it was looked for. The user is told when the locks
+  // are gone.
+  database::Transaction transaction(session_.OpenConnection());
+  if (auto rival = Rival(); IsThere(rival)) return rival;
   const String category = ChosenCategory();
   const String name(Trim(txtFolderName.Text()));
-  if (Mode == ModeOfOperation::Modify) return WriteChanges(name, category);
-  commands_.Execute(FolderCommand::InsertFolder, {String(isRemote ? u"R" : u"S"), name,
-                                                  std::int64_t{session_.SessionUserId}, category});
-  return commands_.Execute(FolderCommand::FolderByName, {name});
+  if (Mode == ModeOfOperation::Modify) {
+    WriteChanges(name, category);
+  } else {
+    commands_.Execute(FolderCommand::InsertFolder,
+                      {String(chkRemoteFolder.Checked() ? u"R" : u"S"), name,
+                       std::int64_t{session_.SessionUserId}, category});
+  }
+  transaction.Commit();
+  return database::Recordset(session_.Environment);
 }
 
-database::Recordset frmSelectFolder::WriteChanges(const String& name, const String& category) {
+void frmSelectFolder::WriteChanges(const String& name, const String& category) {
   // The statement writes both columns. What the user left alone keeps the value that it has now:
   // blanks around a name, a category of a folder that shows none, what somebody else has changed.
   const auto now = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
-  const Variant newName = txtFolderName.Text() == shown_->Name ? now.Field(u"NAME") : name;
+  written_.Name = ToText(txtFolderName.Text() == shown_->Name ? now.Field(u"NAME") : Variant(name));
   const Variant newCategory =
       category == shown_->Category ? now.Field(u"REMOTE_CONTACTS_CATEGORY") : category;
-  commands_.Execute(FolderCommand::UpdateFolder, {newName, newCategory, FolderIdText});
+  written_.Category = ToText(newCategory);
+  commands_.Execute(FolderCommand::UpdateFolder, {written_.Name, newCategory, FolderIdText});
+}
+
+database::Recordset frmSelectFolder::ReadBack() {
+  if (!HasCommands()) return database::Recordset(session_.Environment);
+  if (Mode == ModeOfOperation::Add) {
+    return commands_.Execute(FolderCommand::FolderByName, {String(Trim(txtFolderName.Text()))});
+  }
   auto row = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
-  const auto holds = [&](StringView column, const Variant& value) {
-    return database::IsHeld(ToText(row.Field(column)), ToText(value));
-  };
   // No row changed, which some engines say too when it was the same already; or the driver cannot
   // tell.
   if (commands_.At(FolderCommand::UpdateFolder).RecordsAffected() <= 0 &&
-      !(holds(u"NAME", newName) && holds(u"REMOTE_CONTACTS_CATEGORY", newCategory))) {
+      !(database::IsHeld(ToText(row.Field(u"NAME")), written_.Name) &&
+        database::IsHeld(ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY")), written_.Category))) {
     throw database::DataError(ErrorNumber::RowChanged);
   }
   return row;

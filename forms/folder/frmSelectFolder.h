@@ -65,10 +65,14 @@ class frmSelectFolder final : public controls::Form {
   bool HasNameAndCategory();
   /// The folder that stands in the way of saving; closed when nothing is to be asked.
   database::Recordset Rival();
-  /// Writes the folder and reads it back; closed when there are no commands for it.
-  database::Recordset WriteAndReadBack();
-  /// The row as it is then. \throws Error also when it was not changed
-  database::Recordset WriteChanges(const String& name, const String& category);
+  static bool IsThere(const database::Recordset& rival);
+  void ComplainOf(const database::Recordset& rival);
+  /// Writes the folder, unless one stands in the way. \return that one. \throws Error
+  database::Recordset Write();
+  void WriteChanges(const String& name, const String& category);
+  /// The folder as it is now; closed when there are no commands for it. \throws Error also when it
+  /// was not changed
+  database::Recordset ReadBack();
   void Complain(StringView message, controls::Control& about);
 
   Session& session_;
@@ -80,6 +84,7 @@ class frmSelectFolder final : public controls::Form {
     String Name;
     String Category;
   };
+  Shown written_;               ///< by the last change
   std::optional<Shown> shown_;  ///< none of a new folder and of one that could not be loaded
   bool saved_ = false;
 };

@@ -260,7 +260,7 @@ forms::frmAddressBook* Stage::Book(StringView nodeKey, bool inTree) {
   return nullptr;
 }
 
-bool Stage::SelectRow(forms::frmAddressBook& window, std::initializer_list<StringView> texts) {
+bool Stage::SelectRow(forms::frmAddressBook& window, const std::vector<StringView>& texts) {
   std::vector<int> rows;
   for (const StringView text : texts) {
     const int row = RowOf(window.vsfContacts, text);

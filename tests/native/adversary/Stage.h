@@ -95,7 +95,7 @@ class Stage {
   /// do not come even so
   forms::frmAddressBook* Book(StringView nodeKey, bool inTree);
   /// Makes the row of the item current and selected. \return false when it is not listed
-  bool SelectRow(forms::frmAddressBook& window, std::initializer_list<StringView> texts);
+  bool SelectRow(forms::frmAddressBook& window, const std::vector<StringView>& texts);
   /// Whether the list of the window is whole.
   static bool IsListed(forms::frmAddressBook& window);
 
