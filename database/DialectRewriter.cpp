@@ -106,7 +106,8 @@ class Rewriter {
 
   /// Operands with "+" or "||" between them; both bind alike and from the left.
   String Chain(bool behindMinus) {
-    std::vector<Operand> operands = {Term()};
+    std::vector<Operand> operands;
+    operands.push_back(Term());
     String asWritten = operands[0].Text;
     StringView lastOperator;
     bool sum = behindMinus;
