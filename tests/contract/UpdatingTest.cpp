@@ -1,3 +1,4 @@
+#include "database/Command.h"
 #include "database/Transaction.h"
 #include "tests/contract/ContractTest.h"
 
@@ -208,6 +209,24 @@ TEST_P(ContractTest, TransactionThatIsCommittedIsStoredForAll) {
   database::Recordset rows(environment);
   rows.Open(u"SELECT * FROM CONTACTS", testDatabase->ConnectionString());
   EXPECT_EQ(rows.RecordCount(), 2);
+}
+
+TEST_P(ContractTest, StatementThatFailsDoesNotUndoThoseBeforeIt) {
+  database::Command insert;
+  insert.SetActiveConnection(&connection);
+  insert.SetCommandText(u"INSERT INTO CONTACTS (FNAME) VALUES (?)");
+  insert.Append(u"FNAME", database::DataType::VarWChar, 50);
+  insert.Execute({String(u"Ann")});
+  for (const StringView name : {u"Bob", u"Cid"}) {
+    database::Transaction transaction(connection);
+    insert.Execute({String(name)});
+    EXPECT_THROW(connection.Execute(u"INSERT INTO NOWHERE (FNAME) VALUES ('x')"), Error);
+    transaction.Commit();
+  }
+  insert.Execute({String(u"Dot")});  // what was prepared outlives a transaction
+  Recordset rows(environment);
+  rows.Open(u"SELECT * FROM CONTACTS", testDatabase->ConnectionString());
+  EXPECT_EQ(rows.RecordCount(), 4);
 }
 
 TEST_P(ContractTest, SessionThatEndsWithinATransactionStoresNothing) {
