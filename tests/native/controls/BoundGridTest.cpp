@@ -160,6 +160,13 @@ TEST_F(IndexedFindTest, ChangedAndAddedRowsAreFoundByWhatTheyShow) {
   EXPECT_EQ(grid.FindRow(u"bernadette", 1, 2), -1);
 }
 
+TEST_F(IndexedFindTest, RowsOfAnotherRecordsetAreNotSoughtInTheFormerOnesIndex) {
+  rows.Close();
+  Open(u"NAMES");
+  grid.Bind(&rows);
+  EXPECT_EQ(grid.FindRow(u"a", 1, 2), 3);
+}
+
 TEST_F(IndexedFindTest, AnotherColumnIsSearchedWithoutIt) {
   EXPECT_EQ(grid.FindRow(u"4", 1, 1), 4);
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "database/SqlTokenizer.h"
+
 namespace ktrv::database {
 namespace {
 
@@ -85,6 +87,14 @@ constexpr const char16_t* kUntouched[] = {
 
 INSTANTIATE_TEST_SUITE_P(, UntouchedTextTest, testing::ValuesIn(kUntouched),
                          [](const auto& each) { return std::to_string(each.index); });
+
+TEST(SqlTokenizerTest, AnEmptyCommentHidesNothingBehindIt) {
+  for (const StringView sql : {u"A/**/B", u"A--\nB"}) {
+    const auto tokens = TokenizeSql(sql);
+    ASSERT_EQ(tokens.size(), 3U) << ToUtf8(sql);
+    EXPECT_EQ(tokens[2].Text, u"B");
+  }
+}
 
 }  // namespace
 }  // namespace ktrv::database
