@@ -273,6 +273,22 @@ TEST_F(OwnSessionsTest, ARenamedGroupDoesNotKeepItsFormerNameInTheTree) {
   EXPECT_EQ(Book().tvwContacts.Find(u"SHGR5")->Text, u"Ship");
 }
 
+TEST_F(OwnSessionsTest, AContactMadeInAGroupEditorIsNotLost) {
+  In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
+    ASSERT_TRUE(Come(editor));
+    const int rows = editor.vsfFolderContacts.Rows();
+    In<forms::frmNewContact>([](forms::frmNewContact& contact) {
+      contact.txtFname.SetText(u"Zoe");
+      contact.cmdSave.UserClicks();
+    });
+    editor.cmdNew.UserClicks();
+    ASSERT_TRUE(Come(editor));
+    EXPECT_EQ(editor.vsfFolderContacts.Rows(), rows + 1);
+  });
+  EXPECT_EQ(main.EditGroup(kAdministrator, u"5", 1, {}), 1);
+  EXPECT_EQ(Contacts(database), (Lines{u"Ann", u"Bert", u"Zoe"}));
+}
+
 TEST_F(OwnSessionsTest, ACommandInAReplacedWindowChangesNothingInTheNewOne) {
   OpenBook();
   Show(u"SHGR5");
