@@ -39,6 +39,8 @@ class ControlWindow {
   virtual std::optional<std::uint32_t> BackColor() const { return std::nullopt; }
   /// The form's inner size changed: for controls that lie along its edges.
   virtual void OnFormResized() {}
+  /// The user presses a button by key, while this control has the focus and keeps it.
+  virtual void FinishTyping() {}
 
  protected:
   ControlWindow(FormWindow& form, controls::Control& control);

@@ -47,6 +47,12 @@ void DatePickerWindow::ValueChanged() {
   Send(DTM_SETSYSTEMTIME, GDT_NONE, &time);
 }
 
+void DatePickerWindow::FinishTyping() {
+  // The digits of a field count when the field is left, or the picker.
+  Send(WM_KILLFOCUS);
+  if (GetFocus() == Handle()) Send(WM_SETFOCUS);
+}
+
 std::optional<LRESULT> DatePickerWindow::OnNotify(NMHDR& header) {
   if (header.code != DTN_DATETIMECHANGE) return std::nullopt;
   const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(header);

@@ -10,6 +10,7 @@ class DatePickerWindow final : public Peer<controls::DatePickerPeer> {
   DatePickerWindow(FormWindow& form, controls::DatePicker& control);
   void ValueChanged() override;
   std::optional<LRESULT> OnNotify(NMHDR& header) override;
+  void FinishTyping() override;
 
  private:
   controls::DatePicker& picker_;

@@ -75,6 +75,9 @@ void FormWindow::PressButtonOf(WORD command) {
     SendMessageW(focus, BM_CLICK, 0, 0);
     return;
   }
+  if (command == IDOK) {
+    if (ControlWindow* typedIn = ControlWindow::From(focus)) typedIn->FinishTyping();
+  }
   for (controls::Control* control : form_.Controls()) {
     auto* button = dynamic_cast<controls::CommandButton*>(control);
     if (!button) continue;

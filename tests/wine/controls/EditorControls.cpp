@@ -225,6 +225,33 @@ TEST_F(TheEditorControls, LoseNoTextBehindWhichTheFormPutTheCaret) {
   EXPECT_EQ(form_.Number.Text(), u"914");
 }
 
+TEST_F(TheEditorControls, EnterInAHalfTypedDateDoesNotKeepTheOldOne) {
+  using std::chrono::year;
+  form_.Date.SetValue(DateTime(std::chrono::local_days(year(1985) / 3 / 14)));
+  std::optional<DateTime> saved;
+  int saves = 0;
+  form_.Ok.Click = [&] {
+    ++saves;
+    saved = form_.Date.Value();
+  };
+  HWND picker = WindowOf(form_.Date);
+  SetFocus(picker);
+  UiInput::Press(picker, VK_HOME, 0);
+  UiInput::Press(picker, VK_RIGHT, 0);
+  UiInput::Press(picker, '7', 0);
+  UiInput::Press(picker, VK_RETURN, 0);
+  ASSERT_TRUE(PumpUntil([&] { return saves > 0; }));
+  EXPECT_EQ(saves, 1);
+  ASSERT_TRUE(saved.has_value());
+  EXPECT_NE(*saved, DateTime(std::chrono::local_days(year(1985) / 3 / 14)));
+  // What is seen is what was saved.
+  SYSTEMTIME shown{};
+  EXPECT_EQ(DateTime_GetSystemtime(picker, &shown), GDT_VALID);
+  EXPECT_EQ(*saved, DateTime(std::chrono::local_days(year(shown.wYear) /
+                                                     static_cast<unsigned>(shown.wMonth) /
+                                                     static_cast<unsigned>(shown.wDay))));
+}
+
 TEST_F(TheEditorControls, LetTheUserPickADateAndTakeItBack) {
   HWND picker = WindowOf(form_.Date);
   RECT inside{};
