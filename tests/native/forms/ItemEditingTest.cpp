@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "forms/addressbook/frmAddressBook.h"
 #include "forms/contact/frmNewContact.h"
 #include "forms/folder/frmSelectFolder.h"
@@ -458,32 +456,6 @@ TEST_F(ItemEditingTest, AContactEditedInACancelledGroupIsNotListedAsItWas) {
     editor.vsfFolderContacts.SetRow(1);
     editor.cmdProperty.UserClicks();
     editor.cmdCancel.UserClicks();
-  });
-  form->ContactNew(u"GR");
-  Complete();
-  EXPECT_EQ(Listed().back(), u"Zora  Ek");
-}
-
-TEST_F(ItemEditingTest, AContactEditedInAGroupWithinACancelledGroupIsNotListedAsItWas) {
-  Choose(u"SHARED");
-  const auto chosen = [this](forms::frmGroupsNew& editor, StringView name) {
-    EXPECT_TRUE(screen.WaitUntil([&] { return !editor.Sources().IsLoading(); }));
-    controls::FlexGrid& list = editor.vsfFolderContacts;
-    list.SetRow(std::max(list.FindRow(name, 1, list.ColIndex(u"NAME")), 0));
-    EXPECT_GT(list.Row(), 0);
-  };
-  InEditor<forms::frmGroupsNew>([&](forms::frmGroupsNew& outer) {
-    chosen(outer, u"Boat");
-    InEditor<forms::frmGroupsNew>([&](forms::frmGroupsNew& inner) {
-      inner.ContactEditor() = [this](ModeOfOperation, std::int16_t) {
-        database.Run({u"UPDATE SMS_ABCONTACTS SET FNAME = 'Zora' WHERE ID = 1"});
-      };
-      chosen(inner, u"Zoe");
-      inner.cmdProperty.UserClicks();
-      inner.cmdCancel.UserClicks();
-    });
-    outer.cmdProperty.UserClicks();
-    outer.cmdCancel.UserClicks();
   });
   form->ContactNew(u"GR");
   Complete();
