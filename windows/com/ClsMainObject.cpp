@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "windows/com/Bstr.h"
+#include "windows/base/Bstr.h"
 
 namespace ktrv::windows {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "windows/com/ComPtr.h"
+#include "windows/base/ComPtr.h"
 
 namespace ktrv::windows {
 namespace {

@@ -5,8 +5,8 @@
 #include <cwchar>
 
 #include "KTRVAddressBook_h.h"
+#include "windows/base/ComPtr.h"
 #include "windows/com/ClassFactory.h"
-#include "windows/com/ComPtr.h"
 #include "windows/com/Failure.h"
 #include "windows/com/Registration.h"
 #include "windows/com/Server.h"

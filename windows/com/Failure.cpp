@@ -1,7 +1,7 @@
 #include "windows/com/Failure.h"
 
-#include "windows/com/ComPtr.h"
-#include "windows/controls/WideText.h"
+#include "windows/base/ComPtr.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 namespace {

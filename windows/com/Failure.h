@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "windows/controls/Entry.h"
+#include "windows/base/Entry.h"
 
 namespace ktrv::windows {
 

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "KTRVAddressBook_h.h"
+#include "windows/base/Module.h"
+#include "windows/base/Unique.h"
 #include "windows/com/Failure.h"
-#include "windows/controls/Unique.h"
-#include "windows/system/ModulePath.h"
 
 namespace ktrv::windows::Registration {
 namespace {

@@ -3,8 +3,8 @@
 #include <atomic>
 
 #include "database/BackgroundFetch.h"
+#include "windows/base/Entry.h"
 #include "windows/com/ThreadSession.h"
-#include "windows/controls/Entry.h"
 
 namespace ktrv::windows {
 namespace {

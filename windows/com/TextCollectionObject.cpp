@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "windows/com/Bstr.h"
+#include "windows/base/Bstr.h"
 #include "windows/com/TextEnumerator.h"
 
 namespace ktrv::windows {

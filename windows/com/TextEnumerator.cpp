@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "windows/com/Bstr.h"
+#include "windows/base/Bstr.h"
 #include "windows/com/Failure.h"
 
 namespace ktrv::windows {

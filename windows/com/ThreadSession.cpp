@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "database/BackgroundFetch.h"
+#include "windows/base/Entry.h"
+#include "windows/base/Module.h"
 #include "windows/com/ApartmentWatch.h"
 #include "windows/com/Drivers.h"
-#include "windows/controls/Entry.h"
-#include "windows/system/ModulePath.h"
 
 namespace ktrv::windows {
 namespace {

@@ -6,9 +6,9 @@
 #include <objidl.h>
 
 #include "component/Dialogs.h"
-#include "windows/com/ComPtr.h"
+#include "windows/base/ComPtr.h"
+#include "windows/base/Win32OperatingSystem.h"
 #include "windows/controls/Win32Screen.h"
-#include "windows/system/Win32OperatingSystem.h"
 
 namespace ktrv::windows {
 

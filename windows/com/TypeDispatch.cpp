@@ -1,7 +1,7 @@
 #include "windows/com/TypeDispatch.h"
 
+#include "windows/base/Module.h"
 #include "windows/com/DispatchArguments.h"
-#include "windows/system/ModulePath.h"
 
 namespace ktrv::windows {
 namespace {

@@ -3,7 +3,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include "windows/com/ComPtr.h"
+#include "windows/base/ComPtr.h"
 
 namespace ktrv::windows {
 

@@ -3,9 +3,10 @@
 #include <array>
 #include <string>
 
+#include "windows/base/Guard.h"
+#include "windows/base/Module.h"
+#include "windows/base/WindowClass.h"
 #include "windows/controls/FormWindow.h"
-#include "windows/controls/Guard.h"
-#include "windows/controls/Module.h"
 
 namespace ktrv::windows {
 
@@ -34,15 +35,9 @@ SIZE TextSize(HWND label, HFONT font) {
 }  // namespace
 
 HWND CreateBand(HWND coolBar) {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = &BandProcedure;
-  description.hInstance = ThisModule();
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  description.lpszClassName = kClassName;
-  RegisterClassExW(&description);  // fails when it is registered already, which is as well
-  return CreateWindowExW(WS_EX_CONTROLPARENT, kClassName, nullptr,
+  static const WindowClass band(kClassName, &BandProcedure,
+                                {.Cursor = IDC_ARROW, .Color = COLOR_BTNFACE});
+  return CreateWindowExW(WS_EX_CONTROLPARENT, band.Name(), nullptr,
                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN, 0, 0, 0, 0,
                          coolBar, nullptr, ThisModule(), nullptr);
 }

@@ -1,6 +1,6 @@
 #include "windows/controls/CheckBoxWindow.h"
 
-#include "windows/controls/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 

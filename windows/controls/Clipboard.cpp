@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "common/Error.h"
-#include "windows/controls/Unique.h"
-#include "windows/controls/WideText.h"
+#include "windows/base/Unique.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 

@@ -1,10 +1,10 @@
 #include "windows/controls/ControlWindow.h"
 
 #include "common/Error.h"
+#include "windows/base/Guard.h"
+#include "windows/base/Module.h"
+#include "windows/base/WideText.h"
 #include "windows/controls/FormWindow.h"
-#include "windows/controls/Guard.h"
-#include "windows/controls/Module.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

@@ -6,7 +6,7 @@
 #include <span>
 
 #include "controls/Image.h"
-#include "windows/controls/Unique.h"
+#include "windows/base/Unique.h"
 
 namespace ktrv::windows {
 

@@ -1,9 +1,9 @@
 // The columns of FlexGridWindow and what is drawn in them.
 #include <algorithm>
 
+#include "windows/base/WideText.h"
 #include "windows/controls/FlexGridWindow.h"
 #include "windows/controls/Nesting.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

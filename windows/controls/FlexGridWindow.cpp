@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "windows/base/WideText.h"
 #include "windows/controls/FormWindow.h"
 #include "windows/controls/Keys.h"
 #include "windows/controls/Nesting.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

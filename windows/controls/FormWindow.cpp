@@ -5,12 +5,13 @@
 #include "common/Error.h"
 #include "controls/Color.h"
 #include "controls/Control.h"
+#include "windows/base/Guard.h"
+#include "windows/base/Module.h"
+#include "windows/base/WideText.h"
+#include "windows/base/WindowClass.h"
 #include "windows/controls/ControlWindow.h"
-#include "windows/controls/Guard.h"
 #include "windows/controls/MessageLoop.h"
-#include "windows/controls/Module.h"
 #include "windows/controls/VisualStyle.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 
@@ -23,7 +24,7 @@ constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
 
 FormWindow::FormWindow(controls::Form& form) : form_(form) {
   VisualStyle style;
-  handle_ = CreateWindowExW(ExStyle(), WindowClass(), ToWide(form.Caption()).c_str(), Style(),
+  handle_ = CreateWindowExW(ExStyle(), ClassName(), ToWide(form.Caption()).c_str(), Style(),
                             CW_USEDEFAULT, CW_USEDEFAULT, 100, 100, nullptr, nullptr, ThisModule(),
                             nullptr);
   if (!handle_)
@@ -43,16 +44,10 @@ FormWindow::~FormWindow() {
   }
 }
 
-const wchar_t* FormWindow::WindowClass() {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = &Procedure;
-  description.hInstance = ThisModule();
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  description.lpszClassName = kClassName;
-  RegisterClassExW(&description);  // fails when it is registered already, which is as well
-  return kClassName;
+const wchar_t* FormWindow::ClassName() {
+  static const WindowClass form(kClassName, &Procedure,
+                                {.Cursor = IDC_ARROW, .Color = COLOR_BTNFACE});
+  return form.Name();
 }
 
 FormWindow* FormWindow::From(HWND window) {

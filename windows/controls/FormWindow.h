@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "controls/Form.h"
+#include "windows/base/Unique.h"
 #include "windows/controls/Drawing.h"
 #include "windows/controls/ModalDisabling.h"
 #include "windows/controls/Scale.h"
-#include "windows/controls/Unique.h"
 
 namespace ktrv::windows {
 
@@ -65,7 +65,7 @@ class FormWindow final : public controls::FormPeer {
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  static const wchar_t* WindowClass();
+  static const wchar_t* ClassName();
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   /// Shows the form where it takes neither the front nor the keyboard from what is open and modal,
   /// and disabled until that is closed.

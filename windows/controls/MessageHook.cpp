@@ -1,7 +1,7 @@
 #include "windows/controls/MessageHook.h"
 
+#include "windows/base/Guard.h"
 #include "windows/controls/FormWindow.h"
-#include "windows/controls/Guard.h"
 #include "windows/controls/Keys.h"
 
 namespace ktrv::windows {

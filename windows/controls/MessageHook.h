@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "windows/controls/Unique.h"
+#include "windows/base/Unique.h"
 
 namespace ktrv::windows {
 

@@ -1,6 +1,6 @@
 #include "windows/controls/ModalDisabling.h"
 
-#include "windows/controls/Guard.h"
+#include "windows/base/Guard.h"
 
 namespace ktrv::windows {
 namespace {

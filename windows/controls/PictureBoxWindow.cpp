@@ -2,8 +2,9 @@
 
 #include <windowsx.h>
 
+#include "windows/base/Module.h"
+#include "windows/base/WindowClass.h"
 #include "windows/controls/Keys.h"
-#include "windows/controls/Module.h"
 
 namespace ktrv::windows {
 
@@ -12,14 +13,8 @@ using controls::MouseButton;
 namespace {
 
 const wchar_t* PlainClass() {
-  static constexpr wchar_t kName[] = L"KTRVAddressBookArea";
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = &DefWindowProcW;
-  description.hInstance = ThisModule();
-  description.lpszClassName = kName;
-  RegisterClassExW(&description);  // fails when it is registered already, which is as well
-  return kName;
+  static const WindowClass area(L"KTRVAddressBookArea", &DefWindowProcW, {});
+  return area.Name();
 }
 
 MouseButton ButtonOf(WPARAM held) {

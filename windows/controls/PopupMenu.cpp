@@ -1,7 +1,7 @@
 #include "windows/controls/PopupMenu.h"
 
-#include "windows/controls/Unique.h"
-#include "windows/controls/WideText.h"
+#include "windows/base/Unique.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 

@@ -3,8 +3,9 @@
 #include <chrono>
 
 #include "common/Error.h"
-#include "windows/controls/Guard.h"
-#include "windows/controls/Module.h"
+#include "windows/base/Guard.h"
+#include "windows/base/Module.h"
+#include "windows/base/WindowClass.h"
 
 namespace ktrv::windows {
 
@@ -22,15 +23,10 @@ bool SomethingElseWaits() {
 }  // namespace
 
 std::shared_ptr<PostQueue> PostQueue::Make() {
-  WNDCLASSEXW description{};
-  description.cbSize = sizeof description;
-  description.lpfnWndProc = &Procedure;
-  description.hInstance = ThisModule();
-  description.lpszClassName = kClassName;
-  RegisterClassExW(&description);  // fails when it is registered already, which is as well
+  static const WindowClass messages(kClassName, &Procedure, {});
   auto queue = std::make_shared<PostQueue>();
-  queue->window_ = UniqueWindow(CreateWindowExW(0, kClassName, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
-                                                nullptr, ThisModule(), nullptr));
+  queue->window_ = UniqueWindow(CreateWindowExW(0, messages.Name(), nullptr, 0, 0, 0, 0, 0,
+                                                HWND_MESSAGE, nullptr, ThisModule(), nullptr));
   queue->target_ = queue->window_.Get();
   if (!queue->target_) {
     throw Error(ErrorNumber::OutOfMemory, u"Can't create a window.", {}, GetLastError());

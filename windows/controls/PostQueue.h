@@ -7,7 +7,7 @@
 #include <memory>
 #include <mutex>
 
-#include "windows/controls/Unique.h"
+#include "windows/base/Unique.h"
 
 namespace ktrv::windows {
 

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "controls/Geometry.h"
-#include "windows/controls/Unique.h"
+#include "windows/base/Unique.h"
 
 namespace ktrv::windows {
 

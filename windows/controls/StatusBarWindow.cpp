@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "controls/Form.h"
+#include "windows/base/WideText.h"
 #include "windows/controls/FormWindow.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

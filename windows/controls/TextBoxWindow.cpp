@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "controls/Input.h"
+#include "windows/base/WideText.h"
 #include "windows/controls/Clipboard.h"
 #include "windows/controls/Keys.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

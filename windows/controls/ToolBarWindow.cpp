@@ -8,10 +8,10 @@
 #include "controls/Form.h"
 #include "controls/Label.h"
 #include "controls/TextBox.h"
+#include "windows/base/Module.h"
+#include "windows/base/WideText.h"
 #include "windows/controls/Band.h"
 #include "windows/controls/FormWindow.h"
-#include "windows/controls/Module.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

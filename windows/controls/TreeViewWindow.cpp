@@ -6,9 +6,9 @@
 #include <cstring>
 #include <iterator>
 
+#include "windows/base/WideText.h"
 #include "windows/controls/Keys.h"
 #include "windows/controls/Nesting.h"
-#include "windows/controls/WideText.h"
 
 namespace ktrv::windows {
 

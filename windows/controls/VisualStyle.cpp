@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "windows/controls/Module.h"
+#include "windows/base/Module.h"
 
 namespace ktrv::windows {
 

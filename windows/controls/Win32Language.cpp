@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "windows/controls/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 

@@ -4,12 +4,12 @@
 
 #include "controls/Control.h"
 #include "controls/Form.h"
+#include "windows/base/WideText.h"
 #include "windows/controls/Clipboard.h"
 #include "windows/controls/FormWindow.h"
 #include "windows/controls/ModalDisabling.h"
 #include "windows/controls/PopupMenu.h"
 #include "windows/controls/VisualStyle.h"
-#include "windows/controls/WideText.h"
 #include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {

@@ -7,9 +7,9 @@
 
 #include "database/odbc/OdbcDriver.h"
 #include "forms/folder/frmSelectFolder.h"
-#include "windows/controls/WideText.h"
+#include "windows/base/WideText.h"
+#include "windows/base/Win32OperatingSystem.h"
 #include "windows/controls/Win32Screen.h"
-#include "windows/system/Win32OperatingSystem.h"
 
 namespace ktrv {
 namespace {

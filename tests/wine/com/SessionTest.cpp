@@ -7,7 +7,7 @@
 #include "tests/wine/com/Late.h"
 #include "tests/wine/component/Component.h"
 #include "tests/wine/component/MessageBox.h"
-#include "windows/controls/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::tests {
 namespace {

@@ -40,6 +40,14 @@ void Component::TearDown() {
   EXPECT_EQ(CanUnloadNow(), S_OK) << "something of the component is left";
   FreeLibrary(module_);
   EXPECT_EQ(GetModuleHandleW(L"KTRVAddressBook.dll") != nullptr, Stays);
+  if (!Stays) {
+    for (const wchar_t* name : {L"KTRVAddressBookForm", L"KTRVAddressBookArea",
+                                L"KTRVAddressBookBand", L"KTRVAddressBookQueue"}) {
+      WNDCLASSEXW left{};
+      left.cbSize = sizeof left;
+      EXPECT_FALSE(GetClassInfoExW(module_, name, &left)) << "a window class runs freed code";
+    }
+  }
   CoUninitialize();
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "KTRVAddressBook_h.h"
-#include "windows/com/ComPtr.h"
+#include "windows/base/ComPtr.h"
 
 namespace ktrv::tests {
 

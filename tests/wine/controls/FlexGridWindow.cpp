@@ -6,7 +6,7 @@
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
 #include "tests/wine/scripthost/UiInput.h"
-#include "windows/controls/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 namespace {

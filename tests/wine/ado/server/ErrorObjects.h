@@ -4,7 +4,7 @@
 
 #include "common/Error.h"
 #include "tests/wine/ado/server/ServerObject.h"
-#include "windows/com/ComPtr.h"
+#include "windows/base/ComPtr.h"
 
 namespace ktrv::adoserver {
 

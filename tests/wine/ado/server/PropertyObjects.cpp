@@ -1,7 +1,7 @@
 #include "tests/wine/ado/server/PropertyObjects.h"
 
 #include "tests/wine/ado/server/Refusal.h"
-#include "windows/com/ComPtr.h"
+#include "windows/base/ComPtr.h"
 
 namespace ktrv::adoserver {
 

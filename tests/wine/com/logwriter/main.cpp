@@ -2,8 +2,8 @@
 #include <windows.h>
 
 #include "common/Logger.h"
-#include "windows/controls/WideText.h"
-#include "windows/system/Win32OperatingSystem.h"
+#include "windows/base/WideText.h"
+#include "windows/base/Win32OperatingSystem.h"
 
 int wmain(int count, wchar_t** arguments) {
   using namespace ktrv;

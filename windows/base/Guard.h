@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "windows/controls/Entry.h"
+#include "windows/base/Entry.h"
 
 namespace ktrv::windows {
 

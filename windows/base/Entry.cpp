@@ -1,4 +1,4 @@
-#include "windows/controls/Entry.h"
+#include "windows/base/Entry.h"
 
 #include <utility>
 

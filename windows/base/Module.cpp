@@ -1,9 +1,23 @@
-#include "windows/system/ModulePath.h"
+#include "windows/base/Module.h"
 
 #include "common/Error.h"
-#include "windows/controls/Module.h"
 
 namespace ktrv::windows {
+namespace {
+
+HMODULE Find(DWORD flag) noexcept {
+  static const char anchor = 0;
+  HMODULE module = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flag,
+                     reinterpret_cast<LPCWSTR>(&anchor), &module);
+  return module;
+}
+
+}  // namespace
+
+HINSTANCE ThisModule() {
+  return Find(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT);
+}
 
 std::wstring ModulePath() {
   constexpr std::size_t kLongest = 32768;
@@ -21,10 +35,7 @@ std::wstring ModulePath() {
 }
 
 void KeepModuleLoaded() noexcept {
-  static const char anchor = 0;
-  HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                     reinterpret_cast<LPCWSTR>(&anchor), &module);
+  Find(GET_MODULE_HANDLE_EX_FLAG_PIN);
 }
 
 }  // namespace ktrv::windows

@@ -1,11 +1,11 @@
-#include "windows/system/Win32OperatingSystem.h"
+#include "windows/base/Win32OperatingSystem.h"
 
 #include <windows.h>
 
 #include "common/Error.h"
-#include "windows/controls/Unique.h"
-#include "windows/controls/WideText.h"
-#include "windows/system/ModulePath.h"
+#include "windows/base/Module.h"
+#include "windows/base/Unique.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 namespace {

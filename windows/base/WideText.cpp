@@ -1,4 +1,4 @@
-#include "windows/controls/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace ktrv::windows {
 

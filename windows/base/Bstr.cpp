@@ -1,4 +1,4 @@
-#include "windows/com/Bstr.h"
+#include "windows/base/Bstr.h"
 
 #include <new>
 
