@@ -97,6 +97,8 @@ TEST_F(GroupOperationsTest, EditedGroupIsRenamed) {
 TEST_F(GroupOperationsTest, IdWithZerosKeepsNoGroupFromBeingSaved) {
   Initialise(kServer);
   driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = ", {{u"NAME"}}, {{u"Friends"}});
+  driver.Answer(Queries::kGroup, {{u"NAME"}, {u"FOLDER_ID", DataType::Integer}},
+                {{u"Friends", u"0"}});
   driver.Changes(u"UPDATE SMS_ABGROUPS", 0);  // it was called so already
   driver.Changes(u"DELETE FROM SMS_ABGROUPMAPS", 0);
   driver.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"3"}});

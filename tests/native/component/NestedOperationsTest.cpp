@@ -121,8 +121,9 @@ TEST_F(NestedOperationsTest, AFailureIsLoggedThoughTheHostCalledInitMeanwhile) {
   In<forms::frmNewContact>([&](forms::frmNewContact& editor) {
     EXPECT_EQ(main->Init({}, connection, 1, u"SQL", log), 1);
     editor.txtFname.SetText(u"Zoe");
-    editor.cmdSave.UserClicks();
     database.Run({u"DROP TABLE SMS_ABGROUPMAPS"});
+    editor.cmdSave.UserClicks();
+    editor.Unload();
   });
   book.ContactNew({});
   EXPECT_NE(system.TextOf(log).find(u"ContactNew()"), String::npos);
