@@ -87,6 +87,7 @@ struct Ended {
 using Item = std::variant<std::vector<Column>, std::unique_ptr<RowBlock>, Ended>;
 
 constexpr std::chrono::milliseconds kPatience{100};
+constexpr int kMostCancels = 8;  // at intervals that double: some 25 seconds
 
 }  // namespace
 
@@ -107,11 +108,12 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     return !givenUp_;
   }
 
-  /// To be called before the statement ends.
+  /// To be called before the statement ends. Waits for a cancel that is under way.
   void End() {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     statement_ = nullptr;
-    ended_.notify_all();
+    changed_.notify_all();
+    changed_.wait(lock, [this] { return !cancelling_; });
   }
 
   /// \return false when nobody wants the rows any more.
@@ -134,13 +136,13 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 
   // On the user-interface thread.
 
+  /// Never waits for the database.
   void GiveUp() {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     items_.clear();
     end_.reset();
     if (std::exchange(givenUp_, true) || !statement_) return;
-    statement_->Cancel();
-    Insist();
+    if (!StartCancelling()) CancelOnce(lock);
   }
 
   void Cancel() {
@@ -159,9 +161,9 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
  private:
-  /// Goes on to cancel until the statement has ended, on a thread of its own: an engine that was
-  /// told before it had begun does not remember it.
-  void Insist() noexcept {
+  /// Cancels on a thread of its own, because some drivers connect anew for it, and some wait for
+  /// the statement. \return false when there is no thread to be had
+  bool StartCancelling() noexcept {
     try {
       auto ended = std::make_shared<std::atomic<bool>>(false);
       Threads::OfProcess().Start(
@@ -170,14 +172,32 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
             self.reset();  // before the mark, behind which the driver may go away
           },
           ended);
+      return true;
     } catch (...) {
-      // It was told once, which is nearly always enough.
+      return false;
     }
   }
 
+  /// More than once, because an engine that was told before it had begun does not remember it.
   void CancelUntilEnded() noexcept {
     std::unique_lock lock(mutex_);
-    while (!ended_.wait_for(lock, kPatience, [this] { return !statement_; })) statement_->Cancel();
+    auto patience = kPatience;
+    for (int tries = 0; tries < kMostCancels && statement_; ++tries) {
+      CancelOnce(lock);
+      changed_.wait_for(lock, patience, [this] { return !statement_; });
+      patience *= 2;
+    }
+  }
+
+  /// The lock is given up meanwhile: who waits for it may be the user.
+  void CancelOnce(std::unique_lock<std::mutex>& lock) noexcept {
+    cancelling_ = true;
+    Statement& statement = *statement_;
+    lock.unlock();
+    statement.Cancel();
+    lock.lock();
+    cancelling_ = false;
+    changed_.notify_all();
   }
 
   void PostDelivery() {
@@ -256,12 +276,13 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   Receiver* receiver_;  // of the user-interface thread alone
 
   std::mutex mutex_;
-  std::condition_variable ended_;  // the statement
+  std::condition_variable changed_;  // statement_ or cancelling_
   std::deque<Item> items_;
   std::optional<Ended> end_;  // follows the items; needs no memory of its own
   bool posted_ = false;       // a closure is under way
   bool givenUp_ = false;
   Statement* statement_ = nullptr;
+  bool cancelling_ = false;  // the statement must not end
 };
 
 /// What the thread runs. Its members end in reverse: the mark comes last, behind everything that

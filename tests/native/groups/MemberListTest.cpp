@@ -94,7 +94,7 @@ TEST_F(MemberListTest, FetchIsCancelledBeforeTheMembersAreCountedAnew) {
   ASSERT_TRUE(HoldRows(2));  // the source's and the members'
   driver.Fail(Queries::kCountMembers, Error(ErrorNumber::DriverFailure, u"gone"));
   form->LoadGroupContacts();
-  EXPECT_EQ(driver.Cancels(), 1);
+  EXPECT_TRUE(screen.WaitUntil([&] { return driver.Cancels() > 0; }));
   driver.FetchGate.Open();
   ASSERT_TRUE(tests::WaitForFetches());
 }

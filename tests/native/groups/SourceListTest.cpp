@@ -280,7 +280,7 @@ TEST_F(SourceListTest, FetchIsCancelledBeforeTheNewSourceIsLookedUp) {
   ASSERT_TRUE(HoldRows(1));
   driver.Fail(Queries::kFolder, Error(ErrorNumber::DriverFailure, u"gone"));
   form->LoadFolderContacts(u"8");
-  EXPECT_EQ(driver.Cancels(), 1);
+  EXPECT_TRUE(screen.WaitUntil([&] { return driver.Cancels() > 0; }));
   driver.FetchGate.Open();
   ASSERT_TRUE(tests::WaitForFetches());
 }

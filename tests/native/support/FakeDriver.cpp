@@ -79,6 +79,8 @@ class FakeDriver::FakeStatement final : public Statement {
   }
 
   void Cancel() noexcept override {
+    static const std::atomic<bool> kNever = false;
+    driver_.CancelGate.Pass(kNever);
     cancelled_ = true;
     ++driver_.cancels_;
   }
