@@ -1,3 +1,6 @@
+#include <chrono>
+#include <cstdio>
+
 #include "database/BackgroundFetch.h"
 #include "tests/contract/ContractTest.h"
 
@@ -72,6 +75,11 @@ TEST_P(ContractTest, EndlessFetchIsCancelled) {
   ASSERT_TRUE(dispatcher.RunUntil([&] { return !listener.Ends.empty(); }));
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
   EXPECT_EQ(listener.Ends, std::vector{EventStatus::Cancelled});
+  if (!testDatabase->CanBeCancelled()) {
+    std::puts("Here the engine goes on, which holds nobody up.");
+    EXPECT_FALSE(WaitForFetches(std::chrono::milliseconds(200))) << "it can be cancelled after all";
+    testDatabase->EndSessions();
+  }
   EXPECT_TRUE(WaitForFetches()) << "the engine goes on";
 }
 

@@ -1,5 +1,11 @@
 #pragma once
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <cstdlib>
+#endif
+
 #include "tests/contract/TestDatabase.h"
 #include "tests/native/support/DatabaseServer.h"
 
@@ -16,8 +22,24 @@ class PostgreSqlDatabase final : public TestDatabase {
     return u"SELECT COUNT(*) AS TOTAL FROM generate_series(1, 1000000) A, "
            u"generate_series(1, 1000000) B";
   }
+  bool CanBeCancelled() const override { return !LocksRunningStatements(); }
+  void EndSessions() override { database_.EndSessions(); }
 
  private:
+  /// From Wine 10 on, its ODBC holds a lock of the statement while the driver works on it, and
+  /// SQLCancel waits for that lock. This driver cancels by no other statement of the connection.
+  static bool LocksRunningStatements() {
+#ifdef _WIN32
+    const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+    using Version = const char*(CDECL)();
+    auto* const version = reinterpret_cast<Version*>(
+        reinterpret_cast<void (*)()>(GetProcAddress(system, "wine_get_version")));
+    return version && std::atoi(version()) >= 10;
+#else
+    return false;
+#endif
+  }
+
   ServerDatabase database_{ServerKind::PostgreSql};
 };
 

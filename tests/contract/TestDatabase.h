@@ -25,6 +25,11 @@ class TestDatabase {
 
   /// A query of one column that runs for much longer than any test.
   virtual StringView EndlessQuery() const = 0;
+
+  /// Whether a statement can be cancelled while the engine works on it.
+  virtual bool CanBeCancelled() const { return true; }
+  /// Ends the sessions of everybody who uses the database.
+  virtual void EndSessions() {}
 };
 
 struct TestEngine {

@@ -25,6 +25,8 @@ class ByAdo final : public TestDatabase {
   StringView LongTextType() const override { return database_.LongTextType(); }
   StringView DateType() const override { return database_.DateType(); }
   StringView EndlessQuery() const override { return database_.EndlessQuery(); }
+  bool CanBeCancelled() const override { return database_.CanBeCancelled(); }
+  void EndSessions() override { database_.EndSessions(); }
 
  private:
   Database database_;

@@ -17,6 +17,8 @@ using database::ado::Object;
 using database::ado::Value;
 
 constexpr char kFile[] = "/tmp/ktrv-test-ado-of-system.db";
+constexpr wchar_t kSources[] = L"Software\\ODBC\\ODBC.INI\\ODBC Data Sources";
+constexpr wchar_t kSource[] = L"ktrv_ado_of_system";
 constexpr StringView kAdoString = u"Provider=MSDASQL;Data Source=ktrv_ado_of_system";
 
 /// How far the driver gets with the ADO of this system. Wine's lacks a good part: what it does not
@@ -25,11 +27,15 @@ class SystemAdo : public testing::Test {
  protected:
   SystemAdo() {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    // From Wine 10 on its ODBC looks for a data source where Windows does, and only for its driver.
+    constexpr wchar_t kDriver[] = L"SQLite3";
+    RegSetKeyValueW(HKEY_CURRENT_USER, kSources, kSource, REG_SZ, kDriver, sizeof kDriver);
     RunByOdbc(u";NoCreat=0", u"DROP TABLE IF EXISTS T");
     RunByOdbc(u"", u"CREATE TABLE T (ID INTEGER PRIMARY KEY, NAME VARCHAR(20))");
   }
   ~SystemAdo() override {
     CoUninitialize();
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kSources, kSource);
     std::error_code ignored;
     std::filesystem::remove(SqliteFile::FileOf(kFile), ignored);
   }
