@@ -13,20 +13,21 @@ namespace {
 struct ThreadsOfTaskTest : testing::TestWithParam<std::size_t> {
   const UserTask& Task() const { return UserTasks()[GetParam()]; }
 
-  /// \return what is wrong; empty when all is well
-  std::string Try(std::int64_t thread, const Rows& before, const Rows& after) const {
+  /// \param came becomes whether the task wanted that thread. \return what is wrong; empty when all
+  /// is well
+  std::string Try(std::int64_t thread, const Rows& before, const Rows& after, bool& came) const {
     std::string wrong;
     const auto complain = [&](const std::string& text) { wrong += "\n    " + text; };
     Stage stage(u"SQL");
     FailingThreads::FailAt(thread);
     const bool confirmed = Task().Act(stage);
-    const bool failed = FailingThreads::HasFailed();
+    came = FailingThreads::HasFailed();
     FailingThreads::FailAt(0);
     stage.screen.Pump();
     const Rows between = stage.book.Contents();
     if (stage.Escaped > 0) complain("a failure came out of an event");
-    if (!failed) complain("fewer threads than without the fault");
-    if (stage.Log().find("Resource temporarily unavailable") == std::string::npos) {
+    // Who cancels does so on the user's thread when there is no other.
+    if (!confirmed && stage.Log().find("Resource temporarily unavailable") == std::string::npos) {
       complain("failed without a word in the log");
     }
     if (confirmed) {
@@ -61,16 +62,21 @@ TEST_P(ThreadsOfTaskTest, NothingIsLostOrUnsaidWhenAThreadDoesNotStart) {
     after = stage.book.Contents();
   }
   int red = 0;
+  std::int64_t tried = 0;
   for (std::int64_t thread = 1; thread <= all; ++thread) {
     const std::string name = "thread " + std::to_string(thread);
     Announce(name);
-    const std::string wrong = Try(thread, before, after);
+    bool came = false;
+    const std::string wrong = Try(thread, before, after, came);
+    tried += came ? 1 : 0;
     if (wrong.empty()) continue;
     ++red;
     ADD_FAILURE() << name << wrong;
   }
-  std::cout << "[ adversary] " << Task().Name << ": " << all << " threads, red " << red
-            << std::endl;
+  // Whether there is something to cancel, which takes a thread, is a matter of moments.
+  EXPECT_TRUE(all == 0 || tried > 0);
+  std::cout << "[ adversary] " << Task().Name << ": " << tried << " of " << all << " threads, red "
+            << red << std::endl;
 }
 
 TEST(ThreadTest, AQueryIsNotLeftRunningWhenTheThreadThatGoesOnToCancelItDoesNotStart) {
