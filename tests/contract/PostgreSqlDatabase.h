@@ -31,7 +31,7 @@ class PostgreSqlDatabase final : public TestDatabase {
   static bool LocksRunningStatements() {
 #ifdef _WIN32
     const HMODULE system = GetModuleHandleW(L"ntdll.dll");
-    using Version = const char*(CDECL)();
+    using Version = const char*();
     auto* const version = reinterpret_cast<Version*>(
         reinterpret_cast<void (*)()>(GetProcAddress(system, "wine_get_version")));
     return version && std::atoi(version()) >= 10;
