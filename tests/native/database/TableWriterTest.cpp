@@ -12,7 +12,7 @@ class TableWriterTest : public testing::Test {
  protected:
   bool Accepts(StringView query) {
     try {
-      TableWriter(*link, query, columns);
+      const TableWriter writer(*link, query, columns);
       return true;
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), ErrorNumber::NotUpdatable);

@@ -178,6 +178,7 @@ TEST_F(TheBusyPicker, SaysThatItSavesWhenItIsTheEditor) {
   driver_.Changes(u"DELETE FROM", 0);
   driver_.Changes(u"INSERT INTO", 1);
   driver_.Answer(Queries::kGroupIdByName, {{u"ID", DataType::Integer}}, {{u"77"}});
+  driver_.Answer(u"FROM SMS_ABCONTACTS WHERE ID IN", {{u"ID"}}, {{u"1"}, {u"2"}, {u"3"}});
   form_.LoadGroupFor = LoadGroupFor::AddModify;
   Show();
   form_.SelectAllMembers();
