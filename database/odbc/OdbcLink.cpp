@@ -108,10 +108,11 @@ std::vector<String> OdbcLink::AskKeyColumns(StringView table) const {
   const String name = NameInCatalogue(table, engine_);
   const StatementHandle statement = NewStatement();
   const std::string bytes = ToUtf8(name);
+  // A newer Wine finds no key when it is asked in wide characters.
+  const bool narrow = dialogue_.Utf8 || bytes.size() == name.size();
   const SQLRETURN result =
-      dialogue_.Utf8
-          ? SQLPrimaryKeys(statement.Get(), nullptr, 0, nullptr, 0, Narrow(bytes), SQL_NTS)
-          : SQLPrimaryKeysW(statement.Get(), nullptr, 0, nullptr, 0, Wide(name), SQL_NTS);
+      narrow ? SQLPrimaryKeys(statement.Get(), nullptr, 0, nullptr, 0, Narrow(bytes), SQL_NTS)
+             : SQLPrimaryKeysW(statement.Get(), nullptr, 0, nullptr, 0, Wide(name), SQL_NTS);
   if (!SQL_SUCCEEDED(result)) return {};  // the driver cannot tell
   constexpr SQLUSMALLINT kCatalog = 1;
   constexpr SQLUSMALLINT kSchema = 2;
