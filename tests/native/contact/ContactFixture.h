@@ -91,7 +91,8 @@ class ContactFixture : public DialogFixture {
   void Shared() { session.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact); }
   void AtServer() { session.RunAt = static_cast<std::int32_t>(RunApplicationAt::RuntAtServer); }
   static DateTime Date(int year, unsigned month, unsigned day) {
-    return DateTime{std::chrono::local_days(std::chrono::year(year) / month / day)};
+    return DateTime{std::chrono::local_days(std::chrono::year(year) / std::chrono::month(month) /
+                                            std::chrono::day(day))};
   }
 
   forms::frmNewContact form{session};

@@ -11,7 +11,8 @@ namespace ktrv::controls {
 namespace {
 
 DateTime Date(int year, unsigned month, unsigned day) {
-  return DateTime{std::chrono::local_days(std::chrono::year(year) / month / day)};
+  return DateTime{std::chrono::local_days(std::chrono::year(year) / std::chrono::month(month) /
+                                          std::chrono::day(day))};
 }
 
 struct InputsTest : testing::Test {
