@@ -78,7 +78,13 @@ Form::Stay::Stay(Form& form) : form_(form) {
 }
 
 Form::Stay::~Stay() {
-  if (--form_.stays_ == 0 && !form_.loaded_ && form_.peer_) form_.PostTearDown();
+  // A modal form's windows go when its loop has ended.
+  if (--form_.stays_ > 0 || form_.loaded_ || form_.modal_ || !form_.peer_) return;
+  try {
+    form_.PostTearDown();
+  } catch (...) {
+    // Without memory the hidden windows wait until the form is shown again or goes.
+  }
 }
 
 void Form::TearDown() {
