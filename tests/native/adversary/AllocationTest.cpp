@@ -27,14 +27,7 @@ struct AllocationTest : testing::TestWithParam<std::size_t> {
     }
     FailingAllocations::FailAt(0);
     stage.screen.Pump();
-    const Rows between = stage.book.Contents();
-    if (confirmed) {
-      if (const auto text = Difference(between, after); !text.empty()) {
-        complain("confirmed, but the database is not as it should be:" + text);
-      }
-    } else if (const auto text = NotAskedFor(between, before, after); !text.empty()) {
-      complain("refused, and yet rows came or went:" + text);
-    }
+    wrong += WrongBehind(confirmed, stage.book.Contents(), before, after);
     if (!confirmed && !left) {
       const int refusals = stage.screen.Refusals;
       if (!Task().Act(stage) && stage.screen.Refusals == refusals) {

@@ -52,6 +52,14 @@ std::string NotAskedFor(const Rows& rows, const Rows& before, const Rows& after)
   return text;
 }
 
+std::string WrongBehind(bool confirmed, const Rows& rows, const Rows& before, const Rows& after) {
+  const std::string text = confirmed ? Difference(rows, after) : NotAskedFor(rows, before, after);
+  if (text.empty()) return {};
+  return (confirmed ? "\n    confirmed, but the database is not as it should be:"
+                    : "\n    refused, and yet rows came or went:") +
+         text;
+}
+
 Choice::Choice(std::string machine, std::string task, std::size_t all, std::size_t sample,
                std::size_t every, std::size_t first)
     : machine_(std::move(machine)), task_(std::move(task)), wish_(OfEnvironment("KTRV_ADVERSARY")) {

@@ -12,6 +12,9 @@ std::string Difference(const Rows& rows, const Rows& wanted);
 /// Rows that went or came though neither is the way from `before` to `after`.
 std::string NotAskedFor(const Rows& rows, const Rows& before, const Rows& after);
 
+/// What is wrong with the rows behind a task that was confirmed or refused; empty when nothing.
+std::string WrongBehind(bool confirmed, const Rows& rows, const Rows& before, const Rows& after);
+
 /// What to run of all that could be. Without KTRV_ADVERSARY it is a sample of seconds; with "all"
 /// it is what minutes allow under the address sanitizer, with "every" really all, and with a part
 /// of trials' names just those.

@@ -24,20 +24,13 @@ struct ThreadsOfTaskTest : testing::TestWithParam<std::size_t> {
     came = FailingThreads::HasFailed();
     FailingThreads::FailAt(0);
     stage.screen.Pump();
-    const Rows between = stage.book.Contents();
     if (stage.Escaped > 0) complain("a failure came out of an event");
     // Who cancels does so on the user's thread when there is no other.
     if (!confirmed && stage.Log().find("Resource temporarily unavailable") == std::string::npos) {
       complain("failed without a word in the log");
     }
-    if (confirmed) {
-      if (const auto text = Difference(between, after); !text.empty()) {
-        complain("confirmed, but the database is not as it should be:" + text);
-      }
-    } else {
-      if (const auto text = NotAskedFor(between, before, after); !text.empty()) {
-        complain("refused, and yet rows came or went:" + text);
-      }
+    wrong += WrongBehind(confirmed, stage.book.Contents(), before, after);
+    if (!confirmed) {
       if (!Task().Act(stage)) complain("the second time it fails too");
       if (const auto text = Difference(stage.book.Contents(), after); !text.empty()) {
         complain("after the second time the database is not as it should be:" + text);
