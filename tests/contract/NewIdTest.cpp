@@ -1,3 +1,4 @@
+#include <iterator>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -23,14 +24,14 @@ String IdOfNewRow(const database::Environment& environment, StringView connectio
 }
 
 TEST_P(ContractTest, EachOfManyWhoAddAtOnceReadsItsOwnRowsId) {
-  constexpr int kUsers = 6;
-  constexpr int kRows = 8;
+  constexpr std::int64_t kUsers = 6;
+  constexpr std::int64_t kRows = 8;
   std::mutex mutex;
   std::map<String, String> names;  // by id
   std::vector<std::thread> users;
-  for (int user = 0; user < kUsers; ++user) {
+  for (std::int64_t user = 0; user < kUsers; ++user) {
     users.emplace_back([&, user] {
-      for (int row = 0; row < kRows; ++row) {
+      for (std::int64_t row = 0; row < kRows; ++row) {
         const String name = ToDecimal(user) + u"/" + ToDecimal(row);
         const String id =
             IdOfNewRow(environment, testDatabase->ConnectionString(), u"CONTACTS", u"FNAME", name);
@@ -40,7 +41,7 @@ TEST_P(ContractTest, EachOfManyWhoAddAtOnceReadsItsOwnRowsId) {
     });
   }
   for (std::thread& user : users) user.join();
-  EXPECT_EQ(names.size(), std::size_t{kUsers * kRows}) << "an id was handed out twice";
+  EXPECT_EQ(std::ssize(names), kUsers * kRows) << "an id was handed out twice";
   database::Recordset rows = Query(u"SELECT ID, FNAME FROM CONTACTS");
   EXPECT_EQ(rows.RecordCount(), kUsers * kRows);
   for (; !rows.EndOfFile(); rows.MoveNext()) {

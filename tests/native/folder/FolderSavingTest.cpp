@@ -352,7 +352,7 @@ TEST_F(FolderSavingTest, ANewFolderAsksForRivalsByTheTrimmedName) {
   PressOk();
   const auto ran = driver.Executed();
   ASSERT_EQ(ran.size(), 5u);
-  for (const std::size_t look : {1, 2}) {  // before the save, and within it
+  for (const std::size_t look : {1u, 2u}) {  // before the save, and within it
     EXPECT_EQ(ran[look].Text, u"SELECT 1 FROM SMS_ABFOLDERS WHERE NAME = ?");
     EXPECT_EQ(ran[look].Values, std::vector<Variant>{String(u"Friends")});
   }
