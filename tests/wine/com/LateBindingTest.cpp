@@ -1,4 +1,6 @@
+#include <chrono>
 #include <functional>
+#include <future>
 
 #include "tests/wine/com/Late.h"
 
@@ -234,6 +236,37 @@ TEST_F(LateBinding, ACallDoesNotOutliveTheObjectThatRunsIt) {
   }
   ASSERT_TRUE(index.Asked);
   EXPECT_EQ(index.WhenGivenBack, S_FALSE) << "the call goes on in an object that is gone";
+}
+
+/// COM hands the calls of another apartment to the thread that made the object.
+TEST_F(LateBinding, ACallFromAnotherApartmentIsRunInTheObjectsOwn) {
+  const ComPtr<_clsMain> object = Make();
+  ComPtr<IStream> ticket;
+  ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IDispatch, object.Get(), ticket.Out()), S_OK);
+  std::wstring read;
+  std::future<HRESULT> calls = std::async(std::launch::async, [&] {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    HRESULT result = E_UNEXPECTED;
+    {
+      ComPtr<IDispatch> proxy;
+      CoUnmarshalInterface(ticket.Get(), IID_PPV_ARGS(proxy.Out()));
+      EXPECT_NE(proxy.Get(), static_cast<IDispatch*>(object.Get())) << "not told apart";
+      Late late(proxy.Get());
+      late.Put(L"RemoteDBString", L"DSN=Other");
+      result = late.Call(L"RemoteDBString");
+      read = late.Result.Text();
+    }
+    CoUninitialize();
+    return result;
+  });
+  while (calls.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready) {
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
+  }
+  EXPECT_EQ(calls.get(), S_OK);
+  EXPECT_EQ(read, L"DSN=Other");
+  Late own(object.Get());
+  ASSERT_EQ(own.Call(L"RemoteDBString"), S_OK);
+  EXPECT_EQ(own.Result.Text(), L"DSN=Other") << "of another thread's session";
 }
 
 TEST_F(LateBinding, TheSameCollectionIsTheSameObject) {
