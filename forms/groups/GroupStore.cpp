@@ -168,6 +168,7 @@ std::vector<String> GroupStore::Missing(controls::FlexGrid& members) {
   for (const int row : remoteContacts.Missing()) rows.push_back(row);
   std::sort(rows.begin(), rows.end());
   std::vector<String> names;
+  names.reserve(rows.size());
   for (const int row : rows) names.push_back(columns.Read(row).Name);
   return names;
 }
