@@ -5,79 +5,18 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
-#include <list>
 #include <mutex>
 #include <optional>
 #include <thread>
 #include <utility>
 #include <variant>
 
+#include "database/Threads.h"
+
 namespace ktrv::database {
 namespace {
 
 constexpr std::size_t kFirstBlockRows = 50;
-
-/// Tells at its end that a thread has done its work, and all that it owned is gone.
-class EndMark {
- public:
-  explicit EndMark(std::shared_ptr<std::atomic<bool>> ended) : ended_(std::move(ended)) {}
-  ~EndMark() {
-    if (ended_) *ended_ = true;
-  }
-  EndMark(EndMark&&) noexcept = default;
-
- private:
-  std::shared_ptr<std::atomic<bool>> ended_;
-};
-
-/// The threads of all fetches. They are never waited for while they work, and never detached
-/// either: the thread library that is linked into the DLL mixes up a thread that ends while it is
-/// being detached with the next one, which then never runs. Those that have ended are joined in
-/// passing.
-class Threads {
- public:
-  /// Lives for ever: a thread that the end of the process stops must not be missed by a destructor.
-  static Threads& OfProcess() {
-    static auto* const threads = new Threads;
-    return *threads;
-  }
-
-  template <class Work>
-  void Start(Work work, std::shared_ptr<std::atomic<bool>> ended) {
-    const std::lock_guard lock(mutex_);
-    JoinEnded();
-    threads_.push_back({{}, std::move(ended)});
-    try {
-      threads_.back().Thread = std::thread(std::move(work));
-    } catch (...) {
-      threads_.pop_back();
-      throw;
-    }
-  }
-
-  std::size_t Count() {
-    const std::lock_guard lock(mutex_);
-    JoinEnded();
-    return threads_.size();
-  }
-
- private:
-  struct Entry {
-    std::thread Thread;
-    std::shared_ptr<std::atomic<bool>> Ended;
-  };
-
-  void JoinEnded() {
-    std::erase_if(threads_, [](Entry& entry) {
-      if (!*entry.Ended) return false;
-      entry.Thread.join();
-      return true;
-    });
-  }
-
-  std::mutex mutex_;
-  std::list<Entry> threads_;
-};
 
 struct Ended {
   std::optional<Error> Failure;
@@ -167,7 +106,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     try {
       auto ended = std::make_shared<std::atomic<bool>>(false);
       Threads::OfProcess().Start(
-          [mark = EndMark(ended), self = shared_from_this()]() mutable {
+          [mark = Threads::EndMark(ended), self = shared_from_this()]() mutable {
             self->CancelUntilEnded();
             self.reset();  // before the mark, behind which the driver may go away
           },
@@ -290,8 +229,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 class BackgroundFetch::Worker {
  public:
   Worker(const Environment& environment, DatabaseAddress address, String text,
-         std::size_t blockRows, std::shared_ptr<Exchange> exchange,
-         std::shared_ptr<std::atomic<bool>> ended)
+         std::size_t blockRows, std::shared_ptr<Exchange> exchange, EndFlag ended)
       : endMark_(std::move(ended)),
         environment_(environment),
         address_(std::move(address)),
@@ -328,7 +266,7 @@ class BackgroundFetch::Worker {
     }
   }
 
-  EndMark endMark_;
+  Threads::EndMark endMark_;
   Environment environment_;
   DatabaseAddress address_;
   String text_;
