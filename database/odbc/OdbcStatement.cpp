@@ -103,9 +103,8 @@ void OdbcStatement::ExecuteToFirstResult(std::span<const Variant> values) {
   CloseCursor();
   PassUnlessCancelled();
   if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
-  if (!std::exchange(prepared_, true)) PrepareText();
   BindValues(values);
-  Check(SQLExecute(handle_.Get()));
+  Run();
   DescribeColumns();
   fetching_ = !columns_.empty();
   if (fetching_) {
@@ -122,17 +121,26 @@ bool OdbcStatement::ToNextResult() {
   return link_.HasFurtherResults() && Check(SQLMoreResults(handle_.Get())) != SQL_NO_DATA;
 }
 
-void OdbcStatement::PrepareText() {
-  try {
-    if (link_.HowToSpeak().Utf8) {
-      const std::string bytes = ToUtf8(text_);
-      Check(SQLPrepare(handle_.Get(), Narrow(bytes), static_cast<SQLINTEGER>(bytes.size())));
-    } else {
-      Check(SQLPrepareW(handle_.Get(), Wide(text_), static_cast<SQLINTEGER>(text_.size())));
-    }
-  } catch (...) {
-    prepared_ = false;
-    throw;
+void OdbcStatement::Run() {
+  // Most texts run once. To prepare one is a turn of the line of its own, which pays off from the
+  // second time on; a file has no line.
+  if (!ran_ && link_.EngineKind() != Engine::Sqlite) {
+    Give(SQLExecDirect, SQLExecDirectW);
+    ran_ = true;
+    return;
+  }
+  if (!prepared_) Give(SQLPrepare, SQLPrepareW);
+  prepared_ = true;
+  Check(SQLExecute(handle_.Get()));
+}
+
+template <class Narrowly, class Widely>
+void OdbcStatement::Give(Narrowly narrowly, Widely widely) {
+  if (link_.HowToSpeak().Utf8) {
+    const std::string bytes = ToUtf8(text_);
+    Check(narrowly(handle_.Get(), Narrow(bytes), static_cast<SQLINTEGER>(bytes.size())));
+  } else {
+    Check(widely(handle_.Get(), Wide(text_), static_cast<SQLINTEGER>(text_.size())));
   }
 }
 

@@ -32,7 +32,10 @@ class OdbcStatement final : public Statement {
  private:
   SQLRETURN Check(SQLRETURN result) const;
   void PassUnlessCancelled() const;
-  void PrepareText();
+  void Run();
+  /// Calls the one of both that takes the text as the driver does.
+  template <class Narrowly, class Widely>
+  void Give(Narrowly narrowly, Widely widely);
   void BindValues(std::span<const Variant> values);
   void DescribeColumns();
   void BindColumns();
@@ -43,6 +46,7 @@ class OdbcStatement final : public Statement {
   const std::vector<Parameter> parameters_;
   StatementHandle handle_;
   std::optional<StatementHandle> interrupter_;  // where handle_ may not be cancelled
+  bool ran_ = false;                            // without being prepared
   bool prepared_ = false;
   bool fetching_ = false;
   std::atomic<bool> cancelled_ = false;
