@@ -45,6 +45,7 @@ clsMain::~clsMain() {
   dialogs_.UnloadAll();
   session_.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
                 [&] { session_.CloseConnection(); });
+  session_.Environment.CloseKept();
 }
 
 std::int32_t clsMain::Enter(const EntryOperation& operation, const Step& takeArguments,

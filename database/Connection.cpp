@@ -7,13 +7,6 @@
 #include "database/Engines.h"
 
 namespace ktrv::database {
-namespace {
-
-/// Statements that follow each other faster than this are one task of the program.
-constexpr std::chrono::milliseconds kIdle{100};
-
-}  // namespace
-
 std::unique_ptr<Link> DatabaseAddress::TryOpen(const Environment& environment) const {
   try {
     return environment.DriverFor(ConnectionString).Open(ConnectionString, User, Password);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 
 #include "database/Driver.h"
@@ -13,6 +14,10 @@ Engine EngineOf(StringView product);
 /// The name under which the engine's catalogue holds a table that is written without quotes,
 /// without its schema.
 String NameInCatalogue(StringView table, Engine engine);
+
+/// Statements that follow each other faster than this are one task of the program. A link that was
+/// idle for longer is asked whether it Answers before it is used.
+inline constexpr std::chrono::milliseconds kIdle{100};
 
 /// Whether the link still reaches its engine. Asks by the smallest of queries; a file is always
 /// reached, and of an engine that the component does not know nothing is asked.

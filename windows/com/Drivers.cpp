@@ -6,7 +6,7 @@ namespace ktrv::windows {
 
 database::Driver& Drivers::For(StringView connectionString) {
   if (!database::odbc::KeywordValue(connectionString, u"Provider").empty()) return ado_;
-  return odbc_;
+  return kept_;
 }
 
 }  // namespace ktrv::windows

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "database/Driver.h"
+#include "database/KeepingDriver.h"
 #include "database/ado/AdoDriver.h"
 #include "database/odbc/OdbcDriver.h"
 
@@ -13,9 +13,13 @@ class Drivers {
   /// what ADO itself would do with it. Any thread.
   database::Driver& For(StringView connectionString);
 
+  /// Closes the links that ODBC keeps; ADO has its own way.
+  void CloseKept() noexcept { kept_.CloseKept(); }
+
  private:
   database::AdoDriver ado_;
   database::OdbcDriver odbc_;
+  database::KeepingDriver kept_{odbc_};
 };
 
 }  // namespace ktrv::windows

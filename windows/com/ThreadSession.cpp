@@ -21,7 +21,7 @@ database::Environment MakeEnvironment(const Win32Screen& screen) {
   return {[drivers](StringView connectionString) -> database::Driver& {
             return drivers->For(connectionString);
           },
-          screen.Poster()};
+          screen.Poster(), [drivers] { drivers->CloseKept(); }};
 }
 
 using Owner = std::shared_ptr<ThreadSession>;

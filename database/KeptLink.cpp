@@ -1,0 +1,105 @@
+#include "database/KeptLink.h"
+
+#include <utility>
+
+#include "database/SqlTokenizer.h"
+
+namespace ktrv::database {
+namespace {
+
+/// Whether nothing but rows is another behind the text than before it.
+bool ChangesRowsAlone(StringView text) {
+  for (const SqlToken& token : TokenizeSql(text)) {
+    if (token.KindOf == SqlToken::Kind::Space) continue;
+    const auto is = [&](StringView word) { return EqualsIgnoringCase(token.Text, word); };
+    return is(u"SELECT") || is(u"INSERT") || is(u"UPDATE") || is(u"DELETE");
+  }
+  return false;
+}
+
+}  // namespace
+
+template <class Work>
+decltype(auto) KeptLink::Run(Work&& work) {
+  try {
+    return work();
+  } catch (...) {
+    asOpened_ = false;
+    throw;
+  }
+}
+
+/// A statement that tells its link what became of it.
+class KeptLink::Watched final : public Statement {
+ public:
+  Watched(KeptLink& link, std::unique_ptr<Statement> statement)
+      : link_(link), statement_(std::move(statement)) {}
+
+  void Execute(std::span<const Variant> values) override {
+    link_.Run([&] { statement_->Execute(values); });
+  }
+  const std::vector<Column>& Columns() const override { return statement_->Columns(); }
+  std::int64_t RowsAffected() const override { return statement_->RowsAffected(); }
+  std::unique_ptr<RowBlock> Fetch(std::size_t rows) override {
+    return link_.Run([&] { return statement_->Fetch(rows); });
+  }
+  void Cancel() noexcept override {
+    link_.asOpened_ = false;  // some engines are told late, and would cancel what comes next
+    statement_->Cancel();
+  }
+
+ private:
+  KeptLink& link_;
+  std::unique_ptr<Statement> statement_;
+};
+
+KeptLink::KeptLink(std::shared_ptr<LinkStore> store, LinkStore::Address address,
+                   std::unique_ptr<Link> link)
+    : store_(std::move(store)),
+      address_(std::move(address)),
+      facts_(store_->FactsOf(address_)),
+      link_(std::move(link)) {}
+
+KeptLink::~KeptLink() {
+  if (!asOpened_ || inTransaction_) return;
+  try {
+    store_->Keep(address_, std::move(link_));
+  } catch (...) {
+    // It is closed.
+  }
+}
+
+std::unique_ptr<Statement> KeptLink::Prepare(StringView text,
+                                             std::span<const Parameter> parameters) {
+  if (!ChangesRowsAlone(text)) asOpened_ = false;
+  return Run([&] { return std::make_unique<Watched>(*this, link_->Prepare(text, parameters)); });
+}
+
+std::vector<String> KeptLink::KeyColumns(StringView table) {
+  return Run([&] { return facts_->KeyColumns(*link_, table); });
+}
+
+bool KeptLink::TellsInsertedId(StringView table, StringView column) {
+  return Run([&] { return facts_->TellsInsertedId(*link_, table, column); });
+}
+
+std::int64_t KeptLink::LastInsertedId(StringView table, StringView column) {
+  return Run([&] { return link_->LastInsertedId(table, column); });
+}
+
+bool KeptLink::Begin() {
+  inTransaction_ = Run([&] { return link_->Begin(); });
+  return inTransaction_;
+}
+
+void KeptLink::Commit() {
+  Run([&] { link_->Commit(); });
+  inTransaction_ = false;
+}
+
+void KeptLink::RollBack() {
+  Run([&] { link_->RollBack(); });
+  inTransaction_ = false;
+}
+
+}  // namespace ktrv::database

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include "database/LinkStore.h"
+
+namespace ktrv::database {
+
+/// A link that goes back to the store at its end, when nothing of its use is left on it.
+class KeptLink final : public Link {
+ public:
+  KeptLink(std::shared_ptr<LinkStore> store, LinkStore::Address address,
+           std::unique_ptr<Link> link);
+  ~KeptLink() override;
+
+  std::unique_ptr<Statement> Prepare(StringView text,
+                                     std::span<const Parameter> parameters) override;
+  Engine EngineKind() const override { return link_->EngineKind(); }
+  std::vector<String> KeyColumns(StringView table) override;
+  bool TellsInsertedId(StringView table, StringView column) override;
+  std::int64_t LastInsertedId(StringView table, StringView column) override;
+  bool Begin() override;
+  void Commit() override;
+  void RollBack() override;
+
+ private:
+  class Watched;
+
+  /// Runs what a link or a statement is asked for. What fails leaves it as nobody knows.
+  template <class Work>
+  decltype(auto) Run(Work&& work);
+
+  std::shared_ptr<LinkStore> store_;
+  LinkStore::Address address_;
+  std::shared_ptr<LinkFacts> facts_;
+  std::unique_ptr<Link> link_;
+  std::atomic<bool> asOpened_ = true;  ///< a cancel comes on another thread
+  bool inTransaction_ = false;
+};
+
+}  // namespace ktrv::database
