@@ -1,0 +1,178 @@
+#include "tests/line/Host.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "database/Recordset.h"
+
+namespace ktrv::tests {
+namespace {
+
+constexpr int kContacts = 10000;
+constexpr int kGroups = 100;
+constexpr int kFirstGroup = 101;
+
+/// Statements of many rows each, so that a book is filled in a moment.
+template <class Row>
+void Insert(database::Connection& connection, StringView into, int rows, Row&& row) {
+  constexpr int kAtOnce = 1000;
+  for (int first = 0; first < rows; first += kAtOnce) {
+    String text = u"INSERT INTO " + String(into) + u" VALUES ";
+    for (int each = first; each < std::min(first + kAtOnce, rows); ++each) {
+      text += (each == first ? u"(" : u", (") + row(each) + u")";
+    }
+    connection.Execute(text);
+  }
+}
+
+}  // namespace
+
+void FillBook(database::Connection& connection) {
+  connection.Execute(u"INSERT INTO SMS_USERS VALUES (1, 'Admin', 1, 0, 0)");
+  connection.Execute(
+      u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, USER_ID, "
+      u"REMOTE_CONTACTS_CATEGORY) VALUES (1, 'S', 'Lists', 0, 1, '')");
+  Insert(connection, u"SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)",
+         kContacts, [](int row) {
+           const String number = ToDecimal(row + 1);
+           return number + u", 0, 'Name" + number + u"', '', 'Ek', '91', '98" + number + u"'";
+         });
+  connection.Execute(u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (1, 'Team', 0)");
+  connection.Execute(
+      u"INSERT INTO SMS_ABGROUPMAPS VALUES (1, '1', 'S'), (1, '2', 'S'), (1, '3', 'S')");
+  Insert(connection, u"SMS_ABGROUPS (ID, NAME, FOLDER_ID)", kGroups, [](int row) {
+    const String number = ToDecimal(row + kFirstGroup);
+    return number + u", 'Group " + number + u"', 1";
+  });
+  Insert(connection, u"SMS_ABGROUPMAPS", 2 * kGroups, [](int row) {
+    return ToDecimal(row / 2 + kFirstGroup) + u", '" + ToDecimal(row + 1) + u"', 'S'";
+  });
+  const database::Engine engine = connection.CurrentLink()->Get().EngineKind();
+  if (engine != database::Engine::PostgreSql) return;
+  // It does not notice ids that a statement names.
+  for (const StringView table : {u"SMS_ABFOLDERS", u"SMS_ABCONTACTS", u"SMS_ABGROUPS"}) {
+    database::Recordset(connection.Surroundings())
+        .Open(u"SELECT SETVAL('" + String(table) + u"_ID_SEQ', 20000)", connection);
+  }
+}
+
+Host::Host(const String& connectionString)
+    : session_(screen_, system_,
+               {[this](StringView) -> database::Driver& { return driver_; },
+                screen_.Dispatcher.Post(), [this] { driver_.CloseKept(); }}),
+      dialogs_(std::make_unique<Dialogs>(session_)),
+      main_(std::make_unique<clsMain>(session_, *dialogs_)) {
+  constexpr std::int32_t kAtServer = 1;
+  main_->Init(u"", connectionString, kAtServer, u"SQL", u"log");
+  session_.SessionUserId = 1;
+  session_.IsAdmin = static_cast<std::int32_t>(UserType::Administrator);
+  session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+}
+
+Host::~Host() = default;
+
+void Host::Require(bool done, const char* what) const {
+  const bool failed = system_.TextOf(u"log").find(u"Error Number") != String::npos;
+  if (!done || failed) {
+    throw std::runtime_error(what + (": " + ToUtf8(system_.TextOf(u"log"))));
+  }
+}
+
+void Host::OpenContact() {
+  session_.EditContactId = u"1000";
+  contact_ = std::make_unique<forms::frmNewContact>(session_);
+  contact_->Mode = ModeOfOperation::Modify;
+  contact_->Load();
+  Require(contact_->txtFname.Text() == u"Name1000", "the contact was not opened");
+}
+
+void Host::SaveContact() {
+  contact_->txtCity.SetText(u"City " + ToDecimal(++saves_));
+  contact_->cmdSave.UserClicks();
+  Require(!contact_->IsLoaded(), "the contact was not saved");
+}
+
+void Host::OpenAddressBook(const std::function<void()>& seen) {
+  const bool opened = main_->LoadAddressBook(1) == 1;
+  const forms::frmAddressBook& window = dialogs_->AddressBook();
+  screen_.WaitUntil([&] { return window.vsfContacts.Rows() > 1; });
+  seen();
+  screen_.WaitUntil([&] { return !window.List().IsLoading(); });
+  Require(opened && window.vsfContacts.Rows() > kContacts, "the address book was not opened");
+}
+
+void Host::ChooseNode(StringView key, int rows) {
+  forms::frmAddressBook& window = dialogs_->AddressBook();
+  controls::TreeNode* const node = window.tvwContacts.Find(key);
+  Require(node != nullptr, "there is no such node");
+  window.tvwContacts.UserClicks(*node);
+  screen_.WaitUntil([&] { return !window.List().IsLoading(); });
+  Require(window.vsfContacts.Rows() == rows + 1, "the node was not listed");
+}
+
+void Host::CloseAddressBook() {
+  dialogs_->AddressBook().UserCloses();
+}
+
+void Host::CompleteGroup() {
+  const bool came = screen_.WaitUntil(
+      [&] { return !group_->Sources().IsLoading() && !group_->Members().IsLoading(); });
+  Require(came && group_->Members().IsComplete(), "the lists did not come");
+}
+
+void Host::OpenGroup() {
+  session_.GroupId = u"1";
+  session_.GroupName = u"Team";
+  group_ = std::make_unique<forms::frmGroupsNew>(session_);
+  group_->Mode = ModeOfOperation::Modify;
+  group_->Load();
+  CompleteGroup();
+  constexpr int kMembers = 3;
+  Require(group_->vsfGroupContacts.Rows() == kMembers + 1, "the members are not there");
+}
+
+void Host::CloseGroup() {
+  group_->cmdCancel.UserClicks();
+  group_.reset();
+  session_.CloseConnection();
+}
+
+void Host::OpenPicker() {
+  session_.ExpandGroups = true;
+  group_ = std::make_unique<forms::frmGroupsNew>(session_);
+  group_->LoadGroupFor = LoadGroupFor::SelectReceipient;
+  group_->Load();
+  CompleteGroup();
+  group_->cboContactType.UserChooses(group_->cboContactType.IndexOf(u"Lists"));
+  CompleteGroup();
+  group_->cmdSelectAll.UserClicks();
+  Require(group_->vsfGroupContacts.Rows() == kGroups + 1, "the groups were not taken");
+}
+
+void Host::Expand() {
+  group_->cmdOK.UserClicks();
+  Require(session_.SelectedRecipients->Count() == 2 * kGroups, "the groups were not expanded");
+  group_.reset();
+  session_.CloseConnection();
+}
+
+void Host::OpenNewGroup() {
+  session_.GroupId.clear();
+  session_.GroupName.clear();
+  group_ = std::make_unique<forms::frmGroupsNew>(session_);
+  group_->Mode = ModeOfOperation::Add;
+  group_->Load();
+  CompleteGroup();
+  group_->cmdSelectAll.UserClicks();
+  Require(group_->vsfGroupContacts.Rows() == kContacts + 1, "the contacts were not taken");
+}
+
+void Host::SaveGroup(const String& name) {
+  group_->txtGroupName.SetText(name);
+  group_->cmdOK.UserClicks();
+  Require(!group_->IsLoaded(), "the group was not saved");
+  group_.reset();
+  session_.CloseConnection();
+}
+
+}  // namespace ktrv::tests

@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <limits>
+#include <thread>
+
+#include "database/Engines.h"
+#include "tests/line/Host.h"
+#include "tests/native/support/DatabaseServer.h"
+#include "tests/native/support/Line.h"
+#include "tests/native/support/SchemaScript.h"
+
+namespace ktrv::tests {
+namespace {
+
+/// A book on a server at the end of a line. One is enough for all cases of an engine, whose users
+/// come one after the other.
+struct Book {
+  explicit Book(ServerKind kind) : Database(kind), Way(PortOf(kind)) {
+    database::Connection connection(Database.Surroundings());
+    connection.Open(Database.ConnectionString());
+    const std::string schema = kind == ServerKind::MariaDb ? "mysql" : "postgresql";
+    RunSchemaScript(connection, schema + ".sql");
+    RunSchemaScript(connection, schema + "-host.sql");
+    FillBook(connection);
+  }
+  static Book& On(ServerKind kind) {
+    if (kind == ServerKind::MariaDb) {
+      static Book book(kind);
+      return book;
+    }
+    static Book book(kind);
+    return book;
+  }
+
+  ServerDatabase Database;
+  Line Way;
+};
+
+/// The turns that each task of a user takes when it was done once before.
+class TurnsTest : public testing::TestWithParam<ServerKind> {
+ protected:
+  /// Does the task a few times, each after the user thought for a while. \return the fewest turns:
+  /// where this process is held up between two statements, one more asks whether the link still
+  /// works
+  template <class Task, class Undo>
+  int Turns(Task&& task, Undo&& undo) {
+    int fewest = std::numeric_limits<int>::max();
+    for (int round = 0; round < 4; ++round) {
+      std::this_thread::sleep_for(database::kIdle * 3 / 2);
+      const int before = book.Way.Turns();
+      task();
+      fewest = std::min(fewest, book.Way.Turns() - before);
+      undo();
+    }
+    RecordProperty("turns", fewest);
+    return fewest;
+  }
+  /// What the engine's driver needs.
+  static int Of(int mariaDb, int postgreSql) {
+    return GetParam() == ServerKind::MariaDb ? mariaDb : postgreSql;
+  }
+
+  Book& book = Book::On(GetParam());
+  Host host{book.Way.Through(book.Database.ConnectionString())};
+};
+
+TEST_P(TurnsTest, OpeningAContact) {
+  EXPECT_LE(Turns([&] { host.OpenContact(); }, [] {}), 2);
+}
+
+TEST_P(TurnsTest, SavingAContact) {
+  host.OpenContact();
+  EXPECT_LE(Turns([&] { host.SaveContact(); }, [&] { host.OpenContact(); }), 4);
+}
+
+TEST_P(TurnsTest, OpeningTheAddressBook) {
+  EXPECT_LE(Turns([&] { host.OpenAddressBook([] {}); }, [&] { host.CloseAddressBook(); }), 9);
+}
+
+TEST_P(TurnsTest, ChoosingANode) {
+  host.OpenAddressBook([] {});
+  EXPECT_LE(Turns([&] { host.ChooseNode(u"SFLD1", 100); }, [&] { host.ChooseNode(u"SHGR1", 3); }),
+            5);
+}
+
+TEST_P(TurnsTest, OpeningAGroup) {
+  EXPECT_LE(Turns([&] { host.OpenGroup(); }, [&] { host.CloseGroup(); }), 10);
+}
+
+TEST_P(TurnsTest, ExpandingAHundredGroups) {
+  host.OpenPicker();
+  EXPECT_LE(Turns([&] { host.Expand(); }, [&] { host.OpenPicker(); }), Of(203, 209));
+}
+
+TEST_P(TurnsTest, AFirstUseMakesTheConnectionsThatTheNextOnesHave) {
+  const int before = book.Way.Connections();
+  host.OpenAddressBook([] {});
+  host.OpenGroup();
+  host.CloseGroup();
+  const int made = book.Way.Connections() - before;
+  EXPECT_LE(made, 3);
+  for (int round = 0; round < 3; ++round) {
+    host.OpenContact();
+    host.SaveContact();
+    host.ChooseNode(u"SFLD1", 100);
+    host.OpenGroup();
+    host.CloseGroup();
+  }
+  EXPECT_EQ(book.Way.Connections() - before, made);
+}
+
+INSTANTIATE_TEST_SUITE_P(, TurnsTest, testing::Values(ServerKind::MariaDb, ServerKind::PostgreSql),
+                         [](const auto& each) {
+                           return each.param == ServerKind::MariaDb ? "MariaDb" : "PostgreSql";
+                         });
+
+}  // namespace
+}  // namespace ktrv::tests

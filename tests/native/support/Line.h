@@ -1,0 +1,44 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+
+#include "common/Text.h"
+
+namespace ktrv::tests {
+
+/// A line to a server on loopback: a proxy that holds every byte back and counts the turns, which
+/// are what a user at the end of a long line waits for.
+///
+///   Line line(PortOf(ServerKind::MariaDb));
+///   connection.Open(line.Through(database.ConnectionString()));
+///   line.SetDelay(std::chrono::milliseconds(20));
+///   const int before = line.Turns();
+///   ... a task; line.Turns() - before is what it took ...
+class Line {
+ public:
+  /// \throws std::runtime_error
+  explicit Line(std::uint16_t serverPort);
+  ~Line();  ///< Ends the connections that still stand.
+  Line(const Line&) = delete;
+  Line& operator=(const Line&) = delete;
+
+  /// The connection string with this line's port in place of the server's.
+  String Through(StringView connectionString) const;
+
+  /// Time there and back, of what is sent from here on.
+  void SetDelay(std::chrono::milliseconds thereAndBack);
+
+  /// How often a client had to wait for the other end: a turn for each connection, and one each
+  /// time that the server speaks again after its client has, or greets.
+  int Turns() const;
+  /// Connections made so far.
+  int Connections() const;
+
+ private:
+  class Exchange;
+  std::unique_ptr<Exchange> exchange_;
+};
+
+}  // namespace ktrv::tests
