@@ -40,6 +40,8 @@ TEST(PasswordsTest, APasswordOfTheConnectionStringIsHiddenWhereverItStands) {
 TEST(PasswordsTest, AShortPasswordIsHiddenAsAWordOnly) {
   EXPECT_EQ(HidePasswords(u"a table, password a refused", u"PWD=a"),
             u"*** table, password *** refused");
+  EXPECT_EQ(HidePasswords(u"able to, table", u"PWD=ab"), u"able to, table");
+  EXPECT_EQ(HidePasswords(u"a tab", u"PWD=tab"), u"a ***");
 }
 
 TEST(PasswordsTest, AnEmptyPasswordHidesNothing) {

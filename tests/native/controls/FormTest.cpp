@@ -84,6 +84,26 @@ TEST_F(FormTest, UnloadingInsideItsOwnQueryUnloadDoesNotNest) {
   EXPECT_EQ(screen.Log, (Log{"QueryUnload", "hide"}));
 }
 
+TEST_F(FormTest, AFailedUnloadCanBeTriedAgain) {
+  LoggedForm form(screen);
+  form.Show();
+  form.WhenUnloading = [] { throw std::runtime_error("no"); };
+  EXPECT_THROW(form.Unload(), std::runtime_error);
+  EXPECT_TRUE(form.IsLoaded());
+  form.WhenUnloading = nullptr;
+  form.Unload();
+  EXPECT_FALSE(form.IsLoaded());
+}
+
+TEST_F(FormTest, NoDialogStaysLoadedWhenTheHostQuits) {
+  LoggedForm form(screen);
+  screen.HostQuits = true;
+  screen.PlayModal([](Form&) {});
+  form.ShowModal();
+  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(screen.Log, (Log{"realise", "Load", "Resize", "modal", "QueryUnload", "hide", "gone"}));
+}
+
 TEST_F(FormTest, UnloadingInsideItsOwnLoadShowsNothing) {
   LoggedForm form(screen);
   form.WhenLoaded = [&] { form.Unload(); };

@@ -23,6 +23,14 @@ TEST_F(TextBoxTest, TypedTextReplacesTheSelection) {
   EXPECT_EQ(box.SelectionLength(), 0);
 }
 
+TEST_F(TextBoxTest, AnEmptySelectionReplacesNothing) {
+  box.SetText(u"abc");
+  box.Select(1, 0);
+  EXPECT_EQ(box.SelectionLength(), 0);
+  box.UserTypes(u"x");
+  EXPECT_EQ(box.Text(), u"axbc");
+}
+
 TEST_F(TextBoxTest, TypingStopsAtTheLimit) {
   box.UserTypes(u"abcdefgh");
   EXPECT_EQ(box.Text(), u"abcde");

@@ -97,6 +97,9 @@ TEST_F(TableWriterTest, UpdateOfARowThatHasOtherValuesIsAConflict) {
   driver.Changes(u"UPDATE", 0);
   driver.Answer(u"SELECT", columns, {{u"5", u"Eve", std::nullopt}});
   EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
+  // Somebody else wrote the same; what the count says is what holds.
+  driver.Answer(u"SELECT", columns, {{u"5", u"Bob", std::nullopt}});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
 }
 
 TEST_F(TableWriterTest, UpdateOfARowThatIsGoneIsNotFound) {

@@ -51,6 +51,9 @@ TEST_F(FolderSavingTest, ARemoteFolderNeedsACategory) {
             u"Please select the TALVERO contacts to display in this folder.");
   EXPECT_EQ(screen.LastMessage().Style, 48);
   EXPECT_TRUE(form.cboRemoteFolderView.HasFocus());
+  EXPECT_EQ(screen.Messages.size(), 1u);
+  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(Folders(), Lines{});
 }
 
 TEST_F(FolderSavingTest, ANameThatAnyFolderHasIsRefused) {

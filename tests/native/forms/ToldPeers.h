@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "controls/PeerFactory.h"
+#include "tests/native/support/NoPeers.h"
 
 namespace ktrv::tests {
 
@@ -65,19 +65,12 @@ struct ToldPicture final : Told<controls::PictureBoxPeer, controls::PictureBox> 
 };
 
 /// Makes windows for some controls only.
-struct ToldPeers final : controls::PeerFactory {
+struct ToldPeers final : NoPeers {
   explicit ToldPeers(Steps& steps) : Happened(steps) {}
-  template <class Control>
-  using Window = std::unique_ptr<Control>;
-  Window<controls::CheckBoxPeer> Make(controls::CheckBox&) override { return nullptr; }
-  Window<controls::ComboBoxPeer> Make(controls::ComboBox&) override { return nullptr; }
-  Window<controls::CommandButtonPeer> Make(controls::CommandButton&) override { return nullptr; }
-  Window<controls::DatePickerPeer> Make(controls::DatePicker&) override { return nullptr; }
+  using NoPeers::Make;
   Window<controls::FlexGridPeer> Make(controls::FlexGrid& grid) override {
     return std::make_unique<ToldGrid>(Happened, grid, "grid");
   }
-  Window<controls::FramePeer> Make(controls::Frame&) override { return nullptr; }
-  Window<controls::LabelPeer> Make(controls::Label&) override { return nullptr; }
   Window<controls::PictureBoxPeer> Make(controls::PictureBox& picture) override {
     return std::make_unique<ToldPicture>(Happened, picture, "splitter");
   }
@@ -87,10 +80,6 @@ struct ToldPeers final : controls::PeerFactory {
   Window<controls::StatusBarPeer> Make(controls::StatusBar& bar) override {
     return std::make_unique<ToldStatus>(Happened, bar, "panels");
   }
-  Window<controls::TextBoxPeer> Make(controls::TextBox&) override { return nullptr; }
-  Window<controls::ToolBarPeer> Make(controls::ToolBar&) override { return nullptr; }
-  Window<controls::TreeViewPeer> Make(controls::TreeView&) override { return nullptr; }
-  Window<controls::UpDownPeer> Make(controls::UpDown&) override { return nullptr; }
 
   Steps& Happened;
 };

@@ -41,6 +41,8 @@ class ScriptedScreen : public controls::Screen {
   void WhileAsked(std::function<void()> happens) { happenings_.push_back(std::move(happens)); }
   /// What the user does with the next form that is shown modally. It must unload it.
   void PlayModal(std::function<void(controls::Form&)> play) { plays_.push_back(std::move(play)); }
+  /// The host quits, which ends modal loops whether or not their forms are still open.
+  bool HostQuits = false;
   /// The item that the user chooses from the next menu; empty for none.
   void Choose(String itemName) { choices_.push_back(std::move(itemName)); }
   /// Runs while the next menu is open.

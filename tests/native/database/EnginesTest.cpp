@@ -1,0 +1,23 @@
+#include "database/Engines.h"
+
+#include <gtest/gtest.h>
+
+namespace ktrv::database {
+namespace {
+
+TEST(EnginesTest, AnEngineIsKnownByItsProductsName) {
+  EXPECT_EQ(EngineOf(u"SQLite"), Engine::Sqlite);
+  EXPECT_EQ(EngineOf(u"MySQL"), Engine::MySql);
+  EXPECT_EQ(EngineOf(u"MariaDB"), Engine::MySql);
+  EXPECT_EQ(EngineOf(u"PostgreSQL"), Engine::PostgreSql);
+  EXPECT_EQ(EngineOf(u"Oracle"), Engine::Oracle);
+  EXPECT_EQ(EngineOf(u"A Maker's SQL Server"), Engine::SqlServer);
+}
+
+TEST(EnginesTest, NoOtherProductIsTakenForOne) {
+  EXPECT_EQ(EngineOf(u"Some Other SQL"), Engine::Other);
+  EXPECT_EQ(EngineOf(u""), Engine::Other);
+}
+
+}  // namespace
+}  // namespace ktrv::database
