@@ -1,5 +1,6 @@
 #include "database/ado/SafeArray.h"
 
+#include <cstdint>
 #include <new>
 
 #include "common/Error.h"
@@ -31,7 +32,7 @@ std::size_t Count(SAFEARRAY* array, UINT dimension) {
   LONG last = -1;
   SafeArrayGetLBound(array, dimension, &first);
   SafeArrayGetUBound(array, dimension, &last);
-  return static_cast<std::size_t>(last - first + 1);
+  return static_cast<std::size_t>(std::int64_t{last} - first + 1);
 }
 
 }  // namespace

@@ -41,7 +41,8 @@ void Fill(std::span<std::uint32_t> pixels, int size, const Layer& layer) {
   const Shape shape = Snapped(layer.Form, size);
   for (int row = 0; row < size; ++row) {
     for (int column = 0; column < size; ++column) {
-      std::uint32_t& pixel = pixels[static_cast<std::size_t>(row * size + column)];
+      const int place = row * size + column;
+      std::uint32_t& pixel = pixels[static_cast<std::size_t>(place)];
       pixel = Over(pixel, layer.Color, CoverageOf(shape, column, row, size));
     }
   }

@@ -47,7 +47,7 @@ bool TakeMessage(MSG& message) {
     case WM_KEYDOWN:
       return TakeKeyDown(form, message);
     case WM_CHAR:
-      if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS | DLGC_WANTMESSAGE)) return false;
+      if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) return false;
       return FormWindow::From(form)->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     case WM_SYSCHAR:
       // Letters that no control has stay for the system menu.

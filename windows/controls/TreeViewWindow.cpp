@@ -193,7 +193,7 @@ void TreeViewWindow::OnMenuKey() {
   RECT text{};
   // The tree takes the item in the place of its answer.
   const HTREEITEM item = ItemOf(*node);
-  std::memcpy(&text, &item, sizeof item);
+  std::memcpy(&text, &item, sizeof(HTREEITEM));
   Send(TVM_GETITEMRECT, TRUE, &text);
   tree_.UserClicks(*node);
   Release(MouseButton::Right, {text.left, text.bottom});
