@@ -6,7 +6,7 @@ namespace ktrv::tests {
 namespace {
 
 std::wstring Take(BSTR text) {
-  const std::wstring taken(text ? text : L"");
+  std::wstring taken(text ? text : L"");
   SysFreeString(text);
   return taken;
 }

@@ -20,7 +20,7 @@ std::wstring DllPath() {
 std::wstring FreshFile(const std::wstring& name) {
   wchar_t folder[MAX_PATH];
   GetTempPathW(MAX_PATH, folder);
-  const std::wstring path = folder + std::to_wstring(GetCurrentProcessId()) + L"-" + name;
+  std::wstring path = folder + std::to_wstring(GetCurrentProcessId()) + L"-" + name;
   DeleteFileW(path.c_str());
   return path;
 }

@@ -247,9 +247,9 @@ TEST_F(TheEditorControls, EnterInAHalfTypedDateDoesNotKeepTheOldOne) {
   // What is seen is what was saved.
   SYSTEMTIME shown{};
   EXPECT_EQ(DateTime_GetSystemtime(picker, &shown), GDT_VALID);
-  EXPECT_EQ(*saved, DateTime(std::chrono::local_days(year(shown.wYear) /
-                                                     static_cast<unsigned>(shown.wMonth) /
-                                                     static_cast<unsigned>(shown.wDay))));
+  EXPECT_EQ(*saved,
+            DateTime(std::chrono::local_days(year(shown.wYear) / std::chrono::month(shown.wMonth) /
+                                             std::chrono::day(shown.wDay))));
 }
 
 TEST_F(TheEditorControls, LetTheUserPickADateAndTakeItBack) {

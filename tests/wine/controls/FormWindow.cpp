@@ -192,7 +192,8 @@ TEST_F(AModalForm, LetsNoKeyReachTheDisabledFormBehind) {
   bool keysArrived = false;
   screen_.Post([&] {
     HWND box = WindowOf(opener_.Number);
-    for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) PostMessageW(box, WM_KEYDOWN, key, 1);
+    for (const auto key : {WPARAM{VK_RETURN}, WPARAM{VK_ESCAPE}})
+      PostMessageW(box, WM_KEYDOWN, key, 1);
     PostMessageW(box, WM_SYSCHAR, L's', 0x20000001);
     PostMessageW(box, WM_CHAR, L'7', 1);
     Pump();

@@ -25,7 +25,7 @@ class ATreeWindow : public testing::Test {
   }
   POINT TextOf(HTREEITEM item) const {
     RECT text{};
-    std::memcpy(&text, &item, sizeof item);
+    std::memcpy(&text, &item, sizeof(HTREEITEM));
     SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text));
     return {text.left + 4, (text.top + text.bottom) / 2};
   }

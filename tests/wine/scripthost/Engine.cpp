@@ -21,7 +21,7 @@ std::wstring Hexadecimal(HRESULT number) {
 
 }  // namespace
 
-Engine::Engine(std::wstring language, std::vector<NamedObject> objects)
+Engine::Engine(const std::wstring& language, std::vector<NamedObject> objects)
     : objects_(std::move(objects)) {
   CLSID id;
   Check(CLSIDFromProgID(language.c_str(), &id), L"The script language is not installed");

@@ -26,7 +26,7 @@ class Engine final : private IActiveScriptSite, private IActiveScriptSiteWindow 
   using NamedObject = std::pair<std::wstring, IDispatch*>;
 
   /// \param language "JScript" or "VBScript". Throws ScriptFailure when there is no such engine.
-  Engine(std::wstring language, std::vector<NamedObject> objects);
+  Engine(const std::wstring& language, std::vector<NamedObject> objects);
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
   ~Engine();
