@@ -5,14 +5,14 @@
 
 namespace ktrv {
 
-Dialogs::Dialogs(Session& session) : session_(session) {}
+Dialogs::Dialogs(Session& session) : Editors(session), session_(session) {}
 
 Dialogs::~Dialogs() {
   UnloadAll();
 }
 
 forms::frmAddressBook& Dialogs::AddressBook() {
-  if (!book_) book_ = std::make_unique<Book>(session_);
+  if (!book_) book_ = std::make_unique<Book>(session_, Editors);
   return book_->Window;
 }
 
@@ -28,13 +28,13 @@ void Dialogs::ShowAddressBook() {
   if (book_->Window.IsLoaded()) {
     session_.CloseConnection();
   } else {
-    book_->Own.TakeConnectionOf(session_);
+    book_->Own.Database.TakeConnectionOf(session_.Database);
   }
   book_->Window.Show();
 }
 
 bool Dialogs::BelongsToSession(const Book& book) const {
-  const auto who = [](const SessionValues& values) {
+  const auto who = [](const Session& values) {
     return std::tie(values.SessionConnectionString, values.DbType, values.RunAt,
                     values.SessionUserId, values.IsAdmin);
   };

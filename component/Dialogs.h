@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "component/Session.h"
+#include "forms/Editors.h"
 #include "forms/addressbook/frmAddressBook.h"
 
 namespace ktrv {
@@ -18,6 +19,9 @@ class Dialogs {
   ~Dialogs();
   Dialogs(const Dialogs&) = delete;
   Dialogs& operator=(const Dialogs&) = delete;
+
+  /// Opens the editors on behalf of the host.
+  forms::Editors Editors;
 
   /// The one address book window, made from the host's session when it is first asked for.
   forms::frmAddressBook& AddressBook();
@@ -39,7 +43,7 @@ class Dialogs {
  private:
   /// A window with the session that it keeps from its first to its last moment.
   struct Book {
-    explicit Book(Session& host) : Own(host.ForWindow()), Window(Own) {}
+    Book(Session& host, forms::Editors& editors) : Own(host.ForWindow()), Window(Own, editors) {}
     Session Own;
     forms::frmAddressBook Window;
   };

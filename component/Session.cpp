@@ -4,19 +4,9 @@ namespace ktrv {
 
 Session::Session(controls::Screen& screen, OperatingSystem& system,
                  database::Environment environment)
-    : services_(new Services{
-          {},
-          DefaultLogFilePath(system),
-          ktrv::Logger(system,
-                       [&screen](StringView text, StringView title, std::int32_t style) {
-                         return screen.ShowMessage(text, title, style);
-                       })}),
-      Screen(screen),
-      System(system),
-      Environment(std::move(environment)),
-      Modal(services_->Modal),
-      LogFilePath(services_->LogFilePath),
-      Logger(&services_->Logger) {
+    : services_(std::make_shared<ktrv::Services>(screen, system)),
+      Services(*services_),
+      Database(std::move(environment)) {
   RenewResults();
 }
 
@@ -24,15 +14,13 @@ Session::Session(Session& opener)
     : SessionValues(opener),
       services_(opener.services_),
       host_(opener.host_ ? opener.host_ : &opener),
-      Screen(opener.Screen),
-      System(opener.System),
-      Environment(opener.Environment),
-      Modal(services_->Modal),
-      LogFilePath(services_->LogFilePath),
-      Logger(&services_->Logger) {
-  if (opener.SessionConnection) {
-    SessionConnection = std::make_unique<database::Connection>(Environment);
-  }
+      Services(*services_),
+      Database(opener.Database.Another()) {}
+
+Workplace Session::Place() const {
+  return {Services,
+          Database.Another(),
+          {SessionUserId, static_cast<UserType>(IsAdmin), static_cast<RunApplicationAt>(RunAt)}};
 }
 
 void Session::ShowModal(Purpose purpose, controls::Form& dialog) {
@@ -50,9 +38,7 @@ void Session::ShowModal(Purpose purpose, controls::Form& dialog) {
   };
   constexpr auto kindOf = [](Purpose each) {
     using Kind = ModalDialogs::Kind;
-    return each == Purpose::Contact  ? Kind::Contact
-           : each == Purpose::Folder ? Kind::Folder
-                                     : Kind::Group;
+    return each == Purpose::Contact ? Kind::Contact : Kind::Group;
   };
   const Publication publication{host_ ? *host_ : *this, purpose, *this, ContactsName};
   publication.Publish();
@@ -79,13 +65,6 @@ void Session::Take(Purpose purpose, const SessionValues& dialog) {
       SavedContactAddress = dialog.SavedContactAddress;
       SavedContactOrganisation = dialog.SavedContactOrganisation;
       return;
-    case Purpose::Folder:
-      FolderType = dialog.FolderType;
-      SavedFolderId = dialog.SavedFolderId;
-      SavedFolderName = dialog.SavedFolderName;
-      SavedFolderType = dialog.SavedFolderType;
-      SavedFolderCategory = dialog.SavedFolderCategory;
-      return;
     case Purpose::Group:
       GroupId = dialog.GroupId;
       GroupName = dialog.GroupName;
@@ -101,47 +80,27 @@ void Session::Take(Purpose purpose, const SessionValues& dialog) {
   }
 }
 
+void Session::Take(const forms::FolderRequest& opened) {
+  FolderType = static_cast<std::int32_t>(opened.FolderType);
+}
+
+void Session::Take(const forms::FolderResult& left) {
+  FolderType = static_cast<std::int32_t>(left.FolderType);
+  if (left.Saved) {
+    SavedFolderId = left.Saved->Id;
+    SavedFolderName = left.Saved->Name;
+    SavedFolderType = left.Saved->Type;
+    SavedFolderCategory = left.Saved->Category;
+  } else {
+    SavedFolderId.clear();
+    SavedFolderName.clear();
+  }
+}
+
 void Session::RenewResults() {
   SelectedRecipients = std::make_shared<TextCollection>();
   SelectedMobileNos = std::make_shared<TextCollection>();
   SelectedNames = std::make_shared<TextCollection>();
-}
-
-database::Connection& Session::OpenConnection() {
-  if (!SessionConnection) {
-    throw Error(ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set");
-  }
-  // The host may have named another database since.
-  if (SessionConnection->ConnectionString() != SessionConnectionString) CloseConnection();
-  if (SessionConnection->State() == database::ObjectState::Closed) {
-    SessionConnection->Open(SessionConnectionString);
-  }
-  return *SessionConnection;
-}
-
-void Session::TakeConnectionOf(Session& other) {
-  SessionConnection.swap(other.SessionConnection);
-  other.CloseConnection();
-}
-
-void Session::CloseConnection() {
-  if (SessionConnection && SessionConnection->State() != database::ObjectState::Closed) {
-    SessionConnection->Close();
-  }
-}
-
-database::Connection& Session::RenewConnection() {
-  CloseConnection();
-  if (!SessionConnection) SessionConnection = std::make_unique<database::Connection>(Environment);
-  return *SessionConnection;
-}
-
-std::int16_t Session::ShowMessage(StringView text, std::int32_t style) {
-  return Logger->ShowMessage(text, style);
-}
-
-String DefaultLogFilePath(OperatingSystem& system) {
-  return system.ComponentDirectory() + u"\\AddressBook.log";
 }
 
 }  // namespace ktrv

@@ -4,23 +4,15 @@
 #include <memory>
 #include <utility>
 
-#include "common/Logger.h"
-#include "common/Trap.h"
-#include "component/Enumerations.h"
-#include "component/ModalDialogs.h"
-#include "component/TextCollection.h"
-#include "controls/Screen.h"
-#include "database/Connection.h"
+#include "common/TextCollection.h"
+#include "forms/HostRecord.h"
+#include "services/Workplace.h"
 
 namespace ktrv {
 
 /// The values that pass between an operation and the dialog that it opens, and those that say for
 /// whom and on which database: plain data.
 struct SessionValues {
-  // The database.
-  String SessionConnectionString;
-  String DbType;  ///< dialect word as the host gave it: "SQL", "ORACLE" or "MYSQL"
-
   // The user and the run.
   std::int32_t SessionUserId = 0;
   std::int32_t IsAdmin = 0;     ///< UserType
@@ -69,16 +61,10 @@ struct SessionValues {
 /// host said and what it reads back. Every window and dialog has one of its own, made from its
 /// opener's: whatever the host calls meanwhile, it keeps the database, the user, the rights and the
 /// values with which it was opened.
-struct Session : SessionValues {
+struct Session : SessionValues, forms::HostRecord {
  private:
-  /// One for all sessions of a thread.
-  struct Services {
-    ModalDialogs Modal;
-    String LogFilePath;
-    ktrv::Logger Logger;
-  };
-  std::shared_ptr<Services> services_;
-  Session* host_ = nullptr;  ///< null in the host's own
+  std::shared_ptr<ktrv::Services> services_;  ///< one for all sessions of a thread
+  Session* host_ = nullptr;                   ///< null in the host's own
 
   explicit Session(Session& opener);
 
@@ -88,29 +74,32 @@ struct Session : SessionValues {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  controls::Screen& Screen;
-  OperatingSystem& System;
-  database::Environment Environment;
+  ktrv::Services& Services;
+  BookDatabase Database;
 
-  /// Every editor is shown through this, so that the end of the component can close it.
-  ModalDialogs& Modal;
-
-  // The log. Until Init names another file, it is the default one, so that refusals can be logged.
-  String& LogFilePath;
-  ktrv::Logger* Logger;
-
-  std::unique_ptr<database::Connection> SessionConnection;  ///< null before Init
+  // Their names as all know them.
+  controls::Screen& Screen = Services.Screen;
+  ModalDialogs& Modal = Services.Modal;
+  String& LogFilePath = Services.LogFilePath;
+  ktrv::Logger& Logger = Services.Logger;
+  database::Environment& Environment = Database.Environment;
+  String& SessionConnectionString = Database.ConnectionString;
+  String& DbType = Database.DbType;
+  std::unique_ptr<database::Connection>& SessionConnection = Database.Connection;
 
   /// The session of a window or dialog that is to be opened: the same values, and a connection of
   /// its own that is closed. The host's must outlive it.
   Session ForWindow() { return Session(*this); }
 
   /// What a dialog is opened for, and so which of its session's values concern others.
-  enum class Purpose { Contact, Folder, Group, Recipients };
+  enum class Purpose { Contact, Group, Recipients };
 
   /// Shows the dialog of this session modally. The host's session has what the dialog was opened
   /// with from then on, and what it leaves when it has closed. \throws Error
   void ShowModal(Purpose purpose, controls::Form& dialog);
+
+  void Take(const forms::FolderRequest& opened) override;
+  void Take(const forms::FolderResult& left) override;
 
   /// Takes over what a dialog for that purpose was opened with or leaves.
   void Take(Purpose purpose, const SessionValues& dialog);
@@ -118,37 +107,27 @@ struct Session : SessionValues {
   /// Makes the three result collections new and empty.
   void RenewResults();
 
-  /// Opens SessionConnection with SessionConnectionString unless it is open with that.
-  /// \throws Error ObjectNotSet before Init, else the driver's.
-  database::Connection& OpenConnection();
-  /// Gets the other's connection as it is; the other has a closed one then.
-  void TakeConnectionOf(Session& other);
-  /// Closes SessionConnection unless it is closed.
-  void CloseConnection();
-  /// SessionConnection closed, as if it were new.
-  database::Connection& RenewConnection();
+  database::Connection& OpenConnection() { return Database.Open(); }
+  void CloseConnection() { Database.Close(); }
 
   bool IsAdministrator() const { return Is(IsAdmin, UserType::Administrator); }
   bool IsAtServer() const { return Is(RunAt, RunApplicationAt::RuntAtServer); }
 
-  /// ktrv::Trap with this session's log.
+  /// What a window that is opened now works with, on a closed connection.
+  Workplace Place() const;
+
   template <class Result, class Body>
   Result Trap(StringView context, const Result& failure, Body&& body) {
-    return ktrv::Trap(*Logger, LogFilePath, context, failure, std::forward<Body>(body));
+    return Services.Trap(context, failure, std::forward<Body>(body));
   }
   template <class Body>
   void Trap(StringView context, Body&& body) {
-    ktrv::Trap(*Logger, LogFilePath, context, std::forward<Body>(body));
+    Services.Trap(context, std::forward<Body>(body));
   }
-
-  /// Appends one line to the log.
-  void WriteLog(StringView line) { Logger->WriteLog(LogFilePath, line, true, false); }
-
-  /// The shared message box, titled kMessageTitle. \return the button pressed (MessageAnswer)
-  std::int16_t ShowMessage(StringView text, std::int32_t style);
+  void WriteLog(StringView line) { Services.WriteLog(line); }
+  std::int16_t ShowMessage(StringView text, std::int32_t style) {
+    return Services.ShowMessage(text, style);
+  }
 };
-
-/// "\AddressBook.log" in the component's own directory.
-String DefaultLogFilePath(OperatingSystem& system);
 
 }  // namespace ktrv

@@ -3,7 +3,6 @@
 #include "data/EditorQueries.h"
 #include "database/Recordset.h"
 #include "forms/contact/frmNewContact.h"
-#include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
 
 namespace ktrv {
@@ -62,15 +61,15 @@ std::int32_t clsMain::Enter(const EntryOperation& operation, const Step& takeArg
 std::int16_t clsMain::Init(StringView /*p_ClientDBString*/, StringView p_RemoteDBString,
                            std::int32_t p_Runfor, StringView p_DbType, StringView LogFile) {
   const auto log = [&](StringView line) {
-    session_.Logger->WriteLog(session_.LogFilePath, line, true, true);
+    session_.Logger.WriteLog(session_.LogFilePath, line, true, true);
   };
   const StringView path = Trim(LogFile);
-  session_.LogFilePath = path.empty() ? DefaultLogFilePath(session_.System) : String(path);
+  session_.LogFilePath = path.empty() ? DefaultLogFilePath(session_.Services.System) : String(path);
   return session_.Trap(
       u"KTRVAddressBook: Error occured. Sub: Init, Module: clsMain", std::int16_t{0}, [&] {
         log(u"KTRVAddressBook: Starting initialization routine...");
         session_.DbType = p_DbType;
-        database::Connection& connection = session_.RenewConnection();
+        database::Connection& connection = session_.Database.Renew();
         session_.SessionConnectionString = p_RemoteDBString;
         connection.Open(session_.SessionConnectionString);
         if (connection.State() == database::ObjectState::Open) {
@@ -143,7 +142,7 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
     // A local group is kept by the host, folder and all.
     if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) CheckGroupFolder(session_, folderId);
     Session own = session_.ForWindow();
-    own.TakeConnectionOf(session_);
+    own.Database.TakeConnectionOf(session_.Database);
     forms::frmGroupsNew editor(own);
     editor.Mode = ModeOfOperation::Add;
     editor.FolderId = folderId;
@@ -174,7 +173,7 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     session_.GroupName = Trim(ToText(names.Field(u"NAME")));
     names.Close();
     Session own = session_.ForWindow();
-    own.TakeConnectionOf(session_);
+    own.Database.TakeConnectionOf(session_.Database);
     own.GroupId = id;
     forms::frmGroupsNew editor(own);
     editor.Mode = ModeOfOperation::Modify;
@@ -230,11 +229,7 @@ std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
   const auto work = [&](std::int32_t& result) {
     session_.CloseConnection();
     // Local folders are kept nowhere any more: the editor opens, and its save fails and is logged.
-    session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::LocalFolder);
-    Session own = session_.ForWindow();
-    forms::frmSelectFolder editor(own);
-    editor.Mode = ModeOfOperation::Add;
-    own.ShowModal(Purpose::Folder, editor);
+    dialogs_.Editors.Folder(session_.Place(), {.FolderType = TypeOfFolder::LocalFolder});
     result = 1;
   };
   return Enter(

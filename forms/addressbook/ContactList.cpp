@@ -128,7 +128,7 @@ void ContactList::rsUserContacts_FetchComplete(const Error* error) {
   display_.Grid.SetRedraw(true);
   if (!error) return;
   incomplete_ = true;
-  session_.Logger->LogError(session_.LogFilePath, *error, kLoadContext, 0, true);
+  session_.Logger.LogError(session_.LogFilePath, *error, kLoadContext, 0, true);
   display_.Status.SetPanelText(kTextPanel, ContactGridLayout::HasRows(display_.Grid)
                                                ? u"Not all contacts could be loaded."
                                                : u"Contacts could not be loaded.");

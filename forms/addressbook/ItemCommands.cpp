@@ -18,13 +18,13 @@ constexpr StringView kProperties =
 
 }  // namespace
 
-ItemCommands::ItemCommands(Session& session, frmAddressBook& window, FolderTree& folders,
-                           ContactList& list)
+ItemCommands::ItemCommands(Session& session, Editors& editors, frmAddressBook& window,
+                           FolderTree& folders, ContactList& list)
     : session_(session),
       window_(window),
       folders_(folders),
       list_(list),
-      editors_(session),
+      editors_(session, editors),
       statements_(session) {}
 
 ItemCommands::~ItemCommands() {

@@ -23,7 +23,8 @@ class frmAddressBook;
 class ItemCommands {
  public:
   /// All must outlive the commands.
-  ItemCommands(Session& session, frmAddressBook& window, FolderTree& folders, ContactList& list);
+  ItemCommands(Session& session, Editors& editors, frmAddressBook& window, FolderTree& folders,
+               ContactList& list);
   ~ItemCommands();
 
   static constexpr StringView kNewGroup = u"GR";

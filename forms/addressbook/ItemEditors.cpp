@@ -3,7 +3,6 @@
 #include <limits>
 #include <utility>
 
-#include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
 
 namespace ktrv::forms {
@@ -82,22 +81,13 @@ bool ItemEditors::EditGroup(const String& groupId, const String& name) {
 }
 
 bool ItemEditors::NewFolder() {
-  Session own = session_.ForWindow();
   // The editor's check box turns it into a remote one.
-  own.FolderType = static_cast<std::int32_t>(TypeOfFolder::SharedFolder);
-  frmSelectFolder editor(own);
-  editor.Mode = ModeOfOperation::Add;
-  own.ShowModal(Purpose::Folder, editor);
-  return !own.SavedFolderId.empty();
+  return editors_.Folder(session_.Place(), {.FolderType = TypeOfFolder::SharedFolder})
+      .Saved.has_value();
 }
 
 void ItemEditors::EditFolder(const String& folderId, TypeOfFolder type) {
-  Session own = session_.ForWindow();
-  own.FolderType = static_cast<std::int32_t>(type);
-  frmSelectFolder editor(own);
-  editor.Mode = ModeOfOperation::Modify;
-  editor.FolderIdText = folderId;
-  own.ShowModal(Purpose::Folder, editor);
+  editors_.Folder(session_.Place(), {ModeOfOperation::Modify, type, folderId});
 }
 
 }  // namespace ktrv::forms

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "component/Session.h"
+#include "forms/Editors.h"
 #include "forms/contact/frmNewContact.h"
 
 namespace ktrv::forms {
@@ -9,7 +10,7 @@ namespace ktrv::forms {
 /// Error.
 class ItemEditors {
  public:
-  explicit ItemEditors(Session& session) : session_(session) {}
+  ItemEditors(Session& session, Editors& editors) : session_(session), editors_(editors) {}
 
   /// \param folderId decimal id of the new contact's folder. \param with what is stored together
   /// with it. \return whether one was saved, which the session's six SavedContact… fields then
@@ -34,6 +35,7 @@ class ItemEditors {
   Session OnShared();
 
   Session& session_;
+  Editors& editors_;
 };
 
 }  // namespace ktrv::forms

@@ -41,7 +41,7 @@ std::vector<Image> imgTreeView() {
 
 }  // namespace
 
-frmAddressBook::frmAddressBook(Session& session)
+frmAddressBook::frmAddressBook(Session& session, Editors& editors)
     : Form(session.Screen, WindowDesign()),
       lblFolders(*this, {0, 0, kTreeWidth, kHeadingHeight}, u"F&olders"),
       tvwContacts(*this, {0, 0, kTreeWidth, 0}, imgTreeView()),
@@ -53,7 +53,7 @@ frmAddressBook::frmAddressBook(Session& session)
       folderTree_(session, tvwContacts),
       contactList_(session, {*this, vsfContacts, StatusBar1, ProgressBar1}),
       splitter_(picSlider, picShadow),
-      commands_(session, *this, folderTree_, contactList_) {
+      commands_(session, editors, *this, folderTree_, contactList_) {
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
   StatusBar1.AddPanel({.Width = 3000});
   ConnectToolBar();

@@ -26,8 +26,8 @@ namespace ktrv::forms {
 /// closed and shown again.
 class frmAddressBook final : public controls::Form {
  public:
-  /// The session must outlive the window.
-  explicit frmAddressBook(Session& session);
+  /// Both must outlive the window.
+  frmAddressBook(Session& session, Editors& editors);
   ~frmAddressBook() override;
 
   controls::ToolBar tlbMain{*this};

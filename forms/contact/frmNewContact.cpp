@@ -146,7 +146,7 @@ std::int16_t frmNewContact::Validate_Data() {
   }
   const String& email = txtEmail.Text();
   if (!Trim(email).empty() &&
-      !Global::ValidateEmail(*session_.Logger, session_.LogFilePath, email)) {
+      !Global::ValidateEmail(session_.Logger, session_.LogFilePath, email)) {
     return refuse(u"Enter a valid Email Id", txtEmail);
   }
   return 1;

@@ -28,10 +28,10 @@ void FolderCommands::Prepare() {
   const auto& definitions = data::FolderQueries::All();
   for (std::size_t index = 0; index < definitions.size(); ++index) {
     database::Command command;
-    command.SetActiveConnection(session_.SessionConnection.get());
+    command.SetActiveConnection(database_.Connection.get());
     command.SetCommandText(String(definitions[index].Text));
     for (const auto& parameter : definitions[index].Parameters) {
-      command.Append(String(parameter.Name), TypeOf(parameter.Kind, session_.DbType),
+      command.Append(String(parameter.Name), TypeOf(parameter.Kind, database_.DbType),
                      parameter.Size);
     }
     command.Prepared = true;
@@ -49,7 +49,7 @@ const database::Command& FolderCommands::At(FolderCommand name) const {
 
 database::Recordset FolderCommands::Execute(FolderCommand name, std::vector<Variant> values) {
   At(name);
-  session_.OpenConnection();  // a host's other operation may have closed it
+  database_.Open();
   return commands_[static_cast<std::size_t>(name)]->Execute(std::move(values));
 }
 

@@ -4,20 +4,20 @@
 #include <optional>
 #include <vector>
 
-#include "component/Session.h"
 #include "data/FolderQueries.h"
 #include "database/Command.h"
+#include "services/BookDatabase.h"
 
 namespace ktrv::forms {
 
 using FolderCommand = data::FolderQueries::Name;
 
-/// The nine prepared commands of the folder editor, on the session's connection. There are none
+/// The nine prepared commands of the folder editor, on the dialog's connection. There are none
 /// until Prepare.
 class FolderCommands {
  public:
-  /// \param session must outlive the commands.
-  explicit FolderCommands(Session& session) : session_(session) {}
+  /// \param database must outlive the commands.
+  explicit FolderCommands(BookDatabase& database) : database_(database) {}
 
   void Prepare();
 
@@ -29,7 +29,7 @@ class FolderCommands {
   database::Recordset Execute(FolderCommand name, std::vector<Variant> values = {});
 
  private:
-  Session& session_;
+  BookDatabase& database_;
   std::array<std::optional<database::Command>, data::FolderQueries::kCount> commands_;
 };
 

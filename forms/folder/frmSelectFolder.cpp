@@ -1,5 +1,7 @@
 #include "forms/folder/frmSelectFolder.h"
 
+#include <utility>
+
 #include "data/IdText.h"
 #include "database/Conversion.h"
 #include "database/DataError.h"
@@ -8,17 +10,17 @@
 namespace ktrv::forms {
 namespace {
 
-constexpr auto kSharedFolder = static_cast<std::int32_t>(TypeOfFolder::SharedFolder);
-constexpr auto kRemoteFolder = static_cast<std::int32_t>(TypeOfFolder::SharedRemoteFolder);
-
 controls::Form::Design DialogDesign() {
   return {.Caption = u"New Folder", .Width = 6000, .Height = 2865};
 }
 
 }  // namespace
 
-frmSelectFolder::frmSelectFolder(Session& session)
-    : Form(session.Screen, DialogDesign()), session_(session) {
+frmSelectFolder::frmSelectFolder(Workplace place, FolderRequest request)
+    : Form(place.Services.Screen, DialogDesign()),
+      place_(std::move(place)),
+      request_(std::move(request)),
+      type_(request_.FolderType) {
   // As designed the box is cleared, and the list with it out of use.
   cboRemoteFolderView.SetEnabled(false);
   chkRemoteFolder.Click = [this] { chkRemoteFolder_Click(); };
@@ -32,17 +34,15 @@ frmSelectFolder::~frmSelectFolder() {
 }
 
 void frmSelectFolder::Form_Load() {
-  folderType_ = session_.FolderType;
   shown_.reset();
-  if (HasCommands()) session_.OpenConnection();
+  if (HasCommands()) place_.Database.Open();
   PrepareCommand();
   LoadRemoteFolderViews();
-  if (Mode == ModeOfOperation::Modify) {
+  if (request_.Mode == ModeOfOperation::Modify) {
     Populate_Data();
     SetCaption(u"Edit Folder");
     chkRemoteFolder.SetEnabled(false);  // a folder stays remote or not for good
   } else {
-    FolderIdText.clear();
     SetCaption(u"Add Folder");
     chkRemoteFolder.SetEnabled(true);
     // What the user sees decides: with the box cleared no folder becomes a remote one, and none is
@@ -51,26 +51,19 @@ void frmSelectFolder::Form_Load() {
   }
 }
 
-void frmSelectFolder::Form_QueryUnload() {
-  if (saved_) return;
-  if (Mode == ModeOfOperation::Add) FolderIdText.clear();
-  session_.SavedFolderId.clear();
-  session_.SavedFolderName.clear();
-}
-
 bool frmSelectFolder::HasCommands() const {
-  return session_.FolderType == kSharedFolder || session_.FolderType == kRemoteFolder;
+  return type_ == TypeOfFolder::SharedFolder || type_ == TypeOfFolder::SharedRemoteFolder;
 }
 
 void frmSelectFolder::PrepareCommand() {
-  session_.Trap(u"KTRVAddressBook: Error occurred. Sub:PrepareCommand(), Module: frmSelectFolder",
-                [&] {
-                  if (HasCommands()) commands_.Prepare();
-                });
+  place_.Services.Trap(
+      u"KTRVAddressBook: Error occurred. Sub:PrepareCommand(), Module: frmSelectFolder", [&] {
+        if (HasCommands()) commands_.Prepare();
+      });
 }
 
 void frmSelectFolder::LoadRemoteFolderViews() {
-  session_.Trap(
+  place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:LoadRemoteFolderViews(), Module: frmSelectFolder",
       [&] {
         database::Recordset categories = commands_.Execute(FolderCommand::Categories);
@@ -85,10 +78,10 @@ void frmSelectFolder::LoadRemoteFolderViews() {
 }
 
 bool frmSelectFolder::Populate_Data() {
-  return session_.Trap(
+  return place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Populate_Data(), Module: frmSelectFolder", false, [&] {
         // Some engines take a text that only begins with digits for the number.
-        const String id = data::WithId(u"{id}", FolderIdText);
+        const String id = data::WithId(u"{id}", request_.FolderIdText);
         const auto folder = commands_.Execute(FolderCommand::FolderById, {id});
         txtFolderName.SetText(String(Trim(ToText(folder.Field(u"NAME")))));
         const bool isRemote = Trim(ToText(folder.Field(u"TYPE"))) == u"R";
@@ -110,7 +103,7 @@ void frmSelectFolder::ShowCategory(const String& category) {
 }
 
 bool frmSelectFolder::Validate_Data() {
-  return session_.Trap(
+  return place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmSelectFolder", false, [&] {
         if (!HasNameAndCategory()) return false;
         const database::Recordset rival = Rival();
@@ -125,7 +118,7 @@ bool frmSelectFolder::IsThere(const database::Recordset& rival) {
 }
 
 void frmSelectFolder::ComplainOf(const database::Recordset& rival) {
-  if (session_.FolderType == kRemoteFolder) {
+  if (type_ == TypeOfFolder::SharedRemoteFolder) {
     Complain(u"Another folder (" + ToText(rival.Field(u"NAME")) +
                  u") is already mapped to the selected Remote Contact Category.\r\n"
                  u"You can map only one folder to each Remote Contact Category.",
@@ -153,20 +146,21 @@ database::Recordset frmSelectFolder::Rival() {
   // own: its name may be any other folder's.
   const String name(Trim(txtFolderName.Text()));
   const String& category = cboRemoteFolderView.Text();
-  const bool isNew = Mode == ModeOfOperation::Add;
-  if (session_.FolderType == kSharedFolder) {
+  const bool isNew = request_.Mode == ModeOfOperation::Add;
+  if (type_ == TypeOfFolder::SharedFolder) {
     return isNew ? commands_.Execute(FolderCommand::NameExists, {name})
-                 : commands_.Execute(FolderCommand::NameExistsOther, {name, FolderIdText});
+                 : commands_.Execute(FolderCommand::NameExistsOther, {name, request_.FolderIdText});
   }
-  if (session_.FolderType == kRemoteFolder) {
+  if (type_ == TypeOfFolder::SharedRemoteFolder) {
     return isNew ? commands_.Execute(FolderCommand::CategoryMapped, {category})
-                 : commands_.Execute(FolderCommand::CategoryMappedOther, {category, FolderIdText});
+                 : commands_.Execute(FolderCommand::CategoryMappedOther,
+                                     {category, request_.FolderIdText});
   }
-  return database::Recordset(session_.Environment);
+  return database::Recordset(place_.Database.Environment);
 }
 
 bool frmSelectFolder::Save_Data() {
-  return session_.Trap(
+  return place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmSelectFolder", false, [&] {
         if (IsNotLoaded()) {
           // Boxes that never showed the folder would erase its name and its mapping.
@@ -178,10 +172,8 @@ bool frmSelectFolder::Save_Data() {
           return false;
         }
         const database::Recordset row = ReadBack();
-        session_.SavedFolderId = ToText(row.Field(u"ID"));
-        session_.SavedFolderName = ToText(row.Field(u"NAME"));
-        session_.SavedFolderType = ToText(row.Field(u"TYPE"));
-        session_.SavedFolderCategory = ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY"));
+        saved_ = {ToText(row.Field(u"ID")), ToText(row.Field(u"NAME")), ToText(row.Field(u"TYPE")),
+                  ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY"))};
         return true;
       });
 }
@@ -189,41 +181,41 @@ bool frmSelectFolder::Save_Data() {
 database::Recordset frmSelectFolder::Write() {
   // Without commands the caller fails on the closed result, so that no local folder is ever
   // written.
-  if (!HasCommands()) return database::Recordset(session_.Environment);
+  if (!HasCommands()) return database::Recordset(place_.Database.Environment);
   // Somebody else may have taken the name since it was looked for. The user is told when the locks
   // are gone.
-  database::Transaction transaction(session_.OpenConnection());
+  database::Transaction transaction(place_.Database.Open());
   if (auto rival = Rival(); IsThere(rival)) return rival;
   const String category = ChosenCategory();
   const String name(Trim(txtFolderName.Text()));
-  if (Mode == ModeOfOperation::Modify) {
+  if (request_.Mode == ModeOfOperation::Modify) {
     WriteChanges(name, category);
   } else {
-    commands_.Execute(FolderCommand::InsertFolder,
-                      {String(chkRemoteFolder.Checked() ? u"R" : u"S"), name,
-                       std::int64_t{session_.SessionUserId}, category});
+    commands_.Execute(FolderCommand::InsertFolder, {String(chkRemoteFolder.Checked() ? u"R" : u"S"),
+                                                    name, std::int64_t{place_.User.Id}, category});
   }
   transaction.Commit();
-  return database::Recordset(session_.Environment);
+  return database::Recordset(place_.Database.Environment);
 }
 
 void frmSelectFolder::WriteChanges(const String& name, const String& category) {
   // The statement writes both columns. What the user left alone keeps the value that it has now:
   // blanks around a name, a category of a folder that shows none, what somebody else has changed.
-  const auto now = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+  const auto now = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
   written_.Name = ToText(txtFolderName.Text() == shown_->Name ? now.Field(u"NAME") : Variant(name));
   const Variant newCategory =
       category == shown_->Category ? now.Field(u"REMOTE_CONTACTS_CATEGORY") : category;
   written_.Category = ToText(newCategory);
-  commands_.Execute(FolderCommand::UpdateFolder, {written_.Name, newCategory, FolderIdText});
+  commands_.Execute(FolderCommand::UpdateFolder,
+                    {written_.Name, newCategory, request_.FolderIdText});
 }
 
 database::Recordset frmSelectFolder::ReadBack() {
-  if (!HasCommands()) return database::Recordset(session_.Environment);
-  if (Mode == ModeOfOperation::Add) {
+  if (!HasCommands()) return database::Recordset(place_.Database.Environment);
+  if (request_.Mode == ModeOfOperation::Add) {
     return commands_.Execute(FolderCommand::FolderByName, {String(Trim(txtFolderName.Text()))});
   }
-  auto row = commands_.Execute(FolderCommand::FolderById, {FolderIdText});
+  auto row = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
   // No row changed, which some engines say too when it was the same already; or the driver cannot
   // tell.
   if (commands_.At(FolderCommand::UpdateFolder).RecordsAffected() <= 0 &&
@@ -239,14 +231,13 @@ String frmSelectFolder::ChosenCategory() const {
 }
 
 bool frmSelectFolder::IsNotLoaded() const {
-  return Mode == ModeOfOperation::Modify && !shown_;
+  return request_.Mode == ModeOfOperation::Modify && !shown_;
 }
 
 void frmSelectFolder::chkRemoteFolder_Click() {
   const bool isRemote = chkRemoteFolder.Checked();
   cboRemoteFolderView.SetEnabled(isRemote);
-  folderType_ = isRemote ? kRemoteFolder : kSharedFolder;
-  session_.FolderType = folderType_;
+  type_ = isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder;
 }
 
 void frmSelectFolder::txtFolderName_GotFocus() {
@@ -254,12 +245,9 @@ void frmSelectFolder::txtFolderName_GotFocus() {
 }
 
 void frmSelectFolder::cmdOK_Click() {
-  session_.FolderType = folderType_;
   // Of a folder that was not loaded nothing is asked: its saving is refused whatever is entered.
   const bool valid = IsNotLoaded() || Validate_Data();
-  if (!valid || !Save_Data()) return;
-  saved_ = true;
-  Unload();
+  if (valid && Save_Data()) Unload();
 }
 
 void frmSelectFolder::cmdCancel_Click() {
@@ -267,7 +255,7 @@ void frmSelectFolder::cmdCancel_Click() {
 }
 
 void frmSelectFolder::Complain(StringView message, controls::Control& about) {
-  session_.ShowMessage(message, MessageStyle::Exclamation);
+  place_.Services.ShowMessage(message, MessageStyle::Exclamation);
   about.SetFocus();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "component/Session.h"
 #include "controls/CheckBox.h"
 #include "controls/ComboBox.h"
 #include "controls/CommandButton.h"
@@ -8,24 +7,23 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "forms/folder/FolderCommands.h"
+#include "forms/folder/FolderRequest.h"
+#include "services/Workplace.h"
 
 namespace ktrv::forms {
 
 /// The dialog in which a shared folder is made or given a new name, and in which a folder is mapped
-/// to a category of remote contacts. It leaves the saved folder in the session; when it is closed
-/// without saving, with its close button too, Session::SavedFolderId is empty.
+/// to a category of remote contacts.
 ///
-/// Session::FolderType says what it works on and follows its check box. With anything but a shared
-/// or a remote folder there it has no commands: it opens, and every step that needs one is logged.
-/// A folder that could not be loaded is not saved.
+/// Opened for anything but a shared or a remote folder it has no commands: it opens, and every step
+/// that needs one is logged. A folder that could not be loaded is not saved.
 class frmSelectFolder final : public controls::Form {
  public:
-  /// The session must outlive the dialog.
-  explicit frmSelectFolder(Session& session);
+  frmSelectFolder(Workplace place, FolderRequest request);
   ~frmSelectFolder() override;
 
-  ModeOfOperation Mode = ModeOfOperation::Add;  ///< set by the opener
-  String FolderIdText;                          ///< decimal id of the folder to edit
+  /// What it leaves, once it is closed.
+  FolderResult Result() const { return {type_, saved_}; }
 
   controls::Label lblFolderName{*this, {180, 180, 5640, 270}, u"Folder Name"};
   controls::TextBox txtFolderName{*this, {180, 465, 5640, 345}, 50};
@@ -42,9 +40,8 @@ class frmSelectFolder final : public controls::Form {
   const FolderCommands& Commands() const { return commands_; }
 
  protected:
-  /// \throws Error when the session's connection cannot be opened; the opener logs it.
+  /// \throws Error when the connection cannot be opened; the opener logs it.
   void Form_Load() override;
-  void Form_QueryUnload() override;
 
  private:
   void PrepareCommand();
@@ -75,10 +72,10 @@ class frmSelectFolder final : public controls::Form {
   database::Recordset ReadBack();
   void Complain(StringView message, controls::Control& about);
 
-  Session& session_;
-  FolderCommands commands_{session_};
-  /// Session::FolderType as this dialog has it: a host may call another operation while it is open.
-  std::int32_t folderType_ = 0;
+  Workplace place_;
+  const FolderRequest request_;
+  FolderCommands commands_{place_.Database};
+  TypeOfFolder type_;  ///< as asked for, then as the check box says
   /// The name and the category that the user found when the folder was loaded.
   struct Shown {
     String Name;
@@ -86,7 +83,7 @@ class frmSelectFolder final : public controls::Form {
   };
   Shown written_;               ///< by the last change
   std::optional<Shown> shown_;  ///< none of a new folder and of one that could not be loaded
-  bool saved_ = false;
+  std::optional<SavedFolder> saved_;
 };
 
 }  // namespace ktrv::forms

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "KTRVAddressBook_h.h"
-#include "component/TextCollection.h"
+#include "common/TextCollection.h"
 #include "windows/com/DualObject.h"
 
 namespace ktrv::windows {

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "component/TextCollection.h"
+#include "common/TextCollection.h"
 #include "windows/com/Server.h"
 
 namespace ktrv::windows {

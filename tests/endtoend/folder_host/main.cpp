@@ -17,13 +17,12 @@ namespace {
 class FolderHost {
  public:
   explicit FolderHost(String connectionString) {
-    session_.SessionConnectionString = std::move(connectionString);
-    session_.SessionConnection = std::make_unique<database::Connection>(session_.Environment);
-    session_.SessionUserId = 2;
+    database_.ConnectionString = std::move(connectionString);
+    database_.Renew();
   }
 
   void Work(StringView dialect) {
-    session_.DbType = dialect;
+    database_.DbType = dialect;
     std::printf("%s\n", ToUtf8(dialect).c_str());
     const String shared = Add("Added");
     const String remote = Add("Mapped");
@@ -33,31 +32,30 @@ class FolderHost {
     Add("Cancelled");
     Add("Closed");
     PrintFolders();
-    session_.OpenConnection().Execute(u"DELETE FROM SMS_ABFOLDERS WHERE ID > 4");
+    database_.Open().Execute(u"DELETE FROM SMS_ABFOLDERS WHERE ID > 4");
   }
 
  private:
-  String Add(const char* what) {
-    forms::frmSelectFolder editor(session_);
-    return Show(what, editor);
-  }
+  String Add(const char* what) { return Show(what, {}); }
   void Edit(const char* what, const String& id) {
-    forms::frmSelectFolder editor(session_);
-    editor.Mode = ModeOfOperation::Modify;
-    editor.FolderIdText = id;
-    Show(what, editor);
+    Show(what, {.Mode = ModeOfOperation::Modify, .FolderIdText = id});
   }
-  String Show(const char* what, forms::frmSelectFolder& editor) {
-    session_.FolderType = static_cast<std::int32_t>(TypeOfFolder::SharedFolder);
+  String Show(const char* what, const forms::FolderRequest& request) {
+    forms::frmSelectFolder editor({services_, database_.Another(), {.Id = 2}}, request);
     editor.ShowModal();
-    std::printf("%s: %s|%s|%s|%s\n", what, ToUtf8(session_.SavedFolderId).c_str(),
-                ToUtf8(session_.SavedFolderName).c_str(), ToUtf8(session_.SavedFolderType).c_str(),
-                ToUtf8(session_.SavedFolderCategory).c_str());
-    return session_.SavedFolderId;
+    if (const auto saved = editor.Result().Saved) {
+      last_ = *saved;
+    } else {
+      last_.Id.clear();
+      last_.Name.clear();
+    }
+    std::printf("%s: %s|%s|%s|%s\n", what, ToUtf8(last_.Id).c_str(), ToUtf8(last_.Name).c_str(),
+                ToUtf8(last_.Type).c_str(), ToUtf8(last_.Category).c_str());
+    return last_.Id;
   }
   void PrintFolders() {
-    database::Recordset rows(session_.Environment);
-    rows.Open(u"SELECT * FROM SMS_ABFOLDERS WHERE ID > 4 ORDER BY ID", session_.OpenConnection());
+    database::Recordset rows(database_.Environment);
+    rows.Open(u"SELECT * FROM SMS_ABFOLDERS WHERE ID > 4 ORDER BY ID", database_.Open());
     for (std::int64_t row = 0; row < rows.RecordCount(); ++row) {
       for (std::size_t column = 0; column < rows.Columns().size(); ++column) {
         const String text(rows.CellText(row, column).value_or(u"null"));
@@ -70,9 +68,10 @@ class FolderHost {
   database::OdbcDriver driver_;
   windows::Win32Screen screen_;
   windows::Win32OperatingSystem system_;
-  Session session_{screen_,
-                   system_,
-                   {[this](StringView) -> database::Driver& { return driver_; }, screen_.Poster()}};
+  Services services_{screen_, system_};
+  BookDatabase database_{
+      {[this](StringView) -> database::Driver& { return driver_; }, screen_.Poster()}};
+  forms::SavedFolder last_;  ///< type and category outlive a cancel
 };
 
 }  // namespace

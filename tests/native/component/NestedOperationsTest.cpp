@@ -163,7 +163,7 @@ TEST_F(NestedOperationsTest, InnerDialogsAreClosedBeforeThoseThatOpenedThem) {
   forms::frmGroupsNew outer(session);
   forms::frmGroupsNew inner(session);
   forms::frmNewContact contact(session);
-  forms::frmSelectFolder folder(session);
+  forms::frmSelectFolder folder(session.Place(), {});
   using Kind = ModalDialogs::Kind;
   std::vector<controls::Form*> open;
   const auto then = [&](controls::Form& form, Kind kind, controls::Form& next) {

@@ -1,4 +1,4 @@
-#include "component/TextCollection.h"
+#include "common/TextCollection.h"
 
 #include <functional>
 #include <gtest/gtest.h>

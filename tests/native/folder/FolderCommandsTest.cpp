@@ -11,13 +11,13 @@ struct FolderCommandsTest : FolderFixture {
   /// "name type size" of the parameters, types as data objects number them.
   std::vector<String> Parameters(FolderCommand command) {
     std::vector<String> lines;
-    for (const auto& parameter : form.Commands().At(command).Parameters()) {
+    for (const auto& parameter : form->Commands().At(command).Parameters()) {
       lines.push_back(parameter.Name + u" " + ToDecimal(static_cast<std::int64_t>(parameter.Type)) +
                       u" " + ToDecimal(parameter.Size));
     }
     return lines;
   }
-  const String& Text(FolderCommand command) { return form.Commands().At(command).CommandText(); }
+  const String& Text(FolderCommand command) { return form->Commands().At(command).CommandText(); }
 };
 
 TEST_F(FolderCommandsTest, EveryTextIsToTheLetter) {
@@ -41,12 +41,14 @@ TEST_F(FolderCommandsTest, EveryTextIsToTheLetter) {
   EXPECT_EQ(Text(FolderCommand::Categories), u"SELECT CATEGORY FROM ZUL$CONTACTS_CATEGORY");
 }
 
-TEST_F(FolderCommandsTest, EveryCommandIsPreparedOnTheSessionsConnection) {
+TEST_F(FolderCommandsTest, EveryCommandIsPreparedOnTheOneConnection) {
   Add();
+  const auto* connection = form->Commands().At(FolderCommand::InsertFolder).ActiveConnection();
+  EXPECT_EQ(connection->State(), database::ObjectState::Open);
   for (std::size_t index = 0; index < data::FolderQueries::kCount; ++index) {
-    const auto& command = form.Commands().At(static_cast<FolderCommand>(index));
+    const auto& command = form->Commands().At(static_cast<FolderCommand>(index));
     EXPECT_TRUE(command.Prepared) << index;
-    EXPECT_EQ(command.ActiveConnection(), session.SessionConnection.get()) << index;
+    EXPECT_EQ(command.ActiveConnection(), connection) << index;
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "forms/folder/frmSelectFolder.h"
 #include "tests/native/support/DialogFixture.h"
+#include "tests/native/support/OnDemand.h"
 
 namespace ktrv::tests {
 
@@ -12,8 +13,6 @@ inline constexpr StringView kFolderRows =
 /// The folder editor, loaded and not shown.
 class FolderFixture : public DialogFixture {
  protected:
-  FolderFixture() { session.FolderType = 1; }
-
   void Categories(std::initializer_list<StringView> names) {
     for (const StringView name : names) {
       database.Run({u"INSERT INTO ZUL$CONTACTS_CATEGORY VALUES ('" + String(name) + u"')"});
@@ -27,17 +26,18 @@ class FolderFixture : public DialogFixture {
          String(columns) + u")"});
   }
   forms::frmSelectFolder& Add() {
-    form.Load();
-    return form;
+    form->Load();
+    return *form;
   }
   forms::frmSelectFolder& Edit(String id) {
-    form.Mode = ModeOfOperation::Modify;
-    form.FolderIdText = std::move(id);
-    form.Load();
-    return form;
+    request.Mode = ModeOfOperation::Modify;
+    request.FolderIdText = std::move(id);
+    form->Load();
+    return *form;
   }
-  /// What a save leaves behind in the session.
-  String Saved() const {
+  /// What the host's record holds once the dialog has closed.
+  String Saved() {
+    session.Take(form->Result());
     return session.SavedFolderId + u"|" + session.SavedFolderName + u"|" + session.SavedFolderType +
            u"|" + session.SavedFolderCategory;
   }
@@ -46,7 +46,9 @@ class FolderFixture : public DialogFixture {
                         u"(), Module: frmSelectFolder");
   }
 
-  forms::frmSelectFolder form{session};
+  forms::FolderRequest request;
+  OnDemand<forms::frmSelectFolder> form{
+      [this] { return std::make_unique<forms::frmSelectFolder>(session.Place(), request); }};
 };
 
 }  // namespace ktrv::tests

@@ -16,15 +16,15 @@ TEST_F(FolderLoadingTest, CategoriesStandAsTheDatabaseReturnsThem) {
   UseFakeDriver();
   driver.Answer(u"CATEGORY FROM ZUL$", {{u"CATEGORY"}}, {{u"C"}, {u"A"}, {u"B"}});
   Add();
-  EXPECT_EQ(form.cboRemoteFolderView.List(0), u"C");
-  EXPECT_EQ(form.cboRemoteFolderView.List(2), u"B");
+  EXPECT_EQ(form->cboRemoteFolderView.List(0), u"C");
+  EXPECT_EQ(form->cboRemoteFolderView.List(2), u"B");
 }
 
 TEST_F(FolderLoadingTest, ASingleCategoryIsListedNotChosenAndLogged) {
   Categories({u"A"});
   Add();
-  EXPECT_EQ(form.cboRemoteFolderView.ListCount(), 1);
-  EXPECT_EQ(form.cboRemoteFolderView.ListIndex(), -1);
+  EXPECT_EQ(form->cboRemoteFolderView.ListCount(), 1);
+  EXPECT_EQ(form->cboRemoteFolderView.ListIndex(), -1);
   EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::InvalidPropertyValue));
 }
@@ -35,64 +35,62 @@ TEST_F(FolderLoadingTest, WithoutCategoriesNothingIsChosenAndNothingLogged) {
 }
 
 TEST_F(FolderLoadingTest, TheCaptionTellsWhatIsDone) {
-  EXPECT_EQ(form.Caption(), u"New Folder");
+  EXPECT_EQ(form->Caption(), u"New Folder");
   EXPECT_EQ(Add().Caption(), u"Add Folder");
 }
 
 TEST_F(FolderLoadingTest, LabelsStandRightBeforeTheirBoxes) {
-  const auto& all = form.Controls();
+  const auto& all = form->Controls();
   const auto labelOf = [&](const controls::Control& control) -> String {
     const auto at = std::find(all.begin(), all.end(), &control);
     const auto* label =
         at == all.begin() ? nullptr : dynamic_cast<const controls::Label*>(*(at - 1));
     return label ? label->Caption() : u"no label";
   };
-  EXPECT_EQ(labelOf(form.txtFolderName), u"Folder Name");
-  EXPECT_EQ(labelOf(form.cboRemoteFolderView),
+  EXPECT_EQ(labelOf(form->txtFolderName), u"Folder Name");
+  EXPECT_EQ(labelOf(form->cboRemoteFolderView),
             u"Show contacts belonging to the following category");
 }
 
 TEST_F(FolderLoadingTest, BoxAndButtonsSayWhatTheyDo) {
-  EXPECT_EQ(form.chkRemoteFolder.Caption(), u"Map this folder to Contacts available in TALVERO");
-  EXPECT_EQ(form.cmdOK.Caption(), u"&OK");
-  EXPECT_EQ(form.cmdCancel.Caption(), u"&Cancel");
+  EXPECT_EQ(form->chkRemoteFolder.Caption(), u"Map this folder to Contacts available in TALVERO");
+  EXPECT_EQ(form->cmdOK.Caption(), u"&OK");
+  EXPECT_EQ(form->cmdCancel.Caption(), u"&Cancel");
 }
 
-TEST_F(FolderLoadingTest, AddingForgetsTheIdAndLetsTheFolderBeMapped) {
-  form.FolderIdText = u"9";
+TEST_F(FolderLoadingTest, ANewFolderCanBeMapped) {
   Add();
-  EXPECT_EQ(form.FolderIdText, u"");
-  EXPECT_TRUE(form.chkRemoteFolder.Enabled());
-  EXPECT_FALSE(form.chkRemoteFolder.Checked());
+  EXPECT_TRUE(form->chkRemoteFolder.Enabled());
+  EXPECT_FALSE(form->chkRemoteFolder.Checked());
 }
 
 TEST_F(FolderLoadingTest, ASharedFolderIsShownWithItsTrimmedName) {
   Folder(u"4, 'S', '  Friends ', 0, 1, ''");
   Edit(u"4");
-  EXPECT_EQ(form.Caption(), u"Edit Folder");
-  EXPECT_EQ(form.txtFolderName.Text(), u"Friends");
-  EXPECT_FALSE(form.chkRemoteFolder.Checked());
-  EXPECT_FALSE(form.chkRemoteFolder.Enabled());
-  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
-  EXPECT_EQ(session.FolderType, 1);
+  EXPECT_EQ(form->Caption(), u"Edit Folder");
+  EXPECT_EQ(form->txtFolderName.Text(), u"Friends");
+  EXPECT_FALSE(form->chkRemoteFolder.Checked());
+  EXPECT_FALSE(form->chkRemoteFolder.Enabled());
+  EXPECT_FALSE(form->cboRemoteFolderView.Enabled());
+  EXPECT_EQ(form->Result().FolderType, TypeOfFolder::SharedFolder);
 }
 
 TEST_F(FolderLoadingTest, ARemoteFolderIsShownWithItsCategory) {
   Categories({u"A", u"B", u"C"});
   Folder(u"4, 'R', 'Dealers', 0, 1, 'C'");
   Edit(u"4");
-  EXPECT_TRUE(form.chkRemoteFolder.Checked());
-  EXPECT_TRUE(form.cboRemoteFolderView.Enabled());
-  EXPECT_EQ(form.cboRemoteFolderView.Text(), u"C");
-  EXPECT_EQ(session.FolderType, 2);
+  EXPECT_TRUE(form->chkRemoteFolder.Checked());
+  EXPECT_TRUE(form->cboRemoteFolderView.Enabled());
+  EXPECT_EQ(form->cboRemoteFolderView.Text(), u"C");
+  EXPECT_EQ(form->Result().FolderType, TypeOfFolder::SharedRemoteFolder);
 }
 
 TEST_F(FolderLoadingTest, EditingASharedFolderTurnsTheTypeBackToShared) {
-  session.FolderType = 2;
+  request.FolderType = TypeOfFolder::SharedRemoteFolder;
   Folder(u"4, 'S', 'Friends', 0, 1, ''");
   Edit(u"4");
-  EXPECT_EQ(session.FolderType, 1);
-  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
+  EXPECT_EQ(form->Result().FolderType, TypeOfFolder::SharedFolder);
+  EXPECT_FALSE(form->cboRemoteFolderView.Enabled());
 }
 
 TEST_F(FolderLoadingTest, ATypeWithBlanksIsReadTrimmed) {
@@ -105,8 +103,8 @@ TEST_F(FolderLoadingTest, ACategoryThatTalveroHasNoMoreIsKept) {
   Categories({u"A", u"B", u"C"});
   Folder(u"4, 'R', 'Dealers', 0, 1, 'Gone'");
   Edit(u"4");
-  EXPECT_EQ(form.cboRemoteFolderView.Text(), u"Gone");
-  form.cmdOK.UserClicks();
+  EXPECT_EQ(form->cboRemoteFolderView.Text(), u"Gone");
+  form->cmdOK.UserClicks();
   EXPECT_EQ(database.Rows(kFolderRows), std::vector<String>{u"4|R|Dealers|0|1|Gone"});
 }
 
@@ -119,43 +117,47 @@ TEST_F(FolderLoadingTest, ARemoteFolderWithoutACategoryHasNoneChosen) {
 
 TEST_F(FolderLoadingTest, TheBoxSwitchesTheListAndTheTypeOfTheFolder) {
   Add();
-  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
-  form.chkRemoteFolder.UserClicks();
-  EXPECT_TRUE(form.cboRemoteFolderView.Enabled());
-  EXPECT_EQ(session.FolderType, 2);
-  form.chkRemoteFolder.UserClicks();
-  EXPECT_FALSE(form.cboRemoteFolderView.Enabled());
-  EXPECT_EQ(session.FolderType, 1);
+  EXPECT_FALSE(form->cboRemoteFolderView.Enabled());
+  form->chkRemoteFolder.UserClicks();
+  EXPECT_TRUE(form->cboRemoteFolderView.Enabled());
+  EXPECT_EQ(form->Result().FolderType, TypeOfFolder::SharedRemoteFolder);
+  form->chkRemoteFolder.UserClicks();
+  EXPECT_FALSE(form->cboRemoteFolderView.Enabled());
+  EXPECT_EQ(form->Result().FolderType, TypeOfFolder::SharedFolder);
 }
 
 TEST_F(FolderLoadingTest, TheNameIsSelectedWhenItGetsTheFocus) {
   Add();
-  form.txtFolderName.SetText(u"Friends");
-  form.txtFolderName.SetFocus();
-  EXPECT_EQ(form.txtFolderName.SelectionStart(), 0);
-  EXPECT_EQ(form.txtFolderName.SelectionLength(), 7);
+  form->txtFolderName.SetText(u"Friends");
+  form->txtFolderName.SetFocus();
+  EXPECT_EQ(form->txtFolderName.SelectionStart(), 0);
+  EXPECT_EQ(form->txtFolderName.SelectionLength(), 7);
 }
 
 TEST_F(FolderLoadingTest, FiftyCharactersFitAndNoSurrogatePairIsCut) {
   Add();
-  form.txtFolderName.UserTypes(String(49, u'x') + u"\U0001F600");
-  EXPECT_EQ(form.txtFolderName.Text(), String(49, u'x'));
-  form.txtFolderName.UserTypes(u"yz");
-  EXPECT_EQ(form.txtFolderName.Text(), String(49, u'x') + u"y");
+  form->txtFolderName.UserTypes(String(49, u'x') + u"\U0001F600");
+  EXPECT_EQ(form->txtFolderName.Text(), String(49, u'x'));
+  form->txtFolderName.UserTypes(u"yz");
+  EXPECT_EQ(form->txtFolderName.Text(), String(49, u'x') + u"y");
 }
 
 TEST_F(FolderLoadingTest, AnIdThatNamesNoRowIsLoggedAndTheDialogStays) {
   Edit(u"4");
   EXPECT_EQ(ErrorsIn(u"Populate_Data"), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
-  EXPECT_EQ(form.Caption(), u"Edit Folder");
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_EQ(form->Caption(), u"Edit Folder");
+  EXPECT_TRUE(form->IsLoaded());
 }
 
 TEST_F(FolderLoadingTest, TheConnectionIsOpenedOnlyWhenItIsClosed) {
-  session.OpenConnection();
-  Add();
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
+  UseFakeDriver();
+  driver.Answer(u"", {{u"NONE"}}, {});
+  Workplace place = session.Place();
+  place.Database.Open();
+  forms::frmSelectFolder dialog(std::move(place), request);
+  dialog.Load();
+  EXPECT_EQ(driver.Opened().size(), 1u);
   EXPECT_EQ(Log(), u"");
 }
 
@@ -163,11 +165,11 @@ TEST_F(FolderLoadingTest, CategoriesThatCannotBeReadAreLoggedAndHinderNoSharedFo
   database.Run({u"DROP TABLE ZUL$CONTACTS_CATEGORY"});
   Add();
   EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
-  EXPECT_EQ(form.Caption(), u"Add Folder");
-  EXPECT_TRUE(form.chkRemoteFolder.Enabled());
-  form.txtFolderName.UserTypes(u"Friends");
-  form.cmdOK.UserClicks();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_EQ(form->Caption(), u"Add Folder");
+  EXPECT_TRUE(form->chkRemoteFolder.Enabled());
+  form->txtFolderName.UserTypes(u"Friends");
+  form->cmdOK.UserClicks();
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Saved(), u"1|Friends|S|");
 }
 
@@ -179,30 +181,31 @@ TEST_F(FolderLoadingTest, CategoriesThatCannotBeReadHideNoFolder) {
   Edit(u"4");
   EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::DriverFailure));
-  EXPECT_EQ(form.txtFolderName.Text(), u"Friends");
-  EXPECT_EQ(form.Caption(), u"Edit Folder");
+  EXPECT_EQ(form->txtFolderName.Text(), u"Friends");
+  EXPECT_EQ(form->Caption(), u"Edit Folder");
 }
 
 TEST_F(FolderLoadingTest, ADatabaseThatCannotBeReachedIsTheOpenersFailure) {
   UseFakeDriver();
   driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));
-  EXPECT_THROW(form.Load(), Error);
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_THROW(form->Load(), Error);
+  EXPECT_FALSE(form->IsLoaded());
 }
 
 // With the type of local folders, which is what the host's own entry opens it with.
 
 TEST_F(FolderLoadingTest, WithoutATypeItOpensWithoutConnectionAndLogsTheMissingCommand) {
-  session.FolderType = 0;
+  request.FolderType = TypeOfFolder::LocalFolder;
+  UseFakeDriver();
   Add();
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Closed);
+  EXPECT_TRUE(driver.Opened().empty());
   EXPECT_EQ(ErrorsIn(u"LoadRemoteFolderViews"), 1);
   EXPECT_EQ(ErrorsIn(u"PrepareCommand"), 0);
-  EXPECT_EQ(form.Caption(), u"Add Folder");
+  EXPECT_EQ(form->Caption(), u"Add Folder");
 }
 
 TEST_F(FolderLoadingTest, WithoutATypeNoFolderIsLoaded) {
-  session.FolderType = 0;
+  request.FolderType = TypeOfFolder::LocalFolder;
   Edit(u"4");
   EXPECT_EQ(ErrorsIn(u"Populate_Data"), 1);
 }

@@ -8,8 +8,8 @@ using Lines = std::vector<String>;
 struct FolderSavingTest : FolderFixture {
   FolderSavingTest() { Categories({u"A", u"B", u"C"}); }
 
-  void Name(StringView name) { form.txtFolderName.SetText(String(name)); }
-  void PressOk() { form.cmdOK.UserClicks(); }
+  void Name(StringView name) { form->txtFolderName.SetText(String(name)); }
+  void PressOk() { form->cmdOK.UserClicks(); }
   Lines Folders() { return database.Rows(kFolderRows); }
 
   /// A folder editor on the fake driver in which adding a folder named Friends has no rival.
@@ -22,8 +22,8 @@ struct FolderSavingTest : FolderFixture {
     Name(u"Friends");
   }
   void ExpectOpenWithItsText(StringView procedure) {
-    EXPECT_TRUE(form.IsLoaded());
-    EXPECT_EQ(form.txtFolderName.Text(), u"Friends");
+    EXPECT_TRUE(form->IsLoaded());
+    EXPECT_EQ(form->txtFolderName.Text(), u"Friends");
     EXPECT_EQ(ErrorsIn(procedure), 1);
     EXPECT_TRUE(screen.Messages.empty());
   }
@@ -36,23 +36,23 @@ TEST_F(FolderSavingTest, ANameOfBlanksIsAskedFor) {
   EXPECT_EQ(screen.LastMessage().Text, u"Please enter the Folder Name.");
   EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
   EXPECT_EQ(screen.LastMessage().Style, 48);
-  EXPECT_TRUE(form.txtFolderName.HasFocus());
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->txtFolderName.HasFocus());
+  EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(Folders(), Lines{});
 }
 
 TEST_F(FolderSavingTest, ARemoteFolderNeedsACategory) {
   Add();
   Name(u"Dealers");
-  form.chkRemoteFolder.UserClicks();
-  form.cboRemoteFolderView.UserChooses(-1);
+  form->chkRemoteFolder.UserClicks();
+  form->cboRemoteFolderView.UserChooses(-1);
   PressOk();
   EXPECT_EQ(screen.LastMessage().Text,
             u"Please select the TALVERO contacts to display in this folder.");
   EXPECT_EQ(screen.LastMessage().Style, 48);
-  EXPECT_TRUE(form.cboRemoteFolderView.HasFocus());
+  EXPECT_TRUE(form->cboRemoteFolderView.HasFocus());
   EXPECT_EQ(screen.Messages.size(), 1u);
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(Folders(), Lines{});
 }
 
@@ -64,7 +64,7 @@ TEST_F(FolderSavingTest, ANameThatAnyFolderHasIsRefused) {
   EXPECT_EQ(screen.LastMessage().Text,
             u"A folder with that name already exists. Please use a different folder name.");
   EXPECT_EQ(screen.LastMessage().Style, 48);
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(Folders().size(), 1u);
 }
 
@@ -72,7 +72,7 @@ TEST_F(FolderSavingTest, RenamingAFolderToItsOwnNameIsAllowed) {
   Folder(u"1, 'S', 'Friends', 0, 1, ''");
   Edit(u"1");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_TRUE(screen.Messages.empty());
 }
 
@@ -91,13 +91,13 @@ TEST_F(FolderSavingTest, ACategoryThatAFolderShowsIsRefusedWithThatFoldersName) 
   Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
   Add();
   Name(u"More dealers");
-  form.chkRemoteFolder.UserClicks();
+  form->chkRemoteFolder.UserClicks();
   PressOk();
   EXPECT_EQ(screen.LastMessage().Text,
             u"Another folder (Dealers) is already mapped to the selected Remote Contact Category."
             u"\r\nYou can map only one folder to each Remote Contact Category.");
   EXPECT_EQ(screen.LastMessage().Style, 48);
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->IsLoaded());
 }
 
 TEST_F(FolderSavingTest, TheFolderOfAMappingMayKeepItsCategory) {
@@ -105,7 +105,7 @@ TEST_F(FolderSavingTest, TheFolderOfAMappingMayKeepItsCategory) {
   Edit(u"1");
   Name(u"Our dealers");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Folders(), Lines{u"1|R|Our dealers|0|1|B"});
 }
 
@@ -113,7 +113,7 @@ TEST_F(FolderSavingTest, AnotherFoldersCategoryCannotBeTaken) {
   Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
   Folder(u"2, 'R', 'Others', 0, 1, 'C'");
   Edit(u"2");
-  form.cboRemoteFolderView.UserChooses(1);
+  form->cboRemoteFolderView.UserChooses(1);
   PressOk();
   EXPECT_NE(screen.LastMessage().Text.find(u"(Dealers)"), String::npos);
 }
@@ -122,9 +122,9 @@ TEST_F(FolderSavingTest, ARemoteFolderMayHaveAnyFoldersNameAndThenHandsBackTheFi
   Folder(u"1, 'S', 'Dealers', 0, 1, ''");
   Add();
   Name(u"Dealers");
-  form.chkRemoteFolder.UserClicks();
+  form->chkRemoteFolder.UserClicks();
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Folders().size(), 2u);
   EXPECT_EQ(Saved(), u"1|Dealers|S|");
 }
@@ -135,15 +135,15 @@ TEST_F(FolderSavingTest, ANewSharedFolderIsWrittenAndHandedBack) {
   PressOk();
   EXPECT_EQ(Folders(), Lines{u"1|S|Friends|0|7|"});
   EXPECT_EQ(Saved(), u"1|Friends|S|");
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Log(), u"");
 }
 
 TEST_F(FolderSavingTest, ANewRemoteFolderIsWrittenAndHandedBack) {
   Add();
   Name(u"Dealers");
-  form.chkRemoteFolder.UserClicks();
-  form.cboRemoteFolderView.UserChooses(2);
+  form->chkRemoteFolder.UserClicks();
+  form->cboRemoteFolderView.UserChooses(2);
   PressOk();
   EXPECT_EQ(Folders(), Lines{u"1|R|Dealers|0|7|C"});
   EXPECT_EQ(Saved(), u"1|Dealers|R|C");
@@ -159,10 +159,10 @@ TEST_F(FolderSavingTest, ARenamedFolderKeepsItsTypeParentAndUser) {
 }
 
 TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxNoLocalFolderIsWritten) {
-  session.FolderType = 2;
+  request.FolderType = TypeOfFolder::SharedRemoteFolder;
   Add();
   Name(u"Ours");
-  ASSERT_FALSE(form.chkRemoteFolder.Checked());
+  ASSERT_FALSE(form->chkRemoteFolder.Checked());
   PressOk();
   EXPECT_EQ(Folders(), Lines{u"1|S|Ours|0|7|"});
   EXPECT_EQ(Saved(), u"1|Ours|S|");
@@ -170,11 +170,11 @@ TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxNoLocalFolderIsWritten) 
 
 TEST_F(FolderSavingTest, WithTheRemoteTypeAndAClearedBoxNoNameIsGivenTwice) {
   Folder(u"1, 'S', 'Friends', 0, 1, ''");
-  session.FolderType = 2;
+  request.FolderType = TypeOfFolder::SharedRemoteFolder;
   Add();
   Name(u"Friends");
   PressOk();
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(Folders().size(), 1u);
 }
 
@@ -182,32 +182,31 @@ TEST_F(FolderSavingTest, ARefusedNameGetsTheFocus) {
   Folder(u"1, 'S', 'Friends', 0, 1, ''");
   Add();
   Name(u"Friends");
-  form.cmdOK.SetFocus();
+  form->cmdOK.SetFocus();
   PressOk();
   ASSERT_EQ(screen.Messages.size(), 1u);
-  EXPECT_TRUE(form.txtFolderName.HasFocus());
+  EXPECT_TRUE(form->txtFolderName.HasFocus());
 }
 
 TEST_F(FolderSavingTest, ARefusedCategoryGetsTheFocus) {
   Folder(u"1, 'R', 'Dealers', 0, 1, 'B'");
   Add();
   Name(u"More dealers");
-  form.chkRemoteFolder.UserClicks();
-  form.cmdOK.SetFocus();
+  form->chkRemoteFolder.UserClicks();
+  form->cmdOK.SetFocus();
   PressOk();
   ASSERT_EQ(screen.Messages.size(), 1u);
-  EXPECT_TRUE(form.cboRemoteFolderView.HasFocus());
+  EXPECT_TRUE(form->cboRemoteFolderView.HasFocus());
 }
 
 TEST_F(FolderSavingTest, TheDialectsSaveAlike) {
   for (const StringView dialect : {u"SQL", u"ORACLE", u"MYSQL"}) {
     session.DbType = dialect;
-    session.FolderType = 1;
-    forms::frmSelectFolder dialog(session);
-    dialog.Load();
-    dialog.txtFolderName.SetText(u"Ünïcode " + String(dialect));
-    dialog.cmdOK.UserClicks();
-    EXPECT_EQ(session.SavedFolderName, u"Ünïcode " + String(dialect));
+    form.Reset();
+    Add();
+    Name(u"Ünïcode " + String(dialect));
+    PressOk();
+    EXPECT_EQ(form->Result().Saved.value().Name, u"Ünïcode " + String(dialect));
   }
 }
 
@@ -216,7 +215,7 @@ TEST_F(FolderSavingTest, QuotesTabsLineBreaksAndEmojiArriveAsTyped) {
   Add();
   Name(name);
   PressOk();
-  EXPECT_EQ(session.SavedFolderName, name);
+  EXPECT_EQ(form->Result().Saved.value().Name, name);
   EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), Lines{name});
 }
 
@@ -227,42 +226,28 @@ TEST_F(FolderSavingTest, CancelLeavesNoFolderAndKeepsTypeAndCategory) {
   session.SavedFolderCategory = u"C";
   Add();
   Name(u"Friends");
-  form.cmdCancel.UserClicks();
+  form->cmdCancel.UserClicks();
   EXPECT_EQ(Saved(), u"||R|C");
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Folders(), Lines{});
-}
-
-TEST_F(FolderSavingTest, CancelOfANewFolderForgetsTheId) {
-  Add();
-  form.FolderIdText = u"9";
-  form.cmdCancel.UserClicks();
-  EXPECT_EQ(form.FolderIdText, u"");
-}
-
-TEST_F(FolderSavingTest, CancelOfAnEditKeepsTheId) {
-  Folder(u"5, 'S', 'Mine', 0, 2, ''");
-  Edit(u"5");
-  form.cmdCancel.UserClicks();
-  EXPECT_EQ(form.FolderIdText, u"5");
 }
 
 TEST_F(FolderSavingTest, TheCloseButtonIsACancel) {
   session.SavedFolderId = u"3";
   Add();
-  form.UserCloses();
-  EXPECT_EQ(session.SavedFolderId, u"");
+  form->UserCloses();
+  EXPECT_EQ(Saved(), u"|||");
 }
 
 TEST_F(FolderSavingTest, EnterIsOkAndEscapeIsCancel) {
-  EXPECT_TRUE(form.cmdOK.IsDefault());
-  EXPECT_TRUE(form.cmdCancel.IsCancel());
+  EXPECT_TRUE(form->cmdOK.IsDefault());
+  EXPECT_TRUE(form->cmdCancel.IsCancel());
 }
 
 // Failures: logged, the dialog still open, the text still there.
 
 TEST_F(FolderSavingTest, WithoutATypeASaveIsLoggedAndNoFolderIsWritten) {
-  session.FolderType = 0;
+  request.FolderType = TypeOfFolder::LocalFolder;
   Add();
   Name(u"Friends");
   PressOk();
@@ -271,12 +256,12 @@ TEST_F(FolderSavingTest, WithoutATypeASaveIsLoggedAndNoFolderIsWritten) {
 }
 
 TEST_F(FolderSavingTest, WithoutATypeCheckingTheBoxDoesNotHelp) {
-  session.FolderType = 0;
+  request.FolderType = TypeOfFolder::LocalFolder;
   Add();
   Name(u"Friends");
-  form.chkRemoteFolder.UserClicks();
-  form.cboRemoteFolderView.AddItem(u"A");
-  form.cboRemoteFolderView.UserChooses(0);
+  form->chkRemoteFolder.UserClicks();
+  form->cboRemoteFolderView.AddItem(u"A");
+  form->cboRemoteFolderView.UserChooses(0);
   PressOk();
   ExpectOpenWithItsText(u"Validate_Data");
   EXPECT_TRUE(LoggedNumber(ErrorNumber::ObjectNotSet));
@@ -291,10 +276,11 @@ TEST_F(FolderSavingTest, ALostConnectionIsLogged) {
 
 TEST_F(FolderSavingTest, AConnectionClosedBehindItsBackIsOpenedAgain) {
   AddWithFakeDriver();
-  session.CloseConnection();
+  auto& connection = *form->Commands().At(forms::FolderCommand::NameExists).ActiveConnection();
+  connection.Close();
   PressOk();
   EXPECT_FALSE(LoggedNumber(ErrorNumber::InvalidConnection));
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
+  EXPECT_EQ(connection.State(), database::ObjectState::Open);
 }
 
 TEST_F(FolderSavingTest, AConstraintViolationIsLogged) {
@@ -309,9 +295,9 @@ TEST_F(FolderSavingTest, ANameThatTheDatabaseWantsOnlyOnceIsLogged) {
   database.Run({u"CREATE UNIQUE INDEX ONCE ON SMS_ABFOLDERS (NAME)"});
   Add();
   Name(u"Dealers");
-  form.chkRemoteFolder.UserClicks();  // whose name is not asked for before
+  form->chkRemoteFolder.UserClicks();  // whose name is not asked for before
   PressOk();
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(ErrorsIn(u"Save_Data"), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::IntegrityViolation));
   EXPECT_EQ(Folders().size(), 1u);
@@ -325,8 +311,8 @@ TEST_F(FolderSavingTest, ARenameThatFailsLeavesTheFolderAsItWas) {
        u"'locked'); END"});
   Name(u"Others");
   PressOk();
-  EXPECT_TRUE(form.IsLoaded());
-  EXPECT_EQ(form.txtFolderName.Text(), u"Others");
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(form->txtFolderName.Text(), u"Others");
   EXPECT_EQ(ErrorsIn(u"Save_Data"), 1);
   EXPECT_EQ(Folders(), Lines{u"1|S|Friends|0|1|"});
 }
@@ -336,14 +322,14 @@ TEST_F(FolderSavingTest, ANameOverTheLimitIsKeptUntilItIsChanged) {
   Folder(u"1, 'S', '" + name + u"', 0, 1, ''");
   Edit(u"1");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
-  EXPECT_EQ(session.SavedFolderName, name);
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(form->Result().Saved.value().Name, name);
 }
 
 TEST_F(FolderSavingTest, OverLongTextIsCutWhenItIsPasted) {
   Add();
-  form.txtFolderName.UserTypes(String(200, u'x'));
-  EXPECT_EQ(form.txtFolderName.Text(), String(50, u'x'));
+  form->txtFolderName.UserTypes(String(200, u'x'));
+  EXPECT_EQ(form->txtFolderName.Text(), String(50, u'x'));
 }
 
 TEST_F(FolderSavingTest, ANewFolderAsksForRivalsByTheTrimmedName) {
@@ -370,7 +356,7 @@ TEST_F(FolderSavingTest, AFolderThatCannotBeReadBackLeavesNoResult) {
   driver.Answer(u"SELECT 1", {{u"1"}}, {});
   PressOk();
   ExpectOpenWithItsText(u"Save_Data");
-  form.cmdCancel.UserClicks();
+  form->cmdCancel.UserClicks();
   EXPECT_EQ(Saved(), u"|||");
 }
 
@@ -383,7 +369,7 @@ TEST_F(FolderSavingTest, ASecondTryAfterAFailureSaves) {
                 {{u"8", u"Friends", u"S", std::nullopt}});
   driver.Answer(u"SELECT 1", {{u"1"}}, {});
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Saved(), u"8|Friends|S|");
 }
 
@@ -409,8 +395,7 @@ TEST_F(FolderSavingTest, AnIdThatIsNoNumberNeverReachesAStatementThatWrites) {
 
 TEST_F(FolderSavingTest, AFolderThatCouldNotBeLoadedKeepsItsNameAndMapping) {
   Folder(u"5, 'R', 'Dealers', 0, 2, 'C'");
-  session.FolderType = 2;
-  session.OpenConnection();
+  request.FolderType = TypeOfFolder::SharedRemoteFolder;
   database.Run({u"ALTER TABLE SMS_ABFOLDERS RENAME TO AWAY"});
   Edit(u"5");
   ASSERT_EQ(ErrorsIn(u"Populate_Data"), 1);
@@ -435,7 +420,7 @@ TEST_F(FolderSavingTest, OkWithoutAChangeChangesNoFolder) {
   Folder(u"5, 'S', ' Mine ', 0, 2, NULL");
   Edit(u"5");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Folders(), Lines{u"5|S| Mine |0|2|null"});
 }
 
@@ -453,7 +438,7 @@ TEST_F(FolderSavingTest, AMappingUndoesNoRenameOfAnotherUser) {
   Folder(u"5, 'R', 'Dealers', 0, 2, 'A'");
   Edit(u"5");
   database.Run({u"UPDATE SMS_ABFOLDERS SET NAME = 'Friends'"});
-  form.cboRemoteFolderView.UserChooses(2);
+  form->cboRemoteFolderView.UserChooses(2);
   PressOk();
   EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
 }
@@ -463,8 +448,8 @@ TEST_F(FolderSavingTest, ACategoryLongerThanItsParameterIsLogged) {
   Categories({category});
   Add();
   Name(u"Friends");
-  form.chkRemoteFolder.UserClicks();
-  form.cboRemoteFolderView.SetText(category);
+  form->chkRemoteFolder.UserClicks();
+  form->cboRemoteFolderView.SetText(category);
   PressOk();
   ExpectOpenWithItsText(u"Validate_Data");
 }

@@ -32,7 +32,9 @@ struct ShortMemoryTest : FolderFixture {
   int LoadUntilFailureOf(StringView procedure) {
     constexpr int kMost = 200;
     for (int number = 1; number <= kMost; ++number) {
-      dialog = std::make_unique<forms::frmSelectFolder>(session);
+      Workplace place = session.Place();
+      place.Database.Open();
+      dialog = std::make_unique<forms::frmSelectFolder>(std::move(place), request);
       failingAllocation = number;
       try {
         dialog->Load();
@@ -50,7 +52,6 @@ struct ShortMemoryTest : FolderFixture {
 
 TEST_F(ShortMemoryTest, CommandsThatCannotBeMadeAreLoggedAndTheDialogGoesOn) {
   Categories({u"A", u"B"});
-  session.OpenConnection();
   ASSERT_GT(LoadUntilFailureOf(u"PrepareCommand"), 0);
   EXPECT_EQ(ErrorsIn(u"PrepareCommand"), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::OutOfMemory));

@@ -82,7 +82,7 @@ AddressBookTest::Row AddressBookTest::Item(String id, String name, String type) 
 }
 
 forms::frmAddressBook& AddressBookTest::Open() {
-  if (!form) form = std::make_unique<forms::frmAddressBook>(session);
+  if (!form) form = std::make_unique<forms::frmAddressBook>(session, editors);
   form->Show();
   return *form;
 }

@@ -64,6 +64,7 @@ class AddressBookTest : public testing::Test {
   ScriptedScreen screen;
   FakeOperatingSystem system;
   Session session;
+  forms::Editors editors{session};
   std::unique_ptr<forms::frmAddressBook> form;
 };
 

@@ -29,7 +29,7 @@ struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
   }
   /// The rows listed for the node, each its id, name, number, folder and type.
   Lines List(StringView key) {
-    if (!form) form = std::make_unique<forms::frmAddressBook>(session);
+    if (!form) form = std::make_unique<forms::frmAddressBook>(session, editors);
     form->Show();
     controls::TreeNode* node = form->tvwContacts.Find(key);
     if (!node) return {u"no such node"};
@@ -56,6 +56,7 @@ struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
                   system,
                   {[this](StringView) -> database::Driver& { return database.Driver(); },
                    screen.Dispatcher.Post()}};
+  forms::Editors editors{session};
   std::unique_ptr<forms::frmAddressBook> form;
 };
 

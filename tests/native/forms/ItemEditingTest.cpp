@@ -91,7 +91,9 @@ struct ItemEditingTest : DialogFixture {
     });
   }
 
-  std::unique_ptr<forms::frmAddressBook> form = std::make_unique<forms::frmAddressBook>(session);
+  forms::Editors editors{session};
+  std::unique_ptr<forms::frmAddressBook> form =
+      std::make_unique<forms::frmAddressBook>(session, editors);
 };
 
 // New contacts.

@@ -28,7 +28,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
     database.Run(
         {u"INSERT INTO SMS_ABGROUPMAPS VALUES (100, '100', 'S'), (100, 'D1', 'R'),"
          u" (101, '101', 'S'), (101, '105', 'S'), (102, '100', 'S')"});
-    form = std::make_unique<forms::frmAddressBook>(session);
+    form = std::make_unique<forms::frmAddressBook>(session, editors);
     form->Show();
     Complete();
   }
@@ -290,6 +290,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
   }
 
   std::mt19937 random{GetParam()};
+  forms::Editors editors{session};
   std::unique_ptr<forms::frmAddressBook> form;
   Keys selected;   ///< "kind:id" of the rows
   String current;  ///< empty for none

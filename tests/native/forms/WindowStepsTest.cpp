@@ -24,7 +24,7 @@ struct WindowStepsTest : AddressBookTest {
                            },
                            screen.Dispatcher.Post()};
     session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
-    form = std::make_unique<forms::frmAddressBook>(session);
+    form = std::make_unique<forms::frmAddressBook>(session, editors);
   }
   ~WindowStepsTest() override {
     form.reset();

@@ -30,7 +30,8 @@ class BookWindow : public testing::Test {
   Session session_{screen_,
                    system_,
                    {[this](StringView) -> database::Driver& { return driver_; }, screen_.Poster()}};
-  forms::frmAddressBook form_{session_};
+  forms::Editors editors_{session_};
+  forms::frmAddressBook form_{session_, editors_};
 };
 
 }  // namespace ktrv::windows

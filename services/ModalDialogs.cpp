@@ -1,4 +1,4 @@
-#include "component/ModalDialogs.h"
+#include "services/ModalDialogs.h"
 
 #include <algorithm>
 
