@@ -6,7 +6,6 @@
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
 #include "controls/ToolBar.h"
-#include "tests/native/support/NoPeers.h"
 #include "tests/native/support/ScriptedScreen.h"
 
 namespace ktrv::controls {
@@ -52,33 +51,6 @@ TEST_F(BarsTest, ANarrowerRangeTakesTheValueIn) {
   progress.SetValue(80);
   progress.SetRange(0, 10);
   EXPECT_EQ(progress.Value(), 10);
-}
-
-TEST_F(BarsTest, ANewRangeIsShown) {
-  struct ShownBar final : ProgressBarPeer {
-    ShownBar(ProgressBar& bar, int& shown) : Bar(bar), ShownMax(shown) {}
-    void BoundsChanged() override {}
-    void VisibleChanged() override {}
-    void EnabledChanged() override {}
-    void TextChanged() override {}
-    void FocusRequested() override {}
-    void RefreshRequested() override {}
-    void ValueChanged() override { ShownMax = Bar.Max(); }
-    void PlacedIn(StatusBar&, int) override {}
-    ProgressBar& Bar;
-    int& ShownMax;
-  };
-  struct Peers final : tests::NoPeers {
-    using NoPeers::Make;
-    Window<ProgressBarPeer> Make(ProgressBar& bar) override {
-      return std::make_unique<ShownBar>(bar, ShownMax);
-    }
-    int ShownMax = 0;
-  };
-  Peers peers;
-  progress.Realise(peers);
-  progress.SetRange(0, 7);
-  EXPECT_EQ(peers.ShownMax, 7);
 }
 
 TEST_F(BarsTest, AnEnabledButtonReportsItsKey) {

@@ -25,6 +25,7 @@ TEST_F(GroupDialogTest, HasItsCaptions) {
   EXPECT_EQ(form->Caption(), u"New Group");
   EXPECT_EQ(form->lblGroupName.Caption(), u"Group Name");
   EXPECT_EQ(form->chkGroup.Caption(), u"This is a Shared Group");
+  EXPECT_FALSE(form->chkGroup.Enabled());
   EXPECT_EQ(form->Frame2.Caption(), u" Select Group Members ");
   EXPECT_EQ(form->Label2.Caption(), u"Type Name or select from list");
   EXPECT_EQ(form->cmdFind.Caption(), u"&Find");

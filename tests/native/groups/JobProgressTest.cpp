@@ -29,6 +29,16 @@ struct CountedPaints final : NoPeers {
   int Paints = 0;
 };
 
+TEST(JobProgressTest, ABarStartsAtNothing) {
+  ScriptedScreen screen;
+  controls::Form form(screen, {});
+  controls::Label label(form, {}, u"");
+  controls::ProgressBar bar(form, {});
+  bar.SetValue(50);
+  const forms::JobProgress progress(label, bar, u"Working", 100);
+  EXPECT_EQ(bar.Value(), 0);
+}
+
 TEST(JobProgressTest, AStepIsPaintedNowAndThenOnly) {
   ScriptedScreen screen;
   controls::Form form(screen, {});
