@@ -92,21 +92,19 @@ TEST_P(TurnsTest, ExpandingAHundredGroups) {
   EXPECT_LE(Turns([&] { host.Expand(); }, [&] { host.OpenPicker(); }), Of(203, 209));
 }
 
-TEST_P(TurnsTest, AFirstUseMakesTheConnectionsThatTheNextOnesHave) {
+TEST_P(TurnsTest, ADayMakesNoMoreConnectionsThanAreUsedAtOnce) {
   const int before = book.Way.Connections();
   host.OpenAddressBook([] {});
-  host.OpenGroup();
-  host.CloseGroup();
-  const int made = book.Way.Connections() - before;
-  EXPECT_LE(made, 3);
-  for (int round = 0; round < 3; ++round) {
+  for (int round = 0; round < 4; ++round) {
     host.OpenContact();
     host.SaveContact();
     host.ChooseNode(u"SFLD1", 100);
     host.OpenGroup();
     host.CloseGroup();
   }
-  EXPECT_EQ(book.Way.Connections() - before, made);
+  // The window's, the dialog's, and those of the dialog's two lists, which may come side by side.
+  constexpr int kAtOnce = 4;
+  EXPECT_LE(book.Way.Connections() - before, kAtOnce);
 }
 
 INSTANTIATE_TEST_SUITE_P(, TurnsTest, testing::Values(ServerKind::MariaDb, ServerKind::PostgreSql),
