@@ -56,27 +56,26 @@ class Comparison {
   std::vector<double> floor_;
 };
 
-/// The session of a host whose user edits the contact, on a screen that shows nothing.
+/// A user who edits the contact, on a screen that shows nothing.
 class Editor {
  public:
-  explicit Editor(const String& connectionString)
-      : session_(screen_, system_,
-                 {[this](StringView) -> database::Driver& { return driver_; },
-                  screen_.Dispatcher.Post()}) {
-    session_.SessionConnectionString = connectionString;
-    session_.EditContactId = ToDecimal(kContact);
+  explicit Editor(const String& connectionString) {
+    services_.LogFilePath = u"log";
+    database_.ConnectionString = connectionString;
   }
 
   void Open() {
-    form_ = std::make_unique<forms::frmNewContact>(session_);
-    form_->Mode = ModeOfOperation::Modify;
+    form_ = std::make_unique<forms::frmNewContact>(
+        Workplace{services_, database_.Another(), {}},
+        forms::ContactRequest{.Mode = ModeOfOperation::Modify,
+                              .EditContactId = ToDecimal(kContact)});
     form_->Load();
   }
   void Save() { form_->cmdSave.UserClicks(); }
   forms::frmNewContact& Form() { return *form_; }
 
   void RequireSaved() {
-    if (form_->IsLoaded() || !system_.TextOf(session_.LogFilePath).empty()) {
+    if (form_->IsLoaded() || !system_.TextOf(services_.LogFilePath).empty()) {
       throw std::runtime_error("the contact was not saved");
     }
   }
@@ -85,7 +84,9 @@ class Editor {
   database::OdbcDriver driver_;
   tests::ScriptedScreen screen_;
   tests::FakeOperatingSystem system_;
-  Session session_;
+  Services services_{screen_, system_};
+  BookDatabase database_{
+      {[this](StringView) -> database::Driver& { return driver_; }, screen_.Dispatcher.Post()}};
   std::unique_ptr<forms::frmNewContact> form_;
 };
 

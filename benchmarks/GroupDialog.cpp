@@ -6,40 +6,38 @@
 
 namespace ktrv::benchmarks {
 
-GroupDialog::GroupDialog(const std::string& path)
-    : session_(screen_, system_,
-               {[this](StringView) -> database::Driver& { return driver_; },
-                screen_.Dispatcher.Post()}) {
-  session_.SessionConnection = std::make_unique<database::Connection>(session_.Environment);
-  session_.SessionConnectionString = u"Driver=SQLite3;Database=" + FromUtf8(path);
-  session_.DbType = u"SQL";
-  session_.IsAdmin = 1;
-  session_.InitDone = 1;
-  session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+GroupDialog::GroupDialog(const std::string& path) {
+  services_.LogFilePath = u"log";
+  database_.ConnectionString = u"Driver=SQLite3;Database=" + FromUtf8(path);
+  database_.DbType = u"SQL";
+  database_.Renew();
 }
 
-forms::frmGroupsNew& GroupDialog::OpenPicker() {
-  form_ = std::make_unique<forms::frmGroupsNew>(session_);
-  form_->LoadGroupFor = LoadGroupFor::SelectReceipient;
+forms::frmGroupsNew& GroupDialog::Open(const forms::GroupRequest& request) {
+  form_ = std::make_unique<forms::frmGroupsNew>(
+      Workplace{services_, database_.Another(), {.Rights = UserType::Administrator}}, request);
   form_->Load();
   Complete();
   return *form_;
+}
+
+forms::frmGroupsNew& GroupDialog::OpenPicker(bool expandGroups) {
+  return Open({.LoadGroupFor = LoadGroupFor::SelectReceipient,
+               .GroupType = TypeOfGroup::SharedGroup,
+               .ExpandGroups = expandGroups});
 }
 
 forms::frmGroupsNew& GroupDialog::OpenGroup(const String& id, const String& name) {
-  session_.GroupId = id;
-  session_.GroupName = name;
-  form_ = std::make_unique<forms::frmGroupsNew>(session_);
-  form_->Mode = ModeOfOperation::Modify;
-  form_->Load();
-  Complete();
-  return *form_;
+  return Open({.Mode = ModeOfOperation::Modify,
+               .GroupType = TypeOfGroup::SharedGroup,
+               .GroupId = id,
+               .GroupName = name});
 }
 
 void GroupDialog::Complete() {
   const bool came = screen_.WaitUntil(
       [&] { return !form_->Sources().IsLoading() && !form_->Members().IsLoading(); });
-  if (!came || !form_->Members().IsComplete() || !system_.TextOf(session_.LogFilePath).empty()) {
+  if (!came || !form_->Members().IsComplete() || !system_.TextOf(services_.LogFilePath).empty()) {
     throw std::runtime_error("the group dialog failed");
   }
 }

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "component/Session.h"
 #include "database/odbc/OdbcDriver.h"
 #include "forms/groups/frmGroupsNew.h"
 #include "tests/native/support/FakeOperatingSystem.h"
@@ -19,7 +18,7 @@ class GroupDialog {
   explicit GroupDialog(const std::string& path);
 
   /// Loads the dialog and waits until its lists are there. A group's dialog with the group's id.
-  forms::frmGroupsNew& OpenPicker();
+  forms::frmGroupsNew& OpenPicker(bool expandGroups = false);
   forms::frmGroupsNew& OpenGroup(const String& id, const String& name);
   /// Waits until both lists are there. \throws std::runtime_error when one failed
   void Complete();
@@ -27,14 +26,17 @@ class GroupDialog {
   double LoadSource(const String& folderId);
 
   forms::frmGroupsNew& Form() { return *form_; }
-  Session& Record() { return session_; }
   std::vector<String> MemberIds();
 
  private:
+  forms::frmGroupsNew& Open(const forms::GroupRequest& request);
+
   database::OdbcDriver driver_;
   tests::ScriptedScreen screen_;
   tests::FakeOperatingSystem system_;
-  Session session_;
+  Services services_{screen_, system_};
+  BookDatabase database_{
+      {[this](StringView) -> database::Driver& { return driver_; }, screen_.Dispatcher.Post()}};
   std::unique_ptr<forms::frmGroupsNew> form_;
 };
 

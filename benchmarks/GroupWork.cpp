@@ -53,8 +53,8 @@ void Measure(const char* name, const Pair& pair, const std::function<double(cons
 }
 
 /// A picker whose left list shows the folder.
-void OpenPicker(GroupDialog& dialog, const String& folder) {
-  dialog.OpenPicker();
+void OpenPicker(GroupDialog& dialog, const String& folder, bool expandGroups = false) {
+  dialog.OpenPicker(expandGroups);
   dialog.LoadSource(folder);
 }
 
@@ -78,11 +78,10 @@ double SelectAllAgain(const std::string& path, const String& folder) {
 
 double Pick(const std::string& path, const String& folder, int membersPerRow) {
   GroupDialog dialog(path);
-  dialog.Record().ExpandGroups = membersPerRow > 1;
-  OpenPicker(dialog, folder);
+  OpenPicker(dialog, folder, membersPerRow > 1);
   dialog.Form().SelectAllMembers();
   const double seconds = WorkOf([&] { Require(dialog.Form().Save_Data()); });
-  Require(dialog.Record().SelectedRecipients->Count() ==
+  Require(dialog.Form().Picked().value().Selected->Count() ==
           dialog.Form().Members().Count() * membersPerRow);
   return seconds;
 }

@@ -1,6 +1,5 @@
 #include "component/Dialogs.h"
 
-#include <tuple>
 #include <utility>
 
 namespace ktrv {
@@ -12,44 +11,43 @@ Dialogs::~Dialogs() {
 }
 
 forms::frmAddressBook& Dialogs::AddressBook() {
-  if (!book_) book_ = std::make_unique<Book>(session_, Editors);
-  return book_->Window;
+  if (!book_) book_ = std::make_unique<forms::frmAddressBook>(session_.Place(), Editors);
+  return *book_;
 }
 
 void Dialogs::ShowAddressBook() {
-  std::erase_if(former_, [](const auto& book) { return book->Window.IsGone(); });
+  std::erase_if(former_, [](const auto& book) { return book->IsGone(); });
   // A window on its way out may be in the middle of a command, or the host may have destroyed it.
-  const bool isOnItsWayOut = book_ && !book_->Window.IsLoaded() && !book_->Window.IsGone();
+  const bool isOnItsWayOut = book_ && !book_->IsLoaded() && !book_->IsGone();
   if (book_ && (isOnItsWayOut || !BelongsToSession(*book_))) {
     former_.push_back(std::move(book_));
-    former_.back()->Window.Unload();
+    former_.back()->Unload();
   }
   AddressBook();
-  if (book_->Window.IsLoaded()) {
-    session_.CloseConnection();
+  if (book_->IsLoaded()) {
+    session_.Database.Close();
   } else {
-    book_->Own.Database.TakeConnectionOf(session_.Database);
+    book_->Place().Database.TakeConnectionOf(session_.Database);
   }
-  book_->Window.Show();
+  book_->Show();
 }
 
-bool Dialogs::BelongsToSession(const Book& book) const {
-  const auto who = [](const Session& values) {
-    return std::tie(values.SessionConnectionString, values.DbType, values.RunAt,
-                    values.SessionUserId, values.IsAdmin);
-  };
-  return who(book.Own) == who(session_);
+bool Dialogs::BelongsToSession(forms::frmAddressBook& book) const {
+  const Workplace host = session_.Place();
+  const Workplace& own = book.Place();
+  return own.Database.ConnectionString == host.Database.ConnectionString &&
+         own.Database.DbType == host.Database.DbType && own.User == host.User;
 }
 
 void Dialogs::UnloadAll() noexcept {
-  if (book_) Unload(&book_->Window);
-  for (controls::Form* dialog : session_.Modal.Open()) Unload(dialog);
+  if (book_) Unload(book_.get());
+  for (controls::Form* dialog : session_.Services.Modal.Open()) Unload(dialog);
 }
 
 void Dialogs::Unload(controls::Form* form) noexcept {
   if (!form) return;
-  session_.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
-                [&] { form->Unload(); });
+  session_.Services.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
+                         [&] { form->Unload(); });
 }
 
 }  // namespace ktrv

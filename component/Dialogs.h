@@ -10,8 +10,7 @@
 namespace ktrv {
 
 /// The windows of one host thread. The address book window stays loaded between calls and is used
-/// again for the same user and database; the dialogs are made afresh for each call and shown
-/// through Session::ShowModal.
+/// again for the same user and database; the editors are made afresh for each call.
 class Dialogs {
  public:
   /// \param session the host's; must outlive the dialogs.
@@ -41,20 +40,14 @@ class Dialogs {
   void UnloadAll() noexcept;
 
  private:
-  /// A window with the session that it keeps from its first to its last moment.
-  struct Book {
-    Book(Session& host, forms::Editors& editors) : Own(host.ForWindow()), Window(Own, editors) {}
-    Session Own;
-    forms::frmAddressBook Window;
-  };
-
   void Unload(controls::Form* form) noexcept;
-  bool BelongsToSession(const Book& book) const;
+  bool BelongsToSession(forms::frmAddressBook& book) const;
 
   Session& session_;
   int users_ = 0;
-  std::unique_ptr<Book> book_;
-  std::vector<std::unique_ptr<Book>> former_;  ///< closed, and perhaps in the middle of an event
+  std::unique_ptr<forms::frmAddressBook> book_;
+  std::vector<std::unique_ptr<forms::frmAddressBook>>
+      former_;  ///< closed, and perhaps in the middle of an event
 };
 
 }  // namespace ktrv

@@ -14,34 +14,34 @@ std::optional<double> NumberOf(const Variant& admin) {
 /// Takes over what the user's row says; an ADMIN that is neither 1 nor 0 says nothing.
 void TakeAdmin(Session& session, const EntryOperation& operation, const Variant& admin) {
   const auto value = NumberOf(admin);
-  if (value == 1) session.IsAdmin = static_cast<std::int32_t>(UserType::Administrator);
+  if (value == 1) session.IsAdmin = UserType::Administrator;
   if (value == 0) {
-    session.IsAdmin = static_cast<std::int32_t>(UserType::GeneralUser);
+    session.IsAdmin = UserType::GeneralUser;
     if (operation.LocalGroupForGeneralUser) {
-      session.GroupType = static_cast<std::int32_t>(TypeOfGroup::LocalGroup);
+      session.GroupType = TypeOfGroup::LocalGroup;
     }
   }
 }
 
 void RefuseUser(Session& session, const EntryOperation& operation) {
-  session.ShowMessage(u"User has been either deleted or disabled", MessageStyle::Critical);
-  session.WriteLog(u"KTRVAddressBook: User has been either deleted or disabled.");
-  if (!operation.KeepsConnection) session.CloseConnection();
+  session.Services.ShowMessage(u"User has been either deleted or disabled", MessageStyle::Critical);
+  session.Services.WriteLog(u"KTRVAddressBook: User has been either deleted or disabled.");
+  if (!operation.KeepsConnection) session.Database.Close();
 }
 
 }  // namespace
 
 bool CheckInitialised(Session& session, const EntryOperation& operation) {
   if (session.InitDone != 0) return true;
-  session.ShowMessage(u"Initialisation routine for AddressBook DLL has not been done.",
-                      MessageStyle::Critical);
-  session.WriteLog(operation.NotInitialised);
+  session.Services.ShowMessage(u"Initialisation routine for AddressBook DLL has not been done.",
+                               MessageStyle::Critical);
+  session.Services.WriteLog(operation.NotInitialised);
   return false;
 }
 
 bool CheckRights(Session& session, const EntryOperation& operation) {
-  database::Recordset users(session.Environment);
-  users.Open(data::UserQueries::Rights(session.SessionUserId), session.OpenConnection());
+  database::Recordset users(session.Database.Environment);
+  users.Open(data::UserQueries::Rights(session.SessionUserId), session.Database.Open());
   if (users.EndOfFile()) {
     users.Close();
     RefuseUser(session, operation);
@@ -49,8 +49,12 @@ bool CheckRights(Session& session, const EntryOperation& operation) {
   }
   TakeAdmin(session, operation, users.Field(u"ADMIN"));
   users.Close();
-  if (operation.SharedForAdministrator && session.IsAdministrator() && session.IsAtServer()) {
-    session.*operation.SharedForAdministrator = 1;
+  if (session.IsAdministrator() && session.IsAtServer()) {
+    using Shared = EntryOperation::Shared;
+    if (operation.ForAdministrator == Shared::Contacts) {
+      session.SharedMode = TypeOfContact::SharedContact;
+    }
+    if (operation.ForAdministrator == Shared::Group) session.GroupType = TypeOfGroup::SharedGroup;
   }
   return true;
 }

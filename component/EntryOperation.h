@@ -10,8 +10,8 @@ struct EntryOperation {
   StringView Name;
   StringView NotInitialised;  ///< log line when Init did not succeed before
   StringView Context;         ///< context text of its error records
-  /// The field that becomes 1 (shared) for an administrator at the server; null for none.
-  std::int32_t Session::*SharedForAdministrator = nullptr;
+  /// What becomes shared for an administrator at the server.
+  enum class Shared { Nothing, Contacts, Group } ForAdministrator = Shared::Nothing;
   /// Whether a general user gets local groups whatever the host asked for.
   bool LocalGroupForGeneralUser = false;
   /// Whether the connection stays open when the user is refused.
@@ -39,7 +39,7 @@ inline constexpr EntryOperation kAddContacts{
         u"KTRVAddressBook: Could not load add contacts because initialisation "
         u"routine not completed....",
     .Context = u"KTRVAddressBook:  Error occured. Sub: AddContacts, Module: clsMain",
-    .SharedForAdministrator = &Session::SharedMode,
+    .ForAdministrator = EntryOperation::Shared::Contacts,
 };
 inline constexpr EntryOperation kAddGroup{
     .Name = u"AddGroup",
@@ -47,20 +47,20 @@ inline constexpr EntryOperation kAddGroup{
         u"KTRVAddressBook: Could not load add group because initialisation routine "
         u"not completed....",
     .Context = u"KTRVAddressBook:  Error occured. Sub: AddGroup, Module: clsMain",
-    .SharedForAdministrator = &Session::GroupType,
+    .ForAdministrator = EntryOperation::Shared::Group,
     .LocalGroupForGeneralUser = true,
 };
 inline constexpr EntryOperation kEditGroup{
     .Name = u"EditGroup",
     .NotInitialised = kNoEditGroup,
     .Context = u"KTRVAddressBook:  Error occured. Sub: EditGroup, Module: clsMain",
-    .SharedForAdministrator = &Session::GroupType,
+    .ForAdministrator = EntryOperation::Shared::Group,
 };
 inline constexpr EntryOperation kLoadAddressBook{
     .Name = u"LoadAddressBook",
     .NotInitialised = kNoEditGroup,
     .Context = u"KTRVAddressBook: Error occured. Sub: LoadAddressbook, Module: clsMain",
-    .SharedForAdministrator = &Session::SharedMode,
+    .ForAdministrator = EntryOperation::Shared::Contacts,
 };
 inline constexpr EntryOperation kLoadRecipients{
     .Name = u"LoadRecipients",

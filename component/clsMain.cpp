@@ -2,18 +2,14 @@
 
 #include "data/EditorQueries.h"
 #include "database/Recordset.h"
-#include "forms/contact/frmNewContact.h"
-#include "forms/groups/frmGroupsNew.h"
 
 namespace ktrv {
 namespace {
 
-using Purpose = Session::Purpose;
-
 /// The trimmed text of the query's one column. \throws Error NoCurrentRecord without a row.
 String LookUp(Session& session, const String& query, StringView column) {
-  database::Recordset rows(session.Environment);
-  rows.Open(query, session.OpenConnection());
+  database::Recordset rows(session.Database.Environment);
+  rows.Open(query, session.Database.Open());
   String text(Trim(ToText(rows.Field(column))));
   rows.Close();
   return text;
@@ -42,15 +38,21 @@ clsMain::clsMain(Session& session, Dialogs& dialogs) : session_(session), dialog
 clsMain::~clsMain() {
   if (!dialogs_.Leave()) return;
   dialogs_.UnloadAll();
-  session_.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
-                [&] { session_.CloseConnection(); });
-  session_.Environment.CloseKept();
+  session_.Services.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
+                         [&] { session_.Database.Close(); });
+  session_.Database.Environment.CloseKept();
+}
+
+Workplace clsMain::PlaceWithConnection() {
+  Workplace place = session_.Place();
+  place.Database.TakeConnectionOf(session_.Database);
+  return place;
 }
 
 std::int32_t clsMain::Enter(const EntryOperation& operation, const Step& takeArguments,
                             const Work& work) {
   std::int32_t result = 0;
-  return session_.Trap(operation.Context, result, [&] {
+  return session_.Services.Trap(operation.Context, result, [&] {
     if (!CheckInitialised(session_, operation)) return result;
     takeArguments();
     if (CheckRights(session_, operation)) work(result);
@@ -65,7 +67,7 @@ std::int16_t clsMain::Init(StringView /*p_ClientDBString*/, StringView p_RemoteD
   };
   const StringView path = Trim(LogFile);
   session_.LogFilePath = path.empty() ? DefaultLogFilePath(session_.Services.System) : String(path);
-  return session_.Trap(
+  return session_.Services.Trap(
       u"KTRVAddressBook: Error occured. Sub: Init, Module: clsMain", std::int16_t{0}, [&] {
         log(u"KTRVAddressBook: Starting initialization routine...");
         session_.DbType = p_DbType;
@@ -73,7 +75,7 @@ std::int16_t clsMain::Init(StringView /*p_ClientDBString*/, StringView p_RemoteD
         session_.SessionConnectionString = p_RemoteDBString;
         connection.Open(session_.SessionConnectionString);
         if (connection.State() == database::ObjectState::Open) {
-          session_.RunAt = p_Runfor;
+          session_.RunAt = static_cast<RunApplicationAt>(p_Runfor);
           connection.Close();
           log(u"KTRVAddressBook: Initialization routine completed.....");
           session_.InitDone = 1;
@@ -91,19 +93,18 @@ std::int32_t clsMain::EditContacts(std::int32_t p_UserId, std::int32_t p_Contact
                                    StringView /*p_MobileNo*/) {
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
-    session_.SharedMode = p_ContactType;
+    session_.SharedMode = static_cast<TypeOfContact>(p_ContactType);
     session_.EditContactId = ToDecimal(p_ContactID);
   };
   const auto work = [&](std::int32_t& result) {
-    if (Is(session_.SharedMode, TypeOfContact::SharedContact)) {
+    if (session_.SharedMode == TypeOfContact::SharedContact) {
       session_.PresetContactName =
           LookUp(session_, data::EditorQueries::ContactName(session_.EditContactId), u"FNAME");
     }
-    session_.CloseConnection();
-    Session own = session_.ForWindow();
-    forms::frmNewContact editor(own);
-    editor.Mode = ModeOfOperation::Modify;
-    own.ShowModal(Purpose::Contact, editor);
+    session_.Database.Close();
+    dialogs_.Editors.Contact(session_.Place(), {.Mode = ModeOfOperation::Modify,
+                                                .SharedMode = session_.SharedMode,
+                                                .EditContactId = session_.EditContactId});
     result = 1;
   };
   return Enter(EntryOperations::kEditContacts, takeArguments, work);
@@ -113,19 +114,16 @@ std::int32_t clsMain::AddContacts(std::int32_t p_UserId, std::int32_t p_ContactT
                                   StringView p_ContactName, StringView p_MobileNo) {
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
-    session_.SharedMode = p_ContactType;
+    session_.SharedMode = static_cast<TypeOfContact>(p_ContactType);
     session_.PresetContactName = p_ContactName;
     session_.PresetMobileNo = p_MobileNo;
   };
   const auto work = [&](std::int32_t& result) {
-    // The editor hands a new contact's id back only where no id stands.
-    session_.EditContactId.clear();
-    Session own = session_.ForWindow();
-    forms::frmNewContact editor(own);
-    editor.Mode = ModeOfOperation::Add;
-    own.ShowModal(Purpose::Contact, editor);
+    dialogs_.Editors.Contact(session_.Place(), {.SharedMode = session_.SharedMode,
+                                                .PresetContactName = session_.PresetContactName,
+                                                .PresetMobileNo = session_.PresetMobileNo});
     result = 1;
-    session_.CloseConnection();
+    session_.Database.Close();
   };
   return Enter(EntryOperations::kAddContacts, takeArguments, work);
 }
@@ -134,21 +132,19 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
                                std::int32_t p_GroupType, StringView /*p_GroupName*/) {
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
-    session_.GroupType = p_GroupType;
+    session_.GroupType = static_cast<TypeOfGroup>(p_GroupType);
   };
   const auto work = [&](std::int32_t& result) {
     session_.GroupId.clear();
     const String folderId(Trim(m_FolderId));
     // A local group is kept by the host, folder and all.
-    if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) CheckGroupFolder(session_, folderId);
-    Session own = session_.ForWindow();
-    own.Database.TakeConnectionOf(session_.Database);
-    forms::frmGroupsNew editor(own);
-    editor.Mode = ModeOfOperation::Add;
-    editor.FolderId = folderId;
-    own.ShowModal(Purpose::Group, editor);
+    if (session_.GroupType == TypeOfGroup::SharedGroup) CheckGroupFolder(session_, folderId);
+    dialogs_.Editors.Group(PlaceWithConnection(), {.GroupType = session_.GroupType,
+                                                   .SharedMode = session_.SharedMode,
+                                                   .FolderId = folderId,
+                                                   .GroupName = session_.GroupName});
     result = 1;
-    session_.CloseConnection();
+    session_.Database.Close();
   };
   return Enter(EntryOperations::kAddGroup, takeArguments, work);
 }
@@ -157,7 +153,7 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
                                 std::int32_t p_GroupType, StringView /*p_GroupName*/) {
   const auto takeArguments = [&] {
     session_.SessionUserId = p_UserId;
-    session_.GroupType = p_GroupType;
+    session_.GroupType = static_cast<TypeOfGroup>(p_GroupType);
     session_.GroupId = Trim(p_GroupId);
   };
   const auto work = [&](std::int32_t& result) {
@@ -166,22 +162,21 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     session_.GroupName.clear();
     const String asGiven = session_.GroupId;
     const String id = WithoutZeros(asGiven);
-    database::Recordset names(session_.Environment);
-    if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) {
-      names.Open(data::EditorQueries::GroupName(id), session_.OpenConnection());
+    database::Recordset names(session_.Database.Environment);
+    if (session_.GroupType == TypeOfGroup::SharedGroup) {
+      names.Open(data::EditorQueries::GroupName(id), session_.Database.Open());
     }
     session_.GroupName = Trim(ToText(names.Field(u"NAME")));
     names.Close();
-    Session own = session_.ForWindow();
-    own.Database.TakeConnectionOf(session_.Database);
-    own.GroupId = id;
-    forms::frmGroupsNew editor(own);
-    editor.Mode = ModeOfOperation::Modify;
-    own.ShowModal(Purpose::Group, editor);
+    dialogs_.Editors.Group(PlaceWithConnection(), {.Mode = ModeOfOperation::Modify,
+                                                   .GroupType = session_.GroupType,
+                                                   .SharedMode = session_.SharedMode,
+                                                   .GroupId = id,
+                                                   .GroupName = session_.GroupName});
     // The host finds its id as it wrote it.
     if (session_.GroupId == id) session_.GroupId = asGiven;
     result = 1;
-    session_.CloseConnection();
+    session_.Database.Close();
   };
   return Enter(EntryOperations::kEditGroup, takeArguments, work);
 }
@@ -189,10 +184,10 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
 std::int32_t clsMain::LoadAddressBook(std::int32_t p_UserId) {
   const auto work = [&](std::int32_t& result) {
     if (session_.IsAtServer() && !session_.IsAdministrator()) {
-      session_.ShowMessage(
+      session_.Services.ShowMessage(
           u"You do not have rights to access address book. Please contact Administrator.",
           MessageStyle::Critical);
-      session_.CloseConnection();
+      session_.Database.Close();
       return;
     }
     dialogs_.ShowAddressBook();
@@ -207,18 +202,22 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
   // leaves no recipients of a former one that a host could send to.
   session_.SessionUserId = p_UserId;
   session_.ExpandGroups = p_ExpandGroups;
-  session_.RenewResults();
-  session_.ContactsName.clear();
+  const forms::Recipients none;
+  session_.Take(none);
   const auto work = [&](std::int32_t& result) {
     session_.OpenForProperties = false;
     if (session_.IsAtServer()) {
-      session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+      session_.GroupType = TypeOfGroup::SharedGroup;
     }
-    session_.CloseConnection();
-    Session own = session_.ForWindow();
-    forms::frmGroupsNew picker(own);
-    picker.LoadGroupFor = LoadGroupFor::SelectReceipient;
-    own.ShowModal(Purpose::Recipients, picker);
+    session_.Database.Close();
+    const forms::GroupRequest request{.LoadGroupFor = LoadGroupFor::SelectReceipient,
+                                      .GroupType = session_.GroupType,
+                                      .SharedMode = session_.SharedMode,
+                                      .ExpandGroups = session_.ExpandGroups};
+    // Whatever the host picked while the dialog was open.
+    const auto picked = dialogs_.Editors.Pick(session_.Place(), request);
+    session_.Take(picked.value_or(none));
+    session_.GroupType = request.GroupType;
     result = 1;
   };
   return Enter(
@@ -227,7 +226,7 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
 
 std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
   const auto work = [&](std::int32_t& result) {
-    session_.CloseConnection();
+    session_.Database.Close();
     // Local folders are kept nowhere any more: the editor opens, and its save fails and is logged.
     dialogs_.Editors.Folder(session_.Place(), {.FolderType = TypeOfFolder::LocalFolder});
     result = 1;

@@ -29,9 +29,11 @@ class clsMain {
   const String& RemoteDBString() const { return session_.SessionConnectionString; }
   void SetRemoteDBString(String text) { session_.SessionConnectionString = std::move(text); }
   const String& NewContactId() const { return session_.EditContactId; }
-  String NewContactType() const { return ToDecimal(session_.SharedMode); }
+  String NewContactType() const {
+    return ToDecimal(static_cast<std::int32_t>(session_.SharedMode));
+  }
   const String& NewGroupId() const { return session_.GroupId; }
-  String NewGroupType() const { return ToDecimal(session_.GroupType); }
+  String NewGroupType() const { return ToDecimal(static_cast<std::int32_t>(session_.GroupType)); }
   const String& NewGroupName() const { return session_.GroupName; }
   std::shared_ptr<TextCollection> SelectedRecipients() const { return session_.SelectedRecipients; }
   std::shared_ptr<TextCollection> SelectedMobileNos() const { return session_.SelectedMobileNos; }
@@ -66,6 +68,9 @@ class clsMain {
 
   /// The common course of the operations: guard, arguments into the session, rights check, work.
   std::int32_t Enter(const EntryOperation& operation, const Step& takeArguments, const Work& work);
+
+  /// A workplace that gets the session's open connection.
+  Workplace PlaceWithConnection();
 
   Session& session_;
   Dialogs& dialogs_;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "forms/contact/ContactRequest.h"
 #include "forms/folder/FolderRequest.h"
+#include "forms/groups/GroupRequest.h"
 
 namespace ktrv::forms {
 
@@ -10,8 +12,17 @@ class HostRecord {
  public:
   virtual ~HostRecord() = default;
 
+  virtual void Take(const ContactRequest& opened) = 0;
+  virtual void Take(const ContactResult& left) = 0;
   virtual void Take(const FolderRequest& opened) = 0;
   virtual void Take(const FolderResult& left) = 0;
+  virtual void Take(const GroupRequest& opened) = 0;
+  virtual void Take(const GroupResult& left) = 0;
+
+  /// The names of the last selection of recipients, which a group editor's cancel takes away.
+  virtual String& ContactsNames() = 0;
+  /// Whether the properties of a listed group are being shown.
+  virtual bool& IsOpenForProperties() = 0;
 };
 
 }  // namespace ktrv::forms

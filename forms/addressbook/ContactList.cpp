@@ -34,11 +34,11 @@ std::int32_t IdNumber(StringView id) {
 
 }  // namespace
 
-ContactList::ContactList(Session& session, Display display)
-    : session_(session), display_(display), counts_(session) {}
+ContactList::ContactList(Services& services, BookDatabase& database, Display display)
+    : services_(services), database_(database), display_(display), counts_(database) {}
 
 void ContactList::Load(StringView nodeKey) {
-  const bool loaded = session_.Trap(kLoadContext, false, [&] {
+  const bool loaded = services_.Trap(kLoadContext, false, [&] {
     display_.Window.SetPointer(MousePointer::Hourglass);
     Clear();
     display_.Status.SetPanelText(kTextPanel, u"Loading Contacts...");
@@ -58,7 +58,7 @@ void ContactList::Clear() {
   incomplete_ = false;
   total_ = 0;
   sortColumn_ = ContactGridLayout::kName;
-  rsUserContacts_ = std::make_unique<database::Recordset>(session_.Environment);
+  rsUserContacts_ = std::make_unique<database::Recordset>(database_.Environment);
   rsUserContacts_->Location = database::CursorLocation::Client;
   rsUserContacts_->FetchProgress = [this](std::int64_t progress, std::int64_t) {
     rsUserContacts_FetchProgress(progress);
@@ -71,7 +71,7 @@ void ContactList::Clear() {
 void ContactList::Open(StringView nodeKey) {
   const auto query = Count(nodeKey);
   if (query) {
-    rsUserContacts_->Open(*query, session_.SessionConnectionString,
+    rsUserContacts_->Open(*query, database_.ConnectionString,
                           {.Cursor = database::CursorType::Keyset,
                            .Lock = database::LockType::Optimistic,
                            .Async = true});
@@ -91,7 +91,7 @@ void ContactList::Open(StringView nodeKey) {
 }
 
 std::optional<String> ContactList::Count(StringView nodeKey) {
-  const auto dialect = data::ExactDialect(session_.DbType);
+  const auto dialect = data::ExactDialect(database_.DbType);
   const StringView kind = NodeKey::KindOf(nodeKey);
   const StringView id = NodeKey::IdOf(nodeKey);
   if (nodeKey == NodeKey::Shared) {
@@ -114,7 +114,7 @@ std::optional<String> ContactList::Count(StringView nodeKey) {
 }
 
 void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
-  session_.Trap(kLoadContext, [&] {
+  services_.Trap(kLoadContext, [&] {
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     display_.Progress.SetValue(static_cast<std::int32_t>(std::min(progress, kMost)));
     display_.Grid.RowsArrived();
@@ -124,11 +124,11 @@ void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
 void ContactList::rsUserContacts_FetchComplete(const Error* error) {
   loading_ = false;
   display_.Grid.SetRedraw(false);
-  session_.Trap(kLoadContext, [&] { FinishLoad(); });
+  services_.Trap(kLoadContext, [&] { FinishLoad(); });
   display_.Grid.SetRedraw(true);
   if (!error) return;
   incomplete_ = true;
-  session_.Logger.LogError(session_.LogFilePath, *error, kLoadContext, 0, true);
+  services_.Logger.LogError(services_.LogFilePath, *error, kLoadContext, 0, true);
   display_.Status.SetPanelText(kTextPanel, ContactGridLayout::HasRows(display_.Grid)
                                                ? u"Not all contacts could be loaded."
                                                : u"Contacts could not be loaded.");
@@ -147,12 +147,12 @@ void ContactList::FinishLoad() {
 }
 
 void ContactList::ChangeSortOrder(StringView columnKey, SortOrder order) {
-  session_.Trap(u"KTRVAddressBook: Error occurred. Sub:ChangeSortOrder(), Module: frmAddressBook",
-                [&] {
-                  if (ToUpperAscii(columnKey) == u"DUMMY") return;
-                  display_.Grid.Sort(display_.Grid.ColIndex(columnKey), order);
-                  MoveIndicator(columnKey, order);
-                });
+  services_.Trap(u"KTRVAddressBook: Error occurred. Sub:ChangeSortOrder(), Module: frmAddressBook",
+                 [&] {
+                   if (ToUpperAscii(columnKey) == u"DUMMY") return;
+                   display_.Grid.Sort(display_.Grid.ColIndex(columnKey), order);
+                   MoveIndicator(columnKey, order);
+                 });
 }
 
 void ContactList::MoveIndicator(StringView columnKey, SortOrder order) {
@@ -171,21 +171,21 @@ void ContactList::Find(StringView text) {
   const int column = grid.ColIndex(ContactGridLayout::kName);
   if (grid.Rows() <= 2 || column < 0) return;
   String wanted(Trim(text));
-  session_.Screen.UserLanguage().ToUpper(wanted);
+  services_.Screen.UserLanguage().ToUpper(wanted);
   const int row = grid.FindRow(wanted, 1, column);
   if (row <= 0) return;
   grid.SetRow(row);
   grid.ShowRow(row);
 }
 
-void ContactList::Add(const Contact& contact) {
+void ContactList::Add(const SavedContact& contact, StringView folderId) {
   controls::FlexGrid& grid = display_.Grid;
   if (!ContactGridLayout::IsList(grid)) return;
   String row;
   for (const StringView text :
        {StringView(), StringView(contact.Id), StringView(contact.Name), StringView(u"1"),
-        StringView(contact.MobileNo), StringView(contact.Email), StringView(contact.Address),
-        StringView(contact.Organisation), StringView(contact.FolderId), StringView(u"1")}) {
+        StringView(contact.Mobile), StringView(contact.Email), StringView(contact.Address),
+        StringView(contact.Organisation), folderId, StringView(u"1")}) {
     // A tab that was pasted into a name would shift what stands behind it.
     String cell(text);
     std::replace(cell.begin(), cell.end(), u'\t', u' ');

@@ -3,13 +3,14 @@
 #include <memory>
 #include <optional>
 
-#include "component/Session.h"
 #include "controls/FlexGrid.h"
 #include "controls/Form.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
 #include "database/Recordset.h"
 #include "forms/addressbook/CountCommands.h"
+#include "forms/contact/ContactRequest.h"
+#include "services/Services.h"
 
 namespace ktrv::forms {
 
@@ -25,7 +26,7 @@ class ContactList {
     controls::ProgressBar& Progress;
   };
 
-  ContactList(Session& session, Display display);
+  ContactList(Services& services, BookDatabase& database, Display display);
 
   /// Makes the counting commands. \throws Error
   void Prepare() { counts_.Prepare(); }
@@ -34,19 +35,9 @@ class ContactList {
   /// fetched is dropped at once. A failure is logged and told in the status bar.
   void Load(StringView nodeKey);
 
-  /// A contact as the list shows it.
-  struct Contact {
-    String Id;
-    String Name;
-    String MobileNo;
-    String Email;
-    String Address;
-    String Organisation;
-    String FolderId;
-  };
-  /// Shows a contact that was saved just now behind the others and makes it the current row,
-  /// without asking the database. No effect when no list is shown.
-  void Add(const Contact& contact);
+  /// Shows a contact that was saved in the folder just now behind the others and makes it the
+  /// current row, without asking the database. No effect when no list is shown.
+  void Add(const SavedContact& contact, StringView folderId);
 
   /// Drops the list and its fetch and releases the counting commands.
   void Close();
@@ -83,7 +74,8 @@ class ContactList {
   void rsUserContacts_FetchComplete(const Error* error);
   void FinishLoad();
 
-  Session& session_;
+  Services& services_;
+  BookDatabase& database_;
   Display display_;
   CountCommands counts_;
   std::unique_ptr<database::Recordset> rsUserContacts_;

@@ -18,7 +18,7 @@ void Set(database::Command& command, StringView text, String parameter,
 }  // namespace
 
 void CountCommands::Prepare() {
-  database::Connection& connection = session_.OpenConnection();
+  database::Connection& connection = database_.Open();
   commands_.emplace();
   Set(commands_->FolderContacts, Queries::kCountFolderContacts, u"FOLDER_ID", connection);
   Set(commands_->RemoteContacts, Queries::kCountRemoteContacts, u"FOLDER_ID", connection);
@@ -44,18 +44,15 @@ std::int32_t CountCommands::GroupMembers(std::int32_t groupId) {
 
 std::int32_t CountCommands::Count(database::Command Commands::*which, std::int32_t id) {
   if (!commands_) Prepare();
-  database::Command& command = (*commands_).*which;
-  // A later initialisation replaces the session's connection.
-  database::Connection& connection = session_.OpenConnection();
-  if (command.ActiveConnection() != &connection) command.SetActiveConnection(&connection);
+  database_.Open();
   try {
-    const database::Recordset result = command.Execute({std::int64_t{id}});
+    const database::Recordset result = ((*commands_).*which).Execute({std::int64_t{id}});
     if (result.EndOfFile() || result.BeginningOfFile()) return 0;
     return static_cast<std::int32_t>(ToInteger(result.Field(u"TOTALRECORDS")));
   } catch (...) {
     // The server may have dropped the link while the window stood open: the next use of the
     // connection opens a new one.
-    session_.CloseConnection();
+    database_.Close();
     throw;
   }
 }

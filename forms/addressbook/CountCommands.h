@@ -2,20 +2,20 @@
 
 #include <optional>
 
-#include "component/Session.h"
 #include "database/Command.h"
+#include "services/BookDatabase.h"
 
 namespace ktrv::forms {
 
 /// The four prepared commands that count a list before it is fetched. Made once when the window
-/// loads, on the session's connection.
+/// loads, on its connection.
 class CountCommands {
  public:
-  explicit CountCommands(Session& session) : session_(session) {}
+  explicit CountCommands(BookDatabase& database) : database_(database) {}
 
-  /// Opens the session's connection when it is not open, and makes the commands. \throws Error
+  /// Opens the connection when it is not open, and makes the commands. \throws Error
   void Prepare();
-  /// Gives the commands and their hold on the connection up.
+  /// Releases the commands and the connection.
   void Release() { commands_.reset(); }
   bool ArePrepared() const { return commands_.has_value(); }
 
@@ -36,7 +36,7 @@ class CountCommands {
 
   std::int32_t Count(database::Command Commands::*which, std::int32_t id);
 
-  Session& session_;
+  BookDatabase& database_;
   std::optional<Commands> commands_;
 };
 

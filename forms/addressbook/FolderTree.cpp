@@ -32,8 +32,8 @@ bool IsTopLevel(StringView key) {
 
 }  // namespace
 
-FolderTree::FolderTree(Session& session, controls::TreeView& tree)
-    : session_(session), tree_(tree) {
+FolderTree::FolderTree(BookDatabase& database, RunApplicationAt runAt, controls::TreeView& tree)
+    : database_(database), runAt_(runAt), tree_(tree) {
   Start();
 }
 
@@ -44,7 +44,6 @@ void FolderTree::Start() {
 }
 
 void FolderTree::Build() {
-  source_ = session_.SessionConnectionString;
   tree_.Clear();
   try {
     AddNodes();
@@ -59,7 +58,7 @@ void FolderTree::Build() {
 void FolderTree::AddNodes() {
   controls::TreeNode& root = tree_.Add({}, String(NodeKey::Shared), u"Shared Contacts", kRootImage);
   root.Tag = NodeKey::Shared;
-  if (Is(session_.RunAt, RunApplicationAt::RuntAtServer)) {
+  if (runAt_ == RunApplicationAt::RuntAtServer) {
     tree_.Select(&root);
     tree_.SetExpanded(root, true);
     MakeCurrent(root);
@@ -78,8 +77,8 @@ void FolderTree::ShowCurrent() {
 }
 
 void FolderTree::AddFolders(StringView query, StringView kind) {
-  database::Recordset folders(session_.Environment);
-  folders.Open(query, session_.SessionConnectionString);
+  database::Recordset folders(database_.Environment);
+  folders.Open(query, database_.ConnectionString);
   // The parent folder is read and not looked at: folders are one level deep.
   for (; !folders.EndOfFile(); folders.MoveNext()) {
     tree_.Add(NodeKey::Shared, Joined(kind, ToText(folders.Field(u"ID"))),
@@ -88,8 +87,8 @@ void FolderTree::AddFolders(StringView query, StringView kind) {
 }
 
 void FolderTree::AddGroups() {
-  database::Recordset groups(session_.Environment);
-  groups.Open(Queries::kGroups, session_.SessionConnectionString);
+  database::Recordset groups(database_.Environment);
+  groups.Open(Queries::kGroups, database_.ConnectionString);
   for (; !groups.EndOfFile(); groups.MoveNext()) {
     AddGroupNode(ToText(groups.Field(u"ID")), ToText(groups.Field(u"NAME")),
                  ToDecimal(ToInteger(groups.Field(u"FOLDER_ID"))));
@@ -116,7 +115,7 @@ void FolderTree::Expand() {
   tree_.SetExpanded(tree_.At(1), shared.State == kExpanded);
   // The second node once was a second top-level node. It is taken by its place still, whatever
   // stands there now: a folder or a group opens as personal contacts would.
-  if (Is(session_.RunAt, RunApplicationAt::RuntAtClient) && tree_.Count() > 1) {
+  if (runAt_ == RunApplicationAt::RuntAtClient && tree_.Count() > 1) {
     tree_.SetExpanded(tree_.At(2), main.State == kExpanded);
   }
 }

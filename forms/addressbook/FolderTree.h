@@ -2,9 +2,10 @@
 
 #include <array>
 
-#include "component/Session.h"
 #include "controls/TreeView.h"
 #include "forms/addressbook/CurrentNode.h"
+#include "services/BookDatabase.h"
+#include "services/Enumerations.h"
 
 namespace ktrv::forms {
 
@@ -12,16 +13,14 @@ namespace ktrv::forms {
 /// the remote folders below it, and the groups below the root or their shared folder.
 class FolderTree {
  public:
-  FolderTree(Session& session, controls::TreeView& tree);
+  /// Database and tree must outlive this.
+  FolderTree(BookDatabase& database, RunApplicationAt runAt, controls::TreeView& tree);
 
   /// As when the window opens: no current node, the top-level nodes expanded.
   void Start();
 
   /// Builds the tree anew from the database; nodes added before a failure stay. \throws Error
   void Build();
-
-  /// Connection string of the database that the tree was built from.
-  const String& Source() const { return source_; }
 
   const CurrentNode& Current() const { return current_; }
 
@@ -54,10 +53,10 @@ class FolderTree {
   void ShowCurrent();
   void MakeCurrent(const controls::TreeNode& node);
 
-  Session& session_;
+  BookDatabase& database_;
+  const RunApplicationAt runAt_;
   controls::TreeView& tree_;
   std::array<TopLevelState, 2> topLevel_;
-  String source_;
   CurrentNode current_;
   bool nodeClicked_ = false;
 };

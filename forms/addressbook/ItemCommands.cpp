@@ -1,5 +1,6 @@
 #include "forms/addressbook/ItemCommands.h"
 
+#include "forms/Messages.h"
 #include "forms/addressbook/ContactGridLayout.h"
 #include "forms/addressbook/frmAddressBook.h"
 
@@ -18,14 +19,14 @@ constexpr StringView kProperties =
 
 }  // namespace
 
-ItemCommands::ItemCommands(Session& session, Editors& editors, frmAddressBook& window,
+ItemCommands::ItemCommands(Workplace& place, Editors& editors, frmAddressBook& window,
                            FolderTree& folders, ContactList& list)
-    : session_(session),
+    : place_(place),
       window_(window),
       folders_(folders),
       list_(list),
-      editors_(session, editors),
-      statements_(session) {}
+      editors_(place, editors),
+      statements_(place.Database) {}
 
 ItemCommands::~ItemCommands() {
   Stop();
@@ -41,22 +42,11 @@ void ItemCommands::Run(StringView context, const std::function<void()>& command)
   const controls::Form::Stay stay(window_);
   running_ = true;
   const Running running{running_};
-  if (folders_.Source() != session_.SessionConnectionString) {
-    // The host turned to another database: the ids shown here are not the ids there.
-    window_.LoadTreeView();
-    window_.LoadContacts();
-    return;
-  }
-  database_ = session_.SessionConnectionString;
-  session_.Trap(context, command);
-}
-
-bool ItemCommands::IsStillOpen() const {
-  return window_.IsLoaded() && session_.SessionConnectionString == database_;
+  place_.Services.Trap(context, command);
 }
 
 void ItemCommands::Say(StringView text) {
-  session_.ShowMessage(text, MessageStyle::Exclamation);
+  place_.Services.ShowMessage(text, MessageStyle::Exclamation);
 }
 
 // New items.
@@ -67,14 +57,12 @@ void ItemCommands::New(StringView kind) {
     const bool isRemote = NodeKey::KindOf(node.Key) == NodeKey::RemoteFolder;
     if (kind == kNewGroup) {
       if (isRemote) {
-        return Say(u"Creating a Group in a Shared Remote Contacts folder is not allowed.");
+        return Say(Messages::kNoGroupInRemoteFolder);
       }
       NewGroup(node);
     } else {
       if (isRemote) {
-        return Say(
-            u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO "
-            u"only.");
+        return Say(Messages::kNoRemoteContactHere);
       }
       NewContact(node);
     }
@@ -90,7 +78,7 @@ std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
   if (node.Key.empty()) return u"0";
   const controls::TreeNode* place = window_.tvwContacts.Find(node.Key);
   if (!place) {
-    Say(kNodeIsGone);
+    Say(Messages::kPlaceIsGone);
     return std::nullopt;
   }
   if (NodeKey::KindOf(place->Key) == NodeKey::SharedGroup) place = place->Parent;
@@ -100,34 +88,28 @@ std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
 
 void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
-  if (!folder || !editors_.NewContact(*folder, MembershipAt(node))) return;
-  if (!IsStillOpen()) return;
+  if (!folder) return;
+  const auto contact = editors_.NewContact(*folder, MembershipAt(node));
+  if (!contact || !window_.IsLoaded()) return;
   // A list that still comes may hold the contact or not, and replaces what is added to it.
   if (list_.IsLoading()) return window_.LoadContacts();
-  if (folders_.Current().Key != node.Key) return;
-  list_.Add({.Id = session_.SavedContactId,
-             .Name = session_.SavedContactName,
-             .MobileNo = session_.SavedContactMobile,
-             .Email = session_.SavedContactEmail,
-             .Address = session_.SavedContactAddress,
-             .Organisation = session_.SavedContactOrganisation,
-             .FolderId = *folder});
+  if (folders_.Current().Key == node.Key) list_.Add(*contact, *folder);
 }
 
-frmNewContact::Companion ItemCommands::MembershipAt(const CurrentNode& node) {
+ContactCompanion ItemCommands::MembershipAt(const CurrentNode& node) {
   if (NodeKey::KindOf(node.Key) != NodeKey::SharedGroup) return {};
-  using Refused = frmNewContact::Refused;
   using Membership = ItemStatements::Membership;
   // A contact is never stored without its membership: the next attempt would store another one.
   const auto linking = [this](const std::function<Membership()>& link) {
     Membership made = Membership::Made;
-    const bool worked = session_.Trap(Context::kNew, false, [&] {
+    const bool worked = place_.Services.Trap(Context::kNew, false, [&] {
       made = link();
       return true;
     });
-    if (!worked) throw Refused{};
-    if (made == Membership::GroupIsGone) throw Refused{String(kNodeIsGone)};
-    if (made == Membership::ContactIsGone) throw Refused{u"The contact does not exist any more."};
+    if (!worked) throw ContactRefused{};
+    if (made == Membership::GroupIsGone) throw ContactRefused{String(Messages::kPlaceIsGone)};
+    if (made == Membership::ContactIsGone)
+      throw ContactRefused{u"The contact does not exist any more."};
   };
   const String group(NodeKey::IdOf(node.Key));
   return {.Check =
@@ -146,17 +128,17 @@ frmNewContact::Companion ItemCommands::MembershipAt(const CurrentNode& node) {
 void ItemCommands::NewGroup(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder) return;
-  const auto outcome = editors_.NewGroup(*folder);
-  if (!IsStillOpen()) return;
-  if (outcome.Saved) folders_.AddGroup(session_.GroupId, session_.GroupName, *folder);
+  const GroupResult made = editors_.NewGroup(*folder);
+  if (!window_.IsLoaded()) return;
+  if (made.Saved) folders_.AddGroup(made.Saved->Id, made.Saved->Name, *folder);
   // Groups are listed in their folder, and not in another group; contacts anywhere.
-  const bool isListed = outcome.Saved && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
-  if (isListed || outcome.HasOpenedContacts) window_.LoadContacts();
+  const bool isListed = made.Saved && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
+  if (isListed || made.HasOpenedContacts) window_.LoadContacts();
 }
 
 void ItemCommands::NewFolder() {
   Run(Context::kNewFolder, [&] {
-    if (editors_.NewFolder() && IsStillOpen()) RebuildTree();
+    if (editors_.NewFolder() && window_.IsLoaded()) RebuildTree();
   });
 }
 
@@ -175,7 +157,7 @@ void ItemCommands::Properties() {
 const controls::TreeNode* ItemCommands::ChosenNode() {
   const controls::TreeNode* node = window_.tvwContacts.SelectedNode();
   const String& current = folders_.Current().Key;
-  if (!node && !current.empty() && !window_.tvwContacts.Find(current)) Say(kNodeIsGone);
+  if (!node && !current.empty() && !window_.tvwContacts.Find(current)) Say(Messages::kPlaceIsGone);
   return node;
 }
 
@@ -190,14 +172,14 @@ void ItemCommands::NodeProperties() {
   editors_.EditFolder(String(NodeKey::IdOf(key)),
                       isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder);
   // A remote folder may show another category now.
-  if (IsStillOpen()) RebuildTree(isRemote);
+  if (window_.IsLoaded()) RebuildTree(isRemote);
 }
 
 void ItemCommands::GroupProperties(const String& key) {
   controls::TreeView& tree = window_.tvwContacts;
   const String id(NodeKey::IdOf(key));
   editors_.EditGroup(id, tree.Find(key)->Text);
-  if (!IsStillOpen()) return;
+  if (!window_.IsLoaded()) return;
   const auto name = statements_.GroupName(id);
   controls::TreeNode* node = tree.Find(key);
   if (name && node) tree.SetText(*node, *name);
@@ -220,13 +202,13 @@ void ItemCommands::RowProperties() {
   if (type == u"1") {
     editors_.EditContact(id, cell(ContactGridLayout::kFolderId));
   } else if (type == u"2") {
-    const bool saved = editors_.EditGroup(id, cell(ContactGridLayout::kName));
+    const auto name = editors_.EditGroup(id, cell(ContactGridLayout::kName));
     controls::TreeNode* node = window_.tvwContacts.Find(String(NodeKey::SharedGroup) + id);
-    if (saved && node && IsStillOpen()) window_.tvwContacts.SetText(*node, session_.GroupName);
+    if (name && node && window_.IsLoaded()) window_.tvwContacts.SetText(*node, *name);
   } else {
     return;
   }
-  if (IsStillOpen()) window_.LoadContacts();
+  if (window_.IsLoaded()) window_.LoadContacts();
 }
 
 void ItemCommands::RebuildTree(bool listIsStale) {

@@ -18,12 +18,11 @@ class frmAddressBook;
 /// current node of the tree and by whether the tree or the grid is at work.
 ///
 /// One command runs at a time: while a box or an editor of one is open, and until a long deletion
-/// is over, others do nothing. So does a command in a window that still shows another database than
-/// the session's; that one is shown instead. A failure is logged with the command's context text.
+/// is over, others do nothing. A failure is logged with the command's context text.
 class ItemCommands {
  public:
   /// All must outlive the commands.
-  ItemCommands(Session& session, Editors& editors, frmAddressBook& window, FolderTree& folders,
+  ItemCommands(Workplace& place, Editors& editors, frmAddressBook& window, FolderTree& folders,
                ContactList& list);
   ~ItemCommands();
 
@@ -43,16 +42,11 @@ class ItemCommands {
   bool IsDeleting() const { return deletion_ != nullptr; }
 
  private:
-  static constexpr StringView kNodeIsGone =
-      u"The selected folder or group does not exist any more. Please select another one.";
-
   void Run(StringView context, const std::function<void()>& command);
-  /// Whether the window is still there and the session's database the one it was.
-  bool IsStillOpen() const;
 
   void NewContact(const CurrentNode& node);
   /// What a new contact of the node is stored with: at a group, its membership.
-  frmNewContact::Companion MembershipAt(const CurrentNode& node);
+  ContactCompanion MembershipAt(const CurrentNode& node);
   void NewGroup(const CurrentNode& node);
   /// The folder that a new item of the node goes into; nothing when the node is gone, which the
   /// user is told.
@@ -82,7 +76,7 @@ class ItemCommands {
   bool ConfirmDeletion();
   void Say(StringView text);
 
-  Session& session_;
+  Workplace& place_;
   frmAddressBook& window_;
   FolderTree& folders_;
   ContactList& list_;
@@ -90,7 +84,6 @@ class ItemCommands {
   ItemStatements statements_;
   std::shared_ptr<RowDeletion> deletion_;
   bool running_ = false;
-  String database_;  ///< connection string when the command began
 };
 
 }  // namespace ktrv::forms

@@ -19,16 +19,16 @@ void ItemCommands::Delete() {
   Run(kContext, [&] {
     if (window_.tvwContacts.HasFocus()) return DeleteNode();
     const CurrentNode node = folders_.Current();
-    if (node.Key == NodeKey::Shared && session_.IsAdmin == 0) return;
+    if (node.Key == NodeKey::Shared && place_.User.Rights == UserType::GeneralUser) return;
     DeleteRows(node);
   });
 }
 
 bool ItemCommands::Confirm(StringView question, std::int32_t buttons, std::int16_t wanted) {
-  const std::int16_t answer = session_.ShowMessage(
+  const std::int16_t answer = place_.Services.ShowMessage(
       question, buttons | MessageStyle::Question | MessageStyle::DefaultButton2);
   // What was confirmed is what stood there when the question was asked.
-  return answer == wanted && IsStillOpen();
+  return answer == wanted && window_.IsLoaded();
 }
 
 bool ItemCommands::ConfirmDeletion() {
@@ -48,7 +48,7 @@ void ItemCommands::DeleteNode() {
 }
 
 void ItemCommands::SayThatGroupsRemain() {
-  session_.ShowMessage(
+  place_.Services.ShowMessage(
       u"Selected folder contains group(s) under it. Remove all group(s) first to delete selected "
       u"folder.",
       MessageStyle::Critical);
@@ -63,7 +63,7 @@ bool ItemCommands::HoldsUnseenGroups(const String& key) {
 
 void ItemCommands::ShowUnseenGroups() {
   SayThatGroupsRemain();
-  if (IsStillOpen()) RebuildTree();
+  if (window_.IsLoaded()) RebuildTree();
 }
 
 bool ItemCommands::DeleteItemOf(const String& key) {
@@ -129,7 +129,8 @@ void ItemCommands::DeleteRows(const CurrentNode& node) {
   for (const int row : grid.SelectedRows())
     items.push_back({grid.Text(row, id), grid.Text(row, type)});
   if (!ConfirmDeletion()) return;
-  deletion_ = std::make_shared<RowDeletion>(session_, kContext, std::move(items));
+  deletion_ =
+      std::make_shared<RowDeletion>(place_.Services, place_.Database, kContext, std::move(items));
   deletion_->Progress = [this, all = deletion_->Count()](std::size_t done) {
     window_.StatusBar1.SetPanelText(
         kTextPanel, u"Deleting item(s): " + ToDecimal(static_cast<std::int64_t>(done)) + u" of " +
@@ -141,9 +142,7 @@ void ItemCommands::DeleteRows(const CurrentNode& node) {
 
 void ItemCommands::FinishDeletion() {
   const auto deletion = std::exchange(deletion_, nullptr);
-  if (deletion->HasDeletedGroup() || folders_.Source() != session_.SessionConnectionString) {
-    window_.LoadTreeView();
-  }
+  if (deletion->HasDeletedGroup()) window_.LoadTreeView();
   window_.LoadContacts();
 }
 

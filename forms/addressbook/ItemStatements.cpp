@@ -25,18 +25,18 @@ ItemStatements::Membership ItemStatements::InsertMember(database::Connection& co
 }
 
 bool ItemStatements::IsThere(database::Connection& connection, const String& query) {
-  database::Recordset rows(session_.Environment);
+  database::Recordset rows(database_.Environment);
   rows.Open(query, connection);
   return !rows.EndOfFile();
 }
 
 void ItemStatements::DeleteGroup(StringView groupId) {
-  database::Transaction transaction(session_.OpenConnection());
+  database::Transaction transaction(database_.Open());
   DeleteBoth(transaction, Queries::DeleteGroup(groupId), Queries::DeleteMembers(groupId));
 }
 
 bool ItemStatements::DeleteSharedFolder(StringView folderId) {
-  database::Transaction transaction(session_.OpenConnection());
+  database::Transaction transaction(database_.Open());
   if (HoldsGroups(folderId)) return false;
   DeleteBoth(transaction, Queries::DeleteFolderContacts(folderId), Queries::DeleteFolder(folderId));
   return true;
@@ -47,7 +47,7 @@ void ItemStatements::DeleteRemoteFolder(StringView folderId) {
 }
 
 void ItemStatements::DeleteContact(StringView contactId) {
-  database::Transaction transaction(session_.OpenConnection());
+  database::Transaction transaction(database_.Open());
   DeleteBoth(transaction, Queries::DeleteContact(contactId), Queries::DeleteMemberships(contactId));
 }
 
@@ -77,25 +77,25 @@ std::optional<String> ItemStatements::GroupName(StringView groupId) {
 }
 
 database::Recordset ItemStatements::Read(const String& query) {
-  database::Connection& connection = session_.OpenConnection();
-  database::Recordset rows(session_.Environment);
+  database::Connection& connection = database_.Open();
+  database::Recordset rows(database_.Environment);
   try {
     rows.Open(query, connection);
   } catch (...) {
-    session_.CloseConnection();  // as in Execute
+    database_.Close();  // as in Execute
     throw;
   }
   return rows;
 }
 
 void ItemStatements::Execute(const String& statement) {
-  database::Connection& connection = session_.OpenConnection();
+  database::Connection& connection = database_.Open();
   try {
     connection.Execute(statement);
   } catch (...) {
     // The server may have dropped the link while the window stood open: the next use of the
     // connection opens a new one.
-    session_.CloseConnection();
+    database_.Close();
     throw;
   }
 }

@@ -1,20 +1,20 @@
 #pragma once
 
-#include "component/Session.h"
 #include "database/Recordset.h"
 #include "database/Transaction.h"
+#include "services/BookDatabase.h"
 
 namespace ktrv::forms {
 
 /// Writes the address book window's own changes. What is deleted goes one statement at a time: when
 /// one fails, those before it stay done. When the link is lost or memory is short, all that belongs
-/// together stays, where the engine has transactions. Each opens the session's connection when it
-/// is not open. All throw Error, and never send an id that is not decimal digits.
+/// together stays, where the engine has transactions. Each opens the connection when it is not
+/// open. All throw Error, and never send an id that is not decimal digits.
 class ItemStatements {
  public:
-  explicit ItemStatements(Session& session) : session_(session) {}
+  explicit ItemStatements(BookDatabase& database) : database_(database) {}
 
-  /// Whether the group is there now. \param connection not the session's, as in InsertMember
+  /// Whether the group is there now. \param connection not the window's, as in InsertMember
   bool GroupIsThere(database::Connection& connection, StringView groupId);
   enum class Membership { Made, GroupIsGone, ContactIsGone };
   /// Makes the contact a member, provided that both are there and it is none.
@@ -41,7 +41,7 @@ class ItemStatements {
   void Execute(const String& statement);
   database::Recordset Read(const String& query);
 
-  Session& session_;
+  BookDatabase& database_;
 };
 
 }  // namespace ktrv::forms

@@ -5,24 +5,21 @@
 
 namespace ktrv::forms {
 
-RowDeletion::RowDeletion(Session& session, StringView context, std::vector<Item> items)
-    : session_(session),
-      context_(context),
-      database_(session.SessionConnectionString),
-      statements_(session),
-      items_(std::move(items)) {}
+RowDeletion::RowDeletion(Services& services, BookDatabase& database, StringView context,
+                         std::vector<Item> items)
+    : services_(services), context_(context), statements_(database), items_(std::move(items)) {}
 
 void RowDeletion::Run() {
   if (stopped_) return;
   const auto self = shared_from_this();  // its owner may forget it while a message is shown
-  const bool goesOn = session_.Trap(context_, false, [&] { return WorkForAMoment(); });
+  const bool goesOn = services_.Trap(context_, false, [&] { return WorkForAMoment(); });
   if (stopped_) return;
   if (!goesOn) {
     if (Done) Done();
     return;
   }
   if (Progress) Progress(next_);
-  session_.Screen.Post([waiting = weak_from_this()] {
+  services_.Screen.Post([waiting = weak_from_this()] {
     if (const auto deletion = waiting.lock()) deletion->Run();
   });
 }
@@ -33,9 +30,9 @@ void RowDeletion::Stop() {
 
 void RowDeletion::LogRest() {
   if (next_ == items_.size()) return;
-  session_.WriteLog(u"Deletion stopped: " + ToDecimal(static_cast<std::int64_t>(deleted_)) +
-                    u" of " + ToDecimal(static_cast<std::int64_t>(items_.size())) +
-                    u" item(s) were deleted.");
+  services_.WriteLog(u"Deletion stopped: " + ToDecimal(static_cast<std::int64_t>(deleted_)) +
+                     u" of " + ToDecimal(static_cast<std::int64_t>(items_.size())) +
+                     u" item(s) were deleted.");
 }
 
 bool RowDeletion::WorkForAMoment() {
@@ -43,10 +40,6 @@ bool RowDeletion::WorkForAMoment() {
   const auto end = std::chrono::steady_clock::now() + kMoment;
   while (next_ < items_.size()) {
     if (stopped_) return false;
-    if (session_.SessionConnectionString != database_) {
-      LogRest();
-      return false;
-    }
     Delete(items_[next_++]);
     if (std::chrono::steady_clock::now() >= end) break;
   }
@@ -62,7 +55,7 @@ void RowDeletion::Delete(const Item& item) {
     statements_.DeleteGroup(item.Id);
     ++deleted_;
   } else if (item.Type == u"3") {
-    session_.ShowMessage(
+    services_.ShowMessage(
         u"This is a Shared Remote Contact. This contact can be deleted from TALVERO only.",
         MessageStyle::Exclamation);
   }

@@ -5,14 +5,15 @@
 #include <vector>
 
 #include "forms/addressbook/ItemStatements.h"
+#include "services/Services.h"
 
 namespace ktrv::forms {
 
 /// Deletes listed items, one after another in their order. Many of them take longer than a window
 /// may stand still: it works for a moment at a time and goes on when the user's input was seen to.
 ///
-/// It ends at the last item or at the first failure, which is logged. Stopped before that, or when
-/// the host turns to another database, it leaves the rest where it is, and the log says so.
+/// It ends at the last item or at the first failure, which is logged. Stopped before that, it
+/// leaves the rest where it is, and the log says so.
 class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
  public:
   struct Item {
@@ -20,8 +21,9 @@ class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
     String Type;  ///< "1" contact, "2" group, "3" remote contact, which is only told of
   };
 
-  /// \param context of its error record. The session must outlive it.
-  RowDeletion(Session& session, StringView context, std::vector<Item> items);
+  /// \param context of its error record. Services and database must outlive it.
+  RowDeletion(Services& services, BookDatabase& database, StringView context,
+              std::vector<Item> items);
 
   /// It goes on later: so many items are done.
   std::function<void(std::size_t done)> Progress;
@@ -41,9 +43,8 @@ class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
   /// Nobody is there any more to be told that items are left.
   void LogRest();
 
-  Session& session_;
+  Services& services_;
   String context_;
-  String database_;  ///< connection string of the one that the items are in
   ItemStatements statements_;
   std::vector<Item> items_;
   std::size_t next_ = 0;

@@ -41,19 +41,20 @@ std::vector<Image> imgTreeView() {
 
 }  // namespace
 
-frmAddressBook::frmAddressBook(Session& session, Editors& editors)
-    : Form(session.Screen, WindowDesign()),
+frmAddressBook::frmAddressBook(Workplace place, Editors& editors)
+    : Form(place.Services.Screen, WindowDesign()),
       lblFolders(*this, {0, 0, kTreeWidth, kHeadingHeight}, u"F&olders"),
       tvwContacts(*this, {0, 0, kTreeWidth, 0}, imgTreeView()),
       picSlider(*this, {kTreeWidth, 0, kSliderWidth, 0}, controls::MousePointer::SizeWestEast),
       lblContacts(*this, {0, 0, 0, kHeadingHeight}, u"&Contacts"),
       vsfContacts(*this, {}),
       picShadow(*this, {kTreeWidth, 0, kShadowWidth, 0}),
-      session_(session),
-      folderTree_(session, tvwContacts),
-      contactList_(session, {*this, vsfContacts, StatusBar1, ProgressBar1}),
+      place_(std::move(place)),
+      folderTree_(place_.Database, place_.User.RunAt, tvwContacts),
+      contactList_(place_.Services, place_.Database,
+                   {*this, vsfContacts, StatusBar1, ProgressBar1}),
       splitter_(picSlider, picShadow),
-      commands_(session, editors, *this, folderTree_, contactList_) {
+      commands_(place_, editors, *this, folderTree_, contactList_) {
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
   StatusBar1.AddPanel({.Width = 3000});
   ConnectToolBar();
@@ -72,7 +73,7 @@ template <class Body>
 void frmAddressBook::Event(StringView procedure, Body&& body) {
   const String context =
       u"KTRVAddressBook: Error occurred. Sub: " + String(procedure) + u", Module: frmAddressBook";
-  session_.Trap(context, std::forward<Body>(body));
+  place_.Services.Trap(context, std::forward<Body>(body));
 }
 
 void frmAddressBook::Form_Load() {
@@ -98,13 +99,14 @@ void frmAddressBook::Form_QueryUnload() {
   commands_.Stop();
   Event(u"Form_QueryUnload", [&] {
     contactList_.Close();
-    session_.CloseConnection();
+    place_.Database.Close();
   });
 }
 
 void frmAddressBook::LoadTreeView() {
-  session_.Trap(u"KTRVAddressBook: Error occurred. Sub : LoadTreeView, Module: frmAddressBook",
-                [&] { folderTree_.Build(); });
+  place_.Services.Trap(
+      u"KTRVAddressBook: Error occurred. Sub : LoadTreeView, Module: frmAddressBook",
+      [&] { folderTree_.Build(); });
 }
 
 void frmAddressBook::LoadContacts() {
@@ -161,7 +163,7 @@ void frmAddressBook::ShowItemContextMenu(std::optional<int> x, std::optional<int
   const Stay stay(*this);
   Event(u"ShowItemContextMenu", [&] {
     // Elsewhere the menu is shown as it stands.
-    if (session_.IsAtServer()) Menus.ShowFor(NodeKey::KindOf(Current().Key));
+    if (place_.User.IsAtServer()) Menus.ShowFor(NodeKey::KindOf(Current().Key));
     std::optional<controls::Screen::Point> at;
     if (x || y) at = {x.value_or(0), y.value_or(0)};
     Display().ShowMenu(*this, Menus.mnuContactContext, at);
@@ -301,18 +303,19 @@ void frmAddressBook::picSlider_MouseDown() {
 }
 
 void frmAddressBook::picSlider_MouseMove(int x) {
-  session_.Trap(u"KTRVAddressBook: Error occured. Sub: picSlider_MouseMove, Module: frmAddressBook",
-                [&] { splitter_.Drag(x, ScaleWidth()); });
+  place_.Services.Trap(
+      u"KTRVAddressBook: Error occured. Sub: picSlider_MouseMove, Module: frmAddressBook",
+      [&] { splitter_.Drag(x, ScaleWidth()); });
 }
 
 void frmAddressBook::picSlider_MouseUp() {
-  session_.Trap(u"KTRVAddressBook: Error occured. Sub: picSlider_MouseUp, Module: frmAddressBook",
-                [&] {
-                  splitter_.Release();
-                  tvwContacts.SetWidth(picSlider.Left());
-                  lblFolders.SetWidth(picSlider.Left());
-                  PlaceRightPane();
-                });
+  place_.Services.Trap(
+      u"KTRVAddressBook: Error occured. Sub: picSlider_MouseUp, Module: frmAddressBook", [&] {
+        splitter_.Release();
+        tvwContacts.SetWidth(picSlider.Left());
+        lblFolders.SetWidth(picSlider.Left());
+        PlaceRightPane();
+      });
 }
 
 }  // namespace ktrv::forms

@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "component/Session.h"
 #include "controls/FlexGrid.h"
 #include "controls/Form.h"
 #include "controls/Label.h"
@@ -26,8 +25,8 @@ namespace ktrv::forms {
 /// closed and shown again.
 class frmAddressBook final : public controls::Form {
  public:
-  /// Both must outlive the window.
-  frmAddressBook(Session& session, Editors& editors);
+  /// The editors must outlive the window.
+  frmAddressBook(Workplace place, Editors& editors);
   ~frmAddressBook() override;
 
   controls::ToolBar tlbMain{*this};
@@ -76,6 +75,8 @@ class frmAddressBook final : public controls::Form {
   ItemMenus Menus;
   bool IsDeleting() const { return commands_.IsDeleting(); }
 
+  /// What it works with. Its connection can be given to it before it is shown.
+  Workplace& Place() { return place_; }
   const CurrentNode& Current() const { return folderTree_.Current(); }
   /// The result that the grid shows; null before the first load and after a failed one.
   database::Recordset* rsUserContacts() const { return contactList_.Rows(); }
@@ -113,7 +114,7 @@ class frmAddressBook final : public controls::Form {
   template <class Body>
   void Event(StringView procedure, Body&& body);
 
-  Session& session_;
+  Workplace place_;
   FolderTree folderTree_;
   ContactList contactList_;
   Splitter splitter_;

@@ -1,9 +1,12 @@
 #include "forms/contact/frmNewContact.h"
 
+#include <utility>
+
 #include "common/Global.h"
 #include "data/ContactQueries.h"
 #include "data/EditorQueries.h"
 #include "database/Transaction.h"
+#include "forms/Messages.h"
 
 namespace ktrv::forms {
 namespace {
@@ -28,8 +31,12 @@ Error NotLoaded() {
 
 }  // namespace
 
-frmNewContact::frmNewContact(Session& session)
-    : Form(session.Screen, DialogDesign()), session_(session) {
+frmNewContact::frmNewContact(Workplace place, ContactRequest request)
+    : Form(place.Services.Screen, DialogDesign()),
+      FolderId(request.FolderId),
+      place_(std::move(place)),
+      request_(std::move(request)),
+      contactId_(Trim(request_.EditContactId)) {
   for (const StringView sex : {u"", u"Male", u"Female"}) cboSex.AddItem(String(sex));
   for (controls::TextBox* box : {&txtAge, &txtMobileno}) {
     box->KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
@@ -45,12 +52,11 @@ frmNewContact::~frmNewContact() {
 }
 
 void frmNewContact::Form_Load() {
-  contactId_ = Trim(session_.EditContactId);
   shown_.reset();
   inDoubt_.reset();
   loadFailed_ = false;
-  session_.Trap(Context::kFormLoad, [&] {
-    if (session_.IsAtServer()) {
+  place_.Services.Trap(Context::kFormLoad, [&] {
+    if (place_.User.IsAtServer()) {
       EnableControls(true);
       cmdSave.SetVisible(true);
       cmdSave.SetEnabled(true);
@@ -58,38 +64,29 @@ void frmNewContact::Form_Load() {
       chkContacts.SetChecked(true);
       chkContacts.SetEnabled(false);
     }
-    if (Mode == ModeOfOperation::Add) PresentNew();
-    if (Mode == ModeOfOperation::Modify && !session_.EditContactId.empty()) PresentExisting();
+    if (request_.Mode == ModeOfOperation::Add) PresentNew();
+    if (request_.Mode == ModeOfOperation::Modify && !request_.EditContactId.empty())
+      PresentExisting();
   });
-}
-
-void frmNewContact::Form_QueryUnload() {
-  if (saved_) return;
-  session_.SavedContactId.clear();
-  session_.SavedContactName.clear();
-  session_.SavedContactMobile.clear();
-  session_.SavedContactEmail.clear();
-  session_.SavedContactAddress.clear();
-  session_.SavedContactOrganisation.clear();
 }
 
 void frmNewContact::PresentNew() {
   txtFname.SetText({});
-  if (Is(session_.SharedMode, TypeOfContact::SharedContact)) {
+  if (request_.SharedMode == TypeOfContact::SharedContact) {
     chkContacts.SetChecked(true);
     chkContacts.SetEnabled(false);
     SetCaption(u"Add Shared Contact");
   }
-  txtFname.SetText(txtFname.Fitting(session_.PresetContactName));
+  txtFname.SetText(txtFname.Fitting(request_.PresetContactName));
   // The country prefix stands in the mobile number's box; the country code's box stays empty.
-  if (Trim(session_.PresetMobileNo).empty()) session_.PresetMobileNo = u"91";
-  txtMobileno.SetText(txtMobileno.Fitting(session_.PresetMobileNo));
+  if (Trim(request_.PresetMobileNo).empty()) request_.PresetMobileNo = u"91";
+  txtMobileno.SetText(txtMobileno.Fitting(request_.PresetMobileNo));
   cboSex.SetListIndex(0);
 }
 
 void frmNewContact::PresentExisting() {
   // A local contact keeps the caption of a new one.
-  if (Is(session_.SharedMode, TypeOfContact::SharedContact)) {
+  if (request_.SharedMode == TypeOfContact::SharedContact) {
     chkContacts.SetChecked(true);
     SetCaption(u"Edit Shared Contact");
   }
@@ -100,13 +97,13 @@ void frmNewContact::PresentExisting() {
 void frmNewContact::Populate_Data() {
   if (contactId_.empty()) return;
   loadFailed_ = true;  // unless all of it is done
-  database::Recordset contact(session_.Environment);
-  contact.Open(data::ContactQueries::ById(contactId_), session_.SessionConnectionString);
+  database::Recordset contact(place_.Database.Environment);
+  contact.Open(data::ContactQueries::ById(contactId_), place_.Database.ConnectionString);
   if (!contact.EndOfFile()) {
     const std::vector<Error> failures = ContactFields::Show(contact, *this);
     shown_ = ContactFields::EntriesOf(*this);
     for (const Error& failure : failures) {
-      session_.Trap(Context::kFormLoad, [&] { throw failure; });
+      place_.Services.Trap(Context::kFormLoad, [&] { throw failure; });
     }
   }
   loadFailed_ = false;
@@ -132,7 +129,7 @@ void frmNewContact::EnableControls(bool enable) {
 
 std::int16_t frmNewContact::Validate_Data() {
   const auto refuse = [&](StringView message, controls::TextBox& box) {
-    session_.ShowMessage(message, MessageStyle::Exclamation);
+    place_.Services.ShowMessage(message, MessageStyle::Exclamation);
     box.SetFocus();
     return std::int16_t{0};
   };
@@ -146,36 +143,36 @@ std::int16_t frmNewContact::Validate_Data() {
   }
   const String& email = txtEmail.Text();
   if (!Trim(email).empty() &&
-      !Global::ValidateEmail(session_.Logger, session_.LogFilePath, email)) {
+      !Global::ValidateEmail(place_.Services.Logger, place_.Services.LogFilePath, email)) {
     return refuse(u"Enter a valid Email Id", txtEmail);
   }
   return 1;
 }
 
 bool frmNewContact::Save_Data() {
-  const bool isNew = Mode == ModeOfOperation::Add;
+  const bool isNew = request_.Mode == ModeOfOperation::Add;
   // Boxes that never showed the contact would erase it.
   if (!isNew && !shown_) throw NotLoaded();
-  database::Connection connection(session_.Environment);
-  connection.Open(session_.SessionConnectionString);
-  database::Recordset contact(session_.Environment);
+  database::Connection connection(place_.Database.Environment);
+  connection.Open(place_.Database.ConnectionString);
+  database::Recordset contact(place_.Database.Environment);
   contact.Location = database::CursorLocation::Client;
   contact.Open(isNew ? String(data::ContactQueries::kNone) : data::ContactQueries::ById(contactId_),
                connection,
                {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
-  // Whatever was opened, the session works on shared contacts until the host's next call.
-  session_.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact);
+  // Whatever was opened, contacts are shared from here on, until the host's next call.
+  request_.SharedMode = TypeOfContact::SharedContact;
   try {
     isNew ? Insert(connection, contact) : Change(contact, *shown_);
-  } catch (const Refused& refused) {
+  } catch (const ContactRefused& refused) {
     if (!refused.Message.empty()) {
-      session_.ShowMessage(refused.Message, MessageStyle::Exclamation);
+      place_.Services.ShowMessage(refused.Message, MessageStyle::Exclamation);
     }
     return false;
   }
   const String id = ToText(contact.Field(u"ID"));
-  session_.EditContactId = contactId_.empty() ? id : contactId_;
-  SetResults(id);
+  request_.EditContactId = contactId_.empty() ? id : contactId_;
+  saved_ = Summary(id);
   return true;
 }
 
@@ -187,7 +184,7 @@ void frmNewContact::Change(database::Recordset& contact, const ContactFields::En
 
 void frmNewContact::Insert(database::Connection& connection, database::Recordset& contact) {
   const auto storeCompanion = [&] {
-    if (With.Store) With.Store(connection, ToText(contact.Field(u"ID")));
+    if (request_.With.Store) request_.With.Store(connection, ToText(contact.Field(u"ID")));
   };
   database::Transaction transaction(connection);
   if (inDoubt_) {
@@ -201,7 +198,7 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
     inDoubt_.reset();
   }
   CheckFolder(connection);
-  if (With.Check) With.Check(connection);
+  if (request_.With.Check) request_.With.Check(connection);
   contact.AddNew();
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
   ContactFields::Write(*this, nullptr, contact);
@@ -223,29 +220,26 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
 
 void frmNewContact::CheckFolder(database::Connection& connection) const {
   if (FolderId == 0) return;  // outside any folder
-  database::Recordset folder(session_.Environment);
+  database::Recordset folder(place_.Database.Environment);
   folder.Open(data::EditorQueries::FolderType(ToDecimal(FolderId)), connection);
   if (!folder.EndOfFile()) return;
-  throw Refused{
-      u"The selected folder or group does not exist any more. Please select another one."};
+  throw ContactRefused{String(Messages::kPlaceIsGone)};
 }
 
-void frmNewContact::SetResults(const String& id) {
-  session_.SavedContactId = id;
-  session_.SavedContactName = txtFname.Text() + u" " + txtMname.Text() + u" " + txtLname.Text();
-  session_.SavedContactMobile = String(LTrim(txtCountryCode.Text() + u" ")) + txtMobileno.Text();
-  session_.SavedContactEmail = txtEmail.Text();
-  session_.SavedContactAddress = txtAddress.Text();
-  session_.SavedContactOrganisation = txtOrganisation.Text();
+SavedContact frmNewContact::Summary(const String& id) const {
+  return {.Id = id,
+          .Name = txtFname.Text() + u" " + txtMname.Text() + u" " + txtLname.Text(),
+          .Mobile = String(LTrim(txtCountryCode.Text() + u" ")) + txtMobileno.Text(),
+          .Email = txtEmail.Text(),
+          .Address = txtAddress.Text(),
+          .Organisation = txtOrganisation.Text()};
 }
 
 void frmNewContact::cmdSave_Click() {
-  session_.Trap(Context::kSave, [&] {
+  place_.Services.Trap(Context::kSave, [&] {
     if (loadFailed_) throw NotLoaded();  // what is missing in the boxes is not the user's omission
     if (Validate_Data() != 1) return;
-    if (!Save_Data()) return;
-    saved_ = true;
-    Unload();
+    if (Save_Data()) Unload();
   });
 }
 

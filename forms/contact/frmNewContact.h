@@ -1,9 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 
-#include "component/Session.h"
 #include "controls/CheckBox.h"
 #include "controls/ComboBox.h"
 #include "controls/CommandButton.h"
@@ -16,34 +14,24 @@
 #include "database/NewRow.h"
 #include "forms/contact/ContactFields.h"
 #include "forms/contact/ContactLayout.h"
+#include "forms/contact/ContactRequest.h"
+#include "services/Workplace.h"
 
 namespace ktrv::forms {
 
-/// The dialog in which one contact is made or changed. It reads the contact id and the presets from
-/// the session and leaves a summary of the saved contact there; when it is closed without saving,
-/// with its close button too, Session::SavedContactId is empty. A contact that cannot be loaded or
-/// saved is logged, and the dialog stays open; one that was not loaded whole is not saved.
+/// The dialog in which one contact is made or changed. A contact that cannot be loaded or saved is
+/// logged, and the dialog stays open; one that was not loaded whole is not saved.
 class frmNewContact final : public controls::Form {
  public:
-  /// The session must outlive the dialog.
-  explicit frmNewContact(Session& session);
+  frmNewContact(Workplace place, ContactRequest request);
   ~frmNewContact() override;
 
-  ModeOfOperation Mode = ModeOfOperation::Add;  ///< set by the opener
-  std::int16_t FolderId = 0;                    ///< of a new contact; 0 is the main folder
+  /// What it leaves, once it is closed.
+  ContactResult Result() const {
+    return {request_.SharedMode, request_.EditContactId, request_.PresetMobileNo, saved_};
+  }
 
-  /// Thrown when a new contact cannot be stored where it was to go.
-  struct Refused {
-    String Message;  ///< for the user; empty when it was logged instead
-  };
-  /// What the opener stores together with a new contact, on the connection and in the transaction
-  /// of its row. Both throw Error or Refused; nothing may be shown, as locks are held.
-  struct Companion {
-    std::function<void(database::Connection&)> Check;  ///< whether it can be stored
-    /// Stores it, unless it is stored already.
-    std::function<void(database::Connection&, const String& contactId)> Store;
-  };
-  Companion With;  ///< set by the opener; empty when the contact stands alone
+  std::int16_t FolderId;  ///< as asked for; of a contact that is there, its row's
 
   // Tab goes through the controls in this order, and each label names the box behind it.
   using Key = controls::CommandButton::Key;
@@ -120,7 +108,6 @@ class frmNewContact final : public controls::Form {
 
  protected:
   void Form_Load() override;
-  void Form_QueryUnload() override;
 
  private:
   void PresentNew();
@@ -130,10 +117,10 @@ class frmNewContact final : public controls::Form {
   /// \return false when the user was told why there is nothing to save to.
   bool Save_Data();
   void Change(database::Recordset& contact, const ContactFields::Entries& before);
-  /// \throws Error, Refused
+  /// \throws Error, ContactRefused
   void Insert(database::Connection& connection, database::Recordset& contact);
   void CheckFolder(database::Connection& connection) const;
-  void SetResults(const String& id);
+  SavedContact Summary(const String& id) const;
 
   void cmdSave_Click();
   void cmdCancel_Click();
@@ -141,10 +128,9 @@ class frmNewContact final : public controls::Form {
   /// The key press of a box that takes digits only.
   void FilterDigits(std::int16_t& code);
 
-  Session& session_;
-  /// Session::EditContactId when the dialog opened: a host may call another operation while it is
-  /// open.
-  String contactId_;
+  Workplace place_;
+  ContactRequest request_;
+  String contactId_;  ///< trimmed, of the contact to edit
   /// What the controls held when they showed the contact; none of a new contact, of one that is not
   /// there and of one that was not loaded whole.
   std::optional<ContactFields::Entries> shown_;
@@ -155,7 +141,7 @@ class frmNewContact final : public controls::Form {
     ContactFields::Entries Written;
   };
   std::optional<InDoubt> inDoubt_;
-  bool saved_ = false;
+  std::optional<SavedContact> saved_;
 };
 
 }  // namespace ktrv::forms

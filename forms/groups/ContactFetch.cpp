@@ -22,9 +22,14 @@ std::int32_t BarValue(std::int64_t rows) {
 
 }  // namespace
 
-ContactFetch::ContactFetch(Session& session, controls::FlexGrid& grid, controls::Label& label,
-                           controls::ProgressBar& bar, StringView context)
-    : session_(session), grid_(grid), label_(label), bar_(bar), context_(context) {}
+ContactFetch::ContactFetch(Services& services, BookDatabase& database, controls::FlexGrid& grid,
+                           controls::Label& label, controls::ProgressBar& bar, StringView context)
+    : services_(services),
+      database_(database),
+      grid_(grid),
+      label_(label),
+      bar_(bar),
+      context_(context) {}
 
 void ContactFetch::Begin() {
   Cancel();
@@ -47,12 +52,12 @@ void ContactFetch::SetTotal(std::int64_t rows) {
 }
 
 void ContactFetch::Open(const String& query) {
-  auto rows = std::make_unique<Recordset>(session_.Environment);
+  auto rows = std::make_unique<Recordset>(database_.Environment);
   rows->Location = database::CursorLocation::Client;
   rows->BackgroundFetchSize = kBlock;
   rows->FetchProgress = [this](std::int64_t progress, std::int64_t) { Progress(progress); };
   rows->FetchComplete = [this](const Error* error, EventStatus status) { Complete(error, status); };
-  rows->Open(query, session_.OpenConnection(),
+  rows->Open(query, database_.Open(),
              {.Cursor = database::CursorType::Keyset,
               .Lock = database::LockType::Optimistic,
               .Async = true});
@@ -74,7 +79,7 @@ void ContactFetch::Cancel() {
 }
 
 void ContactFetch::Progress(std::int64_t rows) {
-  const bool taken = session_.Trap(context_, false, [&] {
+  const bool taken = services_.Trap(context_, false, [&] {
     grid_.RowsArrived();
     bar_.SetValue(BarValue(rows));
     return true;
@@ -84,7 +89,7 @@ void ContactFetch::Progress(std::int64_t rows) {
 
 void ContactFetch::Complete(const Error* error, EventStatus status) {
   if (status == EventStatus::Cancelled) return;  // whoever cancelled it went on
-  const bool complete = session_.Trap(context_, false, [&] {
+  const bool complete = services_.Trap(context_, false, [&] {
     grid_.RowsArrived();
     if (error) throw Error(*error);
     return true;

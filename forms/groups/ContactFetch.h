@@ -3,10 +3,12 @@
 #include <functional>
 #include <memory>
 
-#include "component/Session.h"
 #include "controls/FlexGrid.h"
 #include "controls/Label.h"
 #include "controls/ProgressBar.h"
+#include "database/Recordset.h"
+#include "services/BookDatabase.h"
+#include "services/Services.h"
 
 namespace ktrv::forms {
 
@@ -15,9 +17,9 @@ class ContactFetch {
  public:
   enum class State { Idle, Loading, Complete, Failed };
 
-  /// The controls and the session must outlive the fetch. \param context text of its error records.
-  ContactFetch(Session& session, controls::FlexGrid& grid, controls::Label& label,
-               controls::ProgressBar& bar, StringView context);
+  /// Everything given must outlive the fetch. \param context text of its error records.
+  ContactFetch(Services& services, BookDatabase& database, controls::FlexGrid& grid,
+               controls::Label& label, controls::ProgressBar& bar, StringView context);
 
   /// The state changed.
   std::function<void()> Changed;
@@ -40,7 +42,8 @@ class ContactFetch {
   void Complete(const Error* error, database::EventStatus status);
   void Become(State state);
 
-  Session& session_;
+  Services& services_;
+  BookDatabase& database_;
   controls::FlexGrid& grid_;
   controls::Label& label_;
   controls::ProgressBar& bar_;

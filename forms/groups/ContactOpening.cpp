@@ -3,6 +3,7 @@
 #include <limits>
 #include <utility>
 
+#include "forms/Messages.h"
 #include "forms/groups/ContactRow.h"
 
 namespace ktrv::forms {
@@ -17,9 +18,9 @@ std::int16_t ToFolderId(std::int32_t id) {
 
 }  // namespace
 
-ContactOpening::ContactOpening(Session& session, GroupCommands& commands, controls::FlexGrid& list,
-                               controls::FlexGrid& picked)
-    : session_(session), commands_(commands), list_(list), picked_(picked) {}
+ContactOpening::ContactOpening(Services& services, GroupCommands& commands,
+                               controls::FlexGrid& list, controls::FlexGrid& picked, Kind kind)
+    : services_(services), commands_(commands), list_(list), picked_(picked), kind_(kind) {}
 
 bool ContactOpening::CanHold(std::int32_t folderId) {
   constexpr std::int32_t kNoFolder = 0;
@@ -27,34 +28,28 @@ bool ContactOpening::CanHold(std::int32_t folderId) {
   const auto folder = commands_.Execute(GroupCommand::Folder, {ToDecimal(folderId)});
   StringView refusal;
   if (folder.EndOfFile()) {
-    refusal = u"The selected folder or group does not exist any more. Please select another one.";
+    refusal = Messages::kPlaceIsGone;
   } else if (ToText(folder.Field(u"TYPE")) == u"R") {
-    refusal =
-        u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO "
-        u"only.";
+    refusal = Messages::kNoRemoteContactHere;
   } else {
     return true;
   }
-  session_.ShowMessage(refusal, MessageStyle::Exclamation);
+  services_.ShowMessage(refusal, MessageStyle::Exclamation);
   return false;
 }
 
-void ContactOpening::Show(ModeOfOperation mode, std::int16_t folderId) {
+ContactResult ContactOpening::Show(const ContactRequest& request) {
   hasOpenedContacts_ = true;
-  OpenEditor(mode, folderId);
+  ContactResult result = OpenEditor(request);
+  kind_.Contacts = result.SharedMode;
+  return result;
 }
 
 void ContactOpening::New(std::int32_t folderId) {
   if (!CanHold(folderId)) return;
-  session_.EditContactId.clear();
-  // What a host preset for a contact of its own is no start for this one.
-  session_.PresetContactName.clear();
-  session_.PresetMobileNo.clear();
-  MarkShared();
-  Show(ModeOfOperation::Add, ToFolderId(folderId));
-  if (session_.EditContactId.empty() || !Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;
+  const auto made = Show({.SharedMode = SharedMode(), .FolderId = ToFolderId(folderId)});
   ContactRow contact;
-  if (!Read(session_.EditContactId, contact)) return;
+  if (made.EditContactId.empty() || !IsShared() || !Read(made.EditContactId, contact)) return;
   ContactColumns(list_).Add(std::move(contact));
 }
 
@@ -64,8 +59,8 @@ void ContactOpening::Properties() {
   const ContactColumns columns(list_);
   const double kind = LeadingNumber(list_.Text(row, columns.Kind()));
   if (kind == 3) {
-    session_.ShowMessage(u"Cannot show properties of Shared Remote Contacts from here.",
-                         MessageStyle::Exclamation);
+    services_.ShowMessage(u"Cannot show properties of Shared Remote Contacts from here.",
+                          MessageStyle::Exclamation);
   } else if (kind == 2) {
     const ContactRow group = columns.Read(row);
     ShowGroup(group.Id, group.Name);
@@ -74,20 +69,11 @@ void ContactOpening::Properties() {
   }
 }
 
-void ContactOpening::MarkShared() {
-  if (!Is(session_.GroupType, TypeOfGroup::SharedGroup)) return;
-  session_.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact);
-}
-
 void ContactOpening::EditContact(int row) {
-  const ContactColumns columns(list_);
-  const String id = columns.Read(row).Id;
-  session_.EditContactId = id;
-  MarkShared();
-  Show(ModeOfOperation::Modify, 0);  // the editor reads the folder from the contact's row
+  const String id = ContactColumns(list_).Read(row).Id;
+  Show({.Mode = ModeOfOperation::Modify, .SharedMode = SharedMode(), .EditContactId = id});
   ContactRow contact;
-  if (!Read(id, contact)) return;
-  WriteRow(contact);
+  if (Read(id, contact)) WriteRow(contact);
 }
 
 void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
@@ -100,9 +86,7 @@ void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
     row.Kind = ContactKind::Group;
     WriteRow(row);
   }
-  if (!contactsWereOpened) return;
-  hasOpenedContacts_ = true;
-  ListIsStale();
+  if (contactsWereOpened) ListIsStale();
 }
 
 void ContactOpening::WriteRow(const ContactRow& contact) {

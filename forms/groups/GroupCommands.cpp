@@ -60,13 +60,11 @@ std::array<CommandText, GroupCommands::kCount> Texts(bool narrow) {
 
 }  // namespace
 
-GroupCommands::GroupCommands(Session& session) : session_(session) {}
-
 void GroupCommands::Init() {
-  auto texts = Texts(data::WantsNarrowText(session_.DbType));
+  auto texts = Texts(data::WantsNarrowText(database_.DbType));
   for (std::size_t index = 0; index < kCount; ++index) {
     database::Command command;
-    command.SetActiveConnection(session_.SessionConnection.get());
+    command.SetActiveConnection(database_.Connection.get());
     command.SetCommandText(std::move(texts[index].Text));
     command.Prepared = true;
     for (Parameter& parameter : texts[index].Parameters) {
@@ -74,16 +72,11 @@ void GroupCommands::Init() {
     }
     commands_[index] = std::move(command);
   }
-  // Last, so that a dialog which is opened while the server is away works when it is back.
-  if (Is(session_.GroupType, TypeOfGroup::SharedGroup)) session_.OpenConnection();
 }
 
 database::Recordset GroupCommands::Execute(GroupCommand name, std::vector<Variant> values) {
-  // The connection may have been closed, or replaced by the host, since the dialog was loaded.
-  database::Connection& connection = session_.OpenConnection();
-  database::Command& command = Get(name);
-  if (command.ActiveConnection() != &connection) command.SetActiveConnection(&connection);
-  return command.Execute(std::move(values));
+  database_.Open();
+  return Get(name).Execute(std::move(values));
 }
 
 std::int64_t GroupCommands::Count(GroupCommand command, const Variant& value) {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "component/Session.h"
 #include "database/Command.h"
+#include "services/BookDatabase.h"
 
 namespace ktrv::forms {
 
@@ -40,16 +40,13 @@ class GroupCommands {
   /// How many ids ContactsAmong and RemoteContactsAmong take: few enough for every engine.
   static constexpr std::size_t kAmong = 100;
 
-  /// \param session must outlive the commands.
-  explicit GroupCommands(Session& session);
+  /// \param database must outlive the commands.
+  explicit GroupCommands(BookDatabase& database) : database_(database) {}
 
-  /// Makes the commands, and opens the session's connection when the dialog works on shared groups.
-  /// \throws Error when it cannot be opened; the commands are made all the same and open it when
-  /// they run.
   void Init();
 
-  /// Runs the command with one value for each parameter, on the session's connection, opened when
-  /// it is closed. \throws Error as database::Command::Execute.
+  /// Runs the command with one value for each parameter, on the connection, opened when it is
+  /// closed. \throws Error as database::Command::Execute.
   database::Recordset Execute(GroupCommand command, std::vector<Variant> values = {});
 
   /// The first column of the first row of a counting command; 0 without a row.
@@ -63,7 +60,7 @@ class GroupCommands {
  private:
   database::Command& Get(GroupCommand command);
 
-  Session& session_;
+  BookDatabase& database_;
   std::array<database::Command, kCount> commands_;
 };
 

@@ -56,8 +56,8 @@ class Search {
 
 }  // namespace
 
-GroupStore::GroupStore(Session& session, GroupCommands& commands)
-    : session_(session), commands_(commands) {}
+GroupStore::GroupStore(GroupCommands& commands, String groupId, String groupName)
+    : commands_(commands), groupId_(std::move(groupId)), groupName_(std::move(groupName)) {}
 
 GroupStore::Saving::Saving(GroupStore& store, database::Connection& connection)
     : store_(store), transaction_(connection), wasIncomplete_(store.incomplete_) {
@@ -90,15 +90,14 @@ void GroupStore::Saving::Undo() {
 void GroupStore::Saving::Forget() {
   store_.known_ = store_.attempted_ = store_.before_;
   store_.creation_.reset();
-  if (store_.created_) store_.session_.GroupId.clear();
+  if (store_.created_) store_.groupId_.clear();
   store_.incomplete_ = wasIncomplete_;
 }
 
 bool GroupStore::IsNameTaken(const String& name, ModeOfOperation mode) {
-  const auto rows =
-      mode == ModeOfOperation::Add
-          ? commands_.Execute(GroupCommand::NameTaken, {name})
-          : commands_.Execute(GroupCommand::NameTakenByAnother, {name, session_.GroupId});
+  const auto rows = mode == ModeOfOperation::Add
+                        ? commands_.Execute(GroupCommand::NameTaken, {name})
+                        : commands_.Execute(GroupCommand::NameTakenByAnother, {name, groupId_});
   return !rows.EndOfFile();
 }
 
@@ -118,12 +117,12 @@ std::optional<StoredGroup> GroupStore::Read(const String& groupId, String* folde
 
 void GroupStore::Load() {
   // A group that is gone already is refused when it is saved, as one that goes later.
-  known_ = Read(session_.GroupId).value_or(StoredGroup{session_.GroupName, {}});
+  known_ = Read(groupId_).value_or(StoredGroup{groupName_, {}});
   attempted_ = before_ = known_;
 }
 
 GroupStore::Now GroupStore::LookAgain() {
-  auto stored = Read(session_.GroupId);
+  auto stored = Read(groupId_);
   if (!stored) return Now::Gone;
   found_ = std::move(*stored);
   const bool isKnown =
@@ -218,15 +217,15 @@ bool GroupStore::FindCreated() {
 }
 
 void GroupStore::Became(const String& groupId, StoredGroup stored) {
-  session_.GroupId = groupId;
+  groupId_ = groupId;
   known_ = attempted_ = before_ = std::move(stored);
 }
 
 bool GroupStore::HasVanished() {
-  if (session_.GroupId.empty()) return false;  // it was not found by its name yet
+  if (groupId_.empty()) return false;  // it was not found by its name yet
   // Of a new group its row alone counts: its members may be what failed.
-  if (created_) return commands_.Execute(GroupCommand::Group, {session_.GroupId}).EndOfFile();
-  const auto stored = Read(session_.GroupId);
+  if (created_) return commands_.Execute(GroupCommand::Group, {groupId_}).EndOfFile();
+  const auto stored = Read(groupId_);
   return stored && stored->IsSameAs(before_);
 }
 
@@ -234,16 +233,16 @@ void GroupStore::Doubt() {
   if (!created_) return;
   creation_ = std::exchange(created_, std::nullopt);
   creation_->Worked = false;
-  session_.GroupId.clear();
+  groupId_.clear();
 }
 
 void GroupStore::Rename(const String& name) {
   attempted_.Name = name;
-  commands_.Execute(GroupCommand::RenameGroup, {name, session_.GroupId});
+  commands_.Execute(GroupCommand::RenameGroup, {name, groupId_});
   if (commands_.RecordsAffected(GroupCommand::RenameGroup) <= 0) {
     // No row changed, which some engines say too when the name was the same already; or the driver
     // cannot tell. Memberships written to a group that is gone would belong to none.
-    const auto group = commands_.Execute(GroupCommand::Group, {session_.GroupId});
+    const auto group = commands_.Execute(GroupCommand::Group, {groupId_});
     if (group.EndOfFile() || !database::IsHeld(ToText(group.Field(u"NAME")), name)) {
       throw Error(ErrorNumber::RowChanged, u"The group was deleted by another user");
     }
@@ -256,7 +255,7 @@ void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progre
   const ContactColumns columns(members);
   incomplete_ = true;
   attempted_.Members.clear();
-  commands_.Execute(GroupCommand::ClearMembers, {session_.GroupId});
+  commands_.Execute(GroupCommand::ClearMembers, {groupId_});
   known_.Members.clear();
   String letter;
   for (int row = 1; row < members.Rows(); ++row) {
@@ -268,7 +267,7 @@ void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progre
     // readers of the table have always found.
     const String id = members.Text(row, columns.Id());
     attempted_.Members.push_back({String(Trim(id)), letter});
-    commands_.Execute(GroupCommand::InsertMember, {session_.GroupId, id, letter});
+    commands_.Execute(GroupCommand::InsertMember, {groupId_, id, letter});
     known_.Members.push_back(attempted_.Members.back());
   }
 }

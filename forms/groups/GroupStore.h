@@ -2,25 +2,29 @@
 
 #include <optional>
 
-#include "component/Session.h"
 #include "controls/FlexGrid.h"
 #include "database/Transaction.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/StoredGroup.h"
+#include "services/Enumerations.h"
 
 namespace ktrv::forms {
 
 class JobProgress;
 
-/// Reads and writes the session's group and its memberships, one statement after the other. It
+/// Reads and writes one group and its memberships, one statement after the other. It
 /// knows what it read and wrote, so that nothing is written twice after a failure and nothing over
 /// what another user wrote meanwhile. All throw Error.
 class GroupStore {
  public:
-  /// Both must outlive the store.
-  GroupStore(Session& session, GroupCommands& commands);
+  /// \param commands must outlive the store. \param groupId empty for a new group. \param groupName
+  /// as the opener knows it
+  GroupStore(GroupCommands& commands, String groupId, String groupName);
 
-  /// Whether a group has the name; in Modify another one than the session's. The database compares.
+  /// Empty until a new group is in the database.
+  const String& GroupId() const { return groupId_; }
+
+  /// Whether a group has the name; in Modify another one than this. The database compares.
   bool IsNameTaken(const String& name, ModeOfOperation mode);
 
   /// Reads what the dialog is going to show.
@@ -64,12 +68,12 @@ class GroupStore {
   /// Names of the members that are in the database no more.
   std::vector<String> Missing(controls::FlexGrid& members);
 
-  /// Inserts the group; its id becomes the session's group id.
+  /// Inserts the group, which has an id then.
   void Create(const String& name, const String& folderId);
   /// Whether an insert was begun and the group's id is not known.
   bool IsCreationOpen() const { return creation_.has_value(); }
-  /// Looks what became of that insert. \return whether the group is there; its id is the session's
-  /// group id then. Else nothing was inserted, and Create may be called again. \throws Error also
+  /// Looks what became of that insert. \return whether the group is there, and its id is known
+  /// then. Else nothing was inserted, and Create may be called again. \throws Error also
   /// when it was inserted and is not found.
   bool FindCreated();
 
@@ -97,8 +101,9 @@ class GroupStore {
   /// Nobody knows whether anything of this attempt is stored.
   void Doubt();
 
-  Session& session_;
   GroupCommands& commands_;
+  String groupId_;
+  const String groupName_;
   StoredGroup known_;
   /// What known_ becomes if the last statement worked although it failed.
   StoredGroup attempted_;

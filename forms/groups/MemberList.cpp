@@ -37,13 +37,14 @@ class RedrawPause {
 
 }  // namespace
 
-MemberList::MemberList(Session& session, GroupCommands& commands, GroupStore& store,
-                       Display display)
-    : session_(session),
+MemberList::MemberList(Services& services, BookDatabase& database, GroupCommands& commands,
+                       GroupStore& store, Display display)
+    : services_(services),
+      database_(database),
       commands_(commands),
       store_(store),
       display_(display),
-      fetch_(session, display.Grid, display.Loading, display.Bar, kContext) {
+      fetch_(services, database, display.Grid, display.Loading, display.Bar, kContext) {
   fetch_.Changed = [this] {
     if (fetch_.CurrentState() == ContactFetch::State::Complete) Loaded();
     if (Changed) Changed();
@@ -60,11 +61,11 @@ void MemberList::Empty() {
 
 void MemberList::Load() {
   complete_ = false;
-  const bool started = session_.Trap(kContext, false, [&] {
+  const bool started = services_.Trap(kContext, false, [&] {
     fetch_.Begin();
     const String query =
-        data::GroupQueries::Members(data::FoldedDialect(session_.DbType), session_.GroupId);
-    const std::int64_t members = commands_.Count(GroupCommand::CountMembers, session_.GroupId);
+        data::GroupQueries::Members(data::FoldedDialect(database_.DbType), store_.GroupId());
+    const std::int64_t members = commands_.Count(GroupCommand::CountMembers, store_.GroupId());
     fetch_.SetTotal(members);
     // The whole group, also remote members, which one family does not list.
     ShowCount(members);
@@ -86,7 +87,7 @@ void MemberList::Cancel() {
 }
 
 void MemberList::Loaded() {
-  const bool taken = session_.Trap(kContext, false, [&] {
+  const bool taken = services_.Trap(kContext, false, [&] {
     RemoveStrangers();
     ReadIds();
     return true;

@@ -23,14 +23,15 @@ class MemberList {
   };
 
   /// All must outlive the list.
-  MemberList(Session& session, GroupCommands& commands, GroupStore& store, Display display);
+  MemberList(Services& services, BookDatabase& database, GroupCommands& commands, GroupStore& store,
+             Display display);
 
   /// It began or ended to load.
   std::function<void()> Changed;
 
   /// No members.
   void Empty();
-  /// Reads the session's group into the store and starts to fill the list with its members.
+  /// Reads the group into the store and starts to fill the list with its members.
   /// Failures are logged and shown.
   void Load();
   /// Says that the members could not be loaded.
@@ -58,7 +59,8 @@ class MemberList {
   void ShowCount(std::int64_t members);
   void ShowLeftOut(const std::vector<String>& names);
 
-  Session& session_;
+  Services& services_;
+  BookDatabase& database_;
   GroupCommands& commands_;
   GroupStore& store_;
   Display display_;

@@ -40,17 +40,17 @@ void ExpandGroup(GroupCommands& commands, const ContactRow& group, RecipientResu
 
 }  // namespace
 
-void PickRecipients(Session& session, GroupCommands& commands, controls::FlexGrid& picked,
-                    bool prefixCountryCode, JobProgress& progress, String& current) {
+Recipients PickRecipients(GroupCommands& commands, controls::FlexGrid& picked, PickOptions options,
+                          JobProgress& progress, String& current) {
   progress.Say(kSelecting);
   const ContactColumns columns(picked);
-  RecipientResult result(prefixCountryCode, static_cast<std::size_t>(picked.Rows() - 1));
+  RecipientResult result(options.PrefixCountryCode, static_cast<std::size_t>(picked.Rows() - 1));
   for (int index = 1; index < picked.Rows(); ++index) {
     const ContactRow row = columns.Read(index);
     current = Quoted(row.Name);
     if (row.Kind == ContactKind::Contact) {
       result.AddContact(row);
-    } else if (row.Kind == ContactKind::Group && session.ExpandGroups) {
+    } else if (row.Kind == ContactKind::Group && options.ExpandGroups) {
       ExpandGroup(commands, row, result, progress, current);
     } else if (row.Kind == ContactKind::Group) {
       result.AddGroup(row);
@@ -59,7 +59,7 @@ void PickRecipients(Session& session, GroupCommands& commands, controls::FlexGri
     }
     progress.Advance();
   }
-  result.HandTo(session);
+  return std::move(result).Take();
 }
 
 }  // namespace ktrv::forms

@@ -28,7 +28,8 @@ String Entry(StringView prefix, const ContactRow& row) {
 
 RecipientResult::RecipientResult(bool prefixCountryCode, std::size_t rows)
     : prefixCountryCode_(prefixCountryCode) {
-  for (const auto& collection : {recipients_, mobileNos_, names_}) collection->Reserve(rows);
+  for (const auto& collection : {result_.Selected, result_.MobileNos, result_.Names})
+    collection->Reserve(rows);
 }
 
 void RecipientResult::AddContact(const ContactRow& contact) {
@@ -48,19 +49,17 @@ void RecipientResult::AddGroupMember(const ContactRow& member) {
   namesText_.Append(member.Name + u";");
 }
 
-void RecipientResult::HandTo(Session& session) {
-  session.SelectedRecipients = std::move(recipients_);
-  session.SelectedMobileNos = std::move(mobileNos_);
-  session.SelectedNames = std::move(names_);
-  session.ContactsName = namesText_.Text();
+Recipients RecipientResult::Take() && {
+  result_.ContactsName = namesText_.Text();
+  return std::move(result_);
 }
 
 void RecipientResult::Add(StringView prefix, char16_t letter, const ContactRow& row,
                           String mobileNo) {
   const String number = ToDecimal(++number_);
-  names_->Add(PaddedName(row.Id, row.Name), letter + number);
-  mobileNos_->Add(std::move(mobileNo), u"M" + number);
-  recipients_->Add(Entry(prefix, row));
+  result_.Names->Add(PaddedName(row.Id, row.Name), letter + number);
+  result_.MobileNos->Add(std::move(mobileNo), u"M" + number);
+  result_.Selected->Add(Entry(prefix, row));
 }
 
 String RecipientResult::MobileNoOf(const ContactRow& contact) const {

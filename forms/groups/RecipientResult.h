@@ -1,15 +1,12 @@
 #pragma once
 
-#include <memory>
-
-#include "component/Session.h"
 #include "forms/groups/ContactRow.h"
+#include "forms/groups/GroupRequest.h"
 #include "forms/groups/TextBuffer.h"
 
 namespace ktrv::forms {
 
-/// What a picker hands back, while it is being put together. The session's results change only at
-/// the end, so a pick that fails half way leaves nothing behind.
+/// What a picker hands back, while it is being put together.
 class RecipientResult {
  public:
   /// \param prefixCountryCode whether the country code stands before a contact's number in the list
@@ -25,7 +22,7 @@ class RecipientResult {
   /// the names text.
   void AddGroupMember(const ContactRow& member);
 
-  void HandTo(Session& session);
+  Recipients Take() &&;
 
  private:
   void Add(StringView prefix, char16_t letter, const ContactRow& row, String mobileNo);
@@ -33,9 +30,7 @@ class RecipientResult {
 
   bool prefixCountryCode_;
   std::int64_t number_ = 0;  ///< of the last pair of items
-  std::shared_ptr<TextCollection> recipients_ = std::make_shared<TextCollection>();
-  std::shared_ptr<TextCollection> mobileNos_ = std::make_shared<TextCollection>();
-  std::shared_ptr<TextCollection> names_ = std::make_shared<TextCollection>();
+  Recipients result_;
   TextBuffer namesText_;
 };
 

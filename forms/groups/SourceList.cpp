@@ -18,25 +18,26 @@ constexpr StringView kRemote = u"R";
 
 }  // namespace
 
-SourceList::SourceList(Session& session, GroupCommands& commands, Display display)
-    : session_(session),
+SourceList::SourceList(Services& services, BookDatabase& database, GroupCommands& commands,
+                       Display display)
+    : services_(services),
+      database_(database),
       commands_(commands),
       display_(display),
-      fetch_(session, display.Grid, display.Loading, display.Bar, kContext) {
+      fetch_(services, database, display.Grid, display.Loading, display.Bar, kContext) {
   fetch_.Changed = [this] {
     if (Changed) Changed();
   };
 }
 
 bool SourceList::FillSelector() {
-  if (!Is(session_.GroupType, TypeOfGroup::SharedGroup)) return true;
   display_.Selector.Clear();
-  return session_.Trap(kContext, false, [&] {
+  return services_.Trap(kContext, false, [&] {
     display_.Selector.AddItem(u"Shared Contacts", 0);
     auto folders = commands_.Execute(GroupCommand::Folders);
     for (; !folders.EndOfFile(); folders.MoveNext()) {
       // One that cannot be offered keeps no other from being offered.
-      session_.Trap(kContext, [&] { AddFolder(folders); });
+      services_.Trap(kContext, [&] { AddFolder(folders); });
     }
     return true;
   });
@@ -51,11 +52,11 @@ void SourceList::AddFolder(const database::Recordset& folder) {
 }
 
 void SourceList::Load(Purpose purpose, StringView folderId) {
-  const bool started = session_.Trap(kContext, false, [&] {
+  const bool started = services_.Trap(kContext, false, [&] {
     fetch_.Begin();
     const StringView id = LeadingNumber(folderId) == 0 ? u"0" : folderId;
     ChooseSource(id);
-    const auto dialect = data::FoldedDialect(session_.DbType);
+    const auto dialect = data::FoldedDialect(database_.DbType);
     query_ = kind_ == kRemote ? data::GroupQueries::RemoteCandidates(dialect, purpose, id)
                               : data::GroupQueries::SharedCandidates(dialect, purpose, id);
     fetch_.SetTotal(CountRows(purpose, id));
@@ -67,8 +68,9 @@ void SourceList::Load(Purpose purpose, StringView folderId) {
 
 void SourceList::Fail() {
   ContactColumns::Empty(display_.Grid);
-  const bool known = data::FoldedDialect(session_.DbType) != data::Dialect::None;
-  fetch_.Fail(known ? String(kNotLoaded) : u"No lists for database type " + session_.DbType + u".");
+  const bool known = data::FoldedDialect(database_.DbType) != data::Dialect::None;
+  fetch_.Fail(known ? String(kNotLoaded)
+                    : u"No lists for database type " + database_.DbType + u".");
 }
 
 void SourceList::Cancel() {

@@ -18,13 +18,13 @@ class SourceList {
   };
 
   /// All must outlive the list.
-  SourceList(Session& session, GroupCommands& commands, Display display);
+  SourceList(Services& services, BookDatabase& database, GroupCommands& commands, Display display);
 
   /// It began or ended to load.
   std::function<void()> Changed;
 
-  /// Fills the selector with the shared contacts and every folder; nothing for local groups.
-  /// Failures are logged. \return whether it is filled
+  /// Fills the selector with the shared contacts and every folder. Failures are logged. \return
+  /// whether it is filled
   bool FillSelector();
 
   /// Fills the list with what the source offers. Failures are logged and shown. A source that could
@@ -55,7 +55,8 @@ class SourceList {
   void ChooseSource(StringView folderId);
   std::int64_t CountRows(data::GroupQueries::Purpose purpose, StringView folderId);
 
-  Session& session_;
+  Services& services_;
+  BookDatabase& database_;
   GroupCommands& commands_;
   Display display_;
   ContactFetch fetch_;

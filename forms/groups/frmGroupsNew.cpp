@@ -1,10 +1,9 @@
 #include "forms/groups/frmGroupsNew.h"
 
 #include <numeric>
+#include <utility>
 
-#include "forms/contact/frmNewContact.h"
 #include "forms/groups/JobProgress.h"
-#include "forms/groups/OpenGroupProperties.h"
 
 namespace ktrv::forms {
 
@@ -40,16 +39,16 @@ constexpr StringView kMemberLayout =
 
 }  // namespace
 
-frmGroupsNew::frmGroupsNew(Session& session)
-    : Form(session.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7350}),
-      session_(session),
-      commands_(session),
-      store_(session, commands_),
-      sources_(session, commands_,
+frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
+    : Form(place.Services.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7350}),
+      place_(std::move(place)),
+      request_(std::move(request)),
+      sources_(place_.Services, place_.Database, commands_,
                {cboContactType, vsfFolderContacts, lblLoadingFolder, pbrFolder}),
-      members_(session, commands_, store_,
+      members_(place_.Services, place_.Database, commands_, store_,
                {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount, lblLeftOut}),
-      contacts_(session, commands_, vsfFolderContacts, vsfGroupContacts) {
+      contacts_(place_.Services, commands_, vsfFolderContacts, vsfGroupContacts,
+                {request_.GroupType, request_.SharedMode}) {
   cboContactType.AccessibleName = u"Source";
   vsfFolderContacts.AccessibleName = u"Contacts";
   vsfGroupContacts.AccessibleName = u"Members";
@@ -63,16 +62,16 @@ frmGroupsNew::frmGroupsNew(Session& session)
                                                  &PbrGrp, &lblLeftOut, &lblSave, &pbrSave}) {
     control->SetVisible(false);
   }
-  contacts_.OpenEditor = [this](ModeOfOperation mode, std::int16_t folderId) {
-    Session own = session_.ForWindow();
-    frmNewContact editor(own);
-    editor.Mode = mode;
-    editor.FolderId = folderId;
-    own.ShowModal(Session::Purpose::Contact, editor);
-    session_.Take(Session::Purpose::Contact, own);
+  contacts_.OpenEditor = [this](const ContactRequest& contact) {
+    return OpenContact(place_.Another(), contact);
   };
   contacts_.OpenGroup = [this](const String& id, const String& name) {
-    return OpenGroupProperties(session_, id, name);
+    return OpenProperties(place_.Another(), {.Mode = ModeOfOperation::Modify,
+                                             .GroupType = request_.GroupType,
+                                             .SharedMode = contacts_.SharedMode(),
+                                             .GroupId = id,
+                                             .GroupName = name})
+        .HasOpenedContacts;
   };
   contacts_.ListIsStale = [this] { LoadChosenSource(); };
   ConnectEvents();
@@ -108,16 +107,14 @@ void frmGroupsNew::ConnectEvents() {
 }
 
 void frmGroupsNew::Form_Load() {
-  saved_ = false;
-  groupId_ = session_.GroupId;
-  groupType_ = session_.GroupType;
-  expandGroups_ = session_.ExpandGroups;
-  connected_ = session_.Trap(Context::kFormLoad, false, [&] {
+  saved_.reset();
+  picked_.reset();
+  connected_ = place_.Services.Trap(Context::kFormLoad, false, [&] {
     InitAdoCommands();
     return true;
   });
   // Without a database the dialog opens too, and shows no more rights than with one.
-  session_.Trap(Context::kFormLoad, [&] {
+  place_.Services.Trap(Context::kFormLoad, [&] {
     ApplyRights();
     if (IsPicker()) {
       LayOutAsPicker();
@@ -125,19 +122,23 @@ void frmGroupsNew::Form_Load() {
       chkGroup.SetChecked(true);
     }
     const bool connected = connected_;
-    if (connected) connected_ = sources_.FillSelector();
+    if (connected) connected_ = FillSelector();
     ShowMembers(connected);
     ShowSource(connected);
     ShowWhatIsPossible();
   });
 }
 
+bool frmGroupsNew::FillSelector() {
+  return !IsShared() || sources_.FillSelector();
+}
+
 bool frmGroupsNew::ConnectAgain() {
   if (connected_) return false;
-  return connected_ = session_.Trap(Context::kFormLoad, false, [&] {
-    session_.OpenConnection();
+  return connected_ = place_.Services.Trap(Context::kFormLoad, false, [&] {
+    place_.Database.Open();
     cboContactType.Click = nullptr;
-    const bool filled = sources_.FillSelector();
+    const bool filled = FillSelector();
     if (!members_.IsComplete()) LoadMembers();
     ShowSource(true);
     return filled;
@@ -147,15 +148,26 @@ bool frmGroupsNew::ConnectAgain() {
 void frmGroupsNew::Form_QueryUnload() {
   sources_.Cancel();
   members_.Cancel();
-  if (!saved_) ClearResults();
 }
 
 void frmGroupsNew::InitAdoCommands() {
   commands_.Init();
+  // Last, so that a dialog which is opened while the server is away works when it is back.
+  if (IsShared()) place_.Database.Open();
+}
+
+GroupResult frmGroupsNew::Result() const {
+  GroupResult result{.GroupType = request_.GroupType,
+                     .Saved = saved_,
+                     .HasOpenedContacts = contacts_.HasOpenedContacts()};
+  if (!saved_ && store_.IsIncomplete() && !store_.GroupId().empty()) {
+    result.Unfinished = {store_.GroupId(), store_.Known().Name};
+  }
+  return result;
 }
 
 void frmGroupsNew::ApplyRights() {
-  if (session_.IsAdmin != 0 || !IsShared()) return;
+  if (place_.User.Rights != UserType::GeneralUser || !IsShared()) return;
   cmdOK.SetEnabled(false);
   cmdNew.SetEnabled(false);
 }
@@ -175,13 +187,13 @@ void frmGroupsNew::LayOutAsPicker() {
 }
 
 void frmGroupsNew::ShowMembers(bool connected) {
-  if (IsPicker() || Mode == ModeOfOperation::Add) {
+  if (IsPicker() || request_.Mode == ModeOfOperation::Add) {
     members_.Empty();
     return;
   }
   SetCaption(u"Modify Group");
   if (connected) return LoadGroupContacts();
-  ShowGroupName(session_.GroupName);
+  ShowGroupName(request_.GroupName);
   members_.Fail();
 }
 
@@ -205,7 +217,7 @@ void frmGroupsNew::LoadFolderContacts(StringView folderId) {
 }
 
 void frmGroupsNew::LoadGroupContacts() {
-  ShowGroupName(session_.GroupName);
+  ShowGroupName(request_.GroupName);
   if (!IsShared()) return members_.Empty();
   LoadMembers();
 }
@@ -223,11 +235,11 @@ void frmGroupsNew::ShowGroupName(const String& name) {
 }
 
 void frmGroupsNew::SelectMembers() {
-  session_.Trap(Context::kSelect, [&] { Take(vsfFolderContacts.SelectedRows()); });
+  place_.Services.Trap(Context::kSelect, [&] { Take(vsfFolderContacts.SelectedRows()); });
 }
 
 void frmGroupsNew::SelectAllMembers() {
-  session_.Trap(Context::kSelectAll, [&] {
+  place_.Services.Trap(Context::kSelectAll, [&] {
     if (!sources_.IsComplete()) return;
     std::vector<int> rows(static_cast<std::size_t>(vsfFolderContacts.Rows() - 1));
     std::iota(rows.begin(), rows.end(), 1);
@@ -246,21 +258,21 @@ void frmGroupsNew::Take(const std::vector<int>& rows) {
 }
 
 void frmGroupsNew::RemoveGroupMembers() {
-  session_.Trap(Context::kRemove, [&] {
+  place_.Services.Trap(Context::kRemove, [&] {
     if (members_.IsComplete()) members_.RemoveSelected();
   });
 }
 
 void frmGroupsNew::cmdNew_Click() {
   ConnectAgain();
-  session_.Trap(Context::kNew, [&] {
+  place_.Services.Trap(Context::kNew, [&] {
     const int index = cboContactType.ListIndex();
     contacts_.New(index < 0 ? 0 : cboContactType.ItemData(index));
   });
 }
 
 void frmGroupsNew::cmdProperty_Click() {
-  session_.Trap(Context::kProperty, [&] { contacts_.Properties(); });
+  place_.Services.Trap(Context::kProperty, [&] { contacts_.Properties(); });
 }
 
 void frmGroupsNew::cmdFind_Click() {
@@ -284,19 +296,19 @@ void frmGroupsNew::txtFind_Change() {
 }
 
 void frmGroupsNew::vsfFolderContacts_AfterDataRefresh() {
-  session_.Trap(Context::kSourceLayout, [&] { ContactColumns::LayOut(vsfFolderContacts); });
+  place_.Services.Trap(Context::kSourceLayout, [&] { ContactColumns::LayOut(vsfFolderContacts); });
 }
 
 void frmGroupsNew::vsfGroupContacts_AfterDataRefresh() {
-  session_.Trap(Context::kMemberLayout, [&] { ContactColumns::LayOut(vsfGroupContacts); });
+  place_.Services.Trap(Context::kMemberLayout, [&] { ContactColumns::LayOut(vsfGroupContacts); });
 }
 
 bool frmGroupsNew::IsShared() const {
-  return Is(session_.GroupType, TypeOfGroup::SharedGroup);
+  return request_.GroupType == TypeOfGroup::SharedGroup;
 }
 
 bool frmGroupsNew::IsPicker() const {
-  return LoadGroupFor == ktrv::LoadGroupFor::SelectReceipient;
+  return request_.LoadGroupFor == ktrv::LoadGroupFor::SelectReceipient;
 }
 
 }  // namespace ktrv::forms

@@ -11,28 +11,31 @@
 #include "controls/TextBox.h"
 #include "forms/groups/ContactOpening.h"
 #include "forms/groups/GroupCommands.h"
+#include "forms/groups/GroupRequest.h"
 #include "forms/groups/GroupStore.h"
 #include "forms/groups/MemberList.h"
 #include "forms/groups/SourceList.h"
+#include "services/Workplace.h"
 
 namespace ktrv::forms {
 
-/// Modal dialog with two uses: it creates or modifies a group, or it picks recipients. It works on
-/// shared groups when the session's group type says so; local groups are kept by the host, and
-/// nothing of them is read or written here.
-///
-/// After OK the session holds the group's id and name, or the picked recipients; after Cancel, or
-/// when the window was closed, it holds neither.
+/// Modal dialog with two uses: it creates or modifies a group, or it picks recipients. Local groups
+/// are kept by the host, and nothing of them is read or written here.
 class frmGroupsNew final : public controls::Form {
  public:
-  /// \param session must outlive the dialog.
-  explicit frmGroupsNew(Session& session);
+  frmGroupsNew(Workplace place, GroupRequest request);
   ~frmGroupsNew() override;
 
-  // Set by the opener before it is shown.
-  ktrv::LoadGroupFor LoadGroupFor = ktrv::LoadGroupFor::AddModify;
-  ModeOfOperation Mode = ModeOfOperation::Add;  ///< has no meaning for the picker
-  String FolderId = u"0";                       ///< decimal id of the folder of a new group
+  // What it opens over itself, on a workplace of its own. Set by the opener.
+  std::function<ContactResult(Workplace place, const ContactRequest& request)> OpenContact;
+  std::function<GroupResult(Workplace place, const GroupRequest& request)> OpenProperties;
+
+  /// What it was opened for; a new group becomes one to modify once it is in the database.
+  const GroupRequest& Request() const { return request_; }
+  /// What the group editor leaves, once it is closed.
+  GroupResult Result() const;
+  /// What the picker leaves, once it is closed; nothing when it was closed without OK.
+  const std::optional<Recipients>& Picked() const { return picked_; }
 
   controls::Label lblGroupName{*this, {150, 210, 1200, 255}, u"Group Name"};
   controls::TextBox txtGroupName{*this, {1400, 165, 4300, 330}, 100};
@@ -83,17 +86,9 @@ class frmGroupsNew final : public controls::Form {
   void vsfFolderContacts_AfterDataRefresh();
   void vsfGroupContacts_AfterDataRefresh();
 
-  /// Shows the contact editor; a test puts its own in its place.
-  ContactOpening::Editor& ContactEditor() { return contacts_.OpenEditor; }
   const GroupCommands& Commands() const { return commands_; }
   const SourceList& Sources() const { return sources_; }
   const MemberList& Members() const { return members_; }
-  /// Whether contacts were made or opened over the dialog, whatever became of the group.
-  bool HasOpenedContacts() const { return contacts_.HasOpenedContacts(); }
-
-  /// After a cancel: the group that was inserted and not finished; empty when there is none.
-  String UnfinishedGroupId() const { return store_.IsIncomplete() ? groupId_ : String(); }
-  const String& UnfinishedGroupName() const { return store_.Known().Name; }
 
  protected:
   void Form_Load() override;
@@ -105,6 +100,7 @@ class frmGroupsNew final : public controls::Form {
   void ApplyRights();
   void LayOutAsPicker();
   void ShowMembers(bool connected);
+  bool FillSelector();
   void ShowSource(bool connected);
   void LoadMembers();
   void ShowGroupName(const String& name);
@@ -124,9 +120,6 @@ class frmGroupsNew final : public controls::Form {
   String Hindrance();
   /// A new group that is in the database is one that is modified from here on.
   void TakeCreatedGroup();
-  /// Gives the session back what this dialog works on: a host may have called another operation
-  /// while it was open.
-  void TakeSessionBack();
   /// Loads what an outage kept from the dialog when it was opened. \return whether it did.
   bool ConnectAgain();
   bool FindCreatedGroup();
@@ -134,22 +127,20 @@ class frmGroupsNew final : public controls::Form {
   /// Tells the user. \throws Error with the same text, for the log
   [[noreturn]] void Refuse(const String& message);
   void ShowNotSaved();
-  void ClearResults();
   bool IsShared() const;
   bool IsPicker() const;
 
-  Session& session_;
-  GroupCommands commands_;
-  GroupStore store_;
+  Workplace place_;
+  GroupRequest request_;
+  GroupCommands commands_{place_.Database};
+  GroupStore store_{commands_, request_.GroupId, request_.GroupName};
   SourceList sources_;
   MemberList members_;
   ContactOpening contacts_;
-  String groupId_;  ///< empty for a new group
-  std::int32_t groupType_ = 0;
-  bool expandGroups_ = false;
   String shownName_;        ///< the group's, before the user typed another
   bool connected_ = false;  ///< the sources could be asked for
-  bool saved_ = false;
+  std::optional<NamedGroup> saved_;
+  std::optional<Recipients> picked_;
 };
 
 }  // namespace ktrv::forms

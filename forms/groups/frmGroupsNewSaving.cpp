@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "forms/Messages.h"
 #include "forms/groups/JobProgress.h"
 #include "forms/groups/RecipientPick.h"
 #include "forms/groups/frmGroupsNew.h"
@@ -20,9 +21,6 @@ constexpr StringView kSave =
 constexpr std::int32_t kYesOrNo =
     MessageStyle::YesNo | MessageStyle::Question | MessageStyle::DefaultButton2;
 
-constexpr StringView kGone =
-    u"The selected folder or group does not exist any more. Please select another one.";
-
 /// The names with commas between them; of many, the first ones and how many more there are.
 String Listed(const std::vector<String>& names) {
   constexpr std::size_t kMost = 5;
@@ -37,40 +35,25 @@ String Listed(const std::vector<String>& names) {
 
 }  // namespace
 
-void frmGroupsNew::TakeSessionBack() {
-  session_.GroupType = groupType_;
-  session_.ExpandGroups = expandGroups_;
-  // A picker has no group: id and name stay those of the group whose properties were shown last.
-  if (!IsPicker()) session_.GroupId = groupId_;
-}
-
 void frmGroupsNew::cmdOK_Click() {
   const controls::Form::Stay stay(*this);
-  TakeSessionBack();
   // Nobody wanted to pick from lists that were not there.
   if (ConnectAgain() && IsPicker() && members_.Count() == 0) return;
   if (store_.IsCreationOpen() && !FindCreatedGroup()) return;
   if (!Validate_Data()) return;
   if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
-  if (!Save_Data()) return;
-  saved_ = true;
-  Unload();
+  if (Save_Data()) Unload();
 }
 
 void frmGroupsNew::cmdCancel_Click() {
-  if (!Form_MayClose()) return;
-  ClearResults();
-  Unload();
+  if (Form_MayClose()) Unload();
 }
 
 bool frmGroupsNew::Form_MayClose() {
   const controls::Form::Stay stay(*this);
-  if (store_.IsCreationOpen()) {
-    TakeSessionBack();
-    FindCreatedGroup();
-  }
+  if (store_.IsCreationOpen()) FindCreatedGroup();
   if (!store_.IsIncomplete()) return true;
-  const bool close = session_.ShowMessage(
+  const bool close = place_.Services.ShowMessage(
                          u"The stored group is incomplete. Do you want to close the window and "
                          u"leave it so?",
                          kYesOrNo) == MessageAnswer::Yes;
@@ -78,7 +61,7 @@ bool frmGroupsNew::Form_MayClose() {
 }
 
 bool frmGroupsNew::FindCreatedGroup() {
-  const bool looked = session_.Trap(Context::kSave, false, [&] {
+  const bool looked = place_.Services.Trap(Context::kSave, false, [&] {
     if (store_.FindCreated()) TakeCreatedGroup();
     return true;
   });
@@ -89,15 +72,15 @@ bool frmGroupsNew::FindCreatedGroup() {
 bool frmGroupsNew::Validate_Data() {
   if (IsPicker()) return true;
   const auto refuse = [&](StringView message) {
-    session_.ShowMessage(message, MessageStyle::Exclamation);
+    place_.Services.ShowMessage(message, MessageStyle::Exclamation);
     txtGroupName.SetFocus();
     return false;
   };
-  return session_.Trap(Context::kValidate, false, [&] {
+  return place_.Services.Trap(Context::kValidate, false, [&] {
     const String name(Trim(txtGroupName.Text()));
     if (name.empty()) return refuse(u"Please enter the Group Name.");
     // Local groups are not stored here, so nothing is known of their names.
-    if (IsShared() && store_.IsNameTaken(name, Mode)) {
+    if (IsShared() && store_.IsNameTaken(name, request_.Mode)) {
       return refuse(u"A group with that name already exists. Please use a different group name.");
     }
     return true;
@@ -106,7 +89,7 @@ bool frmGroupsNew::Validate_Data() {
 
 bool frmGroupsNew::MembersMayBeReplaced() {
   if (members_.IsComplete()) return true;
-  session_.ShowMessage(
+  place_.Services.ShowMessage(
       members_.IsLoading()
           ? StringView(u"The members of the group are still being loaded. Please wait.")
           : StringView(u"The members of the group could not be loaded. Saving now would remove "
@@ -128,31 +111,30 @@ String frmGroupsNew::Hindrance() {
     return u"These members do not exist any more: " + Listed(missing) +
            u". Please remove them from the list.";
   }
-  if (Mode != ModeOfOperation::Add) return {};
-  switch (store_.LookAtFolder(FolderId)) {
+  if (request_.Mode != ModeOfOperation::Add) return {};
+  switch (store_.LookAtFolder(request_.FolderId)) {
     case GroupStore::Place::Fit:
       break;
     case GroupStore::Place::Remote:
-      return u"Creating a Group in a Shared Remote Contacts folder is not allowed.";
+      return String(Messages::kNoGroupInRemoteFolder);
     case GroupStore::Place::Gone:
-      return String(kGone);
+      return String(Messages::kPlaceIsGone);
   }
   return {};
 }
 
 bool frmGroupsNew::ChangesMayBeReplaced() {
-  const bool replace = session_.ShowMessage(
+  const bool replace = place_.Services.ShowMessage(
                            u"Another user has changed this group since it was opened. Do you want "
                            u"to replace the changes?",
                            kYesOrNo) == MessageAnswer::Yes;
   if (!replace || !IsLoaded()) return false;
-  TakeSessionBack();
   store_.TakeAsKnown();
   return true;
 }
 
 void frmGroupsNew::Refuse(const String& message) {
-  session_.ShowMessage(message, MessageStyle::Exclamation);
+  place_.Services.ShowMessage(message, MessageStyle::Exclamation);
   throw Error(ErrorNumber::RowChanged, message);
 }
 
@@ -166,11 +148,12 @@ void frmGroupsNew::ShowNotSaved() {
 bool frmGroupsNew::Save_Data() {
   String recipient;
   bool wanted = true;
-  const bool worked = session_.Trap(Context::kSave, false, [&] {
+  const bool worked = place_.Services.Trap(Context::kSave, false, [&] {
     if (IsPicker()) {
       JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
-      PickRecipients(session_, commands_, vsfGroupContacts, chkIncudeCountryCode.Checked(),
-                     progress, recipient);
+      picked_ = PickRecipients(commands_, vsfGroupContacts,
+                               {request_.ExpandGroups, chkIncudeCountryCode.Checked()}, progress,
+                               recipient);
     } else {
       wanted = SaveGroup();
     }
@@ -179,10 +162,10 @@ bool frmGroupsNew::Save_Data() {
   if (!worked) {
     ShowNotSaved();
     if (!recipient.empty()) {
-      session_.ShowMessage(recipient +
-                               u" could not be selected as a recipient. Remove it from the "
-                               u"list, or try again.",
-                           MessageStyle::Exclamation);
+      place_.Services.ShowMessage(recipient +
+                                      u" could not be selected as a recipient. Remove it from the "
+                                      u"list, or try again.",
+                                  MessageStyle::Exclamation);
     }
   }
   return worked && wanted;
@@ -196,23 +179,23 @@ bool frmGroupsNew::SaveGroup() {
     if (!attempt.Hindrance.empty()) Refuse(attempt.Hindrance);
     if (!ChangesMayBeReplaced()) return false;
   }
-  session_.GroupName = name;
+  saved_ = {store_.GroupId(), name};
   return true;
 }
 
 frmGroupsNew::Attempt frmGroupsNew::Write(const String& name) {
   // Whatever can be refused is looked at before the first statement that writes, where others
   // cannot come between. The user is asked when the locks are gone.
-  GroupStore::Saving saving(store_, session_.OpenConnection());
+  GroupStore::Saving saving(store_, place_.Database.Open());
   if (const String hindrance = Hindrance(); !hindrance.empty()) return {false, hindrance};
-  if (Mode == ModeOfOperation::Modify) {
+  if (request_.Mode == ModeOfOperation::Modify) {
     const auto now = store_.LookAgain();
-    if (now == GroupStore::Now::Gone) return {false, String(kGone)};
+    if (now == GroupStore::Now::Gone) return {false, String(Messages::kPlaceIsGone)};
     if (now == GroupStore::Now::Changed) return {};
   }
   try {
-    if (Mode == ModeOfOperation::Add) {
-      store_.Create(name, FolderId);
+    if (request_.Mode == ModeOfOperation::Add) {
+      store_.Create(name, request_.FolderId);
     } else {
       store_.Rename(name);
     }
@@ -233,17 +216,8 @@ frmGroupsNew::Attempt frmGroupsNew::Write(const String& name) {
 }
 
 void frmGroupsNew::TakeCreatedGroup() {
-  if (Mode != ModeOfOperation::Add || session_.GroupId.empty()) return;
   // When a later statement failed, the next OK goes on with the group that is there now.
-  groupId_ = session_.GroupId;
-  Mode = ModeOfOperation::Modify;
-}
-
-void frmGroupsNew::ClearResults() {
-  session_.ContactsName.clear();
-  if (IsPicker()) return;
-  session_.GroupId.clear();
-  session_.GroupName.clear();
+  if (!store_.GroupId().empty()) request_.Mode = ModeOfOperation::Modify;
 }
 
 }  // namespace ktrv::forms

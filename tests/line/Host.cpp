@@ -65,8 +65,7 @@ Host::Host(const String& connectionString)
   constexpr std::int32_t kAtServer = 1;
   main_->Init(u"", connectionString, kAtServer, u"SQL", u"log");
   session_.SessionUserId = 1;
-  session_.IsAdmin = static_cast<std::int32_t>(UserType::Administrator);
-  session_.GroupType = static_cast<std::int32_t>(TypeOfGroup::SharedGroup);
+  session_.IsAdmin = UserType::Administrator;
 }
 
 Host::~Host() = default;
@@ -79,9 +78,9 @@ void Host::Require(bool done, const char* what) const {
 }
 
 void Host::OpenContact() {
-  session_.EditContactId = u"1000";
-  contact_ = std::make_unique<forms::frmNewContact>(session_);
-  contact_->Mode = ModeOfOperation::Modify;
+  contact_ = std::make_unique<forms::frmNewContact>(
+      session_.Place(),
+      forms::ContactRequest{.Mode = ModeOfOperation::Modify, .EditContactId = u"1000"});
   contact_->Load();
   Require(contact_->txtFname.Text() == u"Name1000", "the contact was not opened");
 }
@@ -120,13 +119,17 @@ void Host::CompleteGroup() {
   Require(came && group_->Members().IsComplete(), "the lists did not come");
 }
 
-void Host::OpenGroup() {
-  session_.GroupId = u"1";
-  session_.GroupName = u"Team";
-  group_ = std::make_unique<forms::frmGroupsNew>(session_);
-  group_->Mode = ModeOfOperation::Modify;
+void Host::ShowGroup(const forms::GroupRequest& request) {
+  group_ = std::make_unique<forms::frmGroupsNew>(session_.Place(), request);
   group_->Load();
   CompleteGroup();
+}
+
+void Host::OpenGroup() {
+  ShowGroup({.Mode = ModeOfOperation::Modify,
+             .GroupType = TypeOfGroup::SharedGroup,
+             .GroupId = u"1",
+             .GroupName = u"Team"});
   constexpr int kMembers = 3;
   Require(group_->vsfGroupContacts.Rows() == kMembers + 1, "the members are not there");
 }
@@ -134,15 +137,12 @@ void Host::OpenGroup() {
 void Host::CloseGroup() {
   group_->cmdCancel.UserClicks();
   group_.reset();
-  session_.CloseConnection();
 }
 
 void Host::OpenPicker() {
-  session_.ExpandGroups = true;
-  group_ = std::make_unique<forms::frmGroupsNew>(session_);
-  group_->LoadGroupFor = LoadGroupFor::SelectReceipient;
-  group_->Load();
-  CompleteGroup();
+  ShowGroup({.LoadGroupFor = LoadGroupFor::SelectReceipient,
+             .GroupType = TypeOfGroup::SharedGroup,
+             .ExpandGroups = true});
   group_->cboContactType.UserChooses(group_->cboContactType.IndexOf(u"Lists"));
   CompleteGroup();
   group_->cmdSelectAll.UserClicks();
@@ -151,18 +151,13 @@ void Host::OpenPicker() {
 
 void Host::Expand() {
   group_->cmdOK.UserClicks();
-  Require(session_.SelectedRecipients->Count() == 2 * kGroups, "the groups were not expanded");
+  Require(group_->Picked().value().Selected->Count() == 2 * kGroups,
+          "the groups were not expanded");
   group_.reset();
-  session_.CloseConnection();
 }
 
 void Host::OpenNewGroup() {
-  session_.GroupId.clear();
-  session_.GroupName.clear();
-  group_ = std::make_unique<forms::frmGroupsNew>(session_);
-  group_->Mode = ModeOfOperation::Add;
-  group_->Load();
-  CompleteGroup();
+  ShowGroup({.GroupType = TypeOfGroup::SharedGroup});
   group_->cmdSelectAll.UserClicks();
   Require(group_->vsfGroupContacts.Rows() == kContacts + 1, "the contacts were not taken");
 }
@@ -172,7 +167,6 @@ void Host::SaveGroup(const String& name) {
   group_->cmdOK.UserClicks();
   Require(!group_->IsLoaded(), "the group was not saved");
   group_.reset();
-  session_.CloseConnection();
 }
 
 }  // namespace ktrv::tests

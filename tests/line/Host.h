@@ -45,6 +45,7 @@ class Host {
   void SaveGroup(const String& name);
 
  private:
+  void ShowGroup(const forms::GroupRequest& request);
   void CompleteGroup();
   void Require(bool done, const char* what) const;
 
@@ -55,7 +56,6 @@ class Host {
   Session session_;
   std::unique_ptr<Dialogs> dialogs_;
   std::unique_ptr<clsMain> main_;
-  std::unique_ptr<Session> own_;  ///< of the dialog
   std::unique_ptr<forms::frmNewContact> contact_;
   std::unique_ptr<forms::frmGroupsNew> group_;
   int saves_ = 0;

@@ -293,7 +293,7 @@ std::vector<UserTask> MakeTasks() {
          stage.driver.StartCounting();
          bool done = false;
          PlayPick(stage, done);
-         stage.session.GroupType = kShared;
+         stage.session.GroupType = TypeOfGroup::SharedGroup;
          return Stage::Work([&] { return stage.main->LoadRecipients(kAdministrator, false); }) ==
                     1 &&
                 done;
@@ -304,7 +304,7 @@ std::vector<UserTask> MakeTasks() {
          stage.driver.StartCounting();
          bool done = false;
          PlayPick(stage, done);
-         stage.session.GroupType = kShared;
+         stage.session.GroupType = TypeOfGroup::SharedGroup;
          return Stage::Work([&] { return stage.main->LoadRecipients(kAdministrator, true); }) ==
                     1 &&
                 done;

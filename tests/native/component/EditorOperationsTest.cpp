@@ -21,7 +21,7 @@ struct EditorOperationsTest : DialogFixture {
          u"(3, 'Away', 1, 1, 0), (4, 'Gone', 1, 0, 1)",
          u"INSERT INTO SMS_ABCONTACTS (ID, FNAME, MOBILENO) VALUES (5, ' Ann ', '4477')"});
   }
-  void AtServer() { session.RunAt = static_cast<std::int32_t>(RunApplicationAt::RuntAtServer); }
+  void AtServer() { session.RunAt = RunApplicationAt::RuntAtServer; }
   bool ConnectionIsOpen() const {
     return session.SessionConnection->State() == database::ObjectState::Open;
   }
@@ -180,10 +180,10 @@ TEST_F(EditorOperationsTest, EditContactsAsksForTheNameInExactlyTheseWords) {
 TEST_F(EditorOperationsTest, ArgumentsAreTakenBeforeTheUserIsRefused) {
   component.EditContacts(kDisabled, kShared, 5, u"", u"");
   EXPECT_EQ(session.EditContactId, u"5");
-  EXPECT_EQ(session.SharedMode, kShared);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::SharedContact);
   component.AddContacts(kDeleted, kLocal, u"Bob", u"44");
   EXPECT_EQ(session.SessionUserId, kDeleted);
-  EXPECT_EQ(session.SharedMode, kLocal);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::LocalContact);
   EXPECT_EQ(session.PresetContactName, u"Bob");
   EXPECT_EQ(session.PresetMobileNo, u"44");
 }
@@ -208,13 +208,13 @@ TEST_F(EditorOperationsTest, LoadFoldersOpensAnEditorThatCannotSave) {
     EXPECT_TRUE(editor.IsLoaded());
     editor.cmdCancel.UserClicks();
   });
-  session.FolderType = 2;
+  session.FolderType = TypeOfFolder::SharedRemoteFolder;
   EXPECT_EQ(component.LoadFolders(kClerk), 1);
   EXPECT_EQ(ErrorsLogged(u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: "
                          u"frmSelectFolder"),
             1);
   EXPECT_TRUE(database.Rows(u"SELECT ID FROM SMS_ABFOLDERS").empty());
-  EXPECT_EQ(session.FolderType, 0);
+  EXPECT_EQ(session.FolderType, TypeOfFolder::LocalFolder);
   EXPECT_EQ(session.SessionUserId, kClerk);
 }
 

@@ -107,9 +107,9 @@ class RightsTest : public EntryFixture {
 TEST_F(RightsTest, AnAdministratorIsOneAndAGeneralUserIsNone) {
   Initialise();
   EXPECT_TRUE(Check(EntryOperations::kLoadFolders, 1));
-  EXPECT_EQ(session.IsAdmin, 1);
+  EXPECT_EQ(session.IsAdmin, UserType::Administrator);
   EXPECT_TRUE(Check(EntryOperations::kLoadFolders, 2));
-  EXPECT_EQ(session.IsAdmin, 0);
+  EXPECT_EQ(session.IsAdmin, UserType::GeneralUser);
 }
 
 TEST_F(RightsTest, AnyOtherAdminLeavesWhatTheUserWas) {
@@ -118,9 +118,9 @@ TEST_F(RightsTest, AnyOtherAdminLeavesWhatTheUserWas) {
   KnowUser(4, std::nullopt);
   Check(EntryOperations::kLoadFolders, 1);
   EXPECT_TRUE(Check(EntryOperations::kLoadFolders, 3));
-  EXPECT_EQ(session.IsAdmin, 1);
+  EXPECT_EQ(session.IsAdmin, UserType::Administrator);
   EXPECT_TRUE(Check(EntryOperations::kLoadFolders, 4));
-  EXPECT_EQ(session.IsAdmin, 1);
+  EXPECT_EQ(session.IsAdmin, UserType::Administrator);
 }
 
 TEST_F(RightsTest, AnAdminBetweenTheTwoIsNeither) {
@@ -155,42 +155,42 @@ TEST_F(RightsTest, AnAdminThatIsNoNumberRefusesNobody) {
 TEST_F(RightsTest, OnlyAnAdministratorAtTheServerGetsSharedContacts) {
   Initialise(kServer);
   Check(EntryOperations::kAddContacts, 2);
-  EXPECT_EQ(session.SharedMode, 0);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::LocalContact);
   Check(EntryOperations::kAddContacts, 1);
-  EXPECT_EQ(session.SharedMode, 1);
-  EXPECT_EQ(session.GroupType, 0);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::SharedContact);
+  EXPECT_EQ(session.GroupType, TypeOfGroup::LocalGroup);
 }
 
 TEST_F(RightsTest, AnAdministratorAtTheClientKeepsWhatTheHostAskedFor) {
   Initialise(kClient);
   Check(EntryOperations::kLoadAddressBook, 1);
   Check(EntryOperations::kEditGroup, 1);
-  EXPECT_EQ(session.SharedMode, 0);
-  EXPECT_EQ(session.GroupType, 0);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::LocalContact);
+  EXPECT_EQ(session.GroupType, TypeOfGroup::LocalGroup);
 }
 
 TEST_F(RightsTest, TheGroupOperationsShareTheGroupInstead) {
   Initialise(kServer);
   Check(EntryOperations::kEditGroup, 1);
-  EXPECT_EQ(session.GroupType, 1);
-  EXPECT_EQ(session.SharedMode, 0);
+  EXPECT_EQ(session.GroupType, TypeOfGroup::SharedGroup);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::LocalContact);
 }
 
 TEST_F(RightsTest, TwoOperationsChangeNothing) {
   Initialise(kServer);
   Check(EntryOperations::kEditContacts, 1);
   Check(EntryOperations::kLoadFolders, 1);
-  EXPECT_EQ(session.SharedMode, 0);
-  EXPECT_EQ(session.GroupType, 0);
+  EXPECT_EQ(session.SharedMode, TypeOfContact::LocalContact);
+  EXPECT_EQ(session.GroupType, TypeOfGroup::LocalGroup);
 }
 
 TEST_F(RightsTest, AGeneralUserAddsLocalGroupsAndEditsTheOnesAskedFor) {
   Initialise();
-  session.GroupType = 1;
+  session.GroupType = TypeOfGroup::SharedGroup;
   Check(EntryOperations::kEditGroup, 2);
-  EXPECT_EQ(session.GroupType, 1);
+  EXPECT_EQ(session.GroupType, TypeOfGroup::SharedGroup);
   Check(EntryOperations::kAddGroup, 2);
-  EXPECT_EQ(session.GroupType, 0);
+  EXPECT_EQ(session.GroupType, TypeOfGroup::LocalGroup);
 }
 
 }  // namespace

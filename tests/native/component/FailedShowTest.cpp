@@ -17,7 +17,7 @@ struct FailedShowTest : tests::EntryFixture {
   void ExpectLogged(StringView context) {
     EXPECT_TRUE(LoggedError(context, ErrorNumber::OutOfMemory)) << ToUtf8(Log());
     EXPECT_TRUE(screen.Log.empty());
-    EXPECT_TRUE(session.Modal.Open().empty());
+    EXPECT_TRUE(session.Services.Modal.Open().empty());
   }
 };
 

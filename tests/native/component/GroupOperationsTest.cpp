@@ -47,7 +47,7 @@ struct GroupOperationsTest : tests::EntryFixture {
 TEST_F(GroupOperationsTest, NewGroupIsReadBackThroughItsProperties) {
   Initialise(kServer);
   Play([](frmGroupsNew& dialog) {
-    EXPECT_EQ(dialog.FolderId, u"4");
+    EXPECT_EQ(dialog.Request().FolderId, u"4");
     Pick(dialog, 1);
     dialog.txtGroupName.UserTypes(u"Team");
     dialog.cmdOK.UserClicks();
@@ -179,7 +179,7 @@ TEST_F(GroupOperationsTest, BlanksAroundAFolderIdRefuseNoGroup) {
   Initialise(kServer);
   const auto closes = [&](StringView folderId) {
     Play([folderId](frmGroupsNew& dialog) {
-      EXPECT_EQ(dialog.FolderId, folderId);
+      EXPECT_EQ(dialog.Request().FolderId, folderId);
       dialog.cmdCancel.UserClicks();
     });
   };

@@ -32,7 +32,7 @@ TEST_F(InitTest, OpensTheRemoteDatabaseAndLeavesItClosed) {
 TEST_F(InitTest, KeepsItsArgumentsInTheSession) {
   EXPECT_EQ(main.Init(u"", kConnection, kServer, u" Sql ", kLog), 1);
   EXPECT_EQ(session.DbType, u" Sql ");
-  EXPECT_EQ(session.RunAt, kServer);
+  EXPECT_EQ(session.RunAt, RunApplicationAt::RuntAtServer);
   EXPECT_EQ(session.InitDone, 1);
   EXPECT_EQ(main.RemoteDBString(), kConnection);
 }
@@ -61,7 +61,7 @@ TEST_F(InitTest, AnOpenThatFailsIsAnErrorRecordAndTheResult0) {
   EXPECT_EQ(main.Init(u"", kConnection, kServer, u"SQL", kLog), 0);
   EXPECT_TRUE(LoggedError(kContext, ErrorNumber::DriverFailure));
   EXPECT_EQ(session.InitDone, 0);
-  EXPECT_EQ(session.RunAt, kClient);
+  EXPECT_EQ(session.RunAt, RunApplicationAt::RuntAtClient);
   EXPECT_TRUE(screen.Messages.empty());
 }
 
@@ -72,7 +72,7 @@ TEST_F(InitTest, AConnectionThatStaysClosedIsTheRefusalsLineAndTheResult0) {
             u"KTRVAddressBook: Starting initialization routine...\r\n"
             u"KTRVAddressBook: Could not connect the remote database with the specified "
             u"parameters.\r\n");
-  EXPECT_EQ(session.RunAt, kClient);
+  EXPECT_EQ(session.RunAt, RunApplicationAt::RuntAtClient);
 }
 
 TEST_F(InitTest, ASecondInitWhoseConnectionStaysClosedBlocksAllOperations) {
@@ -90,7 +90,7 @@ TEST_F(InitTest, AFailedOpenAfterASuccessLeavesInitDoneAndRunAt) {
   driver.FailOpen(Error(ErrorNumber::DriverFailure, u"No such server"));
   EXPECT_EQ(main.Init(u"", kConnection, kClient, u"SQL", kLog), 0);
   EXPECT_EQ(session.InitDone, 1);
-  EXPECT_EQ(session.RunAt, kServer);
+  EXPECT_EQ(session.RunAt, RunApplicationAt::RuntAtServer);
 }
 
 TEST_F(InitTest, ASecondInitClosesWhatAnOperationLeftOpen) {
@@ -117,10 +117,10 @@ TEST_F(InitTest, AllObjectsOfAThreadShareTheSession) {
 
 TEST_F(InitTest, PropertiesGiveWhatTheSessionHolds) {
   session.EditContactId = u"12";
-  session.SharedMode = 1;
+  session.SharedMode = TypeOfContact::SharedContact;
   session.GroupId = u"34";
   session.GroupName = u"Friends";
-  session.GroupType = 1;
+  session.GroupType = TypeOfGroup::SharedGroup;
   session.ContactsName = u"A;B";
   EXPECT_EQ(main.NewContactId(), u"12");
   EXPECT_EQ(main.NewContactType(), u"1");

@@ -141,7 +141,7 @@ TEST_F(NestedOperationsTest, TheAddressBookIsClosedBeforeTheEditorThatItOpened) 
     bool BookWasOpen = true;
   } editor(screen, book);
   screen.PlayModal([&](controls::Form&) { main.reset(); });
-  session.Modal.Show(ModalDialogs::Kind::Contact, editor);
+  session.Services.Modal.Show(ModalDialogs::Kind::Contact, editor);
   EXPECT_FALSE(editor.BookWasOpen);
 }
 
@@ -160,15 +160,15 @@ TEST_F(NestedOperationsTest, TheEndOfTheLastObjectClosesWhatTheAddressBookOpened
 }
 
 TEST_F(NestedOperationsTest, InnerDialogsAreClosedBeforeThoseThatOpenedThem) {
-  forms::frmGroupsNew outer(session);
-  forms::frmGroupsNew inner(session);
-  forms::frmNewContact contact(session);
+  forms::frmGroupsNew outer(session.Place(), {});
+  forms::frmGroupsNew inner(session.Place(), {});
+  forms::frmNewContact contact(session.Place(), {});
   forms::frmSelectFolder folder(session.Place(), {});
   using Kind = ModalDialogs::Kind;
   std::vector<controls::Form*> open;
   const auto then = [&](controls::Form& form, Kind kind, controls::Form& next) {
     screen.PlayModal([&session = session, &form, &next, kind](controls::Form&) {
-      session.Modal.Show(kind, next);
+      session.Services.Modal.Show(kind, next);
       form.Unload();
     });
   };
@@ -176,12 +176,12 @@ TEST_F(NestedOperationsTest, InnerDialogsAreClosedBeforeThoseThatOpenedThem) {
   then(folder, Kind::Group, inner);
   then(inner, Kind::Contact, contact);
   screen.PlayModal([&](controls::Form& form) {
-    open = session.Modal.Open();
+    open = session.Services.Modal.Open();
     form.Unload();
   });
-  session.Modal.Show(Kind::Group, outer);
+  session.Services.Modal.Show(Kind::Group, outer);
   EXPECT_EQ(open, (std::vector<controls::Form*>{&contact, &folder, &inner, &outer}));
-  EXPECT_TRUE(session.Modal.Open().empty());
+  EXPECT_TRUE(session.Services.Modal.Open().empty());
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ struct OwnSessionsTest : DialogFixture {
     });
   }
 
-  void AtServer() { session.RunAt = static_cast<std::int32_t>(RunApplicationAt::RuntAtServer); }
+  void AtServer() { session.RunAt = RunApplicationAt::RuntAtServer; }
   forms::frmAddressBook& Book() { return dialogs.AddressBook(); }
   forms::frmAddressBook& OpenBook(std::int32_t user = kAdministrator) {
     EXPECT_EQ(main.LoadAddressBook(user), 1);

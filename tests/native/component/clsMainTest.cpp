@@ -223,10 +223,10 @@ TEST_F(clsMainTest, ARefusedOperationTakesNoArgumentsBeforeInit) {
 
 TEST_F(clsMainTest, LoadFoldersShowsTheFolderEditorForALocalFolder) {
   Initialise();
-  session.FolderType = 2;
+  session.FolderType = TypeOfFolder::SharedRemoteFolder;
   CloseNextDialog();
   EXPECT_EQ(main.LoadFolders(1), 1);
-  EXPECT_EQ(session.FolderType, 0);
+  EXPECT_EQ(session.FolderType, TypeOfFolder::LocalFolder);
   EXPECT_FALSE(IsConnected());
 }
 

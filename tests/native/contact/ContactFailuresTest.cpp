@@ -8,11 +8,11 @@ namespace {
 /// What goes wrong in a save: one record, no message, the dialog still open with its text.
 struct ContactFailuresTest : ContactFixture {
   void ExpectOpenWith(StringView firstName) {
-    EXPECT_TRUE(form.IsLoaded());
-    EXPECT_EQ(form.txtFname.Text(), firstName);
+    EXPECT_TRUE(form->IsLoaded());
+    EXPECT_EQ(form->txtFname.Text(), firstName);
     EXPECT_EQ(SaveErrors(), 1);
     EXPECT_TRUE(screen.Messages.empty());
-    EXPECT_EQ(session.SavedContactId, u"");
+    EXPECT_EQ(Left().Id, u"");
   }
 
   /// A contact editor on the fake driver, where the table has no row at first.
@@ -26,7 +26,7 @@ struct ContactFailuresTest : ContactFixture {
   void EditWithFakeDriver() {
     driver.SetKeyColumns({u"ID"});
     EditRowWith({{u"ID", u"5"}, {u"FOLDER_ID", u"0"}, {u"FNAME", u"Ann"}});
-    form.txtMobileno.SetText(u"91");
+    form->txtMobileno.SetText(u"91");
   }
   void AnswerRows(std::vector<FakeDriver::Row> rows) {
     driver.Answer(u"SELECT * FROM SMS_ABCONTACTS", Columns(), std::move(rows));
@@ -54,12 +54,12 @@ TEST_F(ContactFailuresTest, AConnectionLostBetweenLoadAndSave) {
 TEST_F(ContactFailuresTest, AContactThatCouldNotBeReadIsNotErasedWhenTheDatabaseIsBack) {
   Ann();
   const String before = Row(u"*");
-  session.SessionConnectionString += u".gone";
+  outage = true;
   Edit();
   ASSERT_EQ(LoadErrors(), 1);
-  session.SessionConnectionString = database.ConnectionString();
-  form.txtFname.SetText(u"Ann");
-  form.txtMobileno.SetText(u"91");
+  outage = false;
+  form->txtFname.SetText(u"Ann");
+  form->txtMobileno.SetText(u"91");
   PressOk();
   ExpectOpenWith(u"Ann");
   EXPECT_EQ(Row(u"*"), before);
@@ -67,9 +67,9 @@ TEST_F(ContactFailuresTest, AContactThatCouldNotBeReadIsNotErasedWhenTheDatabase
 
 TEST_F(ContactFailuresTest, AContactThatCouldNotBeReadAsksForNoName) {
   Ann();
-  session.SessionConnectionString += u".gone";
+  outage = true;
   Edit();
-  session.SessionConnectionString = database.ConnectionString();
+  outage = false;
   PressOk();
   ExpectOpenWith(u"");
 }
@@ -82,7 +82,7 @@ TEST_F(ContactFailuresTest, AContactThatCameHalfIsNotSaved) {
   UseFakeDriver();
   Edit();
   ASSERT_EQ(LoadErrors(), 1);
-  form.txtMobileno.SetText(u"92");
+  form->txtMobileno.SetText(u"92");
   FakeDriver::Row row(Columns().size());
   row[0] = u"5";
   AnswerRows({row});
@@ -94,8 +94,8 @@ TEST_F(ContactFailuresTest, AContactThatCameHalfIsNotSaved) {
 
 TEST_F(ContactFailuresTest, ARowThatAppearsAfterTheLoadIsNotWrittenOver) {
   Edit(u"5");
-  form.txtFname.SetText(u"Eve");
-  form.txtMobileno.SetText(u"91");
+  form->txtFname.SetText(u"Eve");
+  form->txtMobileno.SetText(u"91");
   Ann();
   PressOk();
   ExpectOpenWith(u"Eve");
@@ -114,7 +114,7 @@ TEST_F(ContactFailuresTest, ANumberThatTheDatabaseWantsOnlyOnce) {
   Ann();
   database.Run({u"CREATE UNIQUE INDEX ONCE ON SMS_ABCONTACTS (MOBILENO)"});
   AddNamed(u"Bob");
-  form.txtMobileno.SetText(u"7700900");
+  form->txtMobileno.SetText(u"7700900");
   PressOk();
   ExpectOpenWith(u"Bob");
   EXPECT_TRUE(LoggedNumber(ErrorNumber::IntegrityViolation));
@@ -124,26 +124,26 @@ TEST_F(ContactFailuresTest, ANumberThatTheDatabaseWantsOnlyOnce) {
 TEST_F(ContactFailuresTest, ADatabaseThatIsNotThereAnyMore) {
   Ann();
   Edit();
-  session.SessionConnectionString += u".gone";
+  outage = true;
   PressOk();
   ExpectOpenWith(u"Ann");
-  session.SessionConnectionString = database.ConnectionString();
+  outage = false;
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
 }
 
 TEST_F(ContactFailuresTest, ADateThatTheDatabaseRefuses) {
   AddWithFakeDriver();
-  form.dtBirthday.SetValue(Date(1800, 1, 1));
+  form->dtBirthday.SetValue(Date(1800, 1, 1));
   driver.Fail(u"INSERT", Error(ErrorNumber::ValueMismatch, u"date out of range"));
   PressOk();
   ExpectOpenWith(u"Ann");
-  EXPECT_EQ(form.dtBirthday.Value(), Date(1800, 1, 1));
+  EXPECT_EQ(form->dtBirthday.Value(), Date(1800, 1, 1));
 }
 
 TEST_F(ContactFailuresTest, ARowThatChangesBetweenTheSavesOwnReadAndWrite) {
   EditWithFakeDriver();
-  form.txtCity.SetText(u"London");
+  form->txtCity.SetText(u"London");
   driver.Changes(u"UPDATE", 0);
   PressOk();
   ExpectOpenWith(u"Ann");
@@ -170,8 +170,8 @@ TEST_F(ContactFailuresTest, ARowThatIsGoneBeforeItsReadBack) {
 
 TEST_F(ContactFailuresTest, AnIdThatNamesNoRow) {
   Edit(u"99");
-  form.txtFname.SetText(u"Ann");
-  form.txtMobileno.SetText(u"91");
+  form->txtFname.SetText(u"Ann");
+  form->txtMobileno.SetText(u"91");
   PressOk();
   ExpectOpenWith(u"Ann");
   EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
@@ -180,8 +180,8 @@ TEST_F(ContactFailuresTest, AnIdThatNamesNoRow) {
 TEST_F(ContactFailuresTest, AnIdThatIsNoNumberNeverReachesTheDatabase) {
   UseFakeDriver();
   Edit(u"5; DELETE FROM SMS_ABCONTACTS");
-  form.txtFname.SetText(u"Ann");
-  form.txtMobileno.SetText(u"91");
+  form->txtFname.SetText(u"Ann");
+  form->txtMobileno.SetText(u"91");
   PressOk();
   ExpectOpenWith(u"Ann");
   EXPECT_TRUE(driver.Executed().empty());
@@ -189,21 +189,21 @@ TEST_F(ContactFailuresTest, AnIdThatIsNoNumberNeverReachesTheDatabase) {
 
 TEST_F(ContactFailuresTest, AnAgeThatIsNoNumber) {
   AddNamed(u"Ann");
-  form.txtAge.SetText(u"4x");
+  form->txtAge.SetText(u"4x");
   PressOk();
   ExpectOpenWith(u"Ann");
   EXPECT_TRUE(LoggedNumber(ErrorNumber::TypeMismatch));
-  EXPECT_EQ(form.txtAge.Text(), u"4x");
+  EXPECT_EQ(form->txtAge.Text(), u"4x");
   EXPECT_EQ(Row(u"ID"), u"no row");
 }
 
 TEST_F(ContactFailuresTest, ASecondTryAfterAFailureAddsOneRow) {
   AddNamed(u"Ann");
-  form.txtAge.SetText(u"4x");
+  form->txtAge.SetText(u"4x");
   PressOk();
-  form.txtAge.SetText(u"40");
+  form->txtAge.SetText(u"40");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Row(u"ID, FNAME, AGE"), u"1|Ann|40");
 }
 
@@ -212,7 +212,7 @@ TEST_F(ContactFailuresTest, AFailedSaveHasTurnedTheSessionToSharedContactsOnceTh
   AddWithFakeDriver();
   driver.Fail(u"INSERT", Error(ErrorNumber::DriverFailure, u"locked"));
   PressOk();
-  EXPECT_EQ(session.SharedMode, 1);
+  EXPECT_EQ(form->Result().SharedMode, TypeOfContact::SharedContact);
 }
 
 TEST_F(ContactFailuresTest, ALostConnectionLeavesTheSessionsModeAlone) {
@@ -220,7 +220,7 @@ TEST_F(ContactFailuresTest, ALostConnectionLeavesTheSessionsModeAlone) {
   AddWithFakeDriver();
   driver.FailOpen(Error(ErrorNumber::DriverFailure, u"connection lost"));
   PressOk();
-  EXPECT_EQ(session.SharedMode, 0);
+  EXPECT_EQ(form->Result().SharedMode, TypeOfContact::LocalContact);
 }
 
 TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
@@ -231,7 +231,7 @@ TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
   row[0] = u"9";
   driver.Answer(u"WHERE ID = ?", Columns(), {row});
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(driver.Executed().front().Text, u"SELECT * FROM SMS_ABCONTACTS WHERE 1 = 2");
   ASSERT_EQ(Ran(u"INSERT").size(), 1u);
   EXPECT_EQ(
@@ -239,7 +239,7 @@ TEST_F(ContactFailuresTest, TheStatementsOfANewContact) {
       u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, "
       u"OFFICEPHONE, HOMEPHONE, FAX, EMAIL, ORGANISATION, ADDRESS, CITY, STATE, COUNTRY, ZIP, "
       u"SEX, HOBBY) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
-  EXPECT_EQ(session.SavedContactId, u"9");
+  EXPECT_EQ(Left().Id, u"9");
 }
 
 /// Those that the editor writes, as the statement names them.
@@ -255,8 +255,8 @@ TEST_F(ContactFailuresTest, TheTablesOwnOrderIsNotThatOfTheStatement) {
   driver.Changes(u"INSERT", 1);
   UseFakeDriver();
   AddNamed(u"Ann");
-  form.txtAge.SetText(u"30");
-  form.dtBirthday.UserPicks(Date(1990, 2, 28));
+  form->txtAge.SetText(u"30");
+  form->dtBirthday.UserPicks(Date(1990, 2, 28));
   PressOk();
   ASSERT_EQ(Ran(u"INSERT").size(), 1u);
   const String start = u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, " + String(kOrder);
@@ -271,8 +271,8 @@ TEST_F(ContactFailuresTest, AnUpdateNamesWhatChangedInTheEditorsOrder) {
   row.back() = u"5";
   driver.Answer(u"SELECT * FROM SMS_ABCONTACTS", columns, {row});
   driver.Changes(u"UPDATE", 1);
-  form.txtHobby.SetText(u"Chess");
-  form.txtCity.SetText(u"Leeds");
+  form->txtHobby.SetText(u"Chess");
+  form->txtCity.SetText(u"Leeds");
   PressOk();
   ASSERT_EQ(Ran(u"UPDATE").size(), 1u);
   const StringView start =
@@ -289,9 +289,9 @@ TEST_F(ContactFailuresTest, ATableOfTheSameNameInAnotherSchemaHindersNoSave) {
   row[0] = u"9";
   driver.Answer(u"WHERE ID = ?", Columns(), {row});
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(SaveErrors(), 0);
-  EXPECT_EQ(session.SavedContactId, u"9");
+  EXPECT_EQ(Left().Id, u"9");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "forms/contact/frmNewContact.h"
 #include "tests/native/support/DialogFixture.h"
+#include "tests/native/support/OnDemand.h"
 
 namespace ktrv::tests {
 
@@ -26,14 +27,14 @@ class ContactFixture : public DialogFixture {
                   String(id) + u", 'S', 'Day', 0)"});
   }
   forms::frmNewContact& Add() {
-    form.Load();
-    return form;
+    form->Load();
+    return *form;
   }
   forms::frmNewContact& Edit(String id = u"5") {
-    session.EditContactId = std::move(id);
-    form.Mode = ModeOfOperation::Modify;
-    form.Load();
-    return form;
+    request.EditContactId = std::move(id);
+    request.Mode = ModeOfOperation::Modify;
+    form->Load();
+    return *form;
   }
   /// Contact 5 on the fake driver, with these columns and all others null.
   void EditRowWith(const std::map<StringView, StringView>& cells) {
@@ -66,7 +67,7 @@ class ContactFixture : public DialogFixture {
   /// A new contact with the two boxes filled that must be.
   void AddNamed(StringView firstName) {
     Add();
-    form.txtFname.SetText(String(firstName));
+    form->txtFname.SetText(String(firstName));
   }
   /// The columns of the last contact, joined with "|".
   String Row(StringView columns) {
@@ -74,8 +75,12 @@ class ContactFixture : public DialogFixture {
                                     u" FROM SMS_ABCONTACTS ORDER BY ID DESC LIMIT 1");
     return rows.empty() ? u"no row" : rows.front();
   }
-  void PressOk() { form.cmdSave.UserClicks(); }
-  String Saved() const {
+  void PressOk() { form->cmdSave.UserClicks(); }
+  /// What it leaves; empty when there is none.
+  forms::SavedContact Left() const { return form->Result().Saved.value_or(forms::SavedContact{}); }
+  /// What the host's record holds once the dialog has closed.
+  String Saved() {
+    session.Take(form->Result());
     return session.SavedContactId + u"|" + session.SavedContactName + u"|" +
            session.SavedContactMobile + u"|" + session.SavedContactEmail + u"|" +
            session.SavedContactAddress + u"|" + session.SavedContactOrganisation;
@@ -87,15 +92,17 @@ class ContactFixture : public DialogFixture {
     return ErrorsLogged(
         u"KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()");
   }
-  void Local() { session.SharedMode = static_cast<std::int32_t>(TypeOfContact::LocalContact); }
-  void Shared() { session.SharedMode = static_cast<std::int32_t>(TypeOfContact::SharedContact); }
-  void AtServer() { session.RunAt = static_cast<std::int32_t>(RunApplicationAt::RuntAtServer); }
+  void Local() { request.SharedMode = TypeOfContact::LocalContact; }
+  void Shared() { request.SharedMode = TypeOfContact::SharedContact; }
+  void AtServer() { session.RunAt = RunApplicationAt::RuntAtServer; }
   static DateTime Date(int year, unsigned month, unsigned day) {
     return DateTime{std::chrono::local_days(std::chrono::year(year) / std::chrono::month(month) /
                                             std::chrono::day(day))};
   }
 
-  forms::frmNewContact form{session};
+  forms::ContactRequest request;
+  OnDemand<forms::frmNewContact> form{
+      [this] { return std::make_unique<forms::frmNewContact>(session.Place(), request); }};
 };
 
 }  // namespace ktrv::tests

@@ -9,18 +9,18 @@ struct ContactLoadingTest : ContactFixture {};
 
 TEST_F(ContactLoadingTest, ANewLocalContactHasTheDesignCaptionAndAnUncheckedBox) {
   EXPECT_EQ(Add().Caption(), u"New Contact");
-  EXPECT_FALSE(form.chkContacts.Checked());
+  EXPECT_FALSE(form->chkContacts.Checked());
 }
 
 TEST_F(ContactLoadingTest, ANewSharedContactSaysSo) {
   Shared();
   EXPECT_EQ(Add().Caption(), u"Add Shared Contact");
-  EXPECT_TRUE(form.chkContacts.Checked());
-  EXPECT_FALSE(form.chkContacts.Enabled());
+  EXPECT_TRUE(form->chkContacts.Checked());
+  EXPECT_FALSE(form->chkContacts.Enabled());
 }
 
 TEST_F(ContactLoadingTest, ThePresetNameStandsInTheFirstName) {
-  session.PresetContactName = u"Ann";
+  request.PresetContactName = u"Ann";
   EXPECT_EQ(Add().txtFname.Text(), u"Ann");
 }
 
@@ -32,11 +32,11 @@ struct MobilePreset {
 class MobilePresetTest : public ContactFixture, public testing::WithParamInterface<MobilePreset> {};
 
 TEST_P(MobilePresetTest, TheMobileNumberStartsWithThePresetOrTheCountryPrefix) {
-  session.PresetMobileNo = GetParam().Preset;
+  request.PresetMobileNo = GetParam().Preset;
   Add();
-  EXPECT_EQ(form.txtMobileno.Text(), GetParam().Shown);
-  EXPECT_EQ(session.PresetMobileNo, GetParam().Shown);
-  EXPECT_EQ(form.txtCountryCode.Text(), u"");
+  EXPECT_EQ(form->txtMobileno.Text(), GetParam().Shown);
+  EXPECT_EQ(form->Result().PresetMobileNo, GetParam().Shown);
+  EXPECT_EQ(form->txtCountryCode.Text(), u"");
 }
 
 INSTANTIATE_TEST_SUITE_P(Presets, MobilePresetTest,
@@ -45,12 +45,12 @@ INSTANTIATE_TEST_SUITE_P(Presets, MobilePresetTest,
 
 TEST_F(ContactLoadingTest, ANewContactHasTheEmptySexAndNoDates) {
   Add();
-  EXPECT_EQ(form.cboSex.ListIndex(), 0);
-  EXPECT_EQ(form.cboSex.Text(), u"");
-  EXPECT_EQ(form.cboSex.List(1), u"Male");
-  EXPECT_EQ(form.cboSex.List(2), u"Female");
-  EXPECT_FALSE(form.dtBirthday.Value());
-  EXPECT_FALSE(form.dtAnniversary.Value());
+  EXPECT_EQ(form->cboSex.ListIndex(), 0);
+  EXPECT_EQ(form->cboSex.Text(), u"");
+  EXPECT_EQ(form->cboSex.List(1), u"Male");
+  EXPECT_EQ(form->cboSex.List(2), u"Female");
+  EXPECT_FALSE(form->dtBirthday.Value());
+  EXPECT_FALSE(form->dtAnniversary.Value());
 }
 
 TEST_F(ContactLoadingTest, ANewContactAsksNothingOfTheDatabase) {
@@ -61,7 +61,7 @@ TEST_F(ContactLoadingTest, ANewContactAsksNothingOfTheDatabase) {
 
 TEST_F(ContactLoadingTest, TheIdOfAnEarlierContactIsNotLoadedIntoANewOne) {
   Ann();
-  session.EditContactId = u"5";
+  request.EditContactId = u"5";
   EXPECT_EQ(Add().txtLname.Text(), u"");
 }
 
@@ -70,27 +70,27 @@ TEST_F(ContactLoadingTest, TheIdOfAnEarlierContactIsNotLoadedIntoANewOne) {
 TEST_F(ContactLoadingTest, EveryColumnStandsInItsBox) {
   Ann();
   Edit();
-  EXPECT_EQ(form.txtFname.Text(), u"Ann");
-  EXPECT_EQ(form.txtMname.Text(), u"B");
-  EXPECT_EQ(form.txtLname.Text(), u"Lee");
-  EXPECT_EQ(form.txtCountryCode.Text(), u"44");
-  EXPECT_EQ(form.txtMobileno.Text(), u"7700900");
-  EXPECT_EQ(form.txtOfficePhone.Text(), u"off");
-  EXPECT_EQ(form.txtHomePhone.Text(), u"home");
-  EXPECT_EQ(form.txtFax.Text(), u"fax");
-  EXPECT_EQ(form.txtEmail.Text(), u"ann@lee.org");
-  EXPECT_EQ(form.txtOrganisation.Text(), u"Acme");
-  EXPECT_EQ(form.txtAddress.Text(), u"Street 1");
-  EXPECT_EQ(form.txtCity.Text(), u"Leeds");
-  EXPECT_EQ(form.txtState.Text(), u"York");
-  EXPECT_EQ(form.txtCountry.Text(), u"UK");
-  EXPECT_EQ(form.txtZip.Text(), u"LS1");
-  EXPECT_EQ(form.txtAge.Text(), u"30");
-  EXPECT_EQ(form.cboSex.Text(), u"Female");
-  EXPECT_EQ(form.dtBirthday.Value(), Date(1990, 2, 28));
-  EXPECT_EQ(form.dtAnniversary.Value(), Date(2015, 6, 1));
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
-  EXPECT_EQ(form.FolderId, 3);
+  EXPECT_EQ(form->txtFname.Text(), u"Ann");
+  EXPECT_EQ(form->txtMname.Text(), u"B");
+  EXPECT_EQ(form->txtLname.Text(), u"Lee");
+  EXPECT_EQ(form->txtCountryCode.Text(), u"44");
+  EXPECT_EQ(form->txtMobileno.Text(), u"7700900");
+  EXPECT_EQ(form->txtOfficePhone.Text(), u"off");
+  EXPECT_EQ(form->txtHomePhone.Text(), u"home");
+  EXPECT_EQ(form->txtFax.Text(), u"fax");
+  EXPECT_EQ(form->txtEmail.Text(), u"ann@lee.org");
+  EXPECT_EQ(form->txtOrganisation.Text(), u"Acme");
+  EXPECT_EQ(form->txtAddress.Text(), u"Street 1");
+  EXPECT_EQ(form->txtCity.Text(), u"Leeds");
+  EXPECT_EQ(form->txtState.Text(), u"York");
+  EXPECT_EQ(form->txtCountry.Text(), u"UK");
+  EXPECT_EQ(form->txtZip.Text(), u"LS1");
+  EXPECT_EQ(form->txtAge.Text(), u"30");
+  EXPECT_EQ(form->cboSex.Text(), u"Female");
+  EXPECT_EQ(form->dtBirthday.Value(), Date(1990, 2, 28));
+  EXPECT_EQ(form->dtAnniversary.Value(), Date(2015, 6, 1));
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
+  EXPECT_EQ(form->FolderId, 3);
   EXPECT_EQ(Log(), u"");
 }
 
@@ -99,7 +99,6 @@ TEST_F(ContactLoadingTest, TheRowIsReadByItsIdOnAConnectionOfItsOwn) {
   Edit();
   ASSERT_EQ(driver.Executed().size(), 1u);
   EXPECT_EQ(driver.Executed().front().Text, u"SELECT * FROM SMS_ABCONTACTS WHERE ID = 5");
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Closed);
   EXPECT_EQ(driver.LinksAlive(), 0);
 }
 
@@ -107,34 +106,34 @@ TEST_F(ContactLoadingTest, ALocalContactKeepsTheCaptionOfANewOne) {
   Ann();
   Local();
   EXPECT_EQ(Edit().Caption(), u"New Contact");
-  EXPECT_FALSE(form.chkContacts.Checked());
-  EXPECT_FALSE(form.chkContacts.Enabled());
+  EXPECT_FALSE(form->chkContacts.Checked());
+  EXPECT_FALSE(form->chkContacts.Enabled());
 }
 
 TEST_F(ContactLoadingTest, ASharedContactHasItsCaptionAndACheckedBox) {
   Ann();
   Shared();
   EXPECT_EQ(Edit().Caption(), u"Edit Shared Contact");
-  EXPECT_TRUE(form.chkContacts.Checked());
-  EXPECT_FALSE(form.chkContacts.Enabled());
+  EXPECT_TRUE(form->chkContacts.Checked());
+  EXPECT_FALSE(form->chkContacts.Enabled());
 }
 
 TEST_F(ContactLoadingTest, NullColumnsGiveEmptyBoxesAndNoDates) {
   database.Run({u"INSERT INTO SMS_ABCONTACTS (ID, FNAME) VALUES (5, 'Ann')"});
   Edit();
-  EXPECT_EQ(form.txtLname.Text(), u"");
-  EXPECT_EQ(form.txtAge.Text(), u"");
-  EXPECT_EQ(form.txtHobby.Text(), u"");
-  EXPECT_EQ(form.cboSex.ListIndex(), 0);
-  EXPECT_FALSE(form.dtBirthday.Value());
+  EXPECT_EQ(form->txtLname.Text(), u"");
+  EXPECT_EQ(form->txtAge.Text(), u"");
+  EXPECT_EQ(form->txtHobby.Text(), u"");
+  EXPECT_EQ(form->cboSex.ListIndex(), 0);
+  EXPECT_FALSE(form->dtBirthday.Value());
   EXPECT_EQ(Log(), u"");
 }
 
 TEST_F(ContactLoadingTest, ANullBirthdayLeavesOnlyTheAnniversary) {
   Ann(u"BIRTHDAY = NULL");
   Edit();
-  EXPECT_FALSE(form.dtBirthday.Value());
-  EXPECT_EQ(form.dtAnniversary.Value(), Date(2015, 6, 1));
+  EXPECT_FALSE(form->dtBirthday.Value());
+  EXPECT_EQ(form->dtAnniversary.Value(), Date(2015, 6, 1));
 }
 
 struct Sex {
@@ -157,8 +156,8 @@ INSTANTIATE_TEST_SUITE_P(Letters, SexLoadingTest,
 TEST_F(ContactLoadingTest, ADateThatNoPickerShowsIsNoneInTheDialogToo) {
   Ann(u"BIRTHDAY = '1700-01-01'");
   Edit();
-  EXPECT_FALSE(form.dtBirthday.Value());
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_FALSE(form->dtBirthday.Value());
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
   EXPECT_EQ(Log(), u"");
 }
 
@@ -166,8 +165,8 @@ TEST_F(ContactLoadingTest, ADateThatNoPickerShowsIsNoneInTheDialogToo) {
 
 TEST_F(ContactLoadingTest, AnIdThatNamesNoRowLeavesTheDialogEmptyAndUsable) {
   Edit(u"99");
-  EXPECT_TRUE(form.IsLoaded());
-  EXPECT_EQ(form.txtFname.Text(), u"");
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(form->txtFname.Text(), u"");
   EXPECT_EQ(Log(), u"");
 }
 
@@ -177,7 +176,7 @@ TEST_F(ContactLoadingTest, AnIdThatIsNoNumberNeverReachesTheDatabase) {
   EXPECT_TRUE(driver.Executed().empty());
   EXPECT_EQ(LoadErrors(), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::TypeMismatch));
-  EXPECT_TRUE(form.IsLoaded());
+  EXPECT_TRUE(form->IsLoaded());
 }
 
 TEST_F(ContactLoadingTest, AnIdOfBlanksLoadsNothing) {
@@ -185,14 +184,14 @@ TEST_F(ContactLoadingTest, AnIdOfBlanksLoadsNothing) {
   Edit(u"  ");
   EXPECT_TRUE(driver.Executed().empty());
   EXPECT_EQ(Log(), u"");
-  EXPECT_FALSE(form.chkContacts.Enabled());
+  EXPECT_FALSE(form->chkContacts.Enabled());
 }
 
 TEST_F(ContactLoadingTest, AnEmptyIdPresentsNothing) {
   Shared();
   Edit(u"");
-  EXPECT_EQ(form.Caption(), u"New Contact");
-  EXPECT_TRUE(form.chkContacts.Enabled());
+  EXPECT_EQ(form->Caption(), u"New Contact");
+  EXPECT_TRUE(form->chkContacts.Enabled());
 }
 
 TEST_F(ContactLoadingTest, ALostConnectionIsLoggedAndTheDialogStays) {
@@ -202,17 +201,17 @@ TEST_F(ContactLoadingTest, ALostConnectionIsLoggedAndTheDialogStays) {
   Edit();
   EXPECT_EQ(LoadErrors(), 1);
   EXPECT_TRUE(screen.Messages.empty());
-  EXPECT_TRUE(form.IsLoaded());
-  EXPECT_EQ(form.Caption(), u"Edit Shared Contact");
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(form->Caption(), u"Edit Shared Contact");
 }
 
 TEST_F(ContactLoadingTest, AFolderIdOfMoreThan16BitsHidesNothing) {
   Ann(u"FOLDER_ID = 40000");
   Edit();
   EXPECT_EQ(Log(), u"");
-  EXPECT_EQ(form.txtFname.Text(), u"Ann");
-  EXPECT_EQ(form.txtMname.Text(), u"B");
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(form->txtFname.Text(), u"Ann");
+  EXPECT_EQ(form->txtMname.Text(), u"B");
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
 }
 
 TEST_F(ContactLoadingTest, ADateThatComesAsATextIsADate) {
@@ -221,16 +220,16 @@ TEST_F(ContactLoadingTest, ADateThatComesAsATextIsADate) {
                 u"ALTER TABLE SMS_ABCONTACTS ADD COLUMN BIRTHDAY VARCHAR(30)",
                 u"UPDATE SMS_ABCONTACTS SET BIRTHDAY = '1990-02-28'"});
   Edit();
-  EXPECT_EQ(form.dtBirthday.Value(), Date(1990, 2, 28));
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(form->dtBirthday.Value(), Date(1990, 2, 28));
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
   EXPECT_EQ(LoadErrors(), 0);
 }
 
 TEST_F(ContactLoadingTest, ADateThatComesAsATextMayHaveBlanksAroundIt) {
   Ann(u"BIRTHDAY = ' 1990-02-28 '");
   Edit();
-  EXPECT_EQ(form.dtBirthday.Value(), Date(1990, 2, 28));
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(form->dtBirthday.Value(), Date(1990, 2, 28));
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
   EXPECT_EQ(LoadErrors(), 0);
 }
 
@@ -239,35 +238,35 @@ TEST_F(ContactLoadingTest, ABirthdayThatIsNoDateIsLoggedAndHidesNothingElse) {
   Edit();
   EXPECT_EQ(LoadErrors(), 1);
   EXPECT_TRUE(LoggedNumber(ErrorNumber::TypeMismatch));
-  EXPECT_FALSE(form.dtBirthday.Value());
-  EXPECT_EQ(form.dtAnniversary.Value(), Date(2015, 6, 1));
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_FALSE(form->dtBirthday.Value());
+  EXPECT_EQ(form->dtAnniversary.Value(), Date(2015, 6, 1));
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
 }
 
 TEST_F(ContactLoadingTest, EachBirthdayAndAnniversaryThatIsNoDateIsLogged) {
   Ann(u"BIRTHDAY = 'spring', ANNIVERSARY = 'autumn'");
   Edit();
   EXPECT_EQ(LoadErrors(), 2);
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
 }
 
 TEST_F(ContactLoadingTest, AFolderIdThatIsNullHidesNothing) {
   EditRowWith({{u"ID", u"5"}, {u"FNAME", u"Ann"}, {u"HOBBY", u"Chess"}});
   EXPECT_EQ(Log(), u"");
-  EXPECT_EQ(form.txtFname.Text(), u"Ann");
-  EXPECT_EQ(form.txtHobby.Text(), u"Chess");
+  EXPECT_EQ(form->txtFname.Text(), u"Ann");
+  EXPECT_EQ(form->txtHobby.Text(), u"Chess");
 }
 
 TEST_F(ContactLoadingTest, ATextOverTheLimitIsShownWhole) {
   Ann(u"LNAME = '" + String(60, u'x') + u"'");
   Edit();
-  EXPECT_EQ(form.txtLname.Text(), String(60, u'x'));
+  EXPECT_EQ(form->txtLname.Text(), String(60, u'x'));
 }
 
 TEST_F(ContactLoadingTest, QuotesTabsLineBreaksAndEmojiAreShownAsStored) {
   Ann(u"LNAME = 'O''Brien \"&\"\t;\r\n\U0001F600'");
   Edit();
-  EXPECT_EQ(form.txtLname.Text(), u"O'Brien \"&\"\t;\r\n\U0001F600");
+  EXPECT_EQ(form->txtLname.Text(), u"O'Brien \"&\"\t;\r\n\U0001F600");
 }
 
 // At the server.
@@ -276,46 +275,48 @@ TEST_F(ContactLoadingTest, AtTheServerEveryContactIsMarkedShared) {
   AtServer();
   Local();
   Add();
-  EXPECT_TRUE(form.chkContacts.Visible());
-  EXPECT_TRUE(form.chkContacts.Checked());
-  EXPECT_FALSE(form.chkContacts.Enabled());
-  EXPECT_EQ(form.Caption(), u"New Contact");
+  EXPECT_TRUE(form->chkContacts.Visible());
+  EXPECT_TRUE(form->chkContacts.Checked());
+  EXPECT_FALSE(form->chkContacts.Enabled());
+  EXPECT_EQ(form->Caption(), u"New Contact");
 }
 
 TEST_F(ContactLoadingTest, AtTheServerAnEditedContactIsMarkedSharedAndEnabledToo) {
   AtServer();
   Local();
   Ann();
-  form.txtCity.SetEnabled(false);
-  Edit();
-  EXPECT_TRUE(form.chkContacts.Checked());
-  EXPECT_FALSE(form.chkContacts.Enabled());
-  EXPECT_TRUE(form.txtCity.Enabled());
-  EXPECT_EQ(form.txtCity.Text(), u"Leeds");
-  EXPECT_EQ(form.Caption(), u"New Contact");
+  request.Mode = ModeOfOperation::Modify;
+  request.EditContactId = u"5";
+  form->txtCity.SetEnabled(false);
+  form->Load();
+  EXPECT_TRUE(form->chkContacts.Checked());
+  EXPECT_FALSE(form->chkContacts.Enabled());
+  EXPECT_TRUE(form->txtCity.Enabled());
+  EXPECT_EQ(form->txtCity.Text(), u"Leeds");
+  EXPECT_EQ(form->Caption(), u"New Contact");
 }
 
 TEST_F(ContactLoadingTest, AtTheServerAllInputIsEnabledOnTheWindowColour) {
   AtServer();
-  form.txtCity.SetEnabled(false);
-  form.txtCity.SetBackColor(controls::kSystemButtonFace);
-  form.cboSex.SetEnabled(false);
-  form.cboSex.SetBackColor(controls::kSystemButtonFace);
-  form.dtBirthday.SetEnabled(false);
-  form.dtAnniversary.SetEnabled(false);
-  form.cmdSave.SetEnabled(false);
-  form.cmdSave.SetVisible(false);
-  form.Frame1.SetEnabled(false);
+  form->txtCity.SetEnabled(false);
+  form->txtCity.SetBackColor(controls::kSystemButtonFace);
+  form->cboSex.SetEnabled(false);
+  form->cboSex.SetBackColor(controls::kSystemButtonFace);
+  form->dtBirthday.SetEnabled(false);
+  form->dtAnniversary.SetEnabled(false);
+  form->cmdSave.SetEnabled(false);
+  form->cmdSave.SetVisible(false);
+  form->Frame1.SetEnabled(false);
   Add();
-  EXPECT_TRUE(form.txtCity.Enabled());
-  EXPECT_EQ(form.txtCity.BackColor(), controls::kSystemWindowBackground);
-  EXPECT_TRUE(form.cboSex.Enabled());
-  EXPECT_EQ(form.cboSex.BackColor(), controls::kSystemWindowBackground);
-  EXPECT_TRUE(form.dtBirthday.Enabled());
-  EXPECT_TRUE(form.dtAnniversary.Enabled());
-  EXPECT_TRUE(form.cmdSave.Enabled());
-  EXPECT_TRUE(form.cmdSave.Visible());
-  EXPECT_TRUE(form.Frame1.Enabled());
+  EXPECT_TRUE(form->txtCity.Enabled());
+  EXPECT_EQ(form->txtCity.BackColor(), controls::kSystemWindowBackground);
+  EXPECT_TRUE(form->cboSex.Enabled());
+  EXPECT_EQ(form->cboSex.BackColor(), controls::kSystemWindowBackground);
+  EXPECT_TRUE(form->dtBirthday.Enabled());
+  EXPECT_TRUE(form->dtAnniversary.Enabled());
+  EXPECT_TRUE(form->cmdSave.Enabled());
+  EXPECT_TRUE(form->cmdSave.Visible());
+  EXPECT_TRUE(form->Frame1.Enabled());
 }
 
 }  // namespace

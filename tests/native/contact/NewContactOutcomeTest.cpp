@@ -10,7 +10,9 @@ using Lines = std::vector<String>;
 /// its folder is gone.
 struct NewContactOutcomeTest : ContactFixture {
   NewContactOutcomeTest() {
-    session.Environment.DriverFor = [this](StringView) -> database::Driver& { return watched; };
+    session.Database.Environment.DriverFor = [this](StringView) -> database::Driver& {
+      return watched;
+    };
   }
 
   static void Lose() { throw Error(ErrorNumber::DriverFailure, u"connection lost"); }
@@ -23,10 +25,10 @@ struct NewContactOutcomeTest : ContactFixture {
               u"The selected folder or group does not exist any more. Please select another one.");
     EXPECT_EQ(screen.LastMessage().Title, u"TALVERO Notification Server");
     EXPECT_EQ(screen.LastMessage().Style, 48);
-    EXPECT_TRUE(form.IsLoaded());
-    EXPECT_EQ(form.txtFname.Text(), u"Ann");
+    EXPECT_TRUE(form->IsLoaded());
+    EXPECT_EQ(form->txtFname.Text(), u"Ann");
     EXPECT_EQ(Contacts(), Lines{});
-    EXPECT_EQ(session.SavedContactId, u"");
+    EXPECT_EQ(Left().Id, u"");
     EXPECT_EQ(Log(), u"");
   }
 
@@ -41,7 +43,7 @@ TEST_F(NewContactOutcomeTest, AnIdThatIsNotToldLeavesNoContactBehind) {
   EXPECT_EQ(Contacts(), Lines{});
   watched.BeforeLastInsertedId = nullptr;
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Contacts().size(), 1u);
 }
 
@@ -54,9 +56,9 @@ TEST_F(NewContactOutcomeTest, ARowThatCannotBeReadAgainIsNotStoredTwice) {
   EXPECT_EQ(SaveErrors(), 1);
   watched.BeforeExecute = nullptr;
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Contacts().size(), 1u);
-  EXPECT_EQ(session.SavedContactName, u"Ann  ");
+  EXPECT_EQ(Left().Name, u"Ann  ");
 }
 
 TEST_F(NewContactOutcomeTest, AStoredContactWhoseAnswerWasLostIsNotStoredTwice) {
@@ -65,26 +67,26 @@ TEST_F(NewContactOutcomeTest, AStoredContactWhoseAnswerWasLostIsNotStoredTwice) 
   PressOk();
   EXPECT_EQ(SaveErrors(), 1);
   ASSERT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
-  EXPECT_EQ(session.SavedContactId, u"");
+  EXPECT_EQ(Left().Id, u"");
   watched.AfterCommit = nullptr;
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
-  EXPECT_EQ(session.SavedContactId, u"1");
+  EXPECT_EQ(Left().Id, u"1");
 }
 
 TEST_F(NewContactOutcomeTest, WhatIsChangedAfterALostAnswerChangesTheStoredContact) {
   AddNamed(u"Ann");
-  form.dtBirthday.UserPicks(Date(1990, 2, 28));
-  form.txtAge.SetText(u"41");
+  form->dtBirthday.UserPicks(Date(1990, 2, 28));
+  form->txtAge.SetText(u"41");
   watched.AfterCommit = Lose;
   PressOk();
   watched.AfterCommit = nullptr;
-  form.txtFname.SetText(u"Anna");
+  form->txtFname.SetText(u"Anna");
   PressOk();
   EXPECT_EQ(Contacts(), Lines{u"1|0|Anna|91"});
   EXPECT_EQ(Row(u"AGE, BIRTHDAY"), u"41|1990-02-28");
-  EXPECT_EQ(session.SavedContactName, u"Anna  ");
+  EXPECT_EQ(Left().Name, u"Anna  ");
 }
 
 TEST_F(NewContactOutcomeTest, ALookThatFailsStoresNothing) {
@@ -114,7 +116,7 @@ TEST_F(NewContactOutcomeTest, AContactThatIsGoneAfterALostAnswerIsAddedAgain) {
 
 TEST_F(NewContactOutcomeTest, AFolderThatIsGoneGetsNoContact) {
   Folder(u"3");
-  form.FolderId = 3;
+  form->FolderId = 3;
   AddNamed(u"Ann");
   database.Run({u"DELETE FROM SMS_ABFOLDERS"});
   PressOk();
@@ -123,7 +125,7 @@ TEST_F(NewContactOutcomeTest, AFolderThatIsGoneGetsNoContact) {
 
 TEST_F(NewContactOutcomeTest, AFolderThatGoesDuringTheSaveGetsNoContact) {
   Folder(u"3");
-  form.FolderId = 3;
+  form->FolderId = 3;
   AddNamed(u"Ann");
   watched.BeforeBegin = [this] { database.Run({u"DELETE FROM SMS_ABFOLDERS"}); };
   PressOk();
@@ -131,13 +133,13 @@ TEST_F(NewContactOutcomeTest, AFolderThatGoesDuringTheSaveGetsNoContact) {
 }
 
 TEST_F(NewContactOutcomeTest, NobodyIsKeptWaitingWhileTheWordIsRead) {
-  form.FolderId = 3;
+  form->FolderId = 3;
   AddNamed(u"Ann");
   screen.WhileAsked([this] { Folder(u"3"); });
   PressOk();
   ASSERT_EQ(screen.Messages.size(), 1u);
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Contacts(), Lines{u"1|3|Ann|91"});
 }
 

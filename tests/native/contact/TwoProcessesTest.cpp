@@ -28,7 +28,9 @@ int RunOtherUser(const std::string& connection, const std::string& work) {
 /// This process edits a contact while another one works with it.
 struct TwoProcessesTest : ContactFixture {
   TwoProcessesTest() {
-    session.Environment.DriverFor = [this](StringView) -> database::Driver& { return watched; };
+    session.Database.Environment.DriverFor = [this](StringView) -> database::Driver& {
+      return watched;
+    };
   }
 
   /// Another process does this with the database and ends; see otheruser.
@@ -58,17 +60,17 @@ struct TwoProcessesTest : ContactFixture {
                   u"*********************************************************\r\n");
   }
   void ExpectOpenWithItsText() {
-    EXPECT_TRUE(form.IsLoaded());
+    EXPECT_TRUE(form->IsLoaded());
     EXPECT_TRUE(screen.Messages.empty());
-    EXPECT_EQ(form.txtFname.Text(), u"Anna");
-    EXPECT_EQ(form.txtCity.Text(), u"London");
-    EXPECT_EQ(session.SavedContactId, u"");
+    EXPECT_EQ(form->txtFname.Text(), u"Anna");
+    EXPECT_EQ(form->txtCity.Text(), u"London");
+    EXPECT_EQ(Left().Id, u"");
   }
   void EditAnna() {
     Ann();
     Edit();
-    form.txtFname.SetText(u"Anna");
-    form.txtCity.SetText(u"London");
+    form->txtFname.SetText(u"Anna");
+    form->txtCity.SetText(u"London");
   }
 
   WatchedDriver watched{database.Driver()};
@@ -86,7 +88,7 @@ TEST_F(TwoProcessesTest, TheLaterSaveHolds) {
   OtherUser(u"edit 5 Paris");
   ASSERT_EQ(Row(u"FNAME, CITY"), u"Ann|Paris");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|London");
   EXPECT_EQ(Log(), u"");
 }
@@ -105,7 +107,7 @@ TEST_F(TwoProcessesTest, AfterAConflictASecondOkReadsAfreshAndHolds) {
   OtherUserBefore(u"UPDATE", u"edit 5 Paris");
   PressOk();
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|London");
   EXPECT_EQ(SaveErrors(), 1);
 }
@@ -116,7 +118,7 @@ TEST_F(TwoProcessesTest, ASaveWithoutAnyChangeUndoesNothing) {
   OtherUser(u"edit 5 Paris");
   OtherUserBefore(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", u"edit 5 London");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Log(), u"");
   EXPECT_EQ(Row(u"CITY"), u"London");
 }
@@ -124,11 +126,11 @@ TEST_F(TwoProcessesTest, ASaveWithoutAnyChangeUndoesNothing) {
 TEST_F(TwoProcessesTest, ASaveOfOneColumnUndoesNoChangeOfAnother) {
   Ann();
   Edit();
-  form.txtFname.SetText(u"Anna");
+  form->txtFname.SetText(u"Anna");
   OtherUser(u"edit 5 Paris");
   OtherUserBefore(u"UPDATE", u"edit 5 London");
   PressOk();
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Log(), u"");
   EXPECT_EQ(Row(u"FNAME, CITY"), u"Anna|London");
 }
@@ -158,7 +160,7 @@ TEST_F(TwoProcessesTest, TwoWhoAddAtOnceGetAnIdEach) {
   // While the own row is being stored, SQLite lets nobody else write.
   watched.BeforeBegin = [this] { OtherUser(u"add Bob"); };
   PressOk();
-  EXPECT_EQ(session.SavedContactId, u"2");
+  EXPECT_EQ(Left().Id, u"2");
   EXPECT_EQ(database.Rows(u"SELECT ID, FNAME FROM SMS_ABCONTACTS ORDER BY ID"),
             (std::vector<String>{u"1|Bob", u"2|Ann"}));
 }
@@ -168,8 +170,8 @@ TEST_F(TwoProcessesTest, AnotherContactAddedAtOnceIsNotTakenForTheOwn) {
   // Until the own row is stored and read again, SQLite lets nobody else write.
   watched.AfterCommit = [this] { OtherUser(u"add Bob"); };
   PressOk();
-  EXPECT_EQ(session.SavedContactId, u"1");
-  EXPECT_EQ(session.SavedContactName, u"Ann  ");
+  EXPECT_EQ(Left().Id, u"1");
+  EXPECT_EQ(Left().Name, u"Ann  ");
 }
 
 }  // namespace

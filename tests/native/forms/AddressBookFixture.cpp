@@ -12,10 +12,10 @@ AddressBookTest::AddressBookTest()
           screen, system,
           {[this](StringView) -> database::Driver& { return driver; }, screen.Dispatcher.Post()}) {
   session.LogFilePath = u"log";
-  session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+  session.Database.Renew();
   session.SessionConnectionString = u"DSN=Test";
   session.DbType = u"SQL";
-  session.IsAdmin = 1;
+  session.IsAdmin = UserType::Administrator;
   session.InitDone = 1;
   SharedFolders({});
   RemoteFolders({});
@@ -82,7 +82,7 @@ AddressBookTest::Row AddressBookTest::Item(String id, String name, String type) 
 }
 
 forms::frmAddressBook& AddressBookTest::Open() {
-  if (!form) form = std::make_unique<forms::frmAddressBook>(session, editors);
+  if (!form) form = std::make_unique<forms::frmAddressBook>(session.Place(), editors);
   form->Show();
   return *form;
 }

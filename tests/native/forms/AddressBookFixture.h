@@ -27,7 +27,7 @@ class AddressBookTest : public testing::Test {
   static constexpr StringView kGroupsInFolder = u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = ";
 
   /// As a host's initialisation leaves the session.
-  void RunAt(RunApplicationAt where) { session.RunAt = static_cast<std::int32_t>(where); }
+  void RunAt(RunApplicationAt where) { session.RunAt = where; }
   void SharedFolders(std::vector<Row> idsAndNames);
   void RemoteFolders(std::vector<Row> idsAndNames);
   /// \param rows id, name and folder id

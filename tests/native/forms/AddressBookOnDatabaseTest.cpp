@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "component/Session.h"
 #include "forms/addressbook/frmAddressBook.h"
 #include "tests/native/support/AddressBookDatabase.h"
 #include "tests/native/support/FakeOperatingSystem.h"
@@ -18,7 +19,7 @@ struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
     session.LogFilePath = u"log";
     session.DbType = GetParam();
     session.SessionConnectionString = database.ConnectionString();
-    session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+    session.Database.Renew();
     database.Run({
         u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, REMOTE_CONTACTS_CATEGORY)"
         u" VALUES (1, 'S', 'Staff', 0, ''), (2, 'R', 'Dealers', 1, 'D'), (3, 'L', 'Mine', 0, '')",
@@ -29,7 +30,7 @@ struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
   }
   /// The rows listed for the node, each its id, name, number, folder and type.
   Lines List(StringView key) {
-    if (!form) form = std::make_unique<forms::frmAddressBook>(session, editors);
+    if (!form) form = std::make_unique<forms::frmAddressBook>(session.Place(), editors);
     form->Show();
     controls::TreeNode* node = form->tvwContacts.Find(key);
     if (!node) return {u"no such node"};

@@ -90,10 +90,10 @@ TEST_F(ContactListTest, TheEmptyKeyIsNeitherCountedNorQueried) {
   EXPECT_EQ(Log(), u"");
 }
 
-TEST_F(ContactListTest, TheCommandsAreMadeOnTheSessionsConnectionWhenTheWindowLoads) {
+TEST_F(ContactListTest, TheCommandsAreMadeOnTheWindowsConnectionWhenItLoads) {
   Open();
   EXPECT_TRUE(form->List().CanCount());
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
+  EXPECT_EQ(form->Place().Database.Connection->State(), database::ObjectState::Open);
 }
 
 // Queries and dialects.

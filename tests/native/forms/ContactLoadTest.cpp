@@ -25,8 +25,14 @@ struct ContactLoadTest : AddressBookTest {
     driver.OpenGate.Close();
     Click(key);
   }
-  static forms::ContactList::Contact NewContact() {
-    return {u"9000", u"Carl", u"", u"", u"", u"", u"0"};
+  static void AddContact(forms::ContactList& list) {
+    list.Add({.Id = u"9000",
+              .Name = u"Carl",
+              .Mobile = {},
+              .Email = {},
+              .Address = {},
+              .Organisation = {}},
+             u"0");
   }
   void LetGo() {
     driver.OpenGate.Open();
@@ -255,16 +261,9 @@ TEST_F(ContactLoadTest, ClosedDuringALoadAndShownAgainItLoadsAsBefore) {
   ExpectUsable();
 }
 
-TEST_F(ContactLoadTest, ANewConnectionStringIsUsedByTheNextList) {
-  Open();
-  session.SessionConnectionString = u"DSN=Other";
-  ClickAndWait(u"SHARED");
-  EXPECT_EQ(driver.Opened().back(), u"DSN=Other");
-}
-
 TEST_F(ContactLoadTest, AConnectionClosedInBetweenIsOpenedAgain) {
   Open();
-  session.SessionConnection->Close();
+  form->Place().Database.Connection->Close();
   ClickAndWait(u"SHARED");
   EXPECT_EQ(form->vsfContacts.Rows(), kRows + 1);
   EXPECT_EQ(Log(), u"");
@@ -272,7 +271,7 @@ TEST_F(ContactLoadTest, AConnectionClosedInBetweenIsOpenedAgain) {
 
 TEST_F(ContactLoadTest, AConnectionReplacedInBetweenIsTaken) {
   Open();
-  session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+  form->Place().Database.Renew();
   ClickAndWait(u"SHARED");
   EXPECT_EQ(form->vsfContacts.Rows(), kRows + 1);
   EXPECT_EQ(Log(), u"");
@@ -317,7 +316,7 @@ TEST_F(ContactLoadTest, AServerThatIsNotThereWhenTheWindowOpensIsToldAndTriedAga
 
 TEST_F(ContactLoadTest, WithoutALinkTheCountsOwnFailureIsLogged) {
   Open();
-  session.CloseConnection();
+  form->Place().Database.Close();
   driver.OpenNothing();
   Click(u"SHARED");
   EXPECT_EQ(ErrorsLogged(kLoadContext), 1);
@@ -346,12 +345,12 @@ TEST_F(ContactLoadTest, AListThatBreaksOffKeepsItsRowsAndSaysSo) {
 
 TEST_F(ContactLoadTest, ANewContactDoesNotHideThatOthersAreMissing) {
   Open();
-  forms::ContactList list(session,
+  forms::ContactList list(session.Services, session.Database,
                           {*form, form->vsfContacts, form->StatusBar1, form->ProgressBar1});
   driver.FailAtEnd(u"AS CONTACTTYPE", Error(ErrorNumber::DriverFailure, u"link lost"));
   list.Load(u"SHARED");
   ASSERT_TRUE(Complete());
-  list.Add(NewContact());
+  AddContact(list);
   EXPECT_EQ(Panel(1), u"Not all contacts could be loaded.");
   EXPECT_EQ(Column(u"NAME").back(), u"Carl");
   // After a load that is whole, new contacts are counted again.
@@ -359,19 +358,19 @@ TEST_F(ContactLoadTest, ANewContactDoesNotHideThatOthersAreMissing) {
   Counts(Queries::kCountFolderContacts, 1);
   list.Load(u"SHARED");
   ASSERT_TRUE(Complete());
-  list.Add(NewContact());
+  AddContact(list);
   EXPECT_EQ(Panel(1), u"2 item(s)");
 }
 
 TEST_F(ContactLoadTest, ANewContactDoesNotHideThatAllAreMissing) {
   Open();
-  forms::ContactList list(session,
+  forms::ContactList list(session.Services, session.Database,
                           {*form, form->vsfContacts, form->StatusBar1, form->ProgressBar1});
   Lists({});
   driver.FailAtEnd(u"AS CONTACTTYPE", Error(ErrorNumber::DriverFailure, u"link lost"));
   list.Load(u"SHARED");
   ASSERT_TRUE(Complete());
-  list.Add(NewContact());
+  AddContact(list);
   EXPECT_EQ(Panel(1), u"Contacts could not be loaded.");
 }
 

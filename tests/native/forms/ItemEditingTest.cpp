@@ -4,6 +4,7 @@
 #include "forms/groups/frmGroupsNew.h"
 #include "tests/native/forms/ToldPeers.h"
 #include "tests/native/support/DialogFixture.h"
+#include "tests/native/support/OnDemand.h"
 
 namespace ktrv::tests {
 namespace {
@@ -30,7 +31,7 @@ struct ItemEditingTest : DialogFixture {
         u"INSERT INTO SMS_ABGROUPMAPS VALUES (5, '1', 'S'), (5, 'D1', 'R')",
     });
   }
-  ~ItemEditingTest() override { form.reset(); }
+  ~ItemEditingTest() override { form.Reset(); }
 
   /// The window with this node chosen and listed, the focus in the tree or else in the grid.
   void Choose(StringView key, bool inTree = true) {
@@ -92,8 +93,8 @@ struct ItemEditingTest : DialogFixture {
   }
 
   forms::Editors editors{session};
-  std::unique_ptr<forms::frmAddressBook> form =
-      std::make_unique<forms::frmAddressBook>(session, editors);
+  OnDemand<forms::frmAddressBook> form{
+      [this] { return std::make_unique<forms::frmAddressBook>(session.Place(), editors); }};
 };
 
 // New contacts.
@@ -196,7 +197,7 @@ TEST_F(ItemEditingTest, TheEditorOfANewContactIsEmptyAndShared) {
   session.PresetContactName = u"Of the host";
   session.PresetMobileNo = u"12345";
   session.EditContactId = u"1";
-  session.SharedMode = 0;
+  session.SharedMode = TypeOfContact::LocalContact;
   Choose(u"SHARED");
   InEditor<forms::frmNewContact>([](forms::frmNewContact& editor) {
     EXPECT_EQ(editor.Caption(), u"Add Shared Contact");
@@ -317,10 +318,10 @@ TEST_F(ItemEditingTest, AWindowUnloadedWhileTheEditorIsOpenIsLeftAlone) {
 TEST_F(ItemEditingTest, TheEndOfTheComponentFindsTheOpenEditor) {
   Choose(u"SHARED");
   InEditor<forms::frmNewContact>([this](forms::frmNewContact& editor) {
-    EXPECT_EQ(session.Modal.Open(), (std::vector<controls::Form*>{&editor}));
+    EXPECT_EQ(session.Services.Modal.Open(), (std::vector<controls::Form*>{&editor}));
   });
   form->ContactNew({});
-  EXPECT_TRUE(session.Modal.Open().empty());
+  EXPECT_TRUE(session.Services.Modal.Open().empty());
 }
 
 // New groups and folders.
@@ -433,11 +434,11 @@ TEST_F(ItemEditingTest, AFolderThatWasNotSavedLeavesTheTree) {
 TEST_F(ItemEditingTest, AContactMadeInACancelledGroupIsNotMissing) {
   Choose(u"SHARED");
   InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
-    editor.ContactEditor() = [this](ModeOfOperation, std::int16_t) {
+    editor.OpenContact = [this](Workplace, const forms::ContactRequest& request) {
       database.Run(
           {u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MOBILENO) VALUES"
            u" (3, 0, 'Carl', '72')"});
-      session.EditContactId = u"3";
+      return forms::ContactResult{request.SharedMode, u"3", {}, {}};
     };
     editor.cmdNew.UserClicks();
     editor.cmdCancel.UserClicks();
@@ -452,8 +453,9 @@ TEST_F(ItemEditingTest, AContactEditedInACancelledGroupIsNotListedAsItWas) {
   Choose(u"SHARED");
   InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
     ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Sources().IsLoading(); }));
-    editor.ContactEditor() = [this](ModeOfOperation, std::int16_t) {
+    editor.OpenContact = [this](Workplace, const forms::ContactRequest& request) {
       database.Run({u"UPDATE SMS_ABCONTACTS SET FNAME = 'Zora' WHERE ID = 1"});
+      return forms::ContactResult{request.SharedMode, request.EditContactId, {}, {}};
     };
     editor.vsfFolderContacts.SetRow(1);
     editor.cmdProperty.UserClicks();
@@ -477,14 +479,14 @@ TEST_F(ItemEditingTest, ACancelledGroupAloneMovesNoSelection) {
 
 TEST_F(ItemEditingTest, AGroupsNewNameStandsOnItsNodeAndTheListIsLoaded) {
   Choose(u"SHGR5");
-  session.GroupType = 0;
-  session.SharedMode = 0;
+  session.GroupType = TypeOfGroup::LocalGroup;
+  session.SharedMode = TypeOfContact::LocalContact;
   InEditor<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
     EXPECT_EQ(editor.Caption(), u"Modify Group");
     EXPECT_EQ(editor.txtGroupName.Text(), u"Boat");
     EXPECT_EQ(session.GroupId, u"5");
-    EXPECT_EQ(session.GroupType, 1);
-    EXPECT_EQ(session.SharedMode, 1);
+    EXPECT_EQ(session.GroupType, TypeOfGroup::SharedGroup);
+    EXPECT_EQ(session.SharedMode, TypeOfContact::SharedContact);
     ASSERT_TRUE(screen.WaitUntil([&] { return !editor.Members().IsLoading(); }));
     editor.txtGroupName.SetText(u"Ship");
     editor.cmdOK.UserClicks();
@@ -564,7 +566,7 @@ TEST_F(ItemEditingTest, TheTreeIsBuiltAnewAfterACancelToo) {
 }
 
 TEST_F(ItemEditingTest, AtTheServerTheRootIsListedWhenItBecomesCurrent) {
-  session.RunAt = 1;
+  session.RunAt = RunApplicationAt::RuntAtServer;
   Choose(u"SFLD1");
   CloseEditor();
   form->ContactProperties();

@@ -130,7 +130,7 @@ TEST_F(ItemMenuTest, AtTheClientItStandsAsTheServerLeftIt) {
   RunAt(RunApplicationAt::RuntAtServer);
   Open();
   const Names left = RightClick(u"RFLD3");
-  RunAt(RunApplicationAt::RuntAtClient);
+  form->Place().User.RunAt = RunApplicationAt::RuntAtClient;
   EXPECT_EQ(RightClick(u"SHARED"), left);
 }
 

@@ -49,7 +49,7 @@ TEST_F(NodeDeletionTest, TheRootCannotBeDeleted) {
 }
 
 TEST_F(NodeDeletionTest, AGeneralUserIsToldOfTheRootToo) {
-  session.IsAdmin = 0;
+  session.IsAdmin = UserType::GeneralUser;
   Choose(u"SHARED");
   Delete();
   EXPECT_EQ(screen.LastMessage().Text, u"The item cannot be deleted.");
@@ -217,7 +217,7 @@ TEST_F(NodeDeletionTest, ARemoteFolderStaysWhenTheSecondQuestionIsDenied) {
 }
 
 TEST_F(NodeDeletionTest, AGeneralUserMayDeleteAFolderOrAGroup) {
-  session.IsAdmin = 0;
+  session.IsAdmin = UserType::GeneralUser;
   Choose(u"SHGR5");
   Answers({Yes});
   Delete();
@@ -283,7 +283,7 @@ TEST_F(NodeDeletionTest, AFailingSecondStatementLeavesTheFirstDoneAndCanBeTriedA
 
 TEST_F(NodeDeletionTest, AClosedConnectionIsOpened) {
   Choose(u"SHGR5");
-  session.CloseConnection();
+  form->Place().Database.Close();
   Answers({Yes});
   Delete();
   EXPECT_EQ(Deleted().size(), 2U);
@@ -383,33 +383,6 @@ TEST_F(NodeDeletionTest, WhatWasCurrentWhenItWasAskedIsDeleted) {
   Answers({Yes});
   Delete();
   EXPECT_EQ(Deleted().front(), u"DELETE FROM SMS_ABGROUPS WHERE ID = 5");
-}
-
-TEST_F(NodeDeletionTest, AHostThatTurnsToAnotherDatabaseMeanwhileKeepsItsItems) {
-  for (const StringView key : {u"SHGR5", u"SFLD1", u"RFLD3"}) {
-    session.SessionConnectionString = u"DSN=Test";
-    Open();
-    form->LoadTreeView();
-    Choose(key);
-    screen.WhileAsked([&] { session.SessionConnectionString = u"DSN=Other"; });
-    Answers({Yes, Ok});
-    Delete();
-    screen.WaitUntil([] { return true; });
-  }
-  EXPECT_TRUE(Deleted().empty());
-}
-
-TEST_F(NodeDeletionTest, AWindowThatStillShowsAnotherDatabaseShowsThisOneInstead) {
-  Choose(u"SHGR5");
-  session.SessionConnectionString = u"DSN=Other";
-  const std::size_t built = Ran(Queries::kGroups).size();
-  Delete();
-  EXPECT_TRUE(screen.Messages.empty());
-  EXPECT_TRUE(Deleted().empty());
-  EXPECT_EQ(Ran(Queries::kGroups).size(), built + 1);
-  Answers({Yes});
-  Delete();
-  EXPECT_EQ(Deleted().size(), 2U);
 }
 
 TEST_F(NodeDeletionTest, AWindowThatIsUnloadedMeanwhileDeletesNothingAndKeepsItsPeersSoLong) {

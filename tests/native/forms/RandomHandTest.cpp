@@ -14,7 +14,7 @@ using Keys = std::set<String>;
 /// any time what is selected, by kind and id. Whatever a command then does is done to just that.
 struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
   RandomHandTest() {
-    session.RunAt = static_cast<std::int32_t>(GetParam() % 2);
+    session.RunAt = static_cast<RunApplicationAt>(GetParam() % 2);
     database.Run({
         u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, REMOTE_CONTACTS_CATEGORY)"
         u" VALUES (1, 'S', 'Staff', 0, ''), (2, 'S', 'Friends', 0, ''), (3, 'S', 'None', 0, ''),"
@@ -28,7 +28,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
     database.Run(
         {u"INSERT INTO SMS_ABGROUPMAPS VALUES (100, '100', 'S'), (100, 'D1', 'R'),"
          u" (101, '101', 'S'), (101, '105', 'S'), (102, '100', 'S')"});
-    form = std::make_unique<forms::frmAddressBook>(session, editors);
+    form = std::make_unique<forms::frmAddressBook>(session.Place(), editors);
     form->Show();
     Complete();
   }

@@ -81,7 +81,7 @@ TEST_F(RowDeletionTest, ARowThatIsCurrentButNotSelectedIsNotMeant) {
 }
 
 TEST_F(RowDeletionTest, AGeneralUserDeletesNothingInTheRootAndIsToldNothing) {
-  session.IsAdmin = 0;
+  session.IsAdmin = UserType::GeneralUser;
   Show({Item(u"1", u"Anna")});
   form->vsfContacts.SetRow(1);
   Delete();
@@ -92,7 +92,7 @@ TEST_F(RowDeletionTest, AGeneralUserDeletesNothingInTheRootAndIsToldNothing) {
 }
 
 TEST_F(RowDeletionTest, AGeneralUserMayDeleteInAFolder) {
-  session.IsAdmin = 0;
+  session.IsAdmin = UserType::GeneralUser;
   Show({Item(u"1", u"Anna")}, u"SFLD7");
   form->vsfContacts.SetRow(1);
   screen.Answer(Yes);
@@ -205,7 +205,7 @@ TEST_F(RowDeletionTest, AConnectionClosedBetweenRowsLeavesNone) {
   form->vsfContacts.SelectAll();
   screen.Answer(Yes);
   screen.WhileAsked([] {});
-  screen.WhileAsked([&] { session.CloseConnection(); });
+  screen.WhileAsked([&] { form->Place().Database.Close(); });
   Delete();
   EXPECT_EQ(Deleted().size(), 4U);
   EXPECT_EQ(Log(), u"");
@@ -343,17 +343,6 @@ TEST_F(LongDeletionTest, DestroyedItLeavesTheRest) {
   EXPECT_EQ(Deleted().size(), deleted);
 }
 
-TEST_F(LongDeletionTest, AHostThatTurnsToAnotherDatabaseKeepsItsItems) {
-  ASSERT_TRUE(form->IsDeleting());
-  const std::size_t deleted = Deleted().size();
-  session.SessionConnectionString = u"DSN=Other";
-  ASSERT_TRUE(screen.WaitUntil([&] { return !form->IsDeleting(); }));
-  EXPECT_EQ(Deleted().size(), deleted);
-  EXPECT_EQ(Ran(Queries::kGroups).size(), 2U);  // the other database is shown
-  ASSERT_TRUE(Complete());
-  EXPECT_EQ(Log(), LeftAfter(deleted));
-}
-
 // What happens meanwhile.
 
 TEST_F(RowDeletionTest, RowsThatComeWhileItIsAskedAreNotMeant) {
@@ -396,15 +385,6 @@ TEST_F(RowDeletionTest, AnotherNodeChosenWhileItIsAskedChangesNothingOfWhatIsMea
   screen.Answer(Yes);
   Delete();
   EXPECT_EQ(Deleted().front(), u"DELETE FROM SMS_ABCONTACTS WHERE ID = 2");
-}
-
-TEST_F(RowDeletionTest, AHostThatTurnsToAnotherDatabaseWhileItIsAskedKeepsItsItems) {
-  Show({Item(u"1", u"Anna")});
-  form->vsfContacts.SetRow(1);
-  screen.WhileAsked([&] { session.SessionConnectionString = u"DSN=Other"; });
-  screen.Answer(Yes);
-  Delete();
-  EXPECT_TRUE(Deleted().empty());
 }
 
 TEST_F(RowDeletionTest, AWindowUnloadedDuringAWarningLeavesTheRest) {

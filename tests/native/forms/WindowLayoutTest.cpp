@@ -1,4 +1,10 @@
+#include "controls/CheckBox.h"
+#include "controls/ComboBox.h"
+#include "controls/CommandButton.h"
+#include "controls/DatePicker.h"
+#include "controls/Frame.h"
 #include "controls/PeerFactory.h"
+#include "controls/UpDown.h"
 #include "tests/native/forms/AddressBookFixture.h"
 
 namespace ktrv::tests {

@@ -1,6 +1,12 @@
 #include <algorithm>
 #include <thread>
 
+#include "controls/CheckBox.h"
+#include "controls/ComboBox.h"
+#include "controls/CommandButton.h"
+#include "controls/DatePicker.h"
+#include "controls/Frame.h"
+#include "controls/UpDown.h"
 #include "tests/native/forms/AddressBookFixture.h"
 #include "tests/native/forms/ToldPeers.h"
 #include "tests/native/support/WatchedDriver.h"
@@ -18,13 +24,14 @@ struct WindowStepsTest : AddressBookTest {
       if (std::this_thread::get_id() != window) return;  // the list comes on a thread of its own
       steps.push_back(text.find(u"COUNT(1)") != StringView::npos ? "counted" : "tree read");
     };
-    session.Environment = {[this](StringView) -> database::Driver& {
-                             if (std::this_thread::get_id() == thread) steps.push_back("link");
-                             return watched;
-                           },
-                           screen.Dispatcher.Post()};
-    session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
-    form = std::make_unique<forms::frmAddressBook>(session, editors);
+    session.Database.Environment = {[this](StringView) -> database::Driver& {
+                                      if (std::this_thread::get_id() == thread)
+                                        steps.push_back("link");
+                                      return watched;
+                                    },
+                                    screen.Dispatcher.Post()};
+    session.Database.Renew();
+    form = std::make_unique<forms::frmAddressBook>(session.Place(), editors);
   }
   ~WindowStepsTest() override {
     form.reset();

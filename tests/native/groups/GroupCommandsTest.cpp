@@ -21,7 +21,7 @@ struct GroupCommandsTest : tests::GroupsTest {
     return text;
   }
 
-  GroupCommands commands{session};
+  GroupCommands commands{session.Database};
 };
 
 TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
@@ -85,13 +85,13 @@ TEST_F(GroupCommandsTest, NarrowOnlyTheNewNameForMySqlInAnyCase) {
   EXPECT_EQ(Parameters(commands, GroupCommand::InsertGroup), "NAME:200(100) FOLDER_ID:3(0)");
 }
 
-TEST_F(GroupCommandsTest, OpenTheConnectionForSharedGroupsOnly) {
+TEST_F(GroupCommandsTest, HaveAnOpenConnectionForSharedGroupsOnly) {
   WorkOn(TypeOfGroup::LocalGroup);
-  commands.Init();
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Closed);
+  OpenToAdd();
+  EXPECT_EQ(Link().State(), database::ObjectState::Closed);
   WorkOn(TypeOfGroup::SharedGroup);
-  commands.Init();
-  EXPECT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
+  OpenToAdd();
+  EXPECT_EQ(Link().State(), database::ObjectState::Open);
 }
 
 TEST_F(GroupCommandsTest, SendNothingToTheDatabaseBeforeTheyRun) {

@@ -7,7 +7,7 @@ namespace {
 namespace Queries = data::GroupQueries;
 
 struct GroupDialogTest : tests::GroupsTest {
-  void BeAnOrdinaryUser() { session.IsAdmin = 0; }
+  void BeAnOrdinaryUser() { session.IsAdmin = UserType::GeneralUser; }
   void TypeName(StringView name) { form->txtGroupName.UserTypes(name); }
 
   static constexpr StringView kFormLoad =
@@ -62,7 +62,7 @@ TEST_F(GroupDialogTest, AdministratorMayChangeSharedGroups) {
 }
 
 TEST_F(GroupDialogTest, SharedModeOfContactsHasNoSayHere) {
-  session.SharedMode = 1;
+  session.SharedMode = TypeOfContact::SharedContact;
   WorkOn(TypeOfGroup::LocalGroup);
   OpenToAdd();
   EXPECT_FALSE(form->chkGroup.Checked());
@@ -108,10 +108,9 @@ TEST_F(GroupDialogTest, ModifyingHasItsCaptionAndTheGroupsName) {
 }
 
 TEST_F(GroupDialogTest, ModeHasNoMeaningForThePicker) {
-  form = std::make_unique<frmGroupsNew>(session);
-  form->LoadGroupFor = LoadGroupFor::SelectReceipient;
-  form->Mode = ModeOfOperation::Modify;
-  form->Load();
+  Open({.LoadGroupFor = LoadGroupFor::SelectReceipient,
+        .Mode = ModeOfOperation::Modify,
+        .GroupType = TypeOfGroup::SharedGroup});
   EXPECT_EQ(form->Caption(), u"Select Recipient");
   EXPECT_TRUE(Ran(Queries::kCountMembers).empty());
 }
@@ -237,26 +236,23 @@ TEST_F(GroupDialogTest, CancelWritesNothingAndClearsTheGroup) {
   ASSERT_TRUE(Complete());
   form->cmdCancel.UserClicks();
   EXPECT_FALSE(form->IsLoaded());
-  EXPECT_EQ(session.GroupId, u"");
-  EXPECT_EQ(session.GroupName, u"");
+  EXPECT_EQ(Left().GroupId, u"");
+  EXPECT_EQ(Left().GroupName, u"");
   EXPECT_TRUE(Ran(u"INSERT").empty() && Ran(u"DELETE").empty() && Ran(u"UPDATE").empty());
 }
 
-TEST_F(GroupDialogTest, CancelOfThePickerClearsTheNamesAndLeavesTheGroupAlone) {
-  session.GroupId = u"5";
-  session.ContactsName = u"Anna;";
+TEST_F(GroupDialogTest, CancelOfThePickerPicksNobody) {
   OpenPicker();
   form->cmdCancel.UserClicks();
-  EXPECT_EQ(session.ContactsName, u"");
-  EXPECT_EQ(session.GroupId, u"5");
-  EXPECT_EQ(session.SelectedRecipients->Count(), 0);
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_FALSE(form->Picked());
 }
 
 TEST_F(GroupDialogTest, ClosingTheWindowIsACancel) {
   OpenToModify(u"5", u"Team");
   form->UserCloses();
   EXPECT_FALSE(form->IsLoaded());
-  EXPECT_EQ(session.GroupId, u"");
+  EXPECT_EQ(Left().GroupId, u"");
 }
 
 TEST_F(GroupDialogTest, CancelDuringAFetchWaitsForNothing) {
@@ -281,14 +277,13 @@ TEST_F(GroupDialogTest, NewContactOfTheChosenFolderIsAppendedToTheSource) {
   driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
                 {{u"8", u"Friends", u"S", u""}});
   ASSERT_TRUE(Choose(u"Friends"));
-  session.EditContactId = u"3";
-  form->ContactEditor() = [&](ModeOfOperation mode, std::int16_t folder) {
-    EXPECT_EQ(mode, ModeOfOperation::Add);
-    EXPECT_EQ(folder, 8);
-    EXPECT_EQ(session.EditContactId, u"");
-    EXPECT_EQ(session.SharedMode, 1);
-    session.EditContactId = u"42";
-  };
+  AnswerContacts([](const ContactRequest& request) {
+    EXPECT_EQ(request.Mode, ModeOfOperation::Add);
+    EXPECT_EQ(request.FolderId, 8);
+    EXPECT_EQ(request.EditContactId, u"");
+    EXPECT_EQ(request.SharedMode, TypeOfContact::SharedContact);
+    return String(u"42");
+  });
   form->cmdNew.UserClicks();
   const auto& grid = form->vsfFolderContacts;
   EXPECT_EQ(Column(grid, u"ID"), (std::vector<String>{u"42"}));
@@ -305,7 +300,7 @@ TEST_F(GroupDialogTest, NewContactStaysInAListThatWasStillLoading) {
                 {{u"Nora", u"98009", u"91"}});
   HoldFetches();
   OpenToAdd();
-  form->ContactEditor() = [&](ModeOfOperation, std::int16_t) { session.EditContactId = u"42"; };
+  AnswerContacts([](const ContactRequest&) { return String(u"42"); });
   form->cmdNew.UserClicks();
   driver.OpenGate.Open();
   ASSERT_TRUE(Complete());
@@ -316,7 +311,7 @@ TEST_F(GroupDialogTest, NewContactStaysInAListThatWasStillLoading) {
 TEST_F(GroupDialogTest, NoRowComesWhenNoContactWasMade) {
   OpenToAdd();
   ASSERT_TRUE(Complete());
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {};
+  AnswerContacts([](const ContactRequest&) { return String(); });
   form->cmdNew.UserClicks();
   EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
   EXPECT_TRUE(Ran(Queries::kContact).empty());
@@ -325,12 +320,12 @@ TEST_F(GroupDialogTest, NoRowComesWhenNoContactWasMade) {
 TEST_F(GroupDialogTest, NewLocalContactIsNotMarkedSharedAndNotListed) {
   WorkOn(TypeOfGroup::LocalGroup);
   OpenToAdd();
-  form->ContactEditor() = [&](ModeOfOperation, std::int16_t folder) {
-    EXPECT_EQ(folder, 0);
-    session.EditContactId = u"42";
-  };
+  AnswerContacts([](const ContactRequest& request) {
+    EXPECT_EQ(request.FolderId, 0);
+    EXPECT_EQ(request.SharedMode, TypeOfContact::LocalContact);
+    return String(u"42");
+  });
   form->cmdNew.UserClicks();
-  EXPECT_EQ(session.SharedMode, 0);
   EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
 }
 
@@ -339,7 +334,10 @@ TEST_F(GroupDialogTest, FolderIdOfMoreThan16BitsFailsTheNewContact) {
   driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
                 {{u"40000", u"Far", u"S", u""}});
   OpenToAdd();
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  AnswerContacts([](const ContactRequest&) {
+    ADD_FAILURE();
+    return String();
+  });
   form->cboContactType.UserChooses(1);
   form->cmdNew.UserClicks();
   EXPECT_EQ(ErrorsLogged(kNew), 1);
@@ -353,7 +351,10 @@ TEST_F(GroupDialogTest, NoContactIsMadeInARemoteFolder) {
                 {{u"8", u"Dealers", u"R", u"D"}});
   OpenToAdd();
   ASSERT_TRUE(Choose(u"Dealers"));
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  AnswerContacts([](const ContactRequest&) {
+    ADD_FAILURE();
+    return String();
+  });
   form->cmdNew.UserClicks();
   EXPECT_EQ(screen.LastMessage().Text, kRefusal);
   EXPECT_EQ(screen.LastMessage().Style, MessageStyle::Exclamation);
@@ -373,7 +374,10 @@ TEST_F(GroupDialogTest, NoContactIsMadeInAVanishedFolder) {
   driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
                 {});
   ASSERT_TRUE(Choose(u"Friends"));
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  AnswerContacts([](const ContactRequest&) {
+    ADD_FAILURE();
+    return String();
+  });
   form->cmdNew.UserClicks();
   EXPECT_EQ(screen.LastMessage().Text,
             u"The selected folder or group does not exist any more. Please select another one.");
@@ -381,9 +385,8 @@ TEST_F(GroupDialogTest, NoContactIsMadeInAVanishedFolder) {
 
 TEST_F(GroupDialogTest, FailureOfANewContactIsLoggedWithTwoBlanks) {
   OpenToAdd();
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {
-    throw Error(ErrorNumber::DriverFailure, u"gone");
-  };
+  AnswerContacts(
+      [](const ContactRequest&) -> String { throw Error(ErrorNumber::DriverFailure, u"gone"); });
   form->cmdNew.UserClicks();
   EXPECT_EQ(ErrorsLogged(kNew), 1);
   EXPECT_EQ(ErrorsLogged(kProperty), 0);
@@ -393,7 +396,10 @@ TEST_F(GroupDialogTest, PropertiesOfARemoteContactAreRefused) {
   Candidates({{u"R1", u"Rita", u"97001", u"", u"3", u"97001"}});
   OpenPicker();
   ASSERT_TRUE(Complete());
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  AnswerContacts([](const ContactRequest&) {
+    ADD_FAILURE();
+    return String();
+  });
   form->vsfFolderContacts.SetRow(1);
   form->cmdProperty.UserClicks();
   EXPECT_EQ(screen.LastMessage().Text,
@@ -407,10 +413,11 @@ TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
                 {{u"Berta", u"98022", u"44"}});
   OpenPicker();
   ASSERT_TRUE(Complete());
-  form->ContactEditor() = [&](ModeOfOperation mode, std::int16_t) {
-    EXPECT_EQ(mode, ModeOfOperation::Modify);
-    EXPECT_EQ(session.EditContactId, u"2");
-  };
+  AnswerContacts([](const ContactRequest& request) {
+    EXPECT_EQ(request.Mode, ModeOfOperation::Modify);
+    EXPECT_EQ(request.EditContactId, u"2");
+    return request.EditContactId;
+  });
   form->vsfFolderContacts.SetRow(2);
   form->cmdProperty.UserClicks();
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna", u"Berta"}));
@@ -428,7 +435,7 @@ TEST_F(GroupDialogTest, PropertiesOfAContactLeaveAGroupsRowAlone) {
                 {{u"Berta", u"98022", u"44"}});
   OpenPicker();
   ASSERT_TRUE(Complete());
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {};
+  AnswerContacts([](const ContactRequest&) { return String(); });
   form->vsfFolderContacts.SetRow(2);
   form->cmdProperty.UserClicks();
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anglers", u"Berta"}));
@@ -441,9 +448,8 @@ TEST_F(GroupDialogTest, PropertiesLogUnderTheNewContactsNameWithOneBlank) {
   Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"}});
   OpenPicker();
   ASSERT_TRUE(Complete());
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) {
-    throw Error(ErrorNumber::DriverFailure, u"gone");
-  };
+  AnswerContacts(
+      [](const ContactRequest&) -> String { throw Error(ErrorNumber::DriverFailure, u"gone"); });
   form->vsfFolderContacts.SetRow(1);
   form->cmdProperty.UserClicks();
   EXPECT_EQ(ErrorsLogged(kProperty), 1);
@@ -453,7 +459,10 @@ TEST_F(GroupDialogTest, PropertiesLogUnderTheNewContactsNameWithOneBlank) {
 TEST_F(GroupDialogTest, PropertiesWithoutASelectedRowDoNothing) {
   OpenPicker();
   ASSERT_TRUE(Complete());
-  form->ContactEditor() = [](ModeOfOperation, std::int16_t) { FAIL(); };
+  AnswerContacts([](const ContactRequest&) {
+    ADD_FAILURE();
+    return String();
+  });
   form->cmdProperty.UserClicks();
   EXPECT_EQ(ErrorsLogged(), 0);
   EXPECT_TRUE(screen.Messages.empty());

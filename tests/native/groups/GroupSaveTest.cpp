@@ -44,8 +44,8 @@ TEST_F(GroupSaveTest, NewGroupIsInsertedReadBackAndFilledInThisOrder) {
   EXPECT_EQ(last[3].Text, Queries::kInsertMember);
   EXPECT_EQ(last[3].Values, (std::vector<Variant>{std::int64_t{77}, String(u"1"), String(u"S")}));
   EXPECT_EQ(last[4].Values, (std::vector<Variant>{std::int64_t{77}, String(u"R1"), String(u"R")}));
-  EXPECT_EQ(session.GroupId, u"77");
-  EXPECT_EQ(session.GroupName, u"Team");
+  EXPECT_EQ(Left().GroupId, u"77");
+  EXPECT_EQ(Left().GroupName, u"Team");
 }
 
 TEST_F(GroupSaveTest, ModifiedGroupIsRenamedClearedAndFilled) {
@@ -54,7 +54,7 @@ TEST_F(GroupSaveTest, ModifiedGroupIsRenamedClearedAndFilled) {
   EXPECT_EQ(Written(),
             (std::vector<String>{String(Queries::kRenameGroup), String(Queries::kClearMembers),
                                  String(Queries::kInsertMember)}));
-  EXPECT_EQ(session.GroupId, u"5");
+  EXPECT_EQ(Left().GroupId, u"5");
 }
 
 TEST_F(GroupSaveTest, LocalGroupIsNotWrittenAndSavedAtOnce) {
@@ -64,8 +64,8 @@ TEST_F(GroupSaveTest, LocalGroupIsNotWrittenAndSavedAtOnce) {
   form->cmdOK.UserClicks();
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_TRUE(driver.Executed().empty());
-  EXPECT_EQ(session.GroupName, u"Mine");
-  EXPECT_EQ(session.GroupId, u"");
+  EXPECT_EQ(Left().GroupName, u"Mine");
+  EXPECT_EQ(Left().GroupId, u"");
 }
 
 TEST_F(GroupSaveTest, LocalGroupIsModifiedWithoutAStatement) {
@@ -119,7 +119,7 @@ TEST_F(GroupSaveTest, NameTakenBetweenCheckAndInsertKeepsTheDialogOpen) {
   EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(ErrorsLogged(kContext), 1);
   EXPECT_TRUE(Ran(u"DELETE").empty());
-  EXPECT_EQ(session.GroupId, u"");
+  EXPECT_FALSE(form->Result().Unfinished);
   EXPECT_TRUE(form->lblSave.Visible());
   EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
   EXPECT_FALSE(form->pbrSave.Visible());
@@ -139,7 +139,7 @@ TEST_F(GroupSaveTest, SaveThatFailsHalfWayIsFinishedByTheNextOk) {
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Ran(Queries::kInsertGroup).size(), 1U);
   EXPECT_EQ(Ran(Queries::kRenameGroup).size(), 1U);
-  EXPECT_EQ(session.GroupId, u"77");
+  EXPECT_EQ(Left().GroupId, u"77");
 }
 
 TEST_F(GroupSaveTest, GroupDeletedMeanwhileIsNotFilled) {
@@ -225,9 +225,9 @@ TEST_F(SavesOnDatabase, NewGroupStandsInTheTablesInBothFamilies) {
     form->cmdOK.UserClicks();
     ASSERT_FALSE(form->IsLoaded()) << ToUtf8(system.TextOf(u"log"));
     EXPECT_EQ(
-        Query(u"SELECT NAME FROM SMS_ABGROUPS WHERE FOLDER_ID = 1 AND ID = " + session.GroupId),
+        Query(u"SELECT NAME FROM SMS_ABGROUPS WHERE FOLDER_ID = 1 AND ID = " + Left().GroupId),
         name);
-    EXPECT_EQ(MembershipsOf(session.GroupId), u"1:S,3:S,R2:R");
+    EXPECT_EQ(MembershipsOf(Left().GroupId), u"1:S,3:S,R2:R");
   }
 }
 
@@ -294,9 +294,9 @@ TEST_F(SavesOnDatabase, QuotesAndSemicolonsAreStoredAsTheyAre) {
   form->txtGroupName.UserTypes(u"it's; \"a\" | group");
   form->cmdOK.UserClicks();
   ASSERT_FALSE(form->IsLoaded());
-  EXPECT_EQ(Query(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = " + session.GroupId),
+  EXPECT_EQ(Query(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = " + Left().GroupId),
             u"it's; \"a\" | group");
-  EXPECT_NE(MembershipsOf(session.GroupId).find(u"O'B|;1:R"), String::npos);
+  EXPECT_NE(MembershipsOf(Left().GroupId).find(u"O'B|;1:R"), String::npos);
 }
 
 }  // namespace

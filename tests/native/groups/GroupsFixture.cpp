@@ -16,10 +16,10 @@ GroupsTest::GroupsTest()
                },
                screen.Dispatcher.Post()}) {
   session.LogFilePath = u"log";
-  session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+  session.Database.Renew();
   session.SessionConnectionString = u"DSN=Test";
   session.DbType = u"SQL";
-  session.IsAdmin = 1;
+  session.IsAdmin = UserType::Administrator;
   session.InitDone = 1;
   WorkOn(TypeOfGroup::SharedGroup);
   driver.Changes(u"SMS_ABGROUPS SET NAME", 1);
@@ -37,34 +37,55 @@ GroupsTest::GroupsTest()
   }
 }
 
-forms::frmGroupsNew& GroupsTest::OpenPicker() {
-  form = std::make_unique<forms::frmGroupsNew>(session);
-  form->LoadGroupFor = LoadGroupFor::SelectReceipient;
+forms::frmGroupsNew& GroupsTest::Open(const forms::GroupRequest& request) {
+  opened = request;
+  Workplace place = session.Place();
+  place.Database.TakeConnectionOf(session.Database);
+  form = std::make_unique<forms::frmGroupsNew>(std::move(place), request);
+  editors.Connect(*form);
   form->Load();
   return *form;
 }
 
+forms::frmGroupsNew& GroupsTest::OpenPicker() {
+  return Open({.LoadGroupFor = LoadGroupFor::SelectReceipient,
+               .GroupType = session.GroupType,
+               .SharedMode = session.SharedMode,
+               .ExpandGroups = session.ExpandGroups});
+}
+
 forms::frmGroupsNew& GroupsTest::OpenToAdd(String folderId) {
-  session.GroupId.clear();
-  form = std::make_unique<forms::frmGroupsNew>(session);
   if (folderId != u"0") {
     driver.Answer(Queries::kFolder,
                   {{u"ID", DataType::Integer}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
                   {{folderId, u"Folder", u"S", u""}});
   }
-  form->FolderId = std::move(folderId);
-  form->Load();
-  return *form;
+  return Open({.GroupType = session.GroupType,
+               .SharedMode = session.SharedMode,
+               .FolderId = std::move(folderId)});
 }
 
 forms::frmGroupsNew& GroupsTest::OpenToModify(String groupId, String name) {
-  session.GroupId = std::move(groupId);
-  session.GroupName = std::move(name);
-  GroupIs(session.GroupName);
-  form = std::make_unique<forms::frmGroupsNew>(session);
-  form->Mode = ModeOfOperation::Modify;
-  form->Load();
-  return *form;
+  GroupIs(name);
+  return Open({.Mode = ModeOfOperation::Modify,
+               .GroupType = session.GroupType,
+               .SharedMode = session.SharedMode,
+               .GroupId = std::move(groupId),
+               .GroupName = std::move(name)});
+}
+
+Session& GroupsTest::Left() {
+  EXPECT_FALSE(form->IsLoaded());
+  if (opened.LoadGroupFor == LoadGroupFor::AddModify) session.Take(form->Result());
+  if (form->Picked()) session.Take(*form->Picked());
+  return session;
+}
+
+void GroupsTest::AnswerContacts(std::function<String(const forms::ContactRequest&)> editor) {
+  form->OpenContact = [editor = std::move(editor)](Workplace,
+                                                   const forms::ContactRequest& request) {
+    return forms::ContactResult{request.SharedMode, editor(request), {}, {}};
+  };
 }
 
 bool GroupsTest::Complete() {
@@ -129,7 +150,7 @@ std::vector<FakeDriver::Execution> GroupsTest::Ran(StringView part) const {
 }
 
 void GroupsTest::HoldFetches() {
-  session.OpenConnection();
+  session.Database.Open();
   driver.OpenGate.Close();
 }
 
@@ -207,7 +228,7 @@ GroupsOnDatabase::GroupsOnDatabase() {
 }
 
 String GroupsOnDatabase::Query(StringView text) {
-  database::Recordset rows(session.Environment);
+  database::Recordset rows(session.Database.Environment);
   rows.Open(text, session.SessionConnectionString);
   String joined;
   for (; !rows.EndOfFile(); rows.MoveNext()) {

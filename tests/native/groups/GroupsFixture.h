@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "component/Session.h"
+#include "forms/Editors.h"
 #include "forms/groups/frmGroupsNew.h"
 #include "tests/native/support/AddressBookDatabase.h"
 #include "tests/native/support/FakeDriver.h"
@@ -23,12 +24,23 @@ class GroupsTest : public testing::Test {
 
   GroupsTest();
 
-  void WorkOn(TypeOfGroup type) { session.GroupType = static_cast<std::int32_t>(type); }
+  void WorkOn(TypeOfGroup type) { session.GroupType = type; }
 
   // Opening it. The dialog is loaded as if it were shown; nothing has come of its lists yet.
   forms::frmGroupsNew& OpenPicker();
   forms::frmGroupsNew& OpenToAdd(String folderId = u"0");
   forms::frmGroupsNew& OpenToModify(String groupId, String name);
+  /// Makes the dialog as the door to the editors does, on the record's open connection if it has
+  /// one, and loads it.
+  forms::frmGroupsNew& Open(const forms::GroupRequest& request);
+  /// The connection that the dialog works on.
+  database::Connection& Link() const {
+    return *form->Commands().At(forms::GroupCommand::Folder).ActiveConnection();
+  }
+  /// The host's record with what the dialog left once it has closed.
+  Session& Left();
+  /// What contact editors are opened for from here on; none is shown, and this is what they leave.
+  void AnswerContacts(std::function<String(const forms::ContactRequest&)> editor);
   /// Waits until both lists are there. \return false when they are not in time.
   bool Complete();
   /// The source's rows, counted from 1, go into the members.
@@ -75,6 +87,8 @@ class GroupsTest : public testing::Test {
   ScriptedScreen screen;
   FakeOperatingSystem system;
   Session session;
+  forms::Editors editors{session};
+  forms::GroupRequest opened;  ///< what the dialog was opened for
   std::unique_ptr<forms::frmGroupsNew> form;
 };
 

@@ -103,11 +103,11 @@ TEST_F(HalfSavedGroup, IsNotClosedWithoutAWord) {
   screen.Answer(MessageAnswer::No);
   form->UserCloses();
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(session.GroupId, u"11");
+  EXPECT_EQ(form->Result().Unfinished.value().Id, u"11");
   screen.Answer(MessageAnswer::Yes);
   form->cmdCancel.UserClicks();
   EXPECT_FALSE(form->IsLoaded());
-  EXPECT_EQ(session.GroupId, u"");
+  EXPECT_EQ(Left().GroupId, u"");
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S");  // what was written stays
 }
 
@@ -172,7 +172,7 @@ TEST_F(HalfSavedGroup, NewGroupKeepsItsRowsAfterCancel) {
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Groups(), u"Team,Void,Crew");
   EXPECT_EQ(MembershipsOf(u"13"), u"1:S,2:S");
-  EXPECT_EQ(session.GroupId, u"");
+  EXPECT_EQ(Left().GroupId, u"");
 }
 
 TEST_F(HalfSavedGroup, NewGroupWhoseReadBackFailsIsNotStoredTwice) {
@@ -186,7 +186,7 @@ TEST_F(HalfSavedGroup, NewGroupWhoseReadBackFailsIsNotStoredTwice) {
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_TRUE(screen.Messages.empty());
   EXPECT_EQ(Groups(), u"Team,Void,Crew");
-  EXPECT_EQ(session.GroupId, u"13");
+  EXPECT_EQ(Left().GroupId, u"13");
   EXPECT_EQ(MembershipsOf(u"13"), u"1:S,2:S,3:S");
 }
 
@@ -346,7 +346,7 @@ TEST_F(OpenedDuringAnOutage, PickerIsNotClosedByTheOkThatFillsIt) {
 
 TEST_F(OpenedDuringAnOutage, FoldersThatFailedAreOfferedOnceTheyCanBe) {
   outage = false;
-  session.OpenConnection();
+  session.Database.Open();
   FailOnce(u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS");
   OpenToAdd();
   ASSERT_TRUE(Complete());

@@ -31,10 +31,11 @@ struct PropertiesAfterwards : tests::GroupsOnDatabase {
     return Query(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = " + String(group));
   }
   void Correct(StringView number) {
-    form->ContactEditor() = [this, number = String(number)](ModeOfOperation, std::int16_t) {
+    AnswerContacts([this, number = String(number)](const ContactRequest& request) {
       Run(u"UPDATE SMS_ABCONTACTS SET MOBILENO = '" + number + u"' WHERE ID = " +
-          session.EditContactId);
-    };
+          request.EditContactId);
+      return request.EditContactId;
+    });
   }
 };
 
@@ -49,7 +50,7 @@ TEST_F(PropertiesAfterwards, SecondOnesOfAGroupDoNotUndoItsRename) {
   Properties(u"Crew");
   EXPECT_EQ(NameOf(u"11"), u"Crew");
   form->cmdOK.UserClicks();
-  EXPECT_EQ(Texts(*session.SelectedRecipients), (std::vector<String>{u"SG|11|Crew|"}));
+  EXPECT_EQ(Texts(*Left().SelectedRecipients), (std::vector<String>{u"SG|11|Crew|"}));
 }
 
 TEST_F(PropertiesAfterwards, OldRowOfAGroupDoesNotUndoAnothersRename) {
@@ -67,7 +68,7 @@ TEST_F(PropertiesAfterwards, FormerNumberIsNotSentToOncePicked) {
   Correct(u"98111");
   Properties(u"Anna");
   form->cmdOK.UserClicks();
-  EXPECT_EQ(Texts(*session.SelectedRecipients),
+  EXPECT_EQ(Texts(*Left().SelectedRecipients),
             (std::vector<String>{u"SC|1|Anna|98111", u"SG|11|Team|"}));
 }
 

@@ -32,9 +32,13 @@ struct RecipientPickTest : tests::GroupsTest {
     driver.Answer(Queries::kExpandedMembers, {{u"ID"}, {u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
                   std::move(members));
   }
-  std::vector<String> Recipients() const { return Texts(*session.SelectedRecipients); }
-  std::vector<String> Numbers() const { return Texts(*session.SelectedMobileNos); }
-  std::vector<String> Names() const { return Texts(*session.SelectedNames); }
+  /// Of nobody when there was no pick.
+  ktrv::forms::Recipients Picked() const {
+    return form->Picked().value_or(ktrv::forms::Recipients());
+  }
+  std::vector<String> Recipients() const { return Texts(*Picked().Selected); }
+  std::vector<String> Numbers() const { return Texts(*Picked().MobileNos); }
+  std::vector<String> Names() const { return Texts(*Picked().Names); }
 };
 
 TEST_F(RecipientPickTest, EachKindHasItsEntry) {
@@ -47,19 +51,19 @@ TEST_F(RecipientPickTest, EachKindHasItsEntry) {
   EXPECT_EQ(Numbers(), (std::vector<String>{u"98001", u"", u"97001"}));
   EXPECT_EQ(Names(), (std::vector<String>{Padded(u"1", u"Anna"), Padded(u"9", u"Team"),
                                           Padded(u"R1", u"Rita")}));
-  EXPECT_EQ(session.ContactsName, u"");
+  EXPECT_EQ(Picked().ContactsName, u"");
 }
 
 TEST_F(RecipientPickTest, ItemsHaveKeysOfKindAndRunningNumber) {
   PickAndOk({{u"1", u"Anna", u"98001", u"91", u"1", u""},
              {u"9", u"Team", u"", u"", u"2", u""},
              {u"R1", u"Rita", u"97001", u"", u"3", u""}});
-  EXPECT_EQ(session.SelectedNames->Item(u"C1"), Padded(u"1", u"Anna"));
-  EXPECT_EQ(session.SelectedNames->Item(u"G2"), Padded(u"9", u"Team"));
-  EXPECT_EQ(session.SelectedNames->Item(u"R3"), Padded(u"R1", u"Rita"));
-  EXPECT_EQ(session.SelectedMobileNos->Item(u"M1"), u"98001");
-  EXPECT_EQ(session.SelectedMobileNos->Item(u"M2"), u"");
-  EXPECT_EQ(session.SelectedMobileNos->Item(u"M3"), u"97001");
+  EXPECT_EQ(Picked().Names->Item(u"C1"), Padded(u"1", u"Anna"));
+  EXPECT_EQ(Picked().Names->Item(u"G2"), Padded(u"9", u"Team"));
+  EXPECT_EQ(Picked().Names->Item(u"R3"), Padded(u"R1", u"Rita"));
+  EXPECT_EQ(Picked().MobileNos->Item(u"M1"), u"98001");
+  EXPECT_EQ(Picked().MobileNos->Item(u"M2"), u"");
+  EXPECT_EQ(Picked().MobileNos->Item(u"M3"), u"97001");
 }
 
 TEST_F(RecipientPickTest, CountryCodeStandsDirectlyBeforeAContactsNumber) {
@@ -81,7 +85,7 @@ TEST_F(RecipientPickTest, NothingPickedIsAnEmptyResult) {
 TEST_F(RecipientPickTest, UnknownKindGivesNothing) {
   PickAndOk({{u"1", u"Anna", u"98001", u"", u"7", u""}, {u"2", u"Bert", u"98002", u"", u"1", u""}});
   EXPECT_EQ(Recipients(), (std::vector<String>{u"SC|2|Bert|98002"}));
-  EXPECT_EQ(session.SelectedMobileNos->Item(u"M1"), u"98002");
+  EXPECT_EQ(Picked().MobileNos->Item(u"M1"), u"98002");
 }
 
 TEST_F(RecipientPickTest, SeparatorsInsideTextsStandAsTheyAre) {
@@ -156,8 +160,8 @@ TEST_F(RecipientPickTest, ExpandedGroupGivesEachMemberAsAContact) {
             (std::vector<String>{u"SC|1|Anna|98001", u"SC|R1|Rita|97001", u"SC|2|Bert|98002"}));
   EXPECT_EQ(Names(), (std::vector<String>{Padded(u"1", u"Anna"), Padded(u"R1", u"Rita"),
                                           Padded(u"2", u"Bert")}));
-  EXPECT_EQ(session.SelectedNames->Item(u"C3"), Padded(u"2", u"Bert"));
-  EXPECT_EQ(session.ContactsName, u"Anna;Rita;");
+  EXPECT_EQ(Picked().Names->Item(u"C3"), Padded(u"2", u"Bert"));
+  EXPECT_EQ(Picked().ContactsName, u"Anna;Rita;");
   ASSERT_EQ(Ran(Queries::kExpandedMembers).size(), 1U);
   EXPECT_EQ(Ran(Queries::kExpandedMembers)[0].Values,
             (std::vector<Variant>{std::int64_t{9}, std::int64_t{9}}));
@@ -198,19 +202,6 @@ TEST_F(RecipientPickTest, LabelNoLongerNamesTheGroupOnceItIsExpanded) {
   EXPECT_FALSE(form->lblSave.Visible());
 }
 
-TEST_F(RecipientPickTest, OpenPickerExpandsAsItsOwnCallerAsked) {
-  GroupHas({{u"1", u"Anna", u"98001", u""}});
-  Pick({{u"9", u"Team", u"", u"", u"2", u""}});
-  session.ExpandGroups = true;  // a later call's, made while this one is open
-  form->cmdOK.UserClicks();
-  EXPECT_EQ(Recipients(), (std::vector<String>{u"SG|9|Team|"}));
-  session.ExpandGroups = true;
-  Pick({{u"9", u"Team", u"", u"", u"2", u""}});
-  session.ExpandGroups = false;
-  form->cmdOK.UserClicks();
-  EXPECT_EQ(Recipients(), (std::vector<String>{u"SC|1|Anna|98001"}));
-}
-
 TEST_F(RecipientPickTest, GroupWhosePropertiesWereSavedKeepsItsIdAndName) {
   session.GroupId = u"5";
   session.GroupName = u"Old";
@@ -229,9 +220,8 @@ TEST_F(RecipientPickTest, GroupWhosePropertiesWereSavedKeepsItsIdAndName) {
 
 TEST_F(RecipientPickTest, NamesTextStartsAnewWithEachPick) {
   session.ExpandGroups = true;
-  session.ContactsName = u"old;";
   PickAndOk({{u"1", u"Anna", u"98001", u"", u"1", u""}});
-  EXPECT_EQ(session.ContactsName, u"");
+  EXPECT_EQ(Picked().ContactsName, u"");
 }
 
 TEST_F(RecipientPickTest, GroupThatCannotBeExpandedKeepsTheDialogOpen) {
@@ -247,8 +237,7 @@ TEST_F(RecipientPickTest, GroupThatCannotBeExpandedKeepsTheDialogOpen) {
 
 TEST_F(RecipientPickTest, HostKeepsTheCollectionsOfAnEarlierPick) {
   PickAndOk({{u"1", u"Anna", u"98001", u"", u"1", u""}});
-  const auto kept = session.SelectedRecipients;
-  session.RenewResults();
+  const auto kept = Picked().Selected;
   PickAndOk({{u"2", u"Bert", u"98002", u"", u"1", u""}});
   EXPECT_EQ(Texts(*kept), (std::vector<String>{u"SC|1|Anna|98001"}));
   EXPECT_EQ(Recipients(), (std::vector<String>{u"SC|2|Bert|98002"}));
@@ -273,7 +262,7 @@ TEST_F(PicksOnDatabase, ContactsGroupsAndRemoteContactsInBothFamilies) {
     Take({2});
     form->cmdOK.UserClicks();
     ASSERT_FALSE(form->IsLoaded());
-    EXPECT_EQ(Texts(*session.SelectedRecipients),
+    EXPECT_EQ(Texts(*Left().SelectedRecipients),
               (std::vector<String>{u"SC|1|Anna|98001", u"SC|3|Cora|", u"SG|11|Team|",
                                    u"RC|R2|Rolf|97002"}));
   }
@@ -285,10 +274,10 @@ TEST_F(PicksOnDatabase, ContactMadeInACancelledGroupIsNotMissing) {
   screen.PlayModal([&](controls::Form& shown) {
     auto& properties = static_cast<frmGroupsNew&>(shown);
     ASSERT_TRUE(screen.WaitUntil([&] { return properties.Members().IsComplete(); }));
-    properties.ContactEditor() = [&](ModeOfOperation, std::int16_t) {
+    properties.OpenContact = [&](Workplace, const ContactRequest&) {
       Run(u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MOBILENO) VALUES (7, 0, 'Nora', "
           u"'98007')");
-      session.EditContactId = u"7";
+      return ContactResult{TypeOfContact::SharedContact, u"7", {}, {}};
     };
     properties.cmdNew.UserClicks();
     properties.cmdCancel.UserClicks();
@@ -306,7 +295,7 @@ TEST_F(PicksOnDatabase, GroupIsNotPickedUnderAnEditedContactsName) {
     session.DbType = word;
     OpenPicker();
     ASSERT_TRUE(Complete());
-    form->ContactEditor() = [](ModeOfOperation, std::int16_t) {};
+    AnswerContacts([](const ContactRequest&) { return String(); });
     const auto names = Column(form->vsfFolderContacts, u"NAME");
     const auto row = [&](StringView name) {
       return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin()) + 1;
@@ -316,7 +305,7 @@ TEST_F(PicksOnDatabase, GroupIsNotPickedUnderAnEditedContactsName) {
     EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), names);
     Take({row(u"Anglers")});
     form->cmdOK.UserClicks();
-    EXPECT_EQ(Texts(*session.SelectedRecipients), (std::vector<String>{u"SG|2|Anglers|"}));
+    EXPECT_EQ(Texts(*Left().SelectedRecipients), (std::vector<String>{u"SG|2|Anglers|"}));
   }
 }
 
@@ -330,11 +319,11 @@ TEST_F(PicksOnDatabase, GroupIsExpandedIntoBothKindsOfMembersInBothFamilies) {
     form->chkIncudeCountryCode.UserClicks();
     form->cmdOK.UserClicks();
     ASSERT_FALSE(form->IsLoaded()) << ToUtf8(system.TextOf(u"log"));
-    EXPECT_EQ(Texts(*session.SelectedRecipients),
+    EXPECT_EQ(Texts(*Left().SelectedRecipients),
               (std::vector<String>{u"SC|1|Anna|98001", u"SC|2|Bert|98002", u"SC|R1|Rita|97001"}));
-    EXPECT_EQ(Texts(*session.SelectedMobileNos),
+    EXPECT_EQ(Texts(*Left().SelectedMobileNos),
               (std::vector<String>{u"9198001", u"98002", u"97001"}));
-    EXPECT_EQ(session.ContactsName, u"Anna;Bert;Rita;");
+    EXPECT_EQ(Left().ContactsName, u"Anna;Bert;Rita;");
   }
 }
 

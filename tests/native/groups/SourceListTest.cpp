@@ -145,7 +145,7 @@ TEST_F(FailedSourceTest, RefusedQueryOffersNobody) {
 }
 
 TEST_F(FailedSourceTest, LostDatabaseOffersNobody) {
-  session.CloseConnection();
+  Link().Close();
   driver.FailOpen(Error(ErrorNumber::DriverFailure, u"no server"));
   NobodyCanBeTaken();
 }

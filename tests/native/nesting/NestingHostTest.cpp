@@ -50,7 +50,7 @@ class NestingHostTest : public testing::TestWithParam<std::size_t> {
       EXPECT_EQ(host.SecondRows(), acted.Second);
       EXPECT_EQ(host.Records(), plain.Records + acted.Records)
           << ToUtf8(host.system.TextOf(u"log"));
-      EXPECT_TRUE(host.session.Modal.Open().empty());
+      EXPECT_TRUE(host.session.Services.Modal.Open().empty());
       host.main.reset();
       EXPECT_FALSE(host.dialogs.AddressBook().IsLoaded());
     }

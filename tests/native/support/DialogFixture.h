@@ -21,16 +21,17 @@ class DialogFixture : public testing::Test {
   DialogFixture()
       : session(screen, system,
                 {[this](StringView connectionString) -> database::Driver& {
+                   if (outage) throw Error(ErrorNumber::DriverFailure, u"no server");
                    if (connectionString == kFake) return driver;
                    return database.Driver();
                  },
                  screen.Dispatcher.Post()}) {
     session.LogFilePath = u"log";
-    session.SessionConnection = std::make_unique<database::Connection>(session.Environment);
+    session.Database.Renew();
     session.SessionConnectionString = database.ConnectionString();
     session.DbType = u"SQL";
     session.SessionUserId = 7;
-    session.IsAdmin = 1;
+    session.IsAdmin = UserType::Administrator;
     session.InitDone = 1;
   }
 
@@ -54,6 +55,7 @@ class DialogFixture : public testing::Test {
 
   AddressBookDatabase database;
   FakeDriver driver;
+  bool outage = false;  ///< no link can be opened
   ScriptedScreen screen;
   FakeOperatingSystem system;
   Session session;

@@ -7,14 +7,17 @@ namespace ktrv::windows {
 using database::DataType;
 namespace Queries = data::AddressBookQueries;
 
-BookWindow::BookWindow() {
+Workplace BookWindow::Place() {
   session_.LogFilePath = u"log";
-  session_.SessionConnection = std::make_unique<database::Connection>(session_.Environment);
+  session_.Database.Renew();
   session_.SessionConnectionString = u"DSN=Test";
   session_.DbType = u"SQL";
-  session_.IsAdmin = 1;
-  session_.InitDone = 1;
-  session_.RunAt = static_cast<std::int32_t>(RunApplicationAt::RuntAtServer);
+  session_.IsAdmin = UserType::Administrator;
+  session_.RunAt = RunApplicationAt::RuntAtServer;
+  return session_.Place();
+}
+
+BookWindow::BookWindow() {
   driver_.Answer(Queries::kSharedFolders,
                  {{u"ID", DataType::Integer}, {u"NAME"}, {u"PARENTFOLDERID", DataType::Integer}},
                  {{u"1", u"Customers", u"0"}, {u"2", u"Suppliers", u"0"}});

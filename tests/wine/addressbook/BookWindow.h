@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "component/Session.h"
 #include "forms/addressbook/frmAddressBook.h"
 #include "tests/native/support/FakeDriver.h"
 #include "tests/native/support/FakeOperatingSystem.h"
@@ -31,7 +32,11 @@ class BookWindow : public testing::Test {
                    system_,
                    {[this](StringView) -> database::Driver& { return driver_; }, screen_.Poster()}};
   forms::Editors editors_{session_};
-  forms::frmAddressBook form_{session_, editors_};
+  forms::frmAddressBook form_{Place(), editors_};
+
+ private:
+  /// As a host at the server leaves it.
+  Workplace Place();
 };
 
 }  // namespace ktrv::windows

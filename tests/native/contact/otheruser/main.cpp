@@ -18,36 +18,36 @@ namespace {
 
 using Arguments = std::vector<String>;
 
-bool Save(Session& session, const Arguments& arguments) {
+bool Save(Workplace place, const Arguments& arguments) {
   const bool edits = arguments[1] == u"edit";
-  forms::frmNewContact form(session);
+  forms::ContactRequest request;
   if (edits) {
-    session.EditContactId = arguments[2];
-    form.Mode = ModeOfOperation::Modify;
+    request.EditContactId = arguments[2];
+    request.Mode = ModeOfOperation::Modify;
   }
+  forms::frmNewContact form(std::move(place), request);
   form.Load();
   edits ? form.txtCity.SetText(arguments.at(3)) : form.txtFname.SetText(arguments[2]);
   form.cmdSave.UserClicks();
   return !form.IsLoaded();
 }
 
-bool Delete(Session& session, const Arguments& arguments) {
-  database::Connection connection(session.Environment);
-  connection.Open(session.SessionConnectionString);
-  return connection.Execute(u"DELETE FROM SMS_ABCONTACTS WHERE ID = " + arguments[2]) == 1;
+bool Delete(BookDatabase& database, const Arguments& arguments) {
+  database.Renew();
+  return database.Open().Execute(u"DELETE FROM SMS_ABCONTACTS WHERE ID = " + arguments[2]) == 1;
 }
 
 bool Work(const Arguments& arguments) {
-  database::OdbcDriver driver;
+  ktrv::database::OdbcDriver driver;
   ScriptedScreen screen;
   FakeOperatingSystem system;
-  Session session(
-      screen, system,
-      {[&](StringView) -> database::Driver& { return driver; }, screen.Dispatcher.Post()});
-  session.LogFilePath = u"log";
-  session.SessionConnectionString = arguments.at(0);
-  if (arguments.at(1) == u"delete") return Delete(session, arguments);
-  if (Save(session, arguments)) return true;
+  Services services(screen, system);
+  services.LogFilePath = u"log";
+  BookDatabase database(
+      {[&](StringView) -> ktrv::database::Driver& { return driver; }, screen.Dispatcher.Post()});
+  database.ConnectionString = arguments.at(0);
+  if (arguments.at(1) == u"delete") return Delete(database, arguments);
+  if (Save({services, database.Another(), {}}, arguments)) return true;
   std::fputs(ToUtf8(system.TextOf(u"log")).c_str(), stderr);
   return false;
 }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "common/Text.h"
+
+/// What several windows tell their user.
+namespace ktrv::forms::Messages {
+
+inline constexpr StringView kPlaceIsGone =
+    u"The selected folder or group does not exist any more. Please select another one.";
+inline constexpr StringView kNoRemoteContactHere =
+    u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO only.";
+inline constexpr StringView kNoGroupInRemoteFolder =
+    u"Creating a Group in a Shared Remote Contacts folder is not allowed.";
+
+}  // namespace ktrv::forms::Messages
