@@ -96,4 +96,14 @@ String GroupItems(Dialect dialect, StringView groupId) {
   return WithId(Chosen(dialect, kGroupSql, kGroupOracle) + String(kGroupRemoteHalf), groupId);
 }
 
+const std::vector<CommandText>& Counts() {
+  static const std::vector<CommandText> kCounts{
+      {String(kCountFolderContacts), {{u"FOLDER_ID"}}},
+      {String(kCountRemoteContacts), {{u"FOLDER_ID"}}},
+      {String(kCountFolderGroups), {{u"FOLDER_ID"}}},
+      {String(kCountGroupMembers), {{u"GROUP_ID"}}},
+  };
+  return kCounts;
+}
+
 }  // namespace ktrv::data::AddressBookQueries

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "common/Text.h"
+#include <vector>
+
+#include "data/CommandText.h"
 #include "data/Dialect.h"
 
 /// Texts of the address book window: its tree, its counts and its lists. All lists have the same
@@ -26,6 +28,10 @@ inline constexpr StringView kCountFolderGroups =
     u"SELECT COUNT(1) AS TOTALRECORDS FROM SMS_ABGROUPS WHERE FOLDER_ID = ? ";
 inline constexpr StringView kCountGroupMembers =
     u"SELECT COUNT(1) AS TOTALRECORDS FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ?";
+
+/// Indices into Counts().
+enum class Count : std::size_t { FolderContacts, RemoteContacts, FolderGroups, GroupMembers };
+const std::vector<CommandText>& Counts();
 
 // The lists; empty when the dialect is None, but the remote folder's, which is the same for all.
 // Those with an id throw as WithId does.

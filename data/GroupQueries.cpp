@@ -106,4 +106,37 @@ String Members(Dialect dialect, StringView groupId) {
   return WithId(dialect == Dialect::Sql ? kMembersSql : kMembersOracle, groupId);
 }
 
+const std::vector<CommandText>& Commands() {
+  using Parameters = std::vector<CommandParameter>;
+  constexpr auto number = [](StringView name) { return CommandParameter{name}; };
+  constexpr auto narrow = [](StringView name, std::int64_t size) {
+    return CommandParameter{name, ParameterKind::NarrowText, size};
+  };
+  constexpr auto text = [](StringView query) { return String(query); };
+  // In the order of Name.
+  static const std::vector<CommandText> kCommands{
+      {text(kFolder), {narrow(u"ID", 100)}},
+      {text(kFolders), {}},
+      {text(kCountMembers), {number(u"GROUP_ID")}},
+      {text(kCountFolderGroups), {number(u"ID")}},
+      {text(kGroupIdByName), {narrow(u"NAME", 100)}},
+      {text(kInsertGroup), {{u"NAME", ParameterKind::DialectText, 100}, number(u"FOLDER_ID")}},
+      {text(kRenameGroup), {narrow(u"NAME", 100), number(u"ID")}},
+      {text(kClearMembers), {number(u"GROUP_ID")}},
+      {text(kNameTaken), {narrow(u"NAME", 100)}},
+      {text(kCountFolderContacts), {number(u"FOLDER_ID")}},
+      {text(kCountRemoteContacts), {number(u"FOLDER_ID")}},
+      {text(kNameTakenByAnother), {narrow(u"NAME", 100), number(u"ID")}},
+      {text(kInsertMember),
+       {number(u"GROUP_ID"), narrow(u"CONTACT_ID", 50), narrow(u"CONTACT_TYPE", 1)}},
+      {text(kContact), {number(u"ID")}},
+      {text(kExpandedMembers), {number(u"GROUP_ID_1"), number(u"GROUP_ID_2")}},
+      {text(kGroup), {number(u"ID")}},
+      {text(kMemberships), {number(u"GROUP_ID")}},
+      {ContactsAmong(kAmong), Parameters(kAmong, number(u"ID"))},
+      {RemoteContactsAmong(kAmong), Parameters(kAmong, narrow(u"CODE", 50))},
+  };
+  return kCommands;
+}
+
 }  // namespace ktrv::data::GroupQueries

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "common/Text.h"
+#include <vector>
+
+#include "data/CommandText.h"
 #include "data/Dialect.h"
 
 /// Texts of the group editor and recipient picker. The lists have the six columns id, name, mobile
@@ -48,10 +50,41 @@ inline constexpr StringView kExpandedMembers =
     u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M "
     u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID = ? AND M.CONTACT_TYPE = 'R'";
 
+/// What is asked besides the lists: indices into Commands().
+enum class Name : std::size_t {
+  Folder,
+  Folders,
+  CountMembers,
+  CountFolderGroups,
+  GroupIdByName,
+  InsertGroup,
+  RenameGroup,
+  ClearMembers,
+  NameTaken,
+  CountFolderContacts,
+  CountRemoteContacts,
+  NameTakenByAnother,
+  InsertMember,
+  Contact,
+  ExpandedMembers,
+  Group,
+  Memberships,
+  ContactsAmong,
+  RemoteContactsAmong,
+};
+
 /// Which of so many contacts there are; each id is a parameter.
 String ContactsAmong(std::size_t count);
 /// The same for remote contacts and their codes.
 String RemoteContactsAmong(std::size_t count);
+
+/// How many ids the commands ContactsAmong and RemoteContactsAmong take: few enough for every
+/// engine.
+inline constexpr std::size_t kAmong = 100;
+
+/// The prepared texts. Only the name of a new group follows the dialect; every other text is narrow
+/// always, as the servers that the commands were tuned for index their columns.
+const std::vector<CommandText>& Commands();
 
 /// Who asks for the candidates: the picker is offered groups too, the editor is not, since no group
 /// can be a member of a group.

@@ -17,10 +17,4 @@ enum class TypeOfFolder : std::int32_t {
   SharedRemoteFolder = 2
 };
 
-/// Whether a 32-bit value of the host or the session stands for the member.
-template <class Enumeration>
-constexpr bool Is(std::int32_t value, Enumeration member) {
-  return value == static_cast<std::int32_t>(member);
-}
-
 }  // namespace ktrv

@@ -12,6 +12,7 @@ namespace ktrv::forms {
 namespace {
 
 namespace Queries = data::AddressBookQueries;
+using Counted = Queries::Count;
 using controls::Image;
 using controls::MousePointer;
 using controls::SortOrder;
@@ -36,6 +37,11 @@ std::int32_t IdNumber(StringView id) {
 
 ContactList::ContactList(Services& services, BookDatabase& database, Display display)
     : services_(services), database_(database), display_(display), counts_(database) {}
+
+void ContactList::Prepare() {
+  database_.Open();
+  counts_.Prepare(Queries::Counts());
+}
 
 void ContactList::Load(StringView nodeKey) {
   const bool loaded = services_.Trap(kLoadContext, false, [&] {
@@ -95,22 +101,28 @@ std::optional<String> ContactList::Count(StringView nodeKey) {
   const StringView kind = NodeKey::KindOf(nodeKey);
   const StringView id = NodeKey::IdOf(nodeKey);
   if (nodeKey == NodeKey::Shared) {
-    total_ = counts_.FolderContacts(0) + counts_.FolderGroups(0);
+    total_ = RowsOf(Counted::FolderContacts, u"0") + RowsOf(Counted::FolderGroups, u"0");
     return Queries::RootItems(dialect);
   }
   if (kind == NodeKey::SharedFolder) {
-    total_ = counts_.FolderContacts(IdNumber(id)) + counts_.FolderGroups(IdNumber(id));
+    total_ = RowsOf(Counted::FolderContacts, id) + RowsOf(Counted::FolderGroups, id);
     return Queries::FolderItems(dialect, id);
   }
   if (kind == NodeKey::RemoteFolder) {
-    total_ = counts_.RemoteContacts(IdNumber(id));
+    total_ = RowsOf(Counted::RemoteContacts, id);
     return Queries::RemoteFolderItems(id);
   }
   if (kind == NodeKey::SharedGroup) {
-    total_ = counts_.GroupMembers(IdNumber(id));
+    total_ = RowsOf(Counted::GroupMembers, id);
     return Queries::GroupItems(dialect, id);
   }
   return std::nullopt;
+}
+
+std::int32_t ContactList::RowsOf(Counted which, StringView id) {
+  const std::int64_t number = IdNumber(id);
+  if (!counts_.ArePrepared()) Prepare();
+  return static_cast<std::int32_t>(counts_.Count(which, number));
 }
 
 void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {

@@ -7,9 +7,10 @@
 #include "controls/Form.h"
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
+#include "data/AddressBookQueries.h"
 #include "database/Recordset.h"
-#include "forms/addressbook/CountCommands.h"
 #include "forms/contact/ContactRequest.h"
+#include "services/PreparedCommands.h"
 #include "services/Services.h"
 
 namespace ktrv::forms {
@@ -29,7 +30,7 @@ class ContactList {
   ContactList(Services& services, BookDatabase& database, Display display);
 
   /// Makes the counting commands. \throws Error
-  void Prepare() { counts_.Prepare(); }
+  void Prepare();
 
   /// Shows the contents of the node of this key from the database; what was shown or still being
   /// fetched is dropped at once. A failure is logged and told in the status bar.
@@ -65,6 +66,7 @@ class ContactList {
   /// Counts the node's items into the total and gives its query, which is empty when the host's
   /// dialect word has none; nothing for a key that is neither counted nor queried.
   std::optional<String> Count(StringView nodeKey);
+  std::int32_t RowsOf(data::AddressBookQueries::Count which, StringView id);
   void ShowTotal();
   void ShowFailure();
   void RemoveCountPanel();
@@ -77,7 +79,7 @@ class ContactList {
   Services& services_;
   BookDatabase& database_;
   Display display_;
-  CountCommands counts_;
+  PreparedCommands<data::AddressBookQueries::Count> counts_;
   std::unique_ptr<database::Recordset> rsUserContacts_;
   bool loading_ = false;
   bool incomplete_ = false;  ///< the fetch failed: rows are missing, and the status bar says so

@@ -58,7 +58,7 @@ bool frmSelectFolder::HasCommands() const {
 void frmSelectFolder::PrepareCommand() {
   place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:PrepareCommand(), Module: frmSelectFolder", [&] {
-        if (HasCommands()) commands_.Prepare();
+        if (HasCommands()) commands_.Prepare(data::FolderQueries::All());
       });
 }
 

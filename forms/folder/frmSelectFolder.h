@@ -6,11 +6,15 @@
 #include "controls/Form.h"
 #include "controls/Label.h"
 #include "controls/TextBox.h"
-#include "forms/folder/FolderCommands.h"
+#include "data/FolderQueries.h"
 #include "forms/folder/FolderRequest.h"
+#include "services/PreparedCommands.h"
 #include "services/Workplace.h"
 
 namespace ktrv::forms {
+
+using FolderCommand = data::FolderQueries::Name;
+using FolderCommands = PreparedCommands<FolderCommand>;
 
 /// The dialog in which a shared folder is made or given a new name, and in which a folder is mapped
 /// to a category of remote contacts.

@@ -24,7 +24,7 @@ class Search {
 
   void Add(int row, String id) {
     rows_.emplace_back(row, std::move(id));
-    if (rows_.size() == GroupCommands::kAmong) Look();
+    if (rows_.size() == data::GroupQueries::kAmong) Look();
   }
   /// Rows whose ids were not found.
   std::vector<int> Missing() {
@@ -36,7 +36,7 @@ class Search {
   void Look() {
     std::vector<Variant> ids;
     for (const auto& [row, id] : rows_) ids.emplace_back(id);
-    ids.resize(GroupCommands::kAmong, ids.back());
+    ids.resize(data::GroupQueries::kAmong, ids.back());
     auto found = commands_.Execute(among_, std::move(ids));
     TextIndex there;
     for (; !found.EndOfFile(); found.MoveNext()) {
@@ -239,7 +239,7 @@ void GroupStore::Doubt() {
 void GroupStore::Rename(const String& name) {
   attempted_.Name = name;
   commands_.Execute(GroupCommand::RenameGroup, {name, groupId_});
-  if (commands_.RecordsAffected(GroupCommand::RenameGroup) <= 0) {
+  if (commands_.At(GroupCommand::RenameGroup).RecordsAffected() <= 0) {
     // No row changed, which some engines say too when the name was the same already; or the driver
     // cannot tell. Memberships written to a group that is gone would belong to none.
     const auto group = commands_.Execute(GroupCommand::Group, {groupId_});

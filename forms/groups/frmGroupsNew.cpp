@@ -151,7 +151,7 @@ void frmGroupsNew::Form_QueryUnload() {
 }
 
 void frmGroupsNew::InitAdoCommands() {
-  commands_.Init();
+  commands_.Prepare(data::GroupQueries::Commands());
   // Last, so that a dialog which is opened while the server is away works when it is back.
   if (IsShared()) place_.Database.Open();
 }

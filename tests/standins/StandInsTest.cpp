@@ -289,9 +289,9 @@ TEST_P(StandInsTest, NoTextOfTheFolderEditorIsRefusedOrDiffers) {
       std::vector<Parameter> parameters;
       std::vector<Variant> values;
       for (const auto& each : command.Parameters) {
-        const bool isNumber = each.Kind == data::FolderQueries::ParameterKind::Integer;
+        const bool isNumber = each.Kind == data::ParameterKind::Integer;
         const bool isId = each.Name == u"ID";
-        const bool isNarrow = each.Kind == data::FolderQueries::ParameterKind::NarrowText;
+        const bool isNarrow = each.Kind == data::ParameterKind::NarrowText;
         parameters.push_back(isNumber ? kNumber : isNarrow ? Narrow(each.Size) : Wide(each.Size));
         values.push_back(isNumber ? Variant(std::int64_t{1}) : Variant(String(isId ? u"2" : text)));
       }

@@ -1,5 +1,3 @@
-#include "forms/folder/FolderCommands.h"
-
 #include "tests/native/folder/FolderFixture.h"
 
 namespace ktrv::tests {
@@ -45,7 +43,7 @@ TEST_F(FolderCommandsTest, EveryCommandIsPreparedOnTheOneConnection) {
   Add();
   const auto* connection = form->Commands().At(FolderCommand::InsertFolder).ActiveConnection();
   EXPECT_EQ(connection->State(), database::ObjectState::Open);
-  for (std::size_t index = 0; index < data::FolderQueries::kCount; ++index) {
+  for (std::size_t index = 0; index < data::FolderQueries::All().size(); ++index) {
     const auto& command = form->Commands().At(static_cast<FolderCommand>(index));
     EXPECT_TRUE(command.Prepared) << index;
     EXPECT_EQ(command.ActiveConnection(), connection) << index;

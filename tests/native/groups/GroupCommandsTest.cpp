@@ -25,9 +25,9 @@ struct GroupCommandsTest : tests::GroupsTest {
 };
 
 TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
-  commands.Init();
-  const String contacts = Queries::ContactsAmong(GroupCommands::kAmong);
-  const String remoteContacts = Queries::RemoteContactsAmong(GroupCommands::kAmong);
+  commands.Prepare(Queries::Commands());
+  const String contacts = Queries::ContactsAmong(Queries::kAmong);
+  const String remoteContacts = Queries::RemoteContactsAmong(Queries::kAmong);
   const StringView texts[] = {Queries::kFolder,
                               Queries::kFolders,
                               Queries::kCountMembers,
@@ -47,14 +47,15 @@ TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
                               Queries::kMemberships,
                               contacts,
                               remoteContacts};
-  for (std::size_t index = 0; index < GroupCommands::kCount; ++index) {
+  ASSERT_EQ(Queries::Commands().size(), std::size(texts));
+  for (std::size_t index = 0; index < std::size(texts); ++index) {
     EXPECT_EQ(commands.At(static_cast<GroupCommand>(index)).CommandText(), texts[index]);
     EXPECT_TRUE(commands.At(static_cast<GroupCommand>(index)).Prepared);
   }
 }
 
 TEST_F(GroupCommandsTest, HaveTheirParametersWithTypesAndSizes) {
-  commands.Init();
+  commands.Prepare(Queries::Commands());
   const std::pair<GroupCommand, const char*> expected[] = {
       {GroupCommand::Folder, "ID:200(100)"},
       {GroupCommand::Folders, ""},
@@ -81,7 +82,7 @@ TEST_F(GroupCommandsTest, HaveTheirParametersWithTypesAndSizes) {
 
 TEST_F(GroupCommandsTest, NarrowOnlyTheNewNameForMySqlInAnyCase) {
   session.DbType = u"MySql";
-  commands.Init();
+  commands.Prepare(Queries::Commands());
   EXPECT_EQ(Parameters(commands, GroupCommand::InsertGroup), "NAME:200(100) FOLDER_ID:3(0)");
 }
 
@@ -95,12 +96,12 @@ TEST_F(GroupCommandsTest, HaveAnOpenConnectionForSharedGroupsOnly) {
 }
 
 TEST_F(GroupCommandsTest, SendNothingToTheDatabaseBeforeTheyRun) {
-  commands.Init();
+  commands.Prepare(Queries::Commands());
   EXPECT_TRUE(driver.Executed().empty());
 }
 
 TEST_F(GroupCommandsTest, RunAgainAfterTheConnectionWasClosed) {
-  commands.Init();
+  commands.Prepare(Queries::Commands());
   EXPECT_EQ(commands.Count(GroupCommand::CountMembers, String(u"5")), 0);
   session.SessionConnection->Close();
   Counts(Queries::kCountMembers, 3);
@@ -108,7 +109,7 @@ TEST_F(GroupCommandsTest, RunAgainAfterTheConnectionWasClosed) {
 }
 
 TEST_F(GroupCommandsTest, RefuseAnIdOfMoreThan50Units) {
-  commands.Init();
+  commands.Prepare(Queries::Commands());
   EXPECT_NO_THROW(
       commands.Execute(GroupCommand::InsertMember, {String(u"1"), String(50, u'x'), String(u"S")}));
   EXPECT_THROW(

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "data/CommandText.h"
+#include "data/Dialect.h"
+#include "database/Command.h"
+#include "services/BookDatabase.h"
+
+namespace ktrv {
+
+/// The prepared commands of a window, on its connection, which is opened when it is closed. There
+/// are none until Prepare. Each is given to the engine when it is first executed, so a text that
+/// the engine refuses fails only where it is used. A link that went stale is Connection's to
+/// replace.
+/// \param Name enumerates the texts
+template <class Name>
+class PreparedCommands {
+ public:
+  /// \param database must outlive the commands.
+  explicit PreparedCommands(BookDatabase& database) : database_(database) {}
+
+  void Prepare(const std::vector<data::CommandText>& texts) {
+    std::vector<database::Command> commands(texts.size());  // all of them or none
+    auto* command = commands.data();
+    for (const data::CommandText& text : texts) {
+      command->SetActiveConnection(database_.Connection.get());
+      command->SetCommandText(text.Text);
+      command->Prepared = true;
+      for (const auto& parameter : text.Parameters) {
+        command->Append(String(parameter.Name), TypeOf(parameter.Kind), parameter.Size);
+      }
+      ++command;
+    }
+    commands_ = std::move(commands);
+  }
+  /// Releases the commands and the connection.
+  void Release() { commands_.clear(); }
+  bool ArePrepared() const { return !commands_.empty(); }
+
+  /// \throws Error ObjectNotSet before Prepare
+  const database::Command& At(Name name) const { return commands_[IndexOf(name)]; }
+
+  /// Runs the command with one value for each parameter. \throws Error as At, and as
+  /// database::Command::Execute
+  database::Recordset Execute(Name name, std::vector<Variant> values = {}) {
+    database::Command& command = commands_[IndexOf(name)];
+    database_.Open();
+    return command.Execute(std::move(values));
+  }
+
+  /// The first column of the first row of a counting command; 0 without a row.
+  std::int64_t Count(Name name, const Variant& value) {
+    const database::Recordset rows = Execute(name, {value});
+    return rows.EndOfFile() ? 0 : ToInteger(rows.Field(rows.Columns().front().Name));
+  }
+
+ private:
+  std::size_t IndexOf(Name name) const {
+    if (commands_.empty()) {
+      throw Error(ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set");
+    }
+    return static_cast<std::size_t>(name);
+  }
+  database::DataType TypeOf(data::ParameterKind kind) const {
+    using database::DataType;
+    if (kind == data::ParameterKind::Integer) return DataType::Integer;
+    const bool narrow =
+        kind == data::ParameterKind::NarrowText || data::WantsNarrowText(database_.DbType);
+    return narrow ? DataType::VarChar : DataType::VarWChar;
+  }
+
+  BookDatabase& database_;
+  std::vector<database::Command> commands_;
+};
+
+}  // namespace ktrv
