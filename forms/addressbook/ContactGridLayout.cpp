@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "forms/ContactKind.h"
+
 namespace ktrv::forms::ContactGridLayout {
 namespace {
 
@@ -32,9 +34,9 @@ constexpr std::array<Design, 10> kColumns = {{
 
 /// The type column is too narrow for a word: it shows a picture.
 std::pair<Image, String> TypePicture(StringView type) {
-  if (type == u"1") return {Image::Contact, u"Contact"};
-  if (type == u"2") return {Image::Group, u"Group"};
-  if (type == u"3") return {Image::RemoteContact, u"Remote contact"};
+  if (type == ContactKind::Contact) return {Image::Contact, u"Contact"};
+  if (type == ContactKind::Group) return {Image::Group, u"Group"};
+  if (type == ContactKind::RemoteContact) return {Image::RemoteContact, u"Remote contact"};
   return {Image::None, String(type)};
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "data/AddressBookQueries.h"
+#include "forms/ContactKind.h"
 #include "forms/addressbook/ContactGridLayout.h"
 #include "forms/addressbook/CurrentNode.h"
 
@@ -197,7 +198,7 @@ void ContactList::Add(const SavedContact& contact, StringView folderId) {
   for (const StringView text :
        {StringView(), StringView(contact.Id), StringView(contact.Name), StringView(u"1"),
         StringView(contact.Mobile), StringView(contact.Email), StringView(contact.Address),
-        StringView(contact.Organisation), folderId, StringView(u"1")}) {
+        StringView(contact.Organisation), folderId, ContactKind::Contact}) {
     // A tab that was pasted into a name would shift what stands behind it.
     String cell(text);
     std::replace(cell.begin(), cell.end(), u'\t', u' ');

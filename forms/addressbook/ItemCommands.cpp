@@ -1,5 +1,6 @@
 #include "forms/addressbook/ItemCommands.h"
 
+#include "forms/ContactKind.h"
 #include "forms/Messages.h"
 #include "forms/addressbook/ContactGridLayout.h"
 #include "forms/addressbook/frmAddressBook.h"
@@ -194,14 +195,14 @@ void ItemCommands::RowProperties() {
   const auto cell = [&](StringView key) { return grid.Text(row, grid.ColIndex(key)); };
   const String type = cell(ContactGridLayout::kType);
   const String id = cell(ContactGridLayout::kId);
-  if (type == u"3") {
+  if (type == ContactKind::RemoteContact) {
     return Say(
         u"This is a Shared Remote Contact. The detail of this contact can be edited from TALVERO "
         u"only.");
   }
-  if (type == u"1") {
+  if (type == ContactKind::Contact) {
     editors_.EditContact(id, cell(ContactGridLayout::kFolderId));
-  } else if (type == u"2") {
+  } else if (type == ContactKind::Group) {
     const auto name = editors_.EditGroup(id, cell(ContactGridLayout::kName));
     controls::TreeNode* node = window_.tvwContacts.Find(String(NodeKey::SharedGroup) + id);
     if (name && node && window_.IsLoaded()) window_.tvwContacts.SetText(*node, *name);

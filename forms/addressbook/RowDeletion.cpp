@@ -3,6 +3,8 @@
 #include <chrono>
 #include <utility>
 
+#include "forms/ContactKind.h"
+
 namespace ktrv::forms {
 
 RowDeletion::RowDeletion(Services& services, BookDatabase& database, StringView context,
@@ -47,14 +49,14 @@ bool RowDeletion::WorkForAMoment() {
 }
 
 void RowDeletion::Delete(const Item& item) {
-  if (item.Type == u"1") {
+  if (item.Type == ContactKind::Contact) {
     statements_.DeleteContact(item.Id);
     ++deleted_;
-  } else if (item.Type == u"2") {
+  } else if (item.Type == ContactKind::Group) {
     hasDeletedGroup_ = true;
     statements_.DeleteGroup(item.Id);
     ++deleted_;
-  } else if (item.Type == u"3") {
+  } else if (item.Type == ContactKind::RemoteContact) {
     services_.ShowMessage(
         u"This is a Shared Remote Contact. This contact can be deleted from TALVERO only.",
         MessageStyle::Exclamation);

@@ -18,7 +18,7 @@ class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
  public:
   struct Item {
     String Id;
-    String Type;  ///< "1" contact, "2" group, "3" remote contact, which is only told of
+    String Type;  ///< ContactKind; a remote contact is only told of
   };
 
   /// \param context of its error record. Services and database must outlive it.

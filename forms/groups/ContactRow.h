@@ -1,15 +1,9 @@
 #pragma once
 
 #include "controls/FlexGrid.h"
+#include "forms/ContactKind.h"
 
 namespace ktrv::forms {
-
-/// Kinds of rows in both lists of the group dialog, as their CONTACTTYPE cells say them.
-namespace ContactKind {
-inline constexpr StringView Contact = u"1";
-inline constexpr StringView Group = u"2";
-inline constexpr StringView RemoteContact = u"3";
-}  // namespace ContactKind
 
 /// One contact, group or remote contact of a list, its texts without blanks at both ends.
 struct ContactRow {
