@@ -38,7 +38,8 @@ class ScriptedScreen::ScriptedWindow final : public controls::FormPeer {
     const auto play = Next(screen_.plays_);
     if (!play) throw std::logic_error("a form was shown modally that the test did not expect");
     (*play)(form_);
-    if (form_.IsLoaded() && !screen_.HostQuits) throw std::logic_error("the test left a modal form open");
+    if (form_.IsLoaded() && !screen_.HostQuits)
+      throw std::logic_error("the test left a modal form open");
   }
   void Hide() override { screen_.Log.push_back("hide"); }
 
