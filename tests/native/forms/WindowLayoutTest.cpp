@@ -1,11 +1,5 @@
-#include "controls/CheckBox.h"
-#include "controls/ComboBox.h"
-#include "controls/CommandButton.h"
-#include "controls/DatePicker.h"
-#include "controls/Frame.h"
-#include "controls/PeerFactory.h"
-#include "controls/UpDown.h"
 #include "tests/native/forms/AddressBookFixture.h"
+#include "tests/native/support/NoPeers.h"
 
 namespace ktrv::tests {
 namespace {
@@ -195,25 +189,11 @@ struct StuckPicture final : controls::PictureBoxPeer {
 };
 
 /// Makes windows for pictures only.
-struct StuckPictures final : controls::PeerFactory {
-  template <class Control>
-  using Window = std::unique_ptr<Control>;
-  Window<controls::CheckBoxPeer> Make(controls::CheckBox&) override { return nullptr; }
-  Window<controls::ComboBoxPeer> Make(controls::ComboBox&) override { return nullptr; }
-  Window<controls::CommandButtonPeer> Make(controls::CommandButton&) override { return nullptr; }
-  Window<controls::DatePickerPeer> Make(controls::DatePicker&) override { return nullptr; }
-  Window<controls::FlexGridPeer> Make(controls::FlexGrid&) override { return nullptr; }
-  Window<controls::FramePeer> Make(controls::Frame&) override { return nullptr; }
-  Window<controls::LabelPeer> Make(controls::Label&) override { return nullptr; }
+struct StuckPictures final : NoPeers {
+  using NoPeers::Make;
   Window<controls::PictureBoxPeer> Make(controls::PictureBox&) override {
     return std::make_unique<StuckPicture>();
   }
-  Window<controls::ProgressBarPeer> Make(controls::ProgressBar&) override { return nullptr; }
-  Window<controls::StatusBarPeer> Make(controls::StatusBar&) override { return nullptr; }
-  Window<controls::TextBoxPeer> Make(controls::TextBox&) override { return nullptr; }
-  Window<controls::ToolBarPeer> Make(controls::ToolBar&) override { return nullptr; }
-  Window<controls::TreeViewPeer> Make(controls::TreeView&) override { return nullptr; }
-  Window<controls::UpDownPeer> Make(controls::UpDown&) override { return nullptr; }
 };
 
 TEST_F(WindowLayoutTest, AMoveOfTheSplitterThatFailsIsLogged) {
