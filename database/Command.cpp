@@ -27,21 +27,55 @@ Recordset Command::Execute(std::vector<Variant> values) {
     throw DataError(ErrorNumber::InvalidConnection);
   }
   if (Trim(text_).empty()) throw DataError(ErrorNumber::NoCommandText);
-  if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
-  for (std::size_t index = 0; index < values.size(); ++index) {
-    const Parameter& parameter = parameters_[index];
-    constexpr bool kNarrow = true;  // whole numbers are 4 bytes
-    values[index] = ConvertTo(parameter.Type, values[index], parameter.Size, kNarrow);
-  }
-  const auto& link = connection_->LiveLink();
-  if (!statement_.IsOn(link)) statement_ = link->Prepare(text_, parameters_);
-  Statement& statement = *statement_.Get();
+  Convert(values);
+  Statement& statement = Prepare(connection_->LiveLink());
   statement.Execute(values);
   recordsAffected_ = statement.RowsAffected();
   Recordset result(connection_->Surroundings());
   result.ReadAll(statement);
   connection_->StatementWorked();
   return result;
+}
+
+Command::Together Command::ExecuteTogether(std::vector<std::vector<Variant>> rows) {
+  if (!connection_ || !connection_->CurrentLink()) {
+    throw DataError(ErrorNumber::InvalidConnection);
+  }
+  const auto& link = connection_->LiveLink();
+  if (!link->InTransaction) return Together::CannotRun;
+  try {
+    for (auto& values : rows) Convert(values);
+  } catch (const Error&) {
+    return Together::CannotRun;  // those before it can be run
+  }
+  Statement& statement = Prepare(link);
+  if (!link->Get().SetMark()) return Together::CannotRun;
+  try {
+    if (!statement.ExecuteAll(rows)) return Together::CannotRun;
+  } catch (const Error& error) {
+    try {
+      link->Get().RollBackToMark();
+    } catch (const Error&) {
+      throw error;  // what came first is what is told
+    }
+    return Together::Undone;
+  }
+  connection_->StatementWorked();
+  return Together::Ran;
+}
+
+void Command::Convert(std::vector<Variant>& values) const {
+  if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
+  for (std::size_t index = 0; index < values.size(); ++index) {
+    const Parameter& parameter = parameters_[index];
+    constexpr bool kNarrow = true;  // whole numbers are 4 bytes
+    values[index] = ConvertTo(parameter.Type, values[index], parameter.Size, kNarrow);
+  }
+}
+
+Statement& Command::Prepare(const std::shared_ptr<SharedLink>& link) {
+  if (!statement_.IsOn(link)) statement_ = link->Prepare(text_, parameters_);
+  return *statement_.Get();
 }
 
 }  // namespace ktrv::database

@@ -33,10 +33,21 @@ class Command {
   /// the driver's.
   Recordset Execute(std::vector<Variant> values = {});
 
+  enum class Together { Ran, CannotRun, Undone };
+  /// Runs the text, which returns no rows, for all of these rows of values at once, as a part of
+  /// the transaction that runs. \return CannotRun without a transaction, or where the driver or the
+  /// engine has no way to; Undone when one of them failed. Nothing of them is stored then, and they
+  /// can be run one by one. \throws Error as Execute, after which nobody knows what the transaction
+  /// holds
+  Together ExecuteTogether(std::vector<std::vector<Variant>> rows);
+
   /// Rows changed by the last Execute; -1 when the driver cannot tell.
   std::int64_t RecordsAffected() const { return recordsAffected_; }
 
  private:
+  void Convert(std::vector<Variant>& values) const;
+  Statement& Prepare(const std::shared_ptr<SharedLink>& link);
+
   Connection* connection_ = nullptr;
   String text_;
   std::vector<Parameter> parameters_;

@@ -23,6 +23,15 @@ class Statement {
   /// text.
   virtual void Execute(std::span<const Variant> values) = 0;
 
+  /// Runs the text, which returns no rows, once for each of the rows of values, in order and in as
+  /// few turns of the line as the driver can. \return false when it has no such way; nothing ran
+  /// then. \throws Error after which nobody knows which of them ran.
+  virtual bool ExecuteAll(std::span<const std::vector<Variant>> /*rows*/) { return false; }
+
+  /// Execute and Fetch give up after a time that suits who waits for them at the screen; behind
+  /// this, they take what they need.
+  virtual void LiftTimeLimit() {}
+
   /// The columns of the result; empty when the text returns no rows. Valid after Execute.
   virtual const std::vector<Column>& Columns() const = 0;
 
@@ -73,6 +82,12 @@ class Link {
   /// Undoes what ran since Begin. \throws Error after which the link must not be used any more; its
   /// end undoes it then.
   virtual void RollBack() = 0;
+
+  /// Marks the place in the transaction to which RollBackToMark goes back. \return false when the
+  /// engine has no marks. \throws Error
+  virtual bool SetMark() { return false; }
+  /// \throws Error after which nobody knows what the transaction holds
+  virtual void RollBackToMark() {}
 };
 
 /// A database library.

@@ -38,6 +38,10 @@ class KeptLink::Watched final : public Statement {
   void Execute(std::span<const Variant> values) override {
     link_.Run([&] { statement_->Execute(values); });
   }
+  bool ExecuteAll(std::span<const std::vector<Variant>> rows) override {
+    return link_.Run([&] { return statement_->ExecuteAll(rows); });
+  }
+  void LiftTimeLimit() override { statement_->LiftTimeLimit(); }
   const std::vector<Column>& Columns() const override { return statement_->Columns(); }
   std::int64_t RowsAffected() const override { return statement_->RowsAffected(); }
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override {
@@ -95,6 +99,14 @@ bool KeptLink::Begin() {
 void KeptLink::Commit() {
   Run([&] { link_->Commit(); });
   inTransaction_ = false;
+}
+
+bool KeptLink::SetMark() {
+  return Run([&] { return link_->SetMark(); });
+}
+
+void KeptLink::RollBackToMark() {
+  Run([&] { link_->RollBackToMark(); });
 }
 
 void KeptLink::RollBack() {

@@ -23,6 +23,8 @@ class KeptLink final : public Link {
   bool Begin() override;
   void Commit() override;
   void RollBack() override;
+  bool SetMark() override;
+  void RollBackToMark() override;
 
  private:
   class Watched;

@@ -72,12 +72,13 @@ String CompleteConnectionString(StringView connectionString, StringView user, St
   String complete(connectionString);
   if (!user.empty()) complete = WithKeyword(complete, u"Uid", user);
   if (!password.empty()) complete = WithKeyword(complete, u"Pwd", password);
-  const bool sqlite =
-      ToUpperAscii(KeywordValue(complete, u"Driver")).find(u"SQLITE") != StringView::npos;
-  if (!sqlite) return complete;
+  const String driver = ToUpperAscii(KeywordValue(complete, u"Driver"));
   const auto addDefault = [&](StringView keyword, StringView value) {
     if (!HasKeyword(complete, keyword)) complete = WithKeyword(complete, keyword, value);
   };
+  // Statements of an array that it sends at once.
+  if (driver.find(u"POSTGRES") != String::npos) addDefault(u"BatchSize", u"500");
+  if (driver.find(u"SQLITE") == String::npos) return complete;
   addDefault(u"StepAPI", u"1");
   addDefault(u"NoCreat", u"1");
   addDefault(u"Timeout", u"3000");

@@ -14,7 +14,8 @@ String WithKeyword(StringView connectionString, StringView keyword, StringView v
 /// The string that a driver is given for what the program gave: the user and the password added
 /// when not empty, and for SQLite's driver the settings that the component relies on unless the
 /// string says otherwise: rows come while the query still runs, a missing file is a failure and not
-/// a new database, and a locked file is given up after 3 seconds.
+/// a new database, and a locked file is given up after 3 seconds. PostgreSQL's driver is told to
+/// send what runs together in few parts.
 String CompleteConnectionString(StringView connectionString, StringView user, StringView password);
 
 }  // namespace ktrv::database::odbc

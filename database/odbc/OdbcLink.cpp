@@ -174,4 +174,26 @@ void OdbcLink::RollBack() {
   CommitEachStatement(true);
 }
 
+bool OdbcLink::SetMark() {
+  switch (engine_) {
+    case Engine::MySql:
+    case Engine::PostgreSql:
+    case Engine::Oracle:
+      Run(u"SAVEPOINT KTRV_MARK");
+      return true;
+    case Engine::SqlServer:
+      Run(u"SAVE TRANSACTION KTRV_MARK");
+      return true;
+    case Engine::Sqlite:  // needs none: it has no line
+    case Engine::Other:
+      break;
+  }
+  return false;
+}
+
+void OdbcLink::RollBackToMark() {
+  Run(engine_ == Engine::SqlServer ? u"ROLLBACK TRANSACTION KTRV_MARK"
+                                   : u"ROLLBACK TO SAVEPOINT KTRV_MARK");
+}
+
 }  // namespace ktrv::database::odbc

@@ -24,6 +24,8 @@ class OdbcLink final : public Link {
   bool Begin() override;
   void Commit() override;
   void RollBack() override;
+  bool SetMark() override;
+  void RollBackToMark() override;
 
   /// A statement handle of this session. \throws Error
   StatementHandle NewStatement() const;

@@ -68,6 +68,11 @@ bool FreesRowsWhenCancelled(Engine engine) {
   return engine == Engine::Sqlite || engine == Engine::MySql;
 }
 
+/// A number where ODBC wants a pointer.
+SQLPOINTER Number(SQLULEN number) {
+  return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
+}
+
 }  // namespace
 
 OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
@@ -115,6 +120,55 @@ void OdbcStatement::ExecuteToFirstResult(std::span<const Variant> values) {
     Check(SQLRowCount(handle_.Get(), &rows));
     rowsAffected_ = rows;
   }
+}
+
+bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
+  if (link_.EngineKind() == Engine::Sqlite || link_.EngineKind() == Engine::Other) return false;
+  CloseCursor();
+  PassUnlessCancelled();
+  std::vector<SQLUSMALLINT> states(rows.size(), SQL_PARAM_UNUSED);
+  SQLULEN processed = 0;
+  // Behind it the statement runs once again, and none of the pointers is used.
+  struct Restoring {
+    const OdbcStatement& Of;
+    ~Restoring() {
+      const SQLHANDLE handle = Of.handle_.Get();
+      SQLSetStmtAttr(handle, SQL_ATTR_PARAMSET_SIZE, Number(1), 0);
+      SQLSetStmtAttr(handle, SQL_ATTR_PARAM_STATUS_PTR, nullptr, 0);
+      SQLSetStmtAttr(handle, SQL_ATTR_PARAMS_PROCESSED_PTR, nullptr, 0);
+      SQLFreeStmt(handle, SQL_RESET_PARAMS);
+    }
+  } const restoring{*this};
+  if (SQLSetStmtAttr(handle_.Get(), SQL_ATTR_PARAMSET_SIZE, Number(rows.size()), 0) !=
+      SQL_SUCCESS) {
+    return false;
+  }
+  SetSetting(SQL_ATTR_PARAM_BIND_TYPE, Number(SQL_PARAM_BIND_BY_COLUMN));
+  SetSetting(SQL_ATTR_PARAM_STATUS_PTR, states.data());
+  SetSetting(SQL_ATTR_PARAMS_PROCESSED_PTR, &processed);
+  argumentsOfAll_.resize(parameters_.size());
+  for (std::size_t index = 0; index < parameters_.size(); ++index) {
+    if (!argumentsOfAll_[index].Bind(handle_.Get(), index, parameters_[index], rows,
+                                     link_.EngineKind(), link_.HowToSpeak())) {
+      return false;
+    }
+  }
+  if (!prepared_) Give(SQLPrepare, SQLPrepareW);
+  ran_ = prepared_ = true;
+  Check(SQLExecute(handle_.Get()));
+  while (ToNextResult()) PassUnlessCancelled();
+  const bool allRan = std::all_of(states.begin(), states.end(), [](SQLUSMALLINT state) {
+    return state == SQL_PARAM_SUCCESS || state == SQL_PARAM_SUCCESS_WITH_INFO;
+  });
+  if (!allRan || processed != rows.size()) {
+    throw Error(ErrorNumber::DriverFailure, u"Not all rows were written",
+                link_.HowToSpeak().Source);
+  }
+  return true;
+}
+
+void OdbcStatement::SetSetting(SQLINTEGER setting, SQLPOINTER value) const {
+  Check(SQLSetStmtAttr(handle_.Get(), setting, value, 0));
 }
 
 bool OdbcStatement::ToNextResult() {

@@ -8,6 +8,7 @@
 #include "database/odbc/ColumnBuffer.h"
 #include "database/odbc/OdbcLink.h"
 #include "database/odbc/ParameterBuffer.h"
+#include "database/odbc/ParameterColumn.h"
 
 namespace ktrv::database::odbc {
 
@@ -19,7 +20,9 @@ class OdbcStatement final : public Statement {
 
   void Execute(std::span<const Variant> values) override;
 
-  /// The same up to the first result. What follows waits in ToNextResult.
+  bool ExecuteAll(std::span<const std::vector<Variant>> rows) override;
+
+  /// Execute up to the first result. What follows waits in ToNextResult.
   void ExecuteToFirstResult(std::span<const Variant> values);
   /// \return whether there is one more. \throws Error when a statement behind the first failed
   bool ToNextResult();
@@ -40,6 +43,7 @@ class OdbcStatement final : public Statement {
   void DescribeColumns();
   void BindColumns();
   void CloseCursor() noexcept;
+  void SetSetting(SQLINTEGER setting, SQLPOINTER value) const;
 
   const OdbcLink& link_;
   const String text_;
@@ -54,6 +58,7 @@ class OdbcStatement final : public Statement {
   std::vector<SQLSMALLINT> types_;     // of the columns
   std::vector<ColumnBuffer> buffers_;  // of the columns
   std::vector<ParameterBuffer> arguments_;
+  std::vector<ParameterColumn> argumentsOfAll_;
   std::int64_t rowsAffected_ = -1;
 };
 

@@ -60,6 +60,17 @@ String WellFormed(String text) {
 
 }  // namespace
 
+String TextForDriver(String text, Engine engine, const Dialogue& dialogue) {
+  if (engine == Engine::MySql || engine == Engine::PostgreSql) text = WellFormed(std::move(text));
+  const bool endsAtZero =
+      engine == Engine::Sqlite || engine == Engine::MySql || engine == Engine::PostgreSql;
+  if (endsAtZero && text.find(u'\0') != String::npos) {
+    throw Error(ErrorNumber::DataConversion,
+                u"The text holds a zero, where the driver would end it", dialogue.Source);
+  }
+  return text;
+}
+
 void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Parameter& parameter,
                            const Variant& value, Engine engine, const Dialogue& dialogue) {
   const auto bind = [&](SQLSMALLINT form, SQLSMALLINT type, SQLULEN digits, SQLSMALLINT fraction,
@@ -92,15 +103,8 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
     result = bind(SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &timestamp_);
   } else {
     // SQLite keeps a date as text: in one form, so that equal dates compare equal.
-    String text = *CellTextOf(value);
-    if (engine == Engine::MySql || engine == Engine::PostgreSql) text = WellFormed(std::move(text));
-    const bool endsAtZero =
-        engine == Engine::Sqlite || engine == Engine::MySql || engine == Engine::PostgreSql;
-    if (endsAtZero && text.find(u'\0') != String::npos) {
-      throw Error(ErrorNumber::DataConversion,
-                  u"The text holds a zero, where the driver would end it", dialogue.Source);
-    }
-    result = BindText(statement, number, parameter, std::move(text));
+    result =
+        BindText(statement, number, parameter, TextForDriver(*CellTextOf(value), engine, dialogue));
   }
   Checked(result, SQL_HANDLE_STMT, statement, dialogue);
 }

@@ -5,6 +5,9 @@
 
 namespace ktrv::database::odbc {
 
+/// The text as the engine's driver can take it. \throws Error when it can take none of it
+String TextForDriver(String text, Engine engine, const Dialogue& dialogue);
+
 /// One value on its way into a statement, in the form that the driver reads.
 class ParameterBuffer {
  public:

@@ -42,6 +42,13 @@ TEST(ConnectionString, SqliteStreamsRefusesMissingFilesAndGivesUpOnLocks) {
             u"Driver={SQLite3 ODBC Driver};Database=/x;StepAPI=1;NoCreat=1;Timeout=3000");
 }
 
+TEST(ConnectionString, PostgreSqlSendsArraysInFewParts) {
+  EXPECT_EQ(CompleteConnectionString(u"Driver={PostgreSQL Unicode};Server=x", u"", u""),
+            u"Driver={PostgreSQL Unicode};Server=x;BatchSize=500");
+  const String given = u"Driver={PostgreSQL Unicode};batchsize=7";
+  EXPECT_EQ(CompleteConnectionString(given, u"", u""), given);
+}
+
 TEST(ConnectionString, SettingsThatAreGivenStay) {
   const String given = u"Driver=SQLite3;stepapi=0;NOCREAT=0;Timeout=5";
   EXPECT_EQ(CompleteConnectionString(given, u"", u""), given);

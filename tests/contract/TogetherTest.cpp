@@ -1,0 +1,110 @@
+#include "common/Error.h"
+#include "database/Transaction.h"
+#include "tests/contract/ServerTest.h"
+
+namespace ktrv::tests {
+namespace {
+
+using database::Command;
+using Rows = std::vector<std::vector<Variant>>;
+
+/// Statements that run for many rows of values at once.
+class TogetherTest : public ServerTest {
+ protected:
+  TogetherTest() {
+    connection.Execute(u"ALTER TABLE T ADD CONSTRAINT ONCE UNIQUE (NAME)");
+    connection.Execute(u"ALTER TABLE T ADD NUMBER INTEGER");
+    insert.SetActiveConnection(&connection);
+    insert.SetCommandText(u"INSERT INTO T (NUMBER, NAME) VALUES (?, ?)");
+    insert.Append(u"NUMBER", database::DataType::Integer);
+    insert.Append(u"NAME", database::DataType::VarChar, 100);
+  }
+
+  /// Rows of these names, numbered.
+  static Rows Named(const std::vector<String>& names) {
+    Rows rows;
+    for (const String& name : names) {
+      rows.push_back({static_cast<std::int64_t>(rows.size()), name});
+    }
+    return rows;
+  }
+  String Names() {
+    database::Recordset rows(environment);
+    rows.Open(u"SELECT NUMBER, NAME FROM T ORDER BY ID", connection);
+    String names;
+    for (; !rows.EndOfFile(); rows.MoveNext()) {
+      names += ToText(rows.Field(u"NUMBER")) + u":" + ToText(rows.Field(u"NAME")) + u" ";
+    }
+    return names;
+  }
+
+  Command insert;
+};
+
+TEST_P(TogetherTest, AllAreThereInTheirOrder) {
+  database::Transaction transaction(connection);
+  ASSERT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Bertil Öst", u"नमस्ते", u"\U0001F600", u""})),
+            Command::Together::Ran);
+  transaction.Commit();
+  EXPECT_EQ(Names(), u"0:Ann 1:Bertil Öst 2:नमस्ते 3:\U0001F600 4: ");
+}
+
+TEST_P(TogetherTest, TheNextBlockMayBeOfAnotherSize) {
+  database::Transaction transaction(connection);
+  Rows many;
+  for (std::int64_t row = 0; row < 700; ++row) many.push_back({row, u"Name " + ToDecimal(row)});
+  EXPECT_EQ(insert.ExecuteTogether(many), Command::Together::Ran);
+  EXPECT_EQ(insert.ExecuteTogether(Named({u"Ann", u"A name that is longer than those before"})),
+            Command::Together::Ran);
+  insert.Execute({std::int64_t{7}, String(u"Bob")});
+  transaction.Commit();
+  EXPECT_EQ(Count(), u"703");
+}
+
+TEST_P(TogetherTest, OneThatIsRefusedLeavesNothingOfItsBlockAndAllBefore) {
+  database::Transaction transaction(connection);
+  insert.Execute({std::int64_t{7}, String(u"Bob")});
+  ASSERT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Cora"})), Command::Together::Ran);
+  EXPECT_EQ(insert.ExecuteTogether(Named({u"Dora", u"Bob", u"Ed"})), Command::Together::Undone);
+  EXPECT_EQ(Names(), u"7:Bob 0:Ann 1:Cora ");
+  insert.Execute({std::int64_t{8}, String(u"Dora")});
+  transaction.Commit();
+  EXPECT_EQ(Count(), u"4");
+}
+
+TEST_P(TogetherTest, TheLastOfABlockMayBeTheOneThatIsRefused) {
+  database::Transaction transaction(connection);
+  EXPECT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Bob", u"Ann"})), Command::Together::Undone);
+  EXPECT_EQ(Names(), u"");
+}
+
+TEST_P(TogetherTest, WithoutATransactionNothingRuns) {
+  EXPECT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Bob"})), Command::Together::CannotRun);
+  EXPECT_EQ(Count(), u"0");
+}
+
+TEST_P(TogetherTest, ValuesThatDoNotFitRunOneByOne) {
+  database::Transaction transaction(connection);
+  EXPECT_EQ(insert.ExecuteTogether(
+                {{std::int64_t{1}, String(u"Ann")}, {std::int64_t{2}, String(101, u'x')}}),
+            Command::Together::CannotRun);
+  EXPECT_EQ(insert.ExecuteTogether({{std::int64_t{1}, String(u"Ann")}, {Null{}, String(u"Bob")}}),
+            Command::Together::CannotRun);
+  EXPECT_EQ(Names(), u"");
+}
+
+TEST_P(TogetherTest, ASessionThatIsLostInBetweenStoresNothing) {
+  database::Transaction transaction(connection);
+  ASSERT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Bob"})), Command::Together::Ran);
+  database.EndSessions();
+  EXPECT_THROW(insert.ExecuteTogether(Named({u"Cora", u"Dora"})), Error);
+  transaction.RollBack();
+  EXPECT_EQ(Count(), u"0");
+}
+
+INSTANTIATE_TEST_SUITE_P(, TogetherTest,
+                         testing::Values(ServerKind::MariaDb, ServerKind::PostgreSql),
+                         NameOfServer);
+
+}  // namespace
+}  // namespace ktrv::tests
