@@ -135,6 +135,8 @@ const std::vector<CommandText>& Commands() {
       {text(kMemberships), {number(u"GROUP_ID")}},
       {ContactsAmong(kAmong), Parameters(kAmong, number(u"ID"))},
       {RemoteContactsAmong(kAmong), Parameters(kAmong, narrow(u"CODE", 50))},
+      {ContactsAmong(kAmongMany), Parameters(kAmongMany, number(u"ID"))},
+      {RemoteContactsAmong(kAmongMany), Parameters(kAmongMany, narrow(u"CODE", 50))},
   };
   return kCommands;
 }

@@ -71,6 +71,8 @@ enum class Name : std::size_t {
   Memberships,
   ContactsAmong,
   RemoteContactsAmong,
+  ContactsAmongMany,
+  RemoteContactsAmongMany,
 };
 
 /// Which of so many contacts there are; each id is a parameter.
@@ -78,9 +80,10 @@ String ContactsAmong(std::size_t count);
 /// The same for remote contacts and their codes.
 String RemoteContactsAmong(std::size_t count);
 
-/// How many ids the commands ContactsAmong and RemoteContactsAmong take: few enough for every
-/// engine.
+/// How many ids the commands ContactsAmong and RemoteContactsAmong take.
 inline constexpr std::size_t kAmong = 100;
+/// The same for ContactsAmongMany and RemoteContactsAmongMany: few enough for every engine.
+inline constexpr std::size_t kAmongMany = 500;
 
 /// The prepared texts. Only the name of a new group follows the dialect; every other text is narrow
 /// always, as the servers that the commands were tuned for index their columns.

@@ -45,9 +45,13 @@ class PreparedCommands {
   /// Runs the command with one value for each parameter. \throws Error as At, and as
   /// database::Command::Execute
   database::Recordset Execute(Name name, std::vector<Variant> values = {}) {
-    database::Command& command = commands_[IndexOf(name)];
-    database_.Open();
-    return command.Execute(std::move(values));
+    return Connected(name).Execute(std::move(values));
+  }
+
+  /// The same with one value a parameter for each of many rows.
+  /// \throws Error as At, and as database::Command::ExecuteTogether
+  database::Command::Together ExecuteTogether(Name name, std::vector<std::vector<Variant>> rows) {
+    return Connected(name).ExecuteTogether(std::move(rows));
   }
 
   /// The first column of the first row of a counting command; 0 without a row.
@@ -57,6 +61,11 @@ class PreparedCommands {
   }
 
  private:
+  database::Command& Connected(Name name) {
+    database::Command& command = commands_[IndexOf(name)];
+    database_.Open();
+    return command;
+  }
   std::size_t IndexOf(Name name) const {
     if (commands_.empty()) {
       throw Error(ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set");

@@ -13,6 +13,9 @@ namespace {
 /// Units that a membership holds of an id.
 constexpr std::size_t kLongestId = 50;
 
+/// Members that are written at once, where the database can.
+constexpr std::size_t kTogether = 500;
+
 String TrimmedText(const Variant& value) {
   return String(Trim(ToText(value)));
 }
@@ -20,11 +23,12 @@ String TrimmedText(const Variant& value) {
 /// Members of one kind, looked for in blocks.
 class Search {
  public:
-  Search(GroupCommands& commands, GroupCommand among) : commands_(commands), among_(among) {}
+  Search(GroupCommands& commands, GroupCommand among, GroupCommand amongMany)
+      : commands_(commands), among_(among), amongMany_(amongMany) {}
 
   void Add(int row, String id) {
     rows_.emplace_back(row, std::move(id));
-    if (rows_.size() == data::GroupQueries::kAmong) Look();
+    if (rows_.size() == data::GroupQueries::kAmongMany) Look();
   }
   /// Rows whose ids were not found.
   std::vector<int> Missing() {
@@ -36,8 +40,9 @@ class Search {
   void Look() {
     std::vector<Variant> ids;
     for (const auto& [row, id] : rows_) ids.emplace_back(id);
-    ids.resize(data::GroupQueries::kAmong, ids.back());
-    auto found = commands_.Execute(among_, std::move(ids));
+    const bool many = ids.size() > data::GroupQueries::kAmong;
+    ids.resize(many ? data::GroupQueries::kAmongMany : data::GroupQueries::kAmong, ids.back());
+    auto found = commands_.Execute(many ? amongMany_ : among_, std::move(ids));
     TextIndex there;
     for (; !found.EndOfFile(); found.MoveNext()) {
       there.Add(TrimmedText(found.Field(found.Columns().front().Name)));
@@ -50,6 +55,7 @@ class Search {
 
   GroupCommands& commands_;
   GroupCommand among_;
+  GroupCommand amongMany_;
   std::vector<std::pair<int, String>> rows_;
   std::vector<int> missing_;
 };
@@ -156,8 +162,9 @@ std::vector<String> GroupStore::TooLong(controls::FlexGrid& members) {
 
 std::vector<String> GroupStore::Missing(controls::FlexGrid& members) {
   const ContactColumns columns(members);
-  Search contacts(commands_, GroupCommand::ContactsAmong);
-  Search remoteContacts(commands_, GroupCommand::RemoteContactsAmong);
+  Search contacts(commands_, GroupCommand::ContactsAmong, GroupCommand::ContactsAmongMany);
+  Search remoteContacts(commands_, GroupCommand::RemoteContactsAmong,
+                        GroupCommand::RemoteContactsAmongMany);
   for (int row = 1; row < members.Rows(); ++row) {
     const String kind = members.Text(row, columns.Kind());
     if (kind == ContactKind::Contact) contacts.Add(row, columns.ReadId(row));
@@ -253,23 +260,65 @@ void GroupStore::Rename(const String& name) {
 
 void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progress) {
   const ContactColumns columns(members);
-  incomplete_ = true;
+  incomplete_ = writesTogether_ = true;
   attempted_.Members.clear();
   commands_.Execute(GroupCommand::ClearMembers, {groupId_});
   known_.Members.clear();
   String letter;
+  std::vector<StoredGroup::Membership> block;
   for (int row = 1; row < members.Rows(); ++row) {
-    progress.Advance();
     const String kind = members.Text(row, columns.Kind());
     if (kind == ContactKind::Contact) letter = u"S";
     if (kind == ContactKind::RemoteContact) letter = u"R";
     // A group is no valid member. It is stored with the letter of the row before it, which is what
     // readers of the table have always found.
-    const String id = members.Text(row, columns.Id());
-    attempted_.Members.push_back({String(Trim(id)), letter});
-    commands_.Execute(GroupCommand::InsertMember, {groupId_, id, letter});
+    block.push_back({members.Text(row, columns.Id()), letter});
+    if (block.size() == kTogether || row + 1 == members.Rows()) {
+      InsertMembers(block, progress);
+      block.clear();
+    }
+  }
+}
+
+void GroupStore::InsertMembers(const std::vector<StoredGroup::Membership>& members,
+                               JobProgress& progress) {
+  const bool together = InsertTogether(members);
+  for (const StoredGroup::Membership& member : members) {
+    progress.Advance();
+    if (together) continue;
+    attempted_.Members.push_back({String(Trim(member.Id)), member.Type});
+    commands_.Execute(GroupCommand::InsertMember, {groupId_, member.Id, member.Type});
     known_.Members.push_back(attempted_.Members.back());
   }
+}
+
+bool GroupStore::InsertTogether(const std::vector<StoredGroup::Membership>& members) {
+  if (!writesTogether_ || members.size() < 2) return false;
+  std::vector<std::vector<Variant>> rows;
+  for (const StoredGroup::Membership& member : members) {
+    attempted_.Members.push_back({String(Trim(member.Id)), member.Type});
+    rows.push_back({groupId_, member.Id, member.Type});
+  }
+  switch (commands_.ExecuteTogether(GroupCommand::InsertMember, std::move(rows))) {
+    case database::Command::Together::Ran:
+      known_.Members.insert(known_.Members.end(),
+                            attempted_.Members.end() - static_cast<std::ptrdiff_t>(members.size()),
+                            attempted_.Members.end());
+      return true;
+    case database::Command::Together::CannotRun:
+      writesTogether_ = false;
+      break;
+    case database::Command::Together::Undone: {
+      // A table without transactions keeps what was stored of them, which must not be stored twice.
+      const auto stored = Read(groupId_);
+      if (!stored || !stored->IsSameAs(known_)) {
+        throw Error(ErrorNumber::RowChanged, u"The members of the group were written in part");
+      }
+      break;
+    }
+  }
+  attempted_.Members.resize(known_.Members.size());
+  return false;
 }
 
 }  // namespace ktrv::forms

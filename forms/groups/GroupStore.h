@@ -96,6 +96,9 @@ class GroupStore {
   /// Nothing when there is no such group.
   std::optional<StoredGroup> Read(const String& groupId, String* folderId = nullptr);
   void Became(const String& groupId, StoredGroup stored);
+  /// Writes the memberships behind those that are known. \throws Error
+  void InsertMembers(const std::vector<StoredGroup::Membership>& members, JobProgress& progress);
+  bool InsertTogether(const std::vector<StoredGroup::Membership>& members);
   /// Whether nothing of this attempt is there. \throws Error
   bool HasVanished();
   /// Nobody knows whether anything of this attempt is stored.
@@ -114,6 +117,7 @@ class GroupStore {
   std::optional<Creation> creation_;
   std::optional<Creation> created_;  ///< by this attempt
   bool incomplete_ = false;
+  bool writesTogether_ = true;  ///< as far as is known
 };
 
 }  // namespace ktrv::forms

@@ -162,6 +162,13 @@ void Host::OpenNewGroup() {
   Require(group_->vsfGroupContacts.Rows() == kContacts + 1, "the contacts were not taken");
 }
 
+int Host::PlaceOfMember(StringView id) const {
+  const controls::FlexGrid& grid = group_->vsfGroupContacts;
+  int row = 1;
+  while (row < grid.Rows() && grid.Text(row, grid.ColIndex(u"ID")) != id) ++row;
+  return row;
+}
+
 void Host::SaveGroup(const String& name) {
   group_->txtGroupName.SetText(name);
   group_->cmdOK.UserClicks();

@@ -43,6 +43,8 @@ class Host {
   /// A new group's, with all contacts outside folders taken.
   void OpenNewGroup();
   void SaveGroup(const String& name);
+  /// Of the group that is open, from 1.
+  int PlaceOfMember(StringView id) const;
 
  private:
   void ShowGroup(const forms::GroupRequest& request);

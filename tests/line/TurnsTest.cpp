@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
+#include <stdexcept>
 #include <thread>
 
 #include "database/Engines.h"
+#include "database/Recordset.h"
 #include "tests/line/Host.h"
 #include "tests/native/support/DatabaseServer.h"
 #include "tests/native/support/Line.h"
@@ -43,9 +45,9 @@ class TurnsTest : public testing::TestWithParam<ServerKind> {
   /// where this process is held up between two statements, one more asks whether the link still
   /// works
   template <class Task, class Undo>
-  int Turns(Task&& task, Undo&& undo) {
+  int Turns(Task&& task, Undo&& undo, int rounds = 4) {
     int fewest = std::numeric_limits<int>::max();
-    for (int round = 0; round < 4; ++round) {
+    for (int round = 0; round < rounds; ++round) {
       std::this_thread::sleep_for(database::kIdle * 3 / 2);
       const int before = book.Way.Turns();
       task();
@@ -90,6 +92,33 @@ TEST_P(TurnsTest, OpeningAGroup) {
 TEST_P(TurnsTest, ExpandingAHundredGroups) {
   host.OpenPicker();
   EXPECT_LE(Turns([&] { host.Expand(); }, [&] { host.OpenPicker(); }), Of(203, 209));
+}
+
+TEST_P(TurnsTest, SavingAGroupOfTenThousand) {
+  int number = 0;
+  host.OpenNewGroup();
+  EXPECT_LE(Turns([&] { host.SaveGroup(u"Big " + ToDecimal(++number)); },
+                  [&] { host.OpenNewGroup(); }, 1),
+            110);
+}
+
+TEST_P(TurnsTest, AMemberThatIsRefusedLeavesThoseBeforeIt) {
+  database::Connection connection(book.Database.Surroundings());
+  connection.Open(book.Database.ConnectionString());
+  connection.Execute(u"DELETE FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '1234'");
+  connection.Execute(
+      u"ALTER TABLE SMS_ABGROUPMAPS ADD CONSTRAINT REFUSED CHECK (CONTACT_ID <> '1234')");
+  host.OpenNewGroup();
+  const int place = host.PlaceOfMember(u"1234");
+  EXPECT_THROW(host.SaveGroup(u"Refused"), std::runtime_error);
+  database::Recordset stored(book.Database.Surroundings());
+  stored.Open(
+      u"SELECT COUNT(*) AS N, COUNT(DISTINCT CONTACT_ID) AS D FROM SMS_ABGROUPMAPS WHERE GROUP_ID "
+      u"IN (SELECT ID FROM SMS_ABGROUPS WHERE NAME = 'Refused')",
+      connection);
+  EXPECT_EQ(ToText(stored.Field(u"N")), ToDecimal(place - 1));
+  EXPECT_EQ(ToText(stored.Field(u"D")), ToDecimal(place - 1));
+  connection.Execute(u"ALTER TABLE SMS_ABGROUPMAPS DROP CONSTRAINT REFUSED");
 }
 
 TEST_P(TurnsTest, ADayMakesNoMoreConnectionsThanAreUsedAtOnce) {

@@ -28,6 +28,8 @@ TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
   commands.Prepare(Queries::Commands());
   const String contacts = Queries::ContactsAmong(Queries::kAmong);
   const String remoteContacts = Queries::RemoteContactsAmong(Queries::kAmong);
+  const String manyContacts = Queries::ContactsAmong(Queries::kAmongMany);
+  const String manyRemoteContacts = Queries::RemoteContactsAmong(Queries::kAmongMany);
   const StringView texts[] = {Queries::kFolder,
                               Queries::kFolders,
                               Queries::kCountMembers,
@@ -46,7 +48,9 @@ TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
                               Queries::kGroup,
                               Queries::kMemberships,
                               contacts,
-                              remoteContacts};
+                              remoteContacts,
+                              manyContacts,
+                              manyRemoteContacts};
   ASSERT_EQ(Queries::Commands().size(), std::size(texts));
   for (std::size_t index = 0; index < std::size(texts); ++index) {
     EXPECT_EQ(commands.At(static_cast<GroupCommand>(index)).CommandText(), texts[index]);
