@@ -8,6 +8,7 @@
 #include "benchmarks/Table.h"
 #include "benchmarks/Target.h"
 #include "benchmarks/UserInterfaceLoop.h"
+#include "database/KeepingDriver.h"
 #include "database/odbc/OdbcDriver.h"
 #include "forms/contact/frmNewContact.h"
 #include "tests/native/support/FakeOperatingSystem.h"
@@ -63,6 +64,7 @@ class Editor {
     services_.LogFilePath = u"log";
     database_.ConnectionString = connectionString;
   }
+  ~Editor() { driver_.CloseKept(); }
 
   void Open() {
     form_ = std::make_unique<forms::frmNewContact>(
@@ -81,7 +83,8 @@ class Editor {
   }
 
  private:
-  database::OdbcDriver driver_;
+  database::OdbcDriver odbc_;
+  database::KeepingDriver driver_{odbc_};
   tests::ScriptedScreen screen_;
   tests::FakeOperatingSystem system_;
   Services services_{screen_, system_};

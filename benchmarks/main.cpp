@@ -4,6 +4,7 @@
 
 #include "benchmarks/ContactWork.h"
 #include "benchmarks/GroupWork.h"
+#include "benchmarks/LineWork.h"
 #include "benchmarks/ListWork.h"
 #include "benchmarks/Load.h"
 
@@ -12,13 +13,18 @@ int main(int argc, char** argv) {
     std::fputs(
         "usage: benchmarks DATABASE...   (smallest first)\n"
         "       benchmarks --groups DATABASE\n"
-        "       benchmarks --server CONNECTION\n",
+        "       benchmarks --server CONNECTION\n"
+        "       benchmarks --line CONNECTION     (its rows go)\n",
         stderr);
     return 2;
   }
   try {
     if (argv[1] == std::string_view("--groups") && argc == 3) {
       ktrv::benchmarks::MeasureGroupWork(argv[2]);
+      return 0;
+    }
+    if (argv[1] == std::string_view("--line") && argc == 3) {
+      ktrv::benchmarks::MeasureLineWork(argv[2]);
       return 0;
     }
     if (argv[1] == std::string_view("--server") && argc == 3) {
