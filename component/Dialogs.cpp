@@ -17,7 +17,7 @@ forms::frmAddressBook& Dialogs::AddressBook() {
 
 void Dialogs::ShowAddressBook() {
   std::erase_if(former_, [](const auto& book) { return book->IsGone(); });
-  // A window on its way out may be in the middle of a command, or the host may have destroyed it.
+  // An unloaded window may still run a command, or the host may have destroyed its handle.
   const bool isOnItsWayOut = book_ && !book_->IsLoaded() && !book_->IsGone();
   if (book_ && (isOnItsWayOut || !BelongsToSession(*book_))) {
     former_.push_back(std::move(book_));

@@ -9,8 +9,8 @@
 
 namespace ktrv {
 
-/// The windows of one host thread. The address book window stays loaded between calls and is used
-/// again for the same user and database; the editors are made afresh for each call.
+/// The windows of one host thread. The address book window stays loaded between calls and is reused
+/// for the same user and database. Editors are created for each call.
 class Dialogs {
  public:
   /// \param session the host's; must outlive the dialogs.
@@ -22,21 +22,21 @@ class Dialogs {
   /// Opens the editors on behalf of the host.
   forms::Editors Editors;
 
-  /// The one address book window, made from the host's session when it is first asked for.
+  /// The address book window, created from the session on first use.
   forms::frmAddressBook& AddressBook();
 
-  /// Shows the address book to the session's user. A window that shows another user's, or another
-  /// database, is closed, and another one takes its place. The session's open connection becomes
-  /// the new window's. \throws Error
+  /// Shows the address book to the session's user. A window of another user or database is closed
+  /// and replaced. The session's open connection moves to a window that is not loaded yet;
+  /// otherwise it is closed. \throws Error
   void ShowAddressBook();
 
-  /// An object of the thread begins to use the windows.
+  /// Registers one more object of the thread as a user of the windows.
   void Join() noexcept { ++users_; }
-  /// \return whether it was the last one
+  /// Reverses one Join. \return true for the last object
   bool Leave() noexcept { return --users_ == 0; }
 
-  /// Unloads the windows that are loaded. A failure of one does not keep the others; it is logged.
-  /// The objects stay, because one of them may be in the middle of an event.
+  /// Unloads all loaded windows. A failure is logged and does not stop the others. The objects stay
+  /// alive because one of them may be handling an event.
   void UnloadAll() noexcept;
 
  private:
@@ -47,7 +47,7 @@ class Dialogs {
   int users_ = 0;
   std::unique_ptr<forms::frmAddressBook> book_;
   std::vector<std::unique_ptr<forms::frmAddressBook>>
-      former_;  ///< closed, and perhaps in the middle of an event
+      former_;  ///< closed; may still be handling an event
 };
 
 }  // namespace ktrv

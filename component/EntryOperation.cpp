@@ -11,7 +11,7 @@ std::optional<double> NumberOf(const Variant& admin) {
   return ParseNumber(Trim(ToText(admin)));
 }
 
-/// Takes over what the user's row says; an ADMIN that is neither 1 nor 0 says nothing.
+/// Stores the rights from the user's row. An ADMIN other than 1 or 0 changes nothing.
 void TakeAdmin(Session& session, const EntryOperation& operation, const Variant& admin) {
   const auto value = NumberOf(admin);
   if (value == 1) session.IsAdmin = UserType::Administrator;

@@ -4,22 +4,22 @@
 
 namespace ktrv {
 
-/// What tells one entry operation from the others in the guard and the rights check that all of
-/// them begin with.
+/// The parameters in which one entry operation differs from the others in the common guard and
+/// rights check.
 struct EntryOperation {
   StringView Name;
-  StringView NotInitialised;  ///< log line when Init did not succeed before
+  StringView NotInitialised;  ///< logged when Init has not succeeded
   StringView Context;         ///< context text of its error records
   /// What becomes shared for an administrator at the server.
   enum class Shared { Nothing, Contacts, Group } ForAdministrator = Shared::Nothing;
-  /// Whether a general user gets local groups whatever the host asked for.
+  /// Whether a general user gets local groups, overriding the host's argument.
   bool LocalGroupForGeneralUser = false;
   /// Whether the connection stays open when the user is refused.
   bool KeepsConnection = false;
 };
 
-/// The seven operations. Hosts' log readers match the texts literally, so their irregular blanks
-/// stay, and so does the line about editing a group that three others log as well.
+/// The seven operations. Log readers of hosts match these texts literally. So their irregular
+/// blanks stay, and three other operations log the line about editing a group.
 namespace EntryOperations {
 
 inline constexpr StringView kNoEditGroup =
@@ -75,12 +75,12 @@ inline constexpr EntryOperation kLoadFolders{
 
 }  // namespace EntryOperations
 
-/// Whether Init succeeded; when not, the user is told and the operation's line logged.
+/// \return whether Init succeeded; if not, shows a message and logs the operation's line
 bool CheckInitialised(Session& session, const EntryOperation& operation);
 
-/// Whether Session::SessionUserId may work, after setting IsAdmin and what the operation gives
-/// an administrator or a general user. A refused user is told. Leaves the connection open, but for
-/// most refusals. \throws Error when the database cannot be asked.
+/// Checks Session::SessionUserId in the database and sets IsAdmin and the operation's sharing mode.
+/// A refused user gets a message. The connection stays open, except after a refusal without
+/// KeepsConnection. \throws Error when the query fails
 bool CheckRights(Session& session, const EntryOperation& operation);
 
 }  // namespace ktrv

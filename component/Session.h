@@ -10,8 +10,9 @@
 
 namespace ktrv {
 
-/// The record of a host thread: what the host said, and what it reads back. Windows and dialogs do
-/// not work on it: they are made from it, and say here what they leave.
+/// The host's record of one thread: the arguments of its calls and the results it reads back.
+/// Windows and dialogs do not use it; they get a copy of their arguments, and their results are
+/// stored here.
 struct Session final : forms::HostRecord {
   /// Screen and system must outlive the session.
   Session(controls::Screen& screen, OperatingSystem& system, database::Environment environment);
@@ -21,14 +22,14 @@ struct Session final : forms::HostRecord {
   ktrv::Services Services;
   BookDatabase Database;
 
-  // The same by the names that all know.
+  // The published names of the members above.
   String& LogFilePath = Services.LogFilePath;
   ktrv::Logger& Logger = Services.Logger;
   std::unique_ptr<database::Connection>& SessionConnection = Database.Connection;
   String& SessionConnectionString = Database.ConnectionString;
   String& DbType = Database.DbType;
 
-  // The user and the run.
+  // User and run mode.
   std::int32_t SessionUserId = 0;
   UserType IsAdmin = UserType::GeneralUser;
   RunApplicationAt RunAt = RunApplicationAt::RuntAtClient;
@@ -66,11 +67,11 @@ struct Session final : forms::HostRecord {
   std::shared_ptr<TextCollection> SelectedNames;  ///< not published
   String ContactsName;
 
-  // Values of the properties of the same names, which nothing reads.
+  // Values of the properties of the same names; the component never uses them.
   String StoredLogFile;
   String StoredClientDBString;
 
-  /// What a window that is opened now works with, on a closed connection of its own.
+  /// A workplace for a new window: current user and database, with a closed connection of its own.
   Workplace Place();
   bool IsAdministrator() const { return IsAdmin == UserType::Administrator; }
   bool IsAtServer() const { return RunAt == RunApplicationAt::RuntAtServer; }

@@ -6,7 +6,7 @@
 namespace ktrv {
 namespace {
 
-/// The trimmed text of the query's one column. \throws Error NoCurrentRecord without a row.
+/// The trimmed value of the query's only column. \throws Error NoCurrentRecord when no row matches
 String LookUp(Session& session, const String& query, StringView column) {
   database::Recordset rows(session.Database.Environment);
   rows.Open(query, session.Database.Open());
@@ -15,15 +15,15 @@ String LookUp(Session& session, const String& query, StringView column) {
   return text;
 }
 
-/// \throws Error unless the folder can hold a group: one of any other folder has no place in the
-/// tree, which nobody could open any more.
+/// Allows only folders that the tree shows groups in; a group in any other folder could not be
+/// opened any more. \throws Error InvalidProcedureCall
 void CheckGroupFolder(Session& session, const String& folderId) {
   if (folderId == u"0") return;
   if (LookUp(session, data::EditorQueries::FolderType(folderId), u"TYPE") == u"S") return;
   throw Error(ErrorNumber::InvalidProcedureCall, u"Groups can be made in shared folders only");
 }
 
-/// The number as the database gives it back; a text that is no number as it is.
+/// Removes leading zeros, as the database returns an id; other texts stay unchanged.
 String WithoutZeros(StringView id) {
   while (id.size() > 1 && id.front() == u'0' && IsDecimalDigits(id)) id.remove_prefix(1);
   return String(id);
@@ -137,7 +137,7 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
   const auto work = [&](std::int32_t& result) {
     session_.GroupId.clear();
     const String folderId(Trim(m_FolderId));
-    // A local group is kept by the host, folder and all.
+    // Local groups and their folders are stored by the host.
     if (session_.GroupType == TypeOfGroup::SharedGroup) CheckGroupFolder(session_, folderId);
     dialogs_.Editors.Group(PlaceWithConnection(), {.GroupType = session_.GroupType,
                                                    .SharedMode = session_.SharedMode,
@@ -157,8 +157,8 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
     session_.GroupId = Trim(p_GroupId);
   };
   const auto work = [&](std::int32_t& result) {
-    // Only shared groups can be opened this way: for a local one the name is read from a result
-    // that was never opened, and that failure is the answer.
+    // Only shared groups can be edited here. For a local group `names` stays closed, so reading
+    // NAME throws and the call returns 0.
     session_.GroupName.clear();
     const String asGiven = session_.GroupId;
     const String id = WithoutZeros(asGiven);
@@ -173,7 +173,7 @@ std::int32_t clsMain::EditGroup(std::int32_t p_UserId, StringView p_GroupId,
                                                    .SharedMode = session_.SharedMode,
                                                    .GroupId = id,
                                                    .GroupName = session_.GroupName});
-    // The host finds its id as it wrote it.
+    // Restores the id exactly as the host wrote it.
     if (session_.GroupId == id) session_.GroupId = asGiven;
     result = 1;
     session_.Database.Close();
@@ -198,8 +198,8 @@ std::int32_t clsMain::LoadAddressBook(std::int32_t p_UserId) {
 }
 
 std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups) {
-  // This one takes its arguments even when it is refused for want of Init, and a refused call
-  // leaves no recipients of a former one that a host could send to.
+  // Arguments are stored even before Init. A refused call clears the previous recipients, so that a
+  // host cannot send to them.
   session_.SessionUserId = p_UserId;
   session_.ExpandGroups = p_ExpandGroups;
   const forms::Recipients none;
@@ -214,7 +214,7 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
                                       .GroupType = session_.GroupType,
                                       .SharedMode = session_.SharedMode,
                                       .ExpandGroups = session_.ExpandGroups};
-    // Whatever the host picked while the dialog was open.
+    // Overwrites recipients that the host picked while this dialog was open.
     const auto picked = dialogs_.Editors.Pick(session_.Place(), request);
     session_.Take(picked.value_or(none));
     session_.GroupType = request.GroupType;
@@ -227,7 +227,7 @@ std::int32_t clsMain::LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups)
 std::int32_t clsMain::LoadFolders(std::int32_t p_UserId) {
   const auto work = [&](std::int32_t& result) {
     session_.Database.Close();
-    // Local folders are kept nowhere any more: the editor opens, and its save fails and is logged.
+    // No table holds local folders any more: the editor opens, but its save fails and is logged.
     dialogs_.Editors.Folder(session_.Place(), {.FolderType = TypeOfFolder::LocalFolder});
     result = 1;
   };

@@ -7,11 +7,11 @@
 
 namespace ktrv {
 
-/// The component's one public class, free of COM: every member means what the member of the same
-/// name in the type library means. All objects of a thread share its session and its dialogs.
+/// The component's public class, without COM. Each member implements the member of the same name in
+/// the type library. All objects of a thread share one session and one set of dialogs.
 ///
-/// The entry operations answer 1 when their dialog was shown and 0 when a guard stopped them or a
-/// failure was trapped and logged.
+/// The entry operations return 1 when their dialog was shown, and 0 when a guard refused the call
+/// or a failure was trapped and logged.
 class clsMain {
  public:
   /// Both must outlive the object.
@@ -25,7 +25,7 @@ class clsMain {
   void SetLogFile(String path) { session_.StoredLogFile = std::move(path); }
   const String& ClientDBString() const { return session_.StoredClientDBString; }
   void SetClientDBString(String text) { session_.StoredClientDBString = std::move(text); }
-  /// The string of every later open of the session's connection. Windows that are open keep theirs.
+  /// The connection string for later opens of the session's connection. Open windows keep theirs.
   const String& RemoteDBString() const { return session_.SessionConnectionString; }
   void SetRemoteDBString(String text) { session_.SessionConnectionString = std::move(text); }
   const String& NewContactId() const { return session_.EditContactId; }
@@ -39,13 +39,13 @@ class clsMain {
   std::shared_ptr<TextCollection> SelectedMobileNos() const { return session_.SelectedMobileNos; }
   const String& strContactsName() const { return session_.ContactsName; }
 
-  /// \param p_ClientDBString accepted for old hosts; only the remote database is ever opened.
-  /// \param LogFile full path of the log, or blank for AddressBook.log beside the component.
+  /// \param p_ClientDBString ignored; accepted for old hosts.
+  /// \param LogFile full path of the log; blank selects AddressBook.log in the component's folder.
   /// \return 1 when the database could be opened, else 0
   std::int16_t Init(StringView p_ClientDBString, StringView p_RemoteDBString, std::int32_t p_Runfor,
                     StringView p_DbType, StringView LogFile);
-  /// \param p_ContactName, p_MobileNo accepted for old hosts, as p_GroupName of the group
-  /// operations is: the database says what is edited.
+  /// \param p_ContactName, p_MobileNo ignored; accepted for old hosts, like p_GroupName of the
+  /// group operations. The values come from the database.
   std::int32_t EditContacts(std::int32_t p_UserId, std::int32_t p_ContactType,
                             std::int32_t p_ContactID, StringView p_ContactName,
                             StringView p_MobileNo);
@@ -55,21 +55,21 @@ class clsMain {
                         StringView p_GroupName);
   std::int32_t EditGroup(std::int32_t p_UserId, StringView p_GroupId, std::int32_t p_GroupType,
                          StringView p_GroupName);
-  /// Shows the window without waiting; the host must keep its messages pumped.
+  /// Shows the window modeless and returns. The host must pump messages.
   std::int32_t LoadAddressBook(std::int32_t p_UserId);
   std::int32_t LoadRecipients(std::int32_t p_UserId, bool p_ExpandGroups);
   std::int32_t LoadFolders(std::int32_t p_UserId);
 
  private:
   using Step = std::function<void()>;
-  /// Shows the operation's dialog, or refuses to; sets `result` to 1 once it was shown, which holds
-  /// even when something fails after that.
+  /// Shows the operation's dialog or refuses. Sets `result` to 1 once the dialog was shown; later
+  /// failures do not change it.
   using Work = std::function<void(std::int32_t& result)>;
 
-  /// The common course of the operations: guard, arguments into the session, rights check, work.
+  /// The common steps of all operations: guard, store arguments, check rights, work.
   std::int32_t Enter(const EntryOperation& operation, const Step& takeArguments, const Work& work);
 
-  /// A workplace that gets the session's open connection.
+  /// A workplace that takes over the session's open connection.
   Workplace PlaceWithConnection();
 
   Session& session_;
