@@ -5,12 +5,12 @@
 #include "data/CommandText.h"
 #include "data/Dialect.h"
 
-/// Texts of the address book window: its tree, its counts and its lists. All lists have the same
-/// nine columns: id, NAME, SHARED, MOBILENO, EMAIL, ADDRESS, ORGANISATION, FOLDER_ID, CONTACTTYPE
-/// (1 contact, 2 group, 3 remote contact).
+/// Query texts of the address book window: tree, counts and lists. All lists have nine columns: id,
+/// NAME, SHARED, MOBILENO, EMAIL, ADDRESS, ORGANISATION, FOLDER_ID, CONTACTTYPE (1 contact, 2
+/// group, 3 remote contact).
 namespace ktrv::data::AddressBookQueries {
 
-// The tree. None of them says an order: nodes stand as the database returns them.
+// The tree. No ORDER BY: nodes appear in the order of the rows.
 inline constexpr StringView kSharedFolders =
     u"SELECT ID , NAME , PARENTFOLDERID FROM SMS_ABFOLDERS WHERE TYPE = 'S'";
 inline constexpr StringView kRemoteFolders =
@@ -18,7 +18,7 @@ inline constexpr StringView kRemoteFolders =
     u"'R'";
 inline constexpr StringView kGroups = u"SELECT ID,NAME,FOLDER_ID FROM SMS_ABGROUPS";
 
-// The counts: one integer parameter, one row with the column TOTALRECORDS.
+// The counts: one integer parameter; one row with the column TOTALRECORDS.
 inline constexpr StringView kCountFolderContacts =
     u"SELECT COUNT(1) AS TOTALRECORDS FROM SMS_ABCONTACTS WHERE FOLDER_ID = ?";
 inline constexpr StringView kCountRemoteContacts =
@@ -33,18 +33,18 @@ inline constexpr StringView kCountGroupMembers =
 enum class Count : std::size_t { FolderContacts, RemoteContacts, FolderGroups, GroupMembers };
 const std::vector<CommandText>& Counts();
 
-// The lists; empty when the dialect is None, but the remote folder's, which is the same for all.
-// Those with an id throw as WithId does.
+// The lists. They are empty for Dialect::None, except RemoteFolderItems, whose text is the same for
+// every dialect. Those with an id throw as WithId does.
 
 /// Contacts and groups outside any folder.
 String RootItems(Dialect dialect);
-/// Contacts and groups of a shared folder. Unlike the root's text it does not guard against null:
-/// in the SQL family a contact without a middle name is listed without a name.
+/// Contacts and groups of a shared folder. Unlike RootItems it does not replace nulls: in the SQL
+/// text a contact without a middle name has a null NAME.
 String FolderItems(Dialect dialect, StringView folderId);
-/// Remote contacts of the category that the folder maps, in the view's order.
+/// Remote contacts of the folder's mapped category, in the view's order.
 String RemoteFolderItems(StringView folderId);
-/// Members of a group. The SQL text takes every membership for the contact of that id, the Oracle
-/// text only those of type 'S'.
+/// Members of a group. The SQL text joins every membership to the contact with that id; the Oracle
+/// text only memberships of type 'S'.
 String GroupItems(Dialect dialect, StringView groupId);
 
 }  // namespace ktrv::data::AddressBookQueries

@@ -10,16 +10,16 @@ namespace ktrv::data {
 enum class ParameterKind {
   Integer,
   NarrowText,   ///< narrow for every dialect
-  DialectText,  ///< narrow for "MYSQL", wide for every other dialect
+  DialectText,  ///< narrow for "MYSQL", wide for all other words
 };
 
 struct CommandParameter {
   StringView Name;
   ParameterKind Kind = ParameterKind::Integer;
-  std::int64_t Size = 0;  ///< characters of a text
+  std::int64_t Size = 0;  ///< length of a text in characters
 };
 
-/// A text that is prepared before it runs, with its parameters.
+/// The text of a prepared statement and its parameters.
 struct CommandText {
   String Text;
   std::vector<CommandParameter> Parameters;

@@ -4,24 +4,23 @@
 
 namespace ktrv::data {
 
-/// The two families of texts that join or default text, and the case that neither is wanted.
+/// The two families of query texts (they concatenate and default text differently), or neither.
 enum class Dialect { None, Sql, Oracle };
 
-/// The family of the host's dialect word, compared exactly: "sql" and "MYSQL" name none. The
-/// address book window chooses its texts this way.
+/// The family of the host's dialect word, case-sensitive: "sql" and "MYSQL" give None. Used by the
+/// address book window.
 inline Dialect ExactDialect(StringView word) {
   if (word == u"ORACLE") return Dialect::Oracle;
   if (word == u"SQL") return Dialect::Sql;
   return Dialect::None;
 }
 
-/// The family of the host's dialect word, its case set aside: "Oracle" and "sql" count too. The
-/// group editor chooses its texts this way.
+/// The family of the host's dialect word, case-insensitive. Used by the group editor.
 inline Dialect FoldedDialect(StringView word) {
   return ExactDialect(ToUpperAscii(word));
 }
 
-/// Whether the host's dialect word asks for narrow text parameters.
+/// Whether the dialect word ("MYSQL" in any case) selects narrow text parameters.
 inline bool WantsNarrowText(StringView word) {
   return ToUpperAscii(word) == u"MYSQL";
 }

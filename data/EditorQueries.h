@@ -2,8 +2,8 @@
 
 #include "data/IdText.h"
 
-/// Texts that look up what an editor is opened for. The blanks are part of the texts, as in
-/// UserQueries. All throw as WithId does.
+/// Lookups before an editor opens. Hosts that trace statements match these texts, blanks included.
+/// All throw as WithId does.
 namespace ktrv::data::EditorQueries {
 
 /// FNAME of a shared contact.

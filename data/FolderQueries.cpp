@@ -25,7 +25,7 @@ const std::vector<CommandText>& All() {
       {u"SELECT * FROM SMS_ABFOLDERS WHERE REMOTE_CONTACTS_CATEGORY = ?", {kNarrowCategory}},
       {u"SELECT * FROM SMS_ABFOLDERS WHERE REMOTE_CONTACTS_CATEGORY = ? AND ID <> ?",
        {kNarrowCategory, kId}},
-      // The id goes as text here.
+      // Here the id is a text parameter.
       {u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS WHERE ID = ? ",
        {{u"ID", ParameterKind::NarrowText, 100}}},
       {u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS WHERE NAME = ? ",

@@ -4,9 +4,8 @@
 
 #include "data/CommandText.h"
 
-/// The prepared commands of the folder editor: their texts and parameters. The blanks in the
-/// texts, and the category's size that differs between insert and update, are those that hosts
-/// which watch their statements know.
+/// The prepared statements of the folder editor. Hosts that trace statements match them, so the
+/// irregular blanks stay, and so do the different sizes of the category in insert and update.
 namespace ktrv::data::FolderQueries {
 
 /// Indices into All().

@@ -7,7 +7,7 @@
 namespace ktrv::data::GroupQueries {
 namespace {
 
-/// Country code, one blank and mobile number, the blank left out without a country code.
+/// Country code, blank and mobile number; without a country code no blank.
 constexpr StringView kDisplaySql =
     u" (LTRIM(ISNULL(COUNTRYCODE , '') + ' ') + ISNULL(MOBILENO,'')) AS MOBILE_DISPLAY";
 constexpr StringView kDisplayOracle =
@@ -59,7 +59,7 @@ String Joined(std::initializer_list<StringView> pieces) {
   return text;
 }
 
-/// "(?, ?, ...)" with so many places.
+/// "(?, ?, ...)" with `count` placeholders.
 String Places(std::size_t count) {
   String text = u"(?";
   for (std::size_t place = 1; place < count; ++place) text += u", ?";

@@ -5,12 +5,12 @@
 #include "data/CommandText.h"
 #include "data/Dialect.h"
 
-/// Texts of the group editor and recipient picker. The lists have the six columns id, name, mobile
-/// number, country code, kind (1 contact, 2 group, 3 remote contact) and mobile display, in this
-/// order; their names differ between the texts.
+/// Query texts of the group editor and the recipient picker. The lists have six columns in this
+/// order: id, name, mobile number, country code, kind (1 contact, 2 group, 3 remote contact),
+/// mobile display. Column names differ between the texts.
 namespace ktrv::data::GroupQueries {
 
-// The prepared texts, which are the same for every engine.
+// Texts of prepared statements, the same for every engine.
 inline constexpr StringView kFolder =
     u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS WHERE ID = ? ";
 inline constexpr StringView kFolders =
@@ -39,8 +39,8 @@ inline constexpr StringView kContact =
 inline constexpr StringView kGroup = u"SELECT NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE ID = ?";
 inline constexpr StringView kMemberships =
     u"SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ?";
-/// Both kinds of members of a group, its id given twice. One text for all: on an engine that has no
-/// TO_CHAR, expanding a group fails.
+/// Shared and remote members of a group; the group id is passed twice. The text uses TO_CHAR for
+/// every engine, so expanding a group fails where TO_CHAR is unknown and not rewritten.
 inline constexpr StringView kExpandedMembers =
     u"SELECT TO_CHAR(ID) AS ID, FNAME, MOBILENO, COUNTRYCODE "
     u"FROM SMS_ABCONTACTS C,SMS_ABGROUPMAPS M "
@@ -50,7 +50,7 @@ inline constexpr StringView kExpandedMembers =
     u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M "
     u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID = ? AND M.CONTACT_TYPE = 'R'";
 
-/// What is asked besides the lists: indices into Commands().
+/// Indices into Commands().
 enum class Name : std::size_t {
   Folder,
   Folders,
@@ -75,31 +75,31 @@ enum class Name : std::size_t {
   RemoteContactsAmongMany,
 };
 
-/// Which of so many contacts there are; each id is a parameter.
+/// Selects those of `count` contact ids that exist; one parameter each.
 String ContactsAmong(std::size_t count);
-/// The same for remote contacts and their codes.
+/// The same for codes of remote contacts.
 String RemoteContactsAmong(std::size_t count);
 
-/// How many ids the commands ContactsAmong and RemoteContactsAmong take.
+/// Parameter count of ContactsAmong and RemoteContactsAmong in Commands().
 inline constexpr std::size_t kAmong = 100;
-/// The same for ContactsAmongMany and RemoteContactsAmongMany: few enough for every engine.
+/// Parameter count of ContactsAmongMany and RemoteContactsAmongMany; within the limit of every
+/// engine.
 inline constexpr std::size_t kAmongMany = 500;
 
-/// The prepared texts. Only the name of a new group follows the dialect; every other text is narrow
-/// always, as the servers that the commands were tuned for index their columns.
+/// The prepared statements. Only the name of a new group depends on the dialect. All other texts
+/// are narrow, to match the indexed columns of the servers.
 const std::vector<CommandText>& Commands();
 
-/// Who asks for the candidates: the picker is offered groups too, the editor is not, since no group
-/// can be a member of a group.
+/// The picker lists groups too. The editor does not, because a group cannot be a member of a group.
 enum class Purpose { EditGroup, PickRecipients };
 
-// The lists; empty when the dialect is None. They throw as WithId does.
+// The lists; empty for Dialect::None. They throw as WithId does.
 
-/// Contacts of a shared folder (0: those outside any folder), for the picker with its groups.
+/// Contacts of a shared folder (0: outside any folder); for the picker also its groups.
 String SharedCandidates(Dialect dialect, Purpose purpose, StringView folderId);
-/// Remote contacts of the category that the folder maps.
+/// Remote contacts of the folder's mapped category.
 String RemoteCandidates(Dialect dialect, Purpose purpose, StringView folderId);
-/// Members of a group. The SQL text lists contacts only, the Oracle text remote members too.
+/// Members of a group. The SQL text lists contacts only; the Oracle text remote contacts too.
 String Members(Dialect dialect, StringView groupId);
 
 }  // namespace ktrv::data::GroupQueries

@@ -4,9 +4,9 @@
 
 namespace ktrv::data {
 
-/// The text with every place for the id replaced by it.
-/// \throws Error TypeMismatch unless the id is decimal digits and nothing else, so that no key of a
-/// damaged database becomes part of a statement.
+/// Replaces each occurrence of `place` in `text` by the id.
+/// \throws Error TypeMismatch unless the id consists of decimal digits only. Prevents SQL injection
+/// through a damaged database.
 String WithId(StringView text, StringView id, StringView place = u"{id}");
 
 }  // namespace ktrv::data

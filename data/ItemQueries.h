@@ -2,16 +2,16 @@
 
 #include "data/IdText.h"
 
-/// Texts of the address book window's item commands, the same for every engine and each a statement
-/// of its own. All throw as WithId does.
+/// Query texts of the address book's item commands, the same for every engine, one statement each.
+/// All throw as WithId does.
 namespace ktrv::data::ItemQueries {
 
-/// Makes a contact a member of a group. Names no columns: the values stand in the table's order.
+/// Adds a contact to a group. No column list: the values follow the table's column order.
 inline String InsertMember(StringView groupId, StringView contactId) {
   return WithId(WithId(u"INSERT INTO SMS_ABGROUPMAPS VALUES({group},{id}, 'S')", contactId),
                 groupId, u"{group}");
 }
-/// Whether it is one.
+/// Selects the contact's membership in the group; no row when it is not a member.
 inline String Membership(StringView groupId, StringView contactId) {
   return WithId(WithId(u"SELECT GROUP_ID FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {group} AND "
                        u"CONTACT_ID = '{id}' AND CONTACT_TYPE = 'S'",
@@ -26,7 +26,7 @@ inline String DeleteMembers(StringView groupId) {
   return WithId(u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {id}", groupId);
 }
 
-/// The groups in a folder, which stands in the way of its deletion.
+/// The groups in a folder; a folder with groups is not deleted.
 inline String GroupsInFolder(StringView folderId) {
   return WithId(u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = {id}", folderId);
 }
@@ -40,8 +40,8 @@ inline String DeleteFolder(StringView folderId) {
 inline String DeleteContact(StringView contactId) {
   return WithId(u"DELETE FROM SMS_ABCONTACTS WHERE ID = {id}", contactId);
 }
-/// The column is text, and the type is not tested: a remote contact's membership whose code is the
-/// contact's id goes too.
+/// CONTACT_ID is text and CONTACT_TYPE is not tested: memberships of a remote contact whose code
+/// equals the contact's id are deleted too.
 inline String DeleteMemberships(StringView contactId) {
   return WithId(u"DELETE FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '{id}'", contactId);
 }

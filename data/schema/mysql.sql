@@ -1,8 +1,9 @@
--- The address book's own tables on MariaDB (10.3 or later) and MySQL (8.0.23 or later). Lengths are
--- those that the editors let a user type, counted in characters.
--- AUTO_INCREMENT assigns the ids. It is unique among many who add at once, and in a cluster, where
--- ids may leave gaps; the component reads it back from its own session.
--- The collation takes capital and small letters, and letters with and without accents, for the same.
+-- The address book's own tables on MariaDB (10.3 or later) and MySQL (8.0.23 or later).
+-- Lengths are the limits of the editors, in characters.
+-- AUTO_INCREMENT assigns unique ids also for concurrent inserts and in a cluster; ids may have
+-- gaps.
+-- The component reads a new id back on its own connection.
+-- The collation ignores case and accents.
 
 CREATE TABLE SMS_ABFOLDERS (
   ID                       INTEGER      NOT NULL AUTO_INCREMENT PRIMARY KEY,
@@ -43,13 +44,13 @@ CREATE TABLE SMS_ABCONTACTS (
 
 CREATE TABLE SMS_ABGROUPS (
   ID        INTEGER      NOT NULL AUTO_INCREMENT PRIMARY KEY,
-  NAME      VARCHAR(100) NOT NULL UNIQUE,                    -- a new group's id is read back by it
+  NAME      VARCHAR(100) NOT NULL UNIQUE,                    -- looks up the id of a new group
   FOLDER_ID INTEGER      NOT NULL DEFAULT 0,
   INDEX IX_SMS_ABGROUPS_FOLDER (FOLDER_ID)
 ) ENGINE = InnoDB DEFAULT CHARACTER SET utf8mb4 COLLATE utf8mb4_unicode_520_ci;
 
--- The order of the columns is relied upon by an insert that names none. The invisible key is for
--- replication, which finds rows by it.
+-- The component inserts without a column list and relies on this column order. The invisible key
+-- identifies the rows for replication.
 CREATE TABLE SMS_ABGROUPMAPS (
   GROUP_ID     INTEGER     NOT NULL,
   CONTACT_ID   VARCHAR(50) NOT NULL,                         -- a contact's id or a remote contact's code

@@ -1,6 +1,6 @@
--- The address book's own tables on SQLite. Lengths are those that the editors let a user type.
--- A column declared INTEGER PRIMARY KEY is assigned by the engine; AUTOINCREMENT keeps the id of a
--- deleted row from coming back as somebody else's in the memberships that the row left behind.
+-- The address book's own tables on SQLite. Lengths are the limits of the editors.
+-- An INTEGER PRIMARY KEY is assigned by SQLite. AUTOINCREMENT prevents the reuse of a deleted row's
+-- id, which may still be in memberships.
 
 CREATE TABLE SMS_ABFOLDERS (
   ID                       INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -10,7 +10,7 @@ CREATE TABLE SMS_ABFOLDERS (
   USER_ID                  INTEGER,
   REMOTE_CONTACTS_CATEGORY VARCHAR(100)
 );
--- Not unique: a remote folder may be named like any other folder.
+-- Not unique: a remote folder may have the name of another folder.
 CREATE INDEX IX_SMS_ABFOLDERS_NAME ON SMS_ABFOLDERS (NAME);
 CREATE INDEX IX_SMS_ABFOLDERS_CATEGORY ON SMS_ABFOLDERS (REMOTE_CONTACTS_CATEGORY);
 
@@ -42,12 +42,12 @@ CREATE INDEX IX_SMS_ABCONTACTS_FOLDER ON SMS_ABCONTACTS (FOLDER_ID);
 
 CREATE TABLE SMS_ABGROUPS (
   ID        INTEGER PRIMARY KEY AUTOINCREMENT,
-  NAME      VARCHAR(100) NOT NULL UNIQUE,                    -- a new group's id is read back by it
+  NAME      VARCHAR(100) NOT NULL UNIQUE,                    -- looks up the id of a new group
   FOLDER_ID INTEGER      NOT NULL DEFAULT 0
 );
 CREATE INDEX IX_SMS_ABGROUPS_FOLDER ON SMS_ABGROUPS (FOLDER_ID);
 
--- The order of the columns is relied upon by an insert that names none.
+-- The component inserts without a column list and relies on this column order.
 CREATE TABLE SMS_ABGROUPMAPS (
   GROUP_ID     INTEGER     NOT NULL,
   CONTACT_ID   VARCHAR(50) NOT NULL,                         -- a contact's id or a remote contact's code

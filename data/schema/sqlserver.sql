@@ -1,9 +1,8 @@
--- The address book's own tables on SQL Server (2012 or later), for sqlcmd. Lengths are those that
--- the editors let a user type, counted in UTF-16 units as the editors do.
--- An identity column assigns the ids. The component reads a new contact's back with @@IDENTITY,
--- which belongs to its own session; so no trigger on SMS_ABCONTACTS may insert into a table that has
--- an identity column of its own.
--- Dates are DATETIME, which every driver of SQL Server knows as a date.
+-- The address book's own tables on SQL Server (2012 or later), for sqlcmd.
+-- Lengths are the limits of the editors, in UTF-16 units.
+-- An identity column assigns the ids. The component reads a new contact's id with @@IDENTITY of its
+-- session, so no trigger on SMS_ABCONTACTS may insert into another table with an identity column.
+-- Dates are DATETIME, which every driver for SQL Server reports as a date.
 
 CREATE TABLE SMS_ABFOLDERS (
   ID                       INT IDENTITY(1, 1) NOT NULL PRIMARY KEY,
@@ -13,7 +12,7 @@ CREATE TABLE SMS_ABFOLDERS (
   USER_ID                  INT,
   REMOTE_CONTACTS_CATEGORY NVARCHAR(100)
 );
--- Not unique: a remote folder may be named like any other folder.
+-- Not unique: a remote folder may have the name of another folder.
 CREATE INDEX IX_SMS_ABFOLDERS_NAME ON SMS_ABFOLDERS (NAME);
 CREATE INDEX IX_SMS_ABFOLDERS_CATEGORY ON SMS_ABFOLDERS (REMOTE_CONTACTS_CATEGORY);
 
@@ -45,14 +44,14 @@ CREATE INDEX IX_SMS_ABCONTACTS_FOLDER ON SMS_ABCONTACTS (FOLDER_ID);
 
 CREATE TABLE SMS_ABGROUPS (
   ID        INT IDENTITY(1, 1) NOT NULL PRIMARY KEY,
-  NAME      NVARCHAR(100) NOT NULL UNIQUE,                   -- a new group's id is read back by it
+  NAME      NVARCHAR(100) NOT NULL UNIQUE,                   -- looks up the id of a new group
   FOLDER_ID INT           NOT NULL DEFAULT 0
 );
 CREATE INDEX IX_SMS_ABGROUPS_FOLDER ON SMS_ABGROUPS (FOLDER_ID);
 
--- The order of the columns is relied upon by an insert that names none. SQL Server turns CONTACT_ID
--- to a number to compare it with a contact's id, so a group with a remote member whose code is no
--- number cannot be listed.
+-- The component inserts without a column list and relies on this column order. SQL Server converts
+-- CONTACT_ID to a number to compare it with a contact's id, so a group with a non-numeric remote
+-- member cannot be listed.
 CREATE TABLE SMS_ABGROUPMAPS (
   GROUP_ID     INT          NOT NULL,
   CONTACT_ID   NVARCHAR(50) NOT NULL,                        -- a contact's id or a remote contact's code
