@@ -8,7 +8,7 @@ namespace {
 
 const String kNoText;
 
-/// \throws std::bad_alloc
+/// The exception being handled, as an Error. \throws std::bad_alloc
 Error Describe() {
   try {
     throw;

@@ -8,7 +8,7 @@
 
 namespace ktrv {
 
-/// The numbers that an automation programmer knows failures by.
+/// Error numbers as automation programmers know them.
 namespace ErrorNumber {
 inline constexpr std::int32_t InvalidProcedureCall = 5;
 inline constexpr std::int32_t Overflow = 6;
@@ -22,9 +22,9 @@ inline constexpr std::int32_t InvalidPropertyValue = 380;
 inline constexpr std::int32_t PropertyReadOnly = 383;
 inline constexpr std::int32_t ActionNotSupported = 445;
 inline constexpr std::int32_t KeyInUse = 457;
-inline constexpr std::int32_t ElementNotFound = 35601;  ///< no tree node of that key
-inline constexpr std::int32_t KeyNotUnique = 35602;     ///< a tree node of that key exists
-// Of the data objects, as ADO numbers them.
+inline constexpr std::int32_t ElementNotFound = 35601;  ///< no tree node with that key
+inline constexpr std::int32_t KeyNotUnique = 35602;     ///< the tree has a node with that key
+// Data objects; the numbers of ADO.
 inline constexpr std::int32_t InvalidArgument = 3001;
 inline constexpr std::int32_t NoCurrentRecord = 3021;
 inline constexpr std::int32_t NotUpdatable = 3251;
@@ -35,7 +35,7 @@ inline constexpr std::int32_t ObjectOpen = 3705;
 inline constexpr std::int32_t InvalidConnection = 3709;
 inline constexpr std::int32_t StillExecuting = 3711;
 inline constexpr std::int32_t OperationCancelled = 3712;
-// Of the database driver.
+// Database driver.
 inline constexpr std::int32_t DriverFailure = -2147467259;       ///< unspecified (0x80004005)
 inline constexpr std::int32_t SyntaxOrPermission = -2147217900;  ///< text refused (0x80040E14)
 inline constexpr std::int32_t NoCommandText = -2147217908;       ///< empty text (0x80040E0C)
@@ -49,15 +49,15 @@ inline constexpr std::int32_t TimedOut = -2147217871;            ///< time-out (
 inline constexpr std::int32_t CommandCancelled = -2147217842;    ///< cancelled (0x80040E4E)
 }  // namespace ErrorNumber
 
-/// A failure as it travels through the component and into the log.
+/// An exception with the fields of an error record in the log.
 class Error final : public std::exception {
  public:
-  /// \param lastSystemError the operating system's code that the failing call left; 0 when none.
+  /// \param lastSystemError the operating system's error code of the failing call; 0 for none.
   Error(std::int32_t number, String description, String source = u"KTRVAddressBook",
         std::uint32_t lastSystemError = 0);
 
-  /// The failure that is being handled, as an Error whatever was thrown. Call in a catch block
-  /// only. When memory is too short to describe it, it is OutOfMemory without a description.
+  /// The exception being handled, converted to an Error. Call only in a catch block. When memory is
+  /// exhausted, the result is OutOfMemory without a description.
   static Error Current() noexcept;
 
   std::int32_t Number() const noexcept { return number_; }
@@ -75,7 +75,7 @@ class Error final : public std::exception {
 
   std::int32_t number_;
   std::uint32_t lastSystemError_ = 0;
-  /// Shared, because a failure must be copied without one of its own; null without memory.
+  /// Shared, because copying an exception must not throw; null when memory was exhausted.
   std::shared_ptr<const Texts> texts_;
 };
 

@@ -15,10 +15,9 @@ bool IsValidEmail(StringView address) {
   const std::size_t dot = address.find(u'.');
   if (at == StringView::npos || dot == StringView::npos) return false;
   if (address.find(u'@', at + 1) != StringView::npos) return false;
-  // The look at what follows the first "." is as wide as the "."'s position has digits, plus one.
-  // So
-  // ".." behind position 9 is only caught at the end of the address. Addresses that the server
-  // already holds depend on it.
+  // The check for ".." after the first "." compares as many units as the position of the "." has
+  // digits, plus one. So ".." after position 9 is found only at the end of the address. Kept
+  // because the server already holds such addresses.
   const std::size_t window = ToDecimal(static_cast<std::int64_t>(dot) + 1).size() + 1;
   if (address.substr(dot, window) == u"..") return false;
   return address.back() != u'.' && address.front() != u'@' && address.substr(at, 2) != u"@." &&

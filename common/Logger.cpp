@@ -15,12 +15,12 @@ String Separator(StringView word) {
   return stars + String(word) + stars;
 }
 
-/// Whether it would break a line or command a terminal that shows the log.
+/// Whether the unit would break a log line or control a terminal that shows the log.
 bool IsControl(char16_t unit) {
   return unit < u' ' || (unit >= 0x7F && unit <= 0x9F) || unit == 0x2028 || unit == 0x2029;
 }
 
-/// The text as it may stand in the log: on one line, and without a password.
+/// The text for the log: on one line, with passwords masked.
 String OneLine(StringView text) {
   String line = HidePasswords(text);
   std::ranges::replace_if(line, IsControl, u' ');
@@ -52,7 +52,7 @@ void Logger::WriteLog(StringView path, StringView line, bool write, bool flush) 
   try {
     system_.Append(path, ToUtf8(OneLine(line) + String(kEndOfLine)), flush);
   } catch (...) {
-    // A log that cannot be written must not stop the host's work.
+    // Failing to log must not stop the host.
   }
 }
 
@@ -74,7 +74,7 @@ void Logger::LogError(StringView path, const Error& error, StringView context,
     for (const String& line : lines) record.append(line).append(kEndOfLine);
     system_.Append(path, ToUtf8(record), false);
   } catch (...) {
-    // As in WriteLog.
+    // Same as in WriteLog.
   }
 }
 

@@ -9,10 +9,10 @@
 
 namespace ktrv {
 
-/// The title of every message box of the component.
+/// The title of all message boxes.
 inline constexpr StringView kMessageTitle = u"TALVERO Notification Server";
 
-/// Styles of message boxes and the buttons that they answer, as Windows codes them.
+/// Styles and return values of message boxes, with the values of Windows.
 namespace MessageStyle {
 inline constexpr std::int32_t Ok = 0;
 inline constexpr std::int32_t OkCancel = 1;
@@ -30,32 +30,29 @@ inline constexpr std::int16_t Yes = 6;
 inline constexpr std::int16_t No = 7;
 }  // namespace MessageAnswer
 
-/// Writes the log file and shows message boxes. The file is UTF-8 with CR LF at the end of a line;
-/// it is opened, appended to in one piece and closed for every record, so that several host
-/// processes can write one log. A log that cannot be written is left unwritten: logging never
-/// fails. Control characters and line separators become blanks, so that a line stays a line, and
-/// the values of a connection string's password keywords become "***".
+/// Writes the log file and shows message boxes. The log is UTF-8 with CR LF line ends. Each record
+/// is appended with one write to a newly opened file, so several host processes can share a log.
+/// Logging never fails; a record that cannot be written is lost. Control characters and line
+/// separators are replaced by blanks, and passwords of connection strings by "***".
 class Logger {
  public:
-  /// Shows a modal box with (text, title, style) and returns the button pressed.
+  /// Shows a modal box (text, title, style) and returns the pressed button.
   using MessageBox = std::function<std::int16_t(StringView, StringView, std::int32_t)>;
 
   /// \param system must outlive the logger.
   Logger(OperatingSystem& system, MessageBox messageBox);
 
   /// Appends one line.
-  /// \param write false leaves the line out. \param flush whether the line is to be on the disk
-  /// when the call returns: wanted for the few lines of the initialisation, which explain a host
-  /// that died.
+  /// \param write false: does nothing. \param flush true: the line is on disk when the call
+  /// returns. Used for the few initialisation lines, which help when a host crashes.
   void WriteLog(StringView path, StringView line, bool write, bool flush) noexcept;
 
-  /// Appends one error record: a separator, the context text on a line of its own, the five
-  /// labelled lines and a closing separator. \param code 0 always; kept for the callers' sake.
-  /// \param write false leaves the record out.
+  /// Appends one error record: separator, context text, five labelled lines, closing separator.
+  /// \param code always 0; unused. \param write false: does nothing.
   void LogError(StringView path, const Error& error, StringView context, std::int32_t code,
                 bool write) noexcept;
 
-  /// Shows a modal message box titled kMessageTitle and returns the button pressed (MessageAnswer).
+  /// Shows a modal message box titled kMessageTitle. \return the pressed button (MessageAnswer)
   std::int16_t ShowMessage(StringView text, std::int32_t style);
 
  private:

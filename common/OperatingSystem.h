@@ -7,21 +7,21 @@
 
 namespace ktrv {
 
-/// What the log needs from the operating system.
+/// The operating system functions that the log needs.
 class OperatingSystem {
  public:
   virtual ~OperatingSystem() = default;
 
-  /// Appends the bytes to the file in one piece, whatever other processes append at the same time,
-  /// and closes it again. The file is made when there is none; its folder is not.
-  /// \param flush whether the bytes are to be on the disk before the call returns.
+  /// Appends the bytes to the file in one piece, also while other processes append to it. Creates a
+  /// missing file, but not its folder.
+  /// \param flush true: the bytes are on disk when the call returns.
   /// \throws Error DriverFailure when the file cannot be written.
   virtual void Append(StringView path, std::string_view bytes, bool flush) = 0;
 
-  /// The wall clock in the user's time zone.
+  /// The local time.
   virtual DateTime Now() = 0;
 
-  /// The folder that holds the component, without a separator at the end.
+  /// The folder of the component, without a trailing separator.
   virtual String ComponentDirectory() = 0;
 };
 

@@ -13,7 +13,7 @@ bool IsLetterOrDigit(char16_t unit) {
          (unit >= u'A' && unit <= u'Z') || unit > 0x7F;
 }
 
-/// Whether the text ends with a keyword whose value is a password.
+/// Whether the text ends with a password keyword.
 bool EndsWithKeyword(StringView text) {
   while (!text.empty() && text.back() <= u' ') text.remove_suffix(1);
   return std::ranges::any_of(
@@ -23,7 +23,7 @@ bool EndsWithKeyword(StringView text) {
       });
 }
 
-/// Where the value that begins at the start of the text ends, quotes and all.
+/// The end of the value that starts at position 0, including quotes.
 std::size_t EndOfValue(StringView text) {
   const char16_t first = text.empty() ? u'\0' : text[0];
   const char16_t quote = first == u'{' ? u'}' : first;
@@ -35,7 +35,7 @@ std::size_t EndOfValue(StringView text) {
     if (text[at] != quote) {
       ++at;
     } else if (at + 1 < text.size() && text[at + 1] == quote) {
-      at += 2;  // a doubled one stands for itself
+      at += 2;  // a doubled quote is an escaped one
     } else {
       return at + 1;
     }
@@ -61,7 +61,8 @@ std::vector<Value> PasswordValues(StringView text) {
   return values;
 }
 
-/// The passwords of a connection string in each form in which a driver may repeat them.
+/// The passwords of a connection string: as written, without quotes, and unescaped. Drivers may
+/// repeat any of these forms.
 std::vector<String> PasswordsOf(StringView connectionString) {
   std::vector<String> passwords;
   for (const Value& value : PasswordValues(connectionString)) {
@@ -113,7 +114,7 @@ String HidePasswords(StringView text) {
 String HidePasswords(StringView text, StringView connectionString, StringView password) {
   std::vector<String> passwords = PasswordsOf(connectionString);
   passwords.emplace_back(password);
-  // The longest first: a shorter form may be a part of a longer one.
+  // The longest first: a shorter one may be part of a longer one.
   std::ranges::sort(passwords, std::ranges::greater(), &String::size);
   String hidden = HidePasswords(text);
   for (const String& each : passwords) Hide(hidden, each);

@@ -4,12 +4,12 @@
 
 namespace ktrv {
 
-/// The text with "***" in the place of each value that a connection string's password keyword has
-/// in it ("PWD=…", "Password=…"). A value that is not quoted is taken to go on to the next ";".
+/// Replaces the value of each password keyword ("PWD=...", "Password=...") by "***". An unquoted
+/// value extends to the next ";".
 String HidePasswords(StringView text);
 
-/// The same, and also without the passwords of the connection string and without `password`,
-/// wherever they stand in the text. Those of less than four characters are looked for as words.
+/// Also replaces each occurrence of the connection string's passwords and of `password`. Passwords
+/// of less than four characters are replaced only as whole words.
 String HidePasswords(StringView text, StringView connectionString, StringView password = {});
 
 }  // namespace ktrv

@@ -2,7 +2,7 @@
 
 namespace ktrv {
 
-/// The first and the second UTF-16 unit of a character that takes two.
+/// First (high) and second (low) unit of a surrogate pair.
 constexpr bool IsHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
 }

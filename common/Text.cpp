@@ -14,7 +14,7 @@ char16_t UpperAscii(char16_t unit) {
   return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
 
-/// The units that a number can be made of, as bytes; stops at the first unit beyond ASCII.
+/// The ASCII units at the start of the text, as bytes.
 std::string AsciiPrefix(StringView text) {
   std::string bytes;
   for (const char16_t unit : text) {
@@ -28,7 +28,7 @@ bool IsDigit(char16_t unit) {
   return unit >= u'0' && unit <= u'9';
 }
 
-/// "+5" is a number to people and to databases, not to std::from_chars.
+/// Removes a leading "+", which std::from_chars does not accept.
 StringView WithoutPlus(StringView text) {
   const bool plus =
       text.size() > 1 && text.front() == u'+' && (IsDigit(text[1]) || text[1] == u'.');
@@ -49,8 +49,8 @@ void AppendUtf8(std::string& bytes, char32_t code) {
   }
 }
 
-/// One code point of valid UTF-8 at the start of `bytes`, with its length in bytes; length 0 when
-/// the bytes there are not valid (overlong forms and surrogates included).
+/// One code point and its length in bytes. Length 0 for invalid UTF-8, which includes overlong
+/// forms and surrogates.
 struct Decoded {
   char32_t Code = 0;
   std::size_t Length = 0;

@@ -7,44 +7,44 @@
 
 namespace ktrv {
 
-/// Text as in the host's BSTRs: UTF-16. Lengths, positions and limits count UTF-16 units.
+/// UTF-16 text, like the host's BSTRs. Lengths, positions and limits count UTF-16 units.
 using String = std::u16string;
 using StringView = std::u16string_view;
 
-/// Without the blanks (U+0020, and nothing else) at the start.
+/// Removes leading blanks (U+0020 only).
 StringView LTrim(StringView text);
 
-/// Without the blanks (U+0020, and nothing else) at both ends.
+/// Removes leading and trailing blanks (U+0020 only).
 StringView Trim(StringView text);
 
-/// With a to z as capitals and every other unit unchanged: for dialect words and key texts, not for
-/// names (controls::Language folds those).
+/// Converts a to z to upper case; leaves all other units. For dialect words and keys. For names use
+/// controls::Language.
 String ToUpperAscii(StringView text);
 
-/// Whether two names of columns or keys are the same but for the case of a to z.
+/// Compares two names of columns or keys; ignores the case of a to z.
 bool EqualsIgnoringCase(StringView left, StringView right);
 
-/// Decimal text without leading zeros, with "-" when negative.
+/// Decimal digits without leading zeros; "-" for negative numbers.
 String ToDecimal(std::int64_t number);
 
-/// Whether the text is one or more of the digits 0 to 9 and nothing else: the only form in which an
-/// id may be written into the text of a query.
+/// Whether the text consists of one or more digits 0 to 9. Only such an id may become part of a
+/// query text.
 bool IsDecimalDigits(StringView text);
 
-/// The whole text as a decimal number with an optional sign; nothing when it is anything else or
-/// leaves the range.
+/// The whole text as a decimal integer with optional sign; nullopt for other texts and out of
+/// range.
 std::optional<std::int64_t> ParseInteger(StringView text);
 
-/// The whole text as a number in the form of the "C" locale; nothing when it is anything else.
+/// The whole text as a number in the "C" locale; nullopt for other texts and infinite numbers.
 std::optional<double> ParseNumber(StringView text);
 
-/// The value of the number that the text starts with after blanks; 0 when it starts with none.
+/// The number at the start of the text, after blanks; 0 when there is none.
 double LeadingNumber(StringView text);
 
-/// UTF-8 of the text; a surrogate without its partner becomes U+FFFD.
+/// Converts to UTF-8; an unpaired surrogate becomes U+FFFD.
 std::string ToUtf8(StringView text);
 
-/// UTF-16 of UTF-8; each byte that is no part of a valid sequence becomes U+FFFD.
+/// Converts from UTF-8; each invalid byte becomes U+FFFD.
 String FromUtf8(std::string_view bytes);
 
 }  // namespace ktrv

@@ -29,7 +29,7 @@ bool TextIndex::Add(StringView text) {
 
 void TextIndex::Reserve(std::size_t count) {
   constexpr std::size_t kFewest = 16;
-  // At most two slots of three are taken, so that a search ends after few looks.
+  // Load factor of at most 2/3, so that probe sequences stay short.
   const std::size_t slots = std::bit_ceil(std::max(count + count / 2, kFewest));
   if (slots > slots_.size()) Spread(slots);
 }

@@ -8,20 +8,20 @@
 
 namespace ktrv {
 
-/// Many texts, each once, numbered from 0 in the order in which they came. They lie one behind the
-/// other in memory, because that many small objects would be slow to reach.
+/// A set of texts, numbered from 0 in insertion order. All texts are stored in one contiguous
+/// string, because many small objects would be slow to reach.
 class TextIndex {
  public:
-  /// The text's number; none when it is not there. Letter case counts. \param guess a number that
-  /// is looked at first, which is quicker when it is the one: in a long row the one after the last.
+  /// The text's number, or nullopt. Case-sensitive. \param guess number to compare first; in a long
+  /// sequential run the number after the last hit saves the hash lookup.
   std::optional<std::size_t> Find(StringView text, std::size_t guess = 0) const;
   bool Contains(StringView text) const { return Find(text).has_value(); }
 
-  /// Gives the text the next number. \return false when it was there already. \throws
-  /// std::length_error for more than 4 Gi units in all.
+  /// Appends the text with the next number. \return false if the text is already there. \throws
+  /// std::length_error above 4 Gi units in total
   bool Add(StringView text);
 
-  /// Makes room for so many texts in all.
+  /// Reserves slots for `count` texts in total.
   void Reserve(std::size_t count);
   void Clear();
   std::size_t Count() const { return ends_.size(); }
@@ -36,13 +36,13 @@ class TextIndex {
 
   static std::uint32_t HashOf(StringView text);
   StringView At(std::size_t number) const;
-  /// The slot of the text, or the free one where it belongs. There must be a free one.
+  /// The text's slot, or the free slot to insert it. Requires a free slot.
   std::size_t Place(StringView text, std::uint32_t hash) const;
-  /// Spreads the texts over so many slots. \param slots a power of 2, more than there are texts.
+  /// Rehashes into `slots` slots. \param slots a power of 2, greater than the number of texts
   void Spread(std::size_t slots);
 
   String texts_;
-  std::vector<std::uint32_t> ends_;  ///< where each text ends in texts_
+  std::vector<std::uint32_t> ends_;  ///< end of each text in texts_
   std::vector<Slot> slots_;
 };
 

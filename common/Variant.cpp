@@ -54,7 +54,7 @@ std::int64_t Rounded(double number) {
   return static_cast<std::int64_t>(whole);
 }
 
-/// The number of exactly `width` digits at the start, which are taken off the text.
+/// Removes exactly `width` digits from the start of the text and returns their value.
 std::optional<int> TakeDigits(StringView& text, std::size_t width) {
   if (text.size() < width || !IsDecimalDigits(text.substr(0, width))) return std::nullopt;
   const auto number = ParseInteger(text.substr(0, width));
