@@ -21,7 +21,7 @@ database::Connection& BookDatabase::Open() {
   if (!Connection) {
     throw Error(ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set");
   }
-  // The host may have named another database since.
+  // The host may have changed the connection string.
   if (Connection->ConnectionString() != ConnectionString) Close();
   if (Connection->State() == database::ObjectState::Closed) Connection->Open(ConnectionString);
   return *Connection;

@@ -6,27 +6,27 @@
 
 namespace ktrv {
 
-/// A database, and one connection to it that is opened when it is needed. Each window has its own.
+/// A database and one connection to it, opened on demand. Each window has its own.
 struct BookDatabase {
   explicit BookDatabase(database::Environment environment);
 
-  /// The same database with a closed connection; with none where this one has none.
+  /// The same database with a closed connection, or without one if this has none.
   BookDatabase Another() const;
 
-  /// Opens the connection with the connection string unless it is open with that.
-  /// \throws Error ObjectNotSet without a connection, else the driver's.
+  /// Opens the connection unless it is already open with the connection string. \throws Error
+  /// ObjectNotSet without a connection, else the driver's
   database::Connection& Open();
-  /// Closes the connection unless it is closed.
+  /// Closes the connection if it is open.
   void Close();
-  /// A closed connection, as if it were new.
+  /// Closes the connection, or creates a closed one.
   database::Connection& Renew();
-  /// Gets the other's connection as it is; the other has a closed one then.
+  /// Takes over the other's connection in its present state. The other gets this one's, closed.
   void TakeConnectionOf(BookDatabase& other);
 
   database::Environment Environment;
   String ConnectionString;
-  String DbType;  ///< dialect word as the host gave it: "SQL", "ORACLE" or "MYSQL"
-  std::unique_ptr<database::Connection> Connection;  ///< null before the host's first Init
+  String DbType;  ///< dialect word as passed by the host: "SQL", "ORACLE" or "MYSQL"
+  std::unique_ptr<database::Connection> Connection;  ///< null before the first Init
 };
 
 }  // namespace ktrv

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// The enumerations of the published interface; the misspelt names are part of it.
+/// Enumerations of the published interface, with its misspelt names.
 namespace ktrv {
 
 enum class RunApplicationAt : std::int32_t { RuntAtClient = 0, RuntAtServer = 1 };

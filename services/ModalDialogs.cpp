@@ -5,7 +5,7 @@
 namespace ktrv {
 
 void ModalDialogs::Show(Kind kind, controls::Form& dialog) {
-  // Dialogs that open one another end in the reverse order.
+  // Nested dialogs close in reverse order.
   struct Restore {
     std::vector<Shown>& All;
     ~Restore() { All.pop_back(); }

@@ -6,17 +6,16 @@
 
 namespace ktrv {
 
-/// The dialogs of a host thread that are open and modal.
+/// The open modal dialogs of one host thread.
 class ModalDialogs {
  public:
-  /// In the order in which they are unloaded when the component goes.
+  /// In the order in which the component unloads them at its end.
   enum class Kind { Contact, Folder, Group };
 
-  /// Shows the dialog modally with no owner; returns when it is closed. \throws Error
+  /// Shows the dialog modally without an owner. Returns when it is closed. \throws Error
   void Show(Kind kind, controls::Form& dialog);
 
-  /// The open dialogs in the order in which they are to be unloaded: by kind, and among those of a
-  /// kind the one that was opened last first.
+  /// The open dialogs in unload order: by kind; within a kind the one opened last first.
   std::vector<controls::Form*> Open() const;
 
  private:
@@ -25,7 +24,7 @@ class ModalDialogs {
     controls::Form* Dialog;
   };
 
-  std::vector<Shown> shown_;  ///< the one that was opened last at the end
+  std::vector<Shown> shown_;  ///< the one opened last at the end
 };
 
 }  // namespace ktrv

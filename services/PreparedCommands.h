@@ -10,11 +10,10 @@
 
 namespace ktrv {
 
-/// The prepared commands of a window, on its connection, which is opened when it is closed. There
-/// are none until Prepare. Each is given to the engine when it is first executed, so a text that
-/// the engine refuses fails only where it is used. A link that went stale is Connection's to
-/// replace.
-/// \param Name enumerates the texts
+/// The prepared statements of one window on its connection, which is opened if necessary. Call
+/// Prepare first. The engine prepares each statement on its first execution, so a text that it
+/// rejects fails only there. Connection replaces a stale link.
+/// \param Name enumerates the texts, in their order
 template <class Name>
 class PreparedCommands {
  public:
@@ -22,7 +21,7 @@ class PreparedCommands {
   explicit PreparedCommands(BookDatabase& database) : database_(database) {}
 
   void Prepare(const std::vector<data::CommandText>& texts) {
-    std::vector<database::Command> commands(texts.size());  // all of them or none
+    std::vector<database::Command> commands(texts.size());  // all or none
     auto* command = commands.data();
     for (const data::CommandText& text : texts) {
       command->SetActiveConnection(database_.Connection.get());
@@ -42,19 +41,19 @@ class PreparedCommands {
   /// \throws Error ObjectNotSet before Prepare
   const database::Command& At(Name name) const { return commands_[IndexOf(name)]; }
 
-  /// Runs the command with one value for each parameter. \throws Error as At, and as
-  /// database::Command::Execute
+  /// Executes the statement with one value per parameter. \throws Error as At and
+  /// database::Command::Execute do
   database::Recordset Execute(Name name, std::vector<Variant> values = {}) {
     return Connected(name).Execute(std::move(values));
   }
 
-  /// The same with one value a parameter for each of many rows.
-  /// \throws Error as At, and as database::Command::ExecuteTogether
+  /// Executes the statement for many rows, each with one value per parameter.
+  /// \throws Error as At and database::Command::ExecuteTogether do
   database::Command::Together ExecuteTogether(Name name, std::vector<std::vector<Variant>> rows) {
     return Connected(name).ExecuteTogether(std::move(rows));
   }
 
-  /// The first column of the first row of a counting command; 0 without a row.
+  /// The first column of the first row; 0 when there is no row.
   std::int64_t Count(Name name, const Variant& value) {
     const database::Recordset rows = Execute(name, {value});
     return rows.EndOfFile() ? 0 : ToInteger(rows.Field(rows.Columns().front().Name));

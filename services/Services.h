@@ -9,9 +9,9 @@
 
 namespace ktrv {
 
-/// What the windows of a host thread share.
+/// The services shared by all windows of a host thread.
 struct Services {
-  /// Screen and system must outlive the services.
+  /// Screen and system must outlive the object.
   Services(controls::Screen& screen, OperatingSystem& system);
   Services(const Services&) = delete;
   Services& operator=(const Services&) = delete;
@@ -19,11 +19,10 @@ struct Services {
   controls::Screen& Screen;
   OperatingSystem& System;
 
-  /// Every editor is shown through this, so that the end of the component can close it.
+  /// Shows every editor, so that the component can close open ones at its end.
   ModalDialogs Modal;
 
-  // The log. Until the host names another file, it is the default one, so that refusals can be
-  // logged.
+  // The log, at its default path until the host sets another.
   String LogFilePath;
   ktrv::Logger Logger;
 
@@ -40,13 +39,13 @@ struct Services {
   /// Appends one line to the log.
   void WriteLog(StringView line) { Logger.WriteLog(LogFilePath, line, true, false); }
 
-  /// The shared message box, titled kMessageTitle. \return the button pressed (MessageAnswer)
+  /// Shows a message box titled kMessageTitle. \return the pressed button (MessageAnswer)
   std::int16_t ShowMessage(StringView text, std::int32_t style) {
     return Logger.ShowMessage(text, style);
   }
 };
 
-/// "\AddressBook.log" in the component's own directory.
+/// "AddressBook.log" in the folder of the component.
 String DefaultLogFilePath(OperatingSystem& system);
 
 }  // namespace ktrv

@@ -6,7 +6,7 @@
 
 namespace ktrv {
 
-/// For whom a window works, and where the host runs.
+/// The user of a window, and where the host runs.
 struct User {
   std::int32_t Id = 0;
   UserType Rights = UserType::GeneralUser;
@@ -16,15 +16,14 @@ struct User {
   bool operator==(const User&) const = default;
 };
 
-/// What a window or a dialog works with from its opening to its end, whatever the host calls
-/// meanwhile: the user with the rights of that moment, and the database, on a connection of its
-/// own.
+/// What a window works with from opening to closing: the user with his rights at that time, and the
+/// database with a connection of its own. Calls of the host do not change it.
 struct Workplace {
   ktrv::Services& Services;
   BookDatabase Database;
   ktrv::User User;
 
-  /// For another window that this one opens.
+  /// A workplace for a window that this one opens.
   Workplace Another() const { return {Services, Database.Another(), User}; }
 };
 
