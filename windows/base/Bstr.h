@@ -7,17 +7,17 @@
 
 namespace ktrv::windows {
 
-/// The text of a BSTR, valid as long as it; a null one is the empty text.
+/// A view of the BSTR, valid until it is freed; empty for null.
 inline StringView TextOf(BSTR text) {
   return {reinterpret_cast<const char16_t*>(text), SysStringLen(text)};
 }
 
-/// The text of a by-reference argument that a caller in another language may leave out as null.
+/// A view of an optional by-reference argument; empty when the caller omits it (null).
 inline StringView TextOf(const BSTR* text) {
   return text ? TextOf(*text) : StringView();
 }
 
-/// A new BSTR for the caller to free. \throws std::bad_alloc
+/// Allocates a BSTR; the caller frees it. \throws std::bad_alloc
 BSTR NewBstr(StringView text);
 
 }  // namespace ktrv::windows

@@ -20,7 +20,7 @@ class ComPtr {
     if (object_) object_->Release();
   }
 
-  /// A reference of its own to somebody else's object.
+  /// Adds a reference to the object and owns it.
   static ComPtr Share(T* object) {
     if (object) object->AddRef();
     return ComPtr(object);
@@ -31,7 +31,7 @@ class ComPtr {
   explicit operator bool() const { return object_ != nullptr; }
   T* Release() { return std::exchange(object_, nullptr); }
 
-  /// Where a function puts the reference that it hands out; empty before.
+  /// An out parameter that receives a reference. Releases the present one first.
   T** Out() {
     *this = ComPtr();
     return &object_;

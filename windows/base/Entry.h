@@ -2,9 +2,9 @@
 
 namespace ktrv::windows {
 
-/// Lives while the component runs something that the host or the operating system called on this
-/// thread: a COM method, an event of a window. Entries nest; what is shown modally, and the message
-/// loop with it, is inside one.
+/// Marks on the stack that the host or the operating system is calling the component on this
+/// thread: a COM method or a window event. Entries nest. A modal dialog and its message loop run
+/// inside one.
 class Entry {
  public:
   Entry() noexcept { ++Depth(); }
@@ -15,8 +15,8 @@ class Entry {
   Entry& operator=(const Entry&) = delete;
 
   static bool IsInside() noexcept { return Depth() > 0; }
-  /// Runs the action when the outermost entry of this thread has ended. One may wait at a time.
-  /// \return false, and nothing waits, when one waits already
+  /// Runs the action when the outermost entry of this thread ends. Only one action can be queued.
+  /// \return false if one is already queued
   static bool WhenLeft(void (*action)(void* subject) noexcept, void* subject) noexcept;
 
  private:

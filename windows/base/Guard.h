@@ -6,9 +6,9 @@
 
 namespace ktrv::windows {
 
-/// Runs what the operating system called. Nothing may be thrown into its code, and the program
-/// around us is not ours to end: whatever escapes is dropped and `failure` answered. Commands of
-/// the forms have logged their failures before they come here.
+/// Runs a callback of the operating system. An exception must not reach the caller, and must not
+/// terminate the host process. So all exceptions are swallowed and `failure` is returned. Form
+/// commands have logged theirs before.
 template <class Result, class Body>
 Result Guard(Result failure, Body&& body) noexcept {
   const Entry entry;

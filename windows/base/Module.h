@@ -6,14 +6,14 @@
 
 namespace ktrv::windows {
 
-/// The module that this code is in: the DLL, not the program that loaded it. Window classes and
-/// resources are the module's.
+/// The module of this code: the DLL, not the program that loaded it. Owner of the window classes
+/// and resources.
 HINSTANCE ThisModule();
 
-/// Its full path. \throws Error DriverFailure
+/// The full path of the module. \throws Error DriverFailure
 std::wstring ModulePath();
 
-/// Keeps the module loaded until the process ends, whoever releases it.
+/// Pins the module: it stays loaded until the process ends.
 void KeepModuleLoaded() noexcept;
 
 }  // namespace ktrv::windows

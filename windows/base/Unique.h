@@ -6,7 +6,7 @@
 
 namespace ktrv::windows {
 
-/// Owns one handle of the operating system and gives it back with `close`.
+/// Owns one handle and releases it with `close`.
 template <class Handle, auto close>
 class Unique {
  public:

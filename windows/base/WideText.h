@@ -7,7 +7,7 @@
 
 namespace ktrv::windows {
 
-/// The same units in the type that the operating system takes.
+/// The same UTF-16 units as wchar_t, the type of the Win32 API.
 std::wstring ToWide(StringView text);
 String FromWide(std::wstring_view text);
 

@@ -29,9 +29,9 @@ class UniqueFile {
   HANDLE file_;
 };
 
-/// Holds off other writers of the file that lock it in the same way, for where the system does not
-/// append in one piece (network drives, Wine). The locked byte lies beyond any file's end, so
-/// readers are not disturbed. A writer that holds the lock for too long does not stop the others.
+/// Locks out other writers that use the same lock, where the system does not append atomically
+/// (network drives, Wine). The locked byte is beyond the end of any file, so readers are not
+/// affected. After two seconds the writer goes on without the lock.
 class WriterLock {
  public:
   explicit WriterLock(HANDLE file) : file_(file) {
@@ -66,7 +66,7 @@ class WriterLock {
 }  // namespace
 
 void Win32OperatingSystem::Append(StringView path, std::string_view bytes, bool flush) {
-  // FILE_APPEND_DATA without FILE_WRITE_DATA makes each write one append at the end.
+  // FILE_APPEND_DATA without FILE_WRITE_DATA: the system appends each write at the end of the file.
   const UniqueFile file(CreateFileW(ToWide(path).c_str(),
                                     FILE_APPEND_DATA | FILE_READ_DATA | SYNCHRONIZE,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

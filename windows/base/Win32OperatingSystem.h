@@ -4,7 +4,7 @@
 
 namespace ktrv::windows {
 
-/// Windows as the log sees it.
+/// The OperatingSystem interface on Win32.
 class Win32OperatingSystem final : public OperatingSystem {
  public:
   void Append(StringView path, std::string_view bytes, bool flush) override;

@@ -4,14 +4,14 @@
 
 namespace ktrv::windows {
 
-/// A window class of this module, registered while this lives. Make it a local static: it then goes
-/// with the module, because the system keeps the classes of a DLL that was unloaded, and windows of
-/// such a class would run freed code.
+/// A window class of this module, registered for the lifetime of the object. Use a function-local
+/// static, which is destroyed when the DLL unloads. The system keeps the classes of an unloaded
+/// DLL, and their windows would run freed code.
 class WindowClass {
  public:
   struct Look {
-    LPCWSTR Cursor = nullptr;  ///< one of the system's; null: the procedure sets it
-    int Color = -1;            ///< of the background, a COLOR_ constant; below 0: not painted
+    LPCWSTR Cursor = nullptr;  ///< a system cursor; null: the window procedure sets it
+    int Color = -1;            ///< background as a COLOR_ constant; negative: not painted
   };
 
   /// \param name must outlive the class. \throws Error OutOfMemory
