@@ -6,8 +6,8 @@
 
 namespace ktrv::windows {
 
-/// Ends the thread's session when the host ends COM on the thread, which is the last moment at
-/// which windows and connections can be closed in an orderly way. Made with one reference.
+/// Ends the thread's session when the host uninitialises COM on the thread. This is the last point
+/// at which windows and connections can be closed safely. Created with a refcount of 1.
 class ApartmentWatch final : public IInitializeSpy {
  public:
   STDMETHODIMP QueryInterface(REFIID wanted, void** object) noexcept override;

@@ -8,7 +8,7 @@
 
 namespace ktrv::windows {
 
-/// Makes clsMain objects. Made with one reference, the maker's.
+/// Creates clsMain objects. Created with a refcount of 1.
 class ClassFactory final : public IClassFactory {
  public:
   ClassFactory() = default;

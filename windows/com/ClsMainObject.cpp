@@ -7,7 +7,7 @@
 namespace ktrv::windows {
 namespace {
 
-/// The value of an optional by-reference argument; left out it is the first of its enumeration.
+/// The value of an optional by-reference argument; LocalGroup when it is omitted.
 std::int32_t ValueOf(const ::TypeOfGroup* type) {
   return type ? *type : ::LocalGroup;
 }

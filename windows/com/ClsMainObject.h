@@ -10,10 +10,10 @@
 
 namespace ktrv::windows {
 
-/// clsMain as hosts see it: each member hands over to the one of the same name.
+/// The COM object clsMain: each member forwards to clsMain's member of the same name.
 class ClsMainObject final : public DualObject<_clsMain> {
  public:
-  /// Works on the session of the calling thread, which lives as long as the object.
+  /// Uses the calling thread's session and shares its ownership.
   ClsMainObject();
 
   STDMETHODIMP get_LogFile(BSTR* path) noexcept override;
@@ -47,7 +47,7 @@ class ClsMainObject final : public DualObject<_clsMain> {
   STDMETHODIMP LoadFolders(long p_UserId, long* result) noexcept override;
 
  private:
-  /// The object for the texts: the same as long as they are.
+  /// The COM object for the texts; reused as long as the texts are the same object.
   static _TextCollection* Share(ComPtr<TextCollectionObject>& object,
                                 std::shared_ptr<TextCollection> texts);
 

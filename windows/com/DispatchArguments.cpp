@@ -19,7 +19,7 @@ const VARIANT& WithoutReferences(const VARIANT& argument) {
   return *value;
 }
 
-/// The type of a parameter's value; enumerations are whole numbers.
+/// The type of a parameter's value; VT_I4 for an enumeration.
 VARTYPE ValueType(ITypeInfo& type, const TYPEDESC& description) {
   const TYPEDESC& value = description.vt == VT_PTR ? *description.lptdesc : description;
   if (value.vt != VT_USERDEFINED) return value.vt;
@@ -34,8 +34,8 @@ VARTYPE ValueType(ITypeInfo& type, const TYPEDESC& description) {
   return enumeration ? static_cast<VARTYPE>(VT_I4) : static_cast<VARTYPE>(VT_VARIANT);
 }
 
-/// For each parameter the index of its argument in `passed`, or kNone.
-/// \return false when an argument belongs to no parameter or two belong to one.
+/// Maps each parameter to the index of its argument in `passed`, or kNone.
+/// \return false for an argument without a parameter or a parameter with two arguments
 bool Place(const DISPPARAMS& passed, std::vector<UINT>& places) {
   if (passed.cNamedArgs > passed.cArgs) return false;
   const auto put = [&](std::size_t parameter, UINT argument) {
@@ -118,10 +118,10 @@ HRESULT DispatchArguments::FillIn(SHORT parameter) {
 
 void DispatchArguments::Pass(SHORT parameter) {
   const auto index = static_cast<std::size_t>(parameter);
-  passed_[index] = values_[index];  // borrowed: values_ keeps owning it
+  passed_[index] = values_[index];  // shallow copy; values_ remains the owner
   if (function_.lprgelemdescParam[parameter].tdesc.vt != VT_PTR) return;
   V_VT(&passed_[index]) = static_cast<VARTYPE>(V_VT(&values_[index]) | VT_BYREF);
-  // All members of a variant's union start at the same place.
+  // All members of a variant's union have the same address.
   V_BYREF(&passed_[index]) = &V_BYREF(&values_[index]);
 }
 

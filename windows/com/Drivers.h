@@ -6,14 +6,14 @@
 
 namespace ktrv::windows {
 
-/// The database libraries of this system.
+/// The database drivers of the component.
 class Drivers {
  public:
-  /// The library that the connection string belongs to: with "Provider=" ADO, else ODBC, which is
-  /// what ADO itself would do with it. Any thread.
+  /// The driver for a connection string: ADO with "Provider=", otherwise ODBC, which is what ADO
+  /// would use too. Thread-safe.
   database::Driver& For(StringView connectionString);
 
-  /// Closes the links that ODBC keeps; ADO has its own way.
+  /// Closes the links that ODBC keeps. The component keeps no links of ADO.
   void CloseKept() noexcept { kept_.CloseKept(); }
 
  private:

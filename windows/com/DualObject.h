@@ -10,9 +10,9 @@
 
 namespace ktrv::windows {
 
-/// What every object with a dual interface does: counting references, late binding by the type
-/// library, telling that its errors carry information. Made with one reference, the maker's; lives
-/// in one apartment.
+/// Base of all objects with a dual interface: refcount, late binding through the type library,
+/// support for error information and class information. Created with a refcount of 1; lives in one
+/// apartment.
 template <class Interface>
 class DualObject : public Interface, public ISupportErrorInfo, public IProvideClassInfo {
  public:
@@ -42,7 +42,7 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
   STDMETHODIMP_(ULONG) Release() noexcept override {
     const LONG left = InterlockedDecrement(&references_);
     if (left == 0) {
-      // What the end of the object calls may take a reference and give it back.
+      // Code run by the destructor may AddRef and Release; guards against a second delete.
       references_ = 1;
       delete this;
     }
@@ -68,8 +68,8 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
                       VARIANT* result, EXCEPINFO* exception,
                       UINT* wrongArgument) noexcept override {
     if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-    // The call needs this object's description of itself until it has returned, and the host may
-    // release the object while a dialog is shown.
+    // The call uses dispatch_ until it returns. The host may release the object while a dialog is
+    // shown.
     const auto self = ComPtr<Interface>::Share(this);
     return Answer([&] {
       return dispatch_.Invoke(this, member, locale, flags, passed, result, exception,
@@ -89,8 +89,8 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
   explicit DualObject(const CLSID& coclass) : dispatch_(__uuidof(Interface), coclass) {}
   virtual ~DualObject() = default;
 
-  /// Runs a method that gives a value: the out pointer is checked and cleared first, and the object
-  /// lives until the method ends, though the host may release it while a dialog is shown.
+  /// Runs a method with an out parameter. Checks and clears it first. Keeps the object alive until
+  /// the method returns, because the host may release it while a dialog is shown.
   template <class Out, class Body>
   HRESULT Give(Out* out, Body&& body) noexcept {
     if (!out) return E_POINTER;
@@ -99,7 +99,7 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
     return Guarded(__uuidof(Interface), [&] { *out = body(); });
   }
 
-  /// Runs a method that gives none.
+  /// Runs a method without an out parameter.
   template <class Body>
   HRESULT Run(Body&& body) noexcept {
     const auto self = ComPtr<Interface>::Share(this);

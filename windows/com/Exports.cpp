@@ -1,4 +1,4 @@
-// The entry points of the DLL, as KTRVAddressBook.def names them.
+// The DLL's entry points; exported by KTRVAddressBook.def.
 #include <windows.h>
 #include <objbase.h>
 
@@ -37,7 +37,7 @@ STDAPI DllUnregisterServer() {
   return Registration::Remove(Registration::For::Machine);
 }
 
-/// \param what "user" registers for the current user only, which needs no administrator.
+/// \param what "user" registers for the current user only, without administrator rights
 STDAPI DllInstall(BOOL install, LPCWSTR what) {
   const auto whom =
       what && _wcsicmp(what, L"user") == 0 ? Registration::For::User : Registration::For::Machine;

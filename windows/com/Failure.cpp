@@ -6,7 +6,7 @@
 namespace ktrv::windows {
 namespace {
 
-/// What automation clients show as the source of an error.
+/// The error source that automation clients show.
 constexpr wchar_t kSource[] = L"KTRVAddressBook.clsMain";
 
 void SetInformation(const IID& interfaceId, StringView description) {
@@ -37,7 +37,7 @@ HRESULT ReportCurrentFailure(const IID& interfaceId) noexcept {
   try {
     SetInformation(interfaceId, error.Description());
   } catch (...) {
-    // The result code tells the failure without it.
+    // The result code alone reports the failure.
   }
   return ResultOf(error.Number());
 }

@@ -10,20 +10,19 @@
 
 namespace ktrv::windows {
 
-/// The result code that carries an automation error number: VB's own numbers in the control
-/// facility, those that are result codes already unchanged.
+/// Converts an automation error number to an HRESULT: numbers of VB to FACILITY_CONTROL, HRESULTs
+/// (negative) unchanged.
 HRESULT ResultOf(std::int32_t number) noexcept;
 
-/// Call in a catch block only: leaves number, description and source of the failure being handled
-/// as the thread's error information of the interface, and gives its result code.
+/// Call only in a catch block. Sets the thread's error information from the exception being
+/// handled. \return its HRESULT
 HRESULT ReportCurrentFailure(const IID& interfaceId) noexcept;
 
-/// Runs the body of a COM method. Whatever it throws becomes a result code with error information;
-/// nothing gets into the host.
+/// Runs the body of a COM method. Converts every exception to an HRESULT with error information.
 template <class Body>
 HRESULT Guarded(const IID& interfaceId, Body&& body) noexcept {
   const Entry entry;
-  SetErrorInfo(0, nullptr);  // a stale one would be taken for this call's
+  SetErrorInfo(0, nullptr);  // clear what an earlier call left
   try {
     std::forward<Body>(body)();
     return S_OK;

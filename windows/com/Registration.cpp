@@ -26,15 +26,15 @@ constexpr REGSAM kOtherWidth = KEY_WOW64_64KEY;
 #endif
 
 struct Value {
-  std::wstring Key;   ///< below Software\Classes
-  std::wstring Name;  ///< empty for the key's own value
+  std::wstring Key;   ///< relative to Software\Classes
+  std::wstring Name;  ///< empty: the key's default value
   std::wstring Text;
 };
 
-/// A key that goes with all that is below it.
+/// A key that is removed with all its subkeys.
 struct Tree {
   std::wstring Key;
-  /// Whether the DLL of the other width needs it too.
+  /// Whether the DLL of the other bitness uses it too.
   bool Shared = false;
 };
 
@@ -95,8 +95,7 @@ std::vector<Value> Values() {
   return values;
 }
 
-/// The system shows each width its own CLSID and Interface keys; names and type library are one for
-/// both.
+/// CLSID and Interface keys exist once per bitness. Names and type library are shared.
 std::vector<Tree> Trees() {
   const std::wstring name = kName;
   return {
@@ -144,7 +143,7 @@ bool OtherWidthIsRegistered(For whom) {
                                    &opened) == ERROR_SUCCESS;
   const UniqueKey close(opened);
   if (!found) return false;
-  // A system of one width shows the same key for both.
+  // A system with only one bitness returns the same key for both.
   wchar_t path[MAX_PATH];
   DWORD size = sizeof path;
   const LSTATUS read =
@@ -162,7 +161,7 @@ HRESULT Write(For whom) noexcept {
 
 HRESULT Remove(For whom) noexcept {
   return Guarded(GUID_NULL, [&] {
-    // Before our own keys go, which a system of one width shows as the other's.
+    // Check before the own keys are removed: with only one bitness they are also the other's.
     const bool shared = OtherWidthIsRegistered(whom);
     for (const Tree& tree : Trees()) {
       if (!tree.Shared || !shared) RemoveTree(whom, tree.Key);

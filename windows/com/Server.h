@@ -4,13 +4,13 @@ namespace ktrv::windows {
 
 namespace Server {
 
-/// Whether nothing is left that runs this code: no object, no lock of a host, no window, no
-/// fetch. Ends the calling thread's session when that is all that is left.
+/// Whether nothing uses the DLL any more: no call, object, server lock, window or fetch. If only
+/// the calling thread's session is left, ends it first.
 bool MayUnload() noexcept;
 
 }  // namespace Server
 
-/// Keeps the DLL loaded while it lives: each object has one, and each lock of a host is one.
+/// Keeps the DLL loaded. Each object holds one; each lock of a host counts as one.
 class ServerLock {
  public:
   ServerLock();
@@ -18,7 +18,7 @@ class ServerLock {
   ServerLock(const ServerLock&) = delete;
   ServerLock& operator=(const ServerLock&) = delete;
 
-  /// For IClassFactory::LockServer, whose calls are not tied to an object.
+  /// For IClassFactory::LockServer, which is not bound to an object.
   static void Add();
   static void Remove();
   static long Count();

@@ -8,7 +8,7 @@
 
 namespace ktrv::windows {
 
-/// A collection of texts as hosts see it.
+/// The COM object for a TextCollection.
 class TextCollectionObject final : public DualObject<_TextCollection> {
  public:
   explicit TextCollectionObject(std::shared_ptr<TextCollection> texts);

@@ -10,8 +10,8 @@
 
 namespace ktrv::windows {
 
-/// Gives the texts of a collection one by one, for "For Each". Texts that are added meanwhile come
-/// too. Made with one reference, the maker's.
+/// Enumerates the texts of a collection, for "For Each". Includes texts that are added meanwhile.
+/// Created with a refcount of 1.
 class TextEnumerator final : public IEnumVARIANT {
  public:
   explicit TextEnumerator(std::shared_ptr<TextCollection> texts, std::int64_t given = 0);

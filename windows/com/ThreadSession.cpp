@@ -15,7 +15,7 @@ namespace {
 
 std::atomic<long> sessions = 0;
 
-/// Drivers and queue are shared with fetches, which may outlive the session.
+/// Drivers and message queue are shared with fetches, which may outlive the session.
 database::Environment MakeEnvironment(const Win32Screen& screen) {
   const auto drivers = std::make_shared<Drivers>();
   return {[drivers](StringView connectionString) -> database::Driver& {
@@ -27,7 +27,7 @@ database::Environment MakeEnvironment(const Win32Screen& screen) {
 using Owner = std::shared_ptr<ThreadSession>;
 
 Owner*& OfThisThread() {
-  // A plain pointer: an object would be destroyed while the loader holds its lock.
+  // A raw pointer: a thread_local object would be destroyed under the loader lock.
   thread_local Owner* session = nullptr;
   return session;
 }
@@ -41,7 +41,7 @@ void Drop(void* owner) noexcept {
 ThreadSession::ThreadSession()
     : session_(screen_, system_, MakeEnvironment(screen_)), dialogs_(session_) {
   const ComPtr<IInitializeSpy> watch(new ApartmentWatch);
-  // Without the watch the session only ends with DllCanUnloadNow.
+  // If this fails, only DllCanUnloadNow ends the session.
   CoRegisterInitializeSpy(watch.Get(), &watch_);
   ++sessions;
 }
@@ -62,12 +62,13 @@ void ThreadSession::EndCurrent() noexcept {
   if (!owner) return;
   const std::weak_ptr<ThreadSession> session(*owner);
   (*owner)->dialogs_.UnloadAll();
-  // Inside a call the session is still in use; one that cannot wait is left behind.
+  // During a call the session is in use, so it is released afterwards. If another one is already
+  // queued, this one leaks.
   if (Entry::IsInside()) Entry::WhenLeft(&Drop, owner.release());
   owner.reset();
-  // COM does not ask before it unloads the DLL of the last apartment. The code has to stay for
-  // objects that the host releases late, for the call that is under way, and for a fetch that its
-  // database holds up.
+  // COM unloads the DLL with its last apartment and does not call DllCanUnloadNow first. The code
+  // must stay for objects that the host releases late, for the call in progress, and for a fetch
+  // that still waits for its database.
   if (!session.expired() || database::BackgroundFetch::Running() != 0) KeepModuleLoaded();
 }
 

@@ -12,18 +12,18 @@
 
 namespace ktrv::windows {
 
-/// All that one host thread's clsMain objects work with: its screen, its session and its windows.
-/// Begins when the thread makes its first object and ends, on the same thread, when COM is done
-/// there or the DLL may be unloaded. A thread that goes without ending COM leaves its session
-/// behind: no window or connection can be closed safely while the loader takes a thread down.
+/// Everything that the clsMain objects of one host thread share: screen, session and windows.
+/// Created with the thread's first object. Ends on the same thread, when COM is uninitialised there
+/// or the DLL may be unloaded. If a thread ends without uninitialising COM, its session leaks:
+/// windows and connections cannot be closed safely under the loader lock.
 class ThreadSession {
  public:
-  /// The calling thread's, made when it is first asked for. \throws Error
+  /// The calling thread's session, created on first use. \throws Error
   static std::shared_ptr<ThreadSession> Current();
-  /// Ends the calling thread's, if there is one: its windows close, and it goes with the last
-  /// object that a host did not release in time, or with the call during which the host ended COM.
+  /// Closes the windows of the calling thread's session, if there is one, and releases it. It is
+  /// destroyed with the last object that still refers to it, or at the end of the call in progress.
   static void EndCurrent() noexcept;
-  /// How many threads have one.
+  /// The number of threads with a session.
   static long Count();
 
   ~ThreadSession();
@@ -40,7 +40,7 @@ class ThreadSession {
   Win32Screen screen_;
   Session session_;
   Dialogs dialogs_;
-  ULARGE_INTEGER watch_{};  ///< registration of the watch for the end of COM on this thread
+  ULARGE_INTEGER watch_{};  ///< cookie of the ApartmentWatch
 };
 
 }  // namespace ktrv::windows

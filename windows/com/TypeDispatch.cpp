@@ -6,11 +6,11 @@
 namespace ktrv::windows {
 namespace {
 
-/// The description of one function, given back with the type that it came from.
+/// Owns the description of one function of a type.
 class Function {
  public:
-  /// Finds the member that the flags of a call ask for. A property may be read like a method:
-  /// script engines cannot always tell.
+  /// Finds the member for the flags of a call. A method call also finds a property getter, because
+  /// script engines cannot always tell them apart.
   Function(ITypeInfo& type, DISPID member, WORD flags) : type_(type) {
     if (flags & DISPATCH_METHOD) flags |= DISPATCH_PROPERTYGET;
     FUNCDESC* description = nullptr;
@@ -81,7 +81,7 @@ HRESULT TypeDispatch::Invoke(IDispatch* object, DISPID member, LCID locale, WORD
   const FUNCDESC& description = *function.Get();
 
   if (description.invkind == INVOKE_PROPERTYGET && description.cParams == 0 && passed->cArgs > 0) {
-    // object.Property(index): the arguments are meant for the default member of what it gives.
+    // object.Property(index): the arguments are for the default member of the property's value.
     VARIANT value;
     VariantInit(&value);
     DISPPARAMS none{};

@@ -7,17 +7,17 @@
 
 namespace ktrv::windows {
 
-/// Late binding of one dual interface by the type library in the DLL.
+/// Late binding of one dual interface through the type library in the DLL.
 class TypeDispatch {
  public:
-  /// \param coclass whose type IProvideClassInfo tells.
+  /// \param coclass the class whose type IProvideClassInfo returns
   TypeDispatch(const IID& interfaceId, const CLSID& coclass);
 
   HRESULT GetTypeInfo(UINT index, ITypeInfo** type);
   HRESULT GetClassInfo(ITypeInfo** type);
   HRESULT GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids);
 
-  /// IDispatch::Invoke on `object`, whose interface it is.
+  /// IDispatch::Invoke for `object`, which implements the interface.
   HRESULT Invoke(IDispatch* object, DISPID member, LCID locale, WORD flags, DISPPARAMS* passed,
                  VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument);
 
