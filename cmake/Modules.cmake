@@ -1,4 +1,4 @@
-# What every target of the project has in common, and the two functions that make one.
+# Compiler settings of all targets, and the functions that create modules and tests.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -9,7 +9,7 @@ set(CMAKE_INTERPROCEDURAL_OPTIMIZATION OFF)
 
 find_program(KTRV_CCACHE ccache)
 if(KTRV_CCACHE)
-  # It keeps nothing that was compiled with a precompiled header unless it is told so.
+  # By default ccache does not cache compilations that use a precompiled header.
   set(CMAKE_CXX_COMPILER_LAUNCHER
     "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${KTRV_CCACHE}")
   set(CMAKE_C_COMPILER_LAUNCHER "${KTRV_CCACHE}")
@@ -20,14 +20,14 @@ target_include_directories(ktrv_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_options(ktrv_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # At -O3 this version sees overlapping copies in its own std::basic_string that cannot be.
+  # GCC 12 reports false overlaps in its own std::basic_string at -O3.
   target_compile_options(ktrv_options INTERFACE -Wno-restrict)
 endif()
 if(WIN32)
   target_compile_definitions(ktrv_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX)
-  # Only what the type library and COM itself export may leave the DLL, at its smallest.
+  # With --gc-sections the linker removes unused functions and data from the DLL.
   target_compile_options(ktrv_options INTERFACE -ffunction-sections -fdata-sections)
-  # COM's interfaces have no virtual destructors; the native builds keep the warning.
+  # COM interfaces have no virtual destructors. The native builds keep this warning.
   target_compile_options(ktrv_options INTERFACE -Wno-non-virtual-dtor)
   target_link_options(ktrv_options INTERFACE -Wl,--gc-sections)
 else()
@@ -40,13 +40,13 @@ if(KTRV_SANITIZE)
   add_link_options(-fsanitize=${KTRV_SANITIZE})
 endif()
 
-# ktrv_module(NAME [DEPENDS lib...]): the library of all sources of the current folder, a static one
-# unless BUILD_SHARED_LIBS says otherwise.
+# ktrv_module(NAME [DEPENDS lib...]): a library of all sources in the current folder; static unless
+# BUILD_SHARED_LIBS is set.
 function(ktrv_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
-    # A folder of headers only.
+    # Headers only.
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE ktrv_options ${arg_DEPENDS})
     return()
@@ -55,8 +55,8 @@ function(ktrv_module name)
   target_link_libraries(${name} PUBLIC ktrv_options ${arg_DEPENDS})
 endfunction()
 
-# The headers that every test reads are compiled once, with the first program that asks; the others
-# have the same options and take its result.
+# Precompiles the headers that all tests include, with the first test program. The other programs
+# have the same options and reuse the result.
 function(ktrv_precompile_test_headers name)
   get_property(first GLOBAL PROPERTY ktrv_precompiled_test)
   if(first)
@@ -68,8 +68,9 @@ function(ktrv_precompile_test_headers name)
 endfunction()
 
 # ktrv_test(NAME [DEPENDS lib...] [LABELS label...] [ON_SERVERS filter]): a GoogleTest program of
-# all sources of the current folder. The cases that the filter names run on each database server too. Natively each case is a test of its own, found when the tests run. For Windows the
-# program is one test, because a program's start there costs more than most cases.
+# all sources in the current folder. Cases that match ON_SERVERS also run on each database server.
+# Natively each case is one CTest test, discovered when ctest runs. For Windows the program is one
+# test, because starting a program under Wine costs more than most cases.
 function(ktrv_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "ON_SERVERS" "DEPENDS;LABELS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
@@ -83,12 +84,13 @@ function(ktrv_test name)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
     if("wine" IN_LIST arg_LABELS)
-      # Windows of one desktop share the focus.
+      # Windows on one desktop share the input focus.
       set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
       target_link_libraries(${name} PRIVATE ktrv_desktop_for_tests ktrv_desktop)
     endif()
   else()
-    # Values in the names of parameterised cases would be addresses, another at each build.
+    # With pretty values the names of parameterised cases would contain addresses, which change with
+    # each build.
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
       PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 120)
   endif()

@@ -1,7 +1,7 @@
-# What the two Windows toolchains share; KTRV_TRIPLET is set by the file that includes this one.
+# Common part of the two Windows toolchains. The including file sets KTRV_TRIPLET.
 set(CMAKE_SYSTEM_NAME Windows)
 
-# The -posix compilers have std::thread and std::mutex.
+# Only the -posix compilers support std::thread and std::mutex.
 set(CMAKE_C_COMPILER ${KTRV_TRIPLET}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${KTRV_TRIPLET}-g++-posix)
 set(CMAKE_RC_COMPILER ${KTRV_TRIPLET}-windres)
@@ -12,8 +12,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Everything static: no program or DLL may need a compiler's runtime beside it. The DLL goes out
-# stripped; programs keep their symbols for Wine's backtraces.
+# Link statically, so that no compiler runtime has to be installed. The DLL is stripped; programs
+# keep their symbols for Wine's backtraces.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 set(CMAKE_SHARED_LINKER_FLAGS_RELEASE_INIT "-s")
