@@ -1,4 +1,4 @@
-' Opens the address book of a database: the smallest host there is.
+' Opens the address book of a database. The smallest possible host.
 '   cscript addressbook.vbs CONNECTION-STRING [USER-ID]
 Const RuntAtServer = 1
 
@@ -14,6 +14,6 @@ If book.Init("", WScript.Arguments(0), RuntAtServer, "SQL") <> 1 Then
 End If
 
 If book.LoadAddressBook(userId) = 1 Then
-  ' The window lives as long as its host handles messages; a message box does so while it waits.
+  ' The window needs a host that pumps messages. A message box does so while it is open.
   MsgBox "The address book is open. Press OK to end.", vbInformation, "Host"
 End If

@@ -1,9 +1,9 @@
-// Runs one operation of the address book and prints what it left:
+// Runs one operation of the address book and prints its results:
 //   operations OPERATION CONNECTION-STRING [USER-ID]
 // OPERATION is book, recipients, contact, group or folder.
 //
-// The header is made from the type library's source by the interface compiler; with Visual C++,
-// #import "KTRVAddressBook.dll" gives the same declarations.
+// widl generates the header from the IDL file. With Visual C++, #import "KTRVAddressBook.dll" gives
+// the same declarations.
 #include <windows.h>
 #include <objbase.h>
 #include <oleauto.h>
@@ -71,8 +71,8 @@ bool HasWindows() {
   return found;
 }
 
-/// The address book lives as long as somebody handles the thread's messages. This host has no
-/// window of its own, so it goes on until none is left.
+/// The address book needs a message loop. This host has no window of its own, so the loop ends when
+/// the thread has no visible window any more.
 void HandleMessages() {
   MSG message;
   while (HasWindows() && GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -91,7 +91,7 @@ long Run(_clsMain& book, const std::wstring& operation, long userId) {
     book.LoadRecipients(userId, VARIANT_TRUE, &result);
     PrintRecipients(book);
   } else if (operation == L"contact") {
-    // Arguments by reference may be left out; a null pointer stands for that.
+    // An optional by-reference argument is omitted by a null pointer.
     book.AddContacts(userId, SharedContact, nullptr, nullptr, &result);
     Print(book, L"Contact", &_clsMain::get_NewContactId);
   } else if (operation == L"group") {

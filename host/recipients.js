@@ -1,4 +1,4 @@
-// Lets a user pick recipients and prints who was picked.
+// Lets the user pick recipients and prints them.
 //   cscript recipients.js CONNECTION-STRING [USER-ID]
 var kRuntAtServer = 1;
 
@@ -11,7 +11,7 @@ function pick(book) {
     WScript.Echo("The database did not open; AddressBook.log beside the component tells why.");
     return 1;
   }
-  // The call returns when the user has closed the dialog.
+  // The call returns after the user has closed the dialog.
   if (book.LoadRecipients(userId, expandGroups) != 1) {
     WScript.Echo("The user may not pick, or something failed; the log tells.");
     return 1;
@@ -19,7 +19,7 @@ function pick(book) {
   var recipients = new Enumerator(book.SelectedRecipients);
   for (var number = 1; !recipients.atEnd(); recipients.moveNext(), number++) {
     var parts = recipients.item().split("|");   // kind, id, name, mobile number
-    var name = parts.slice(2, -1).join("|");    // which may hold a "|" itself
+    var name = parts.slice(2, -1).join("|");    // the name may contain "|"
     WScript.Echo(parts[0] + " " + parts[1] + ": " + name + ", send to " +
                  book.SelectedMobileNos.Item("M" + number));
   }
