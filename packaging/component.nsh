@@ -1,9 +1,9 @@
-; What is special about the component: two widths, the registration of each, and its logs.
+; Steps for this component: DLLs of two bitnesses, their registration, and the logs.
 
 !define LOG AddressBook.log
 
-; A host may have the DLL loaded. Then it is put aside, and goes when Windows starts the next time
-; or when the setup program runs again.
+; A DLL that a host has loaded cannot be deleted. It is renamed instead, and deleted at the next
+; restart of Windows or the next run of the setup program.
 !macro PutAside path
   Delete "${path}\..\ns*.tmp"
   ClearErrors
@@ -17,8 +17,8 @@
   ClearErrors
 !macroend
 
-; $0: what the regsvr32 of a width ended with. A Windows without 32-bit programs has no regsvr32 and
-; no hosts of that width.
+; $0: the exit code of regsvr32. A Windows without 32-bit support has neither a 32-bit regsvr32 nor
+; 32-bit hosts.
 !macro Regsvr32 program folder switches
   StrCpy $0 0
   ${DisableX64FSRedirection}
@@ -28,7 +28,7 @@
   ${EnableX64FSRedirection}
 !macroend
 
-; $0: 0, or what the first regsvr32 that failed ended with
+; $0: 0, or the first non-zero exit code of regsvr32
 !macro Regsvr32OfBoth undo
   StrCpy $1 "${undo}"
   ${If} $forAll == ""
@@ -51,7 +51,7 @@
   !insertmacro Regsvr32OfBoth ""
 !macroend
 
-; A user who had no classes of his own has none again.
+; Removes the keys of the user's own classes if they are empty.
 !macro RemoveEmptyClasses view
   ${If} ${RunningX64}
     SetRegView ${view}
@@ -70,8 +70,8 @@
   ${EndIf}
 !macroend
 
-; The log is written beside the DLL, where ordinary users may not write once it is installed for
-; everybody. They get the right to append to these two files, not to the folder of a DLL.
+; The log is in the folder of the DLL. After an installation for all users, ordinary users cannot
+; write there. They get the right to append to the two log files, but none on the folder.
 !macro OpenLog folder
   !insertmacro IsLink "$INSTDIR\${folder}\${LOG}"
   ${If} $R0 <> 0

@@ -1,32 +1,32 @@
-; Who may write where an installation for everybody stands. Whoever can replace the DLL runs in every
-; host, so its folder and all on the way to it must be out of ordinary users' reach: a folder that is
-; made gets its rights with its making, one that is there is looked at first, and links are refused,
-; because what they lead to can be changed afterwards.
+; Access rights for an installation for all users. Whoever can replace the DLL can run code in every
+; host. So ordinary users must not be able to write to its folder or to a parent folder. A new
+; folder is created with its rights; an existing folder is checked first; links are refused, because
+; their target can be changed later.
 
-; The system and administrators may do everything, users read and run; nothing comes from above.
+; SYSTEM and administrators: full access. Users: read and execute. No inheritance from the parent.
 !define FOLDER_RIGHTS \
   "O:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200A9;;;BU)"
-; The same for a log, to which users may also append: they cannot take away what stands there.
+; For a log: users may also append, but cannot delete or change what is in it.
 !define LOG_RIGHTS "O:BAD:P(A;;FA;;;SY)(A;;FA;;;BA)(A;;0x12008D;;;BU)"
 
-; What nobody else may be allowed, as access masks. In the folder itself and those in it: all but
-; reading and running.
+; Access masks that other users must not have. In the folder and its subfolders: everything except
+; read and execute.
 !define MORE_THAN_READING 0x5FEDFF56
-; On the way to it: to delete it or what is in it, to change its rights or its owner.
+; In parent folders: delete, delete child, change permissions or owner.
 !define MOVING_AWAY 0x100D0040
 
 !define LINK 0x400  ; FILE_ATTRIBUTE_REPARSE_POINT
 
-; Of a SECURITY_ATTRIBUTES, whose members stand at multiples of a pointer's size.
+; Size of SECURITY_ATTRIBUTES; its members are aligned to the size of a pointer.
 !ifdef WIDE
   !define SA_SIZE 24
 !else
   !define SA_SIZE 12
 !endif
 
-Var refused  ; why a folder must not be used; empty when it may
+Var refused  ; why a folder must not be used; empty if it may be used
 
-; $R0: whether the path is a link
+; $R0: non-zero for a link (reparse point)
 !macro IsLink path
   System::Call 'kernel32::GetFileAttributesW(w "${path}") i .R0'
   ${If} $R0 = -1
@@ -35,8 +35,8 @@ Var refused  ; why a folder must not be used; empty when it may
   IntOp $R0 $R0 & ${LINK}
 !macroend
 
-; $R1: whether the one whom the text of a security identifier names may write there: the system,
-; administrators, the system's installer, whoever makes a file, and the user who installs.
+; $R1: 1 if the account of the SID may write: SYSTEM, administrators, TrustedInstaller,
+; creator-owner, and the user who installs
 !macro IsTrusted sid
   StrCpy $R1 ""
   ${If} "${sid}" == "S-1-5-18"
@@ -48,7 +48,7 @@ Var refused  ; why a folder must not be used; empty when it may
   ${EndIf}
 !macroend
 
-; $R9: the security identifier of the user who installs
+; $R9: the SID of the user who installs
 !macro FindUser
   StrCpy $R9 ""
   System::Alloc 256
@@ -65,8 +65,8 @@ Var refused  ; why a folder must not be used; empty when it may
   System::Free $R2
 !macroend
 
-; Sets $refused when somebody else has one of the rights in the folder $R8. $R6: the rights, as a
-; mask. $R7: 1 when what its files would inherit counts too.
+; Sets $refused if an untrusted account has one of the rights on the folder $R8. $R6: the rights as
+; an access mask. $R7: 1 to include entries that are only inherited by its files.
 Function CheckRights
   System::Call 'advapi32::GetNamedSecurityInfoW(w R8, i 1, i 5, *p .R2, p 0, *p .R3, p 0, *p .R4) \
     i .R0'
@@ -80,7 +80,7 @@ Function CheckRights
     StrCpy $refused "$R8 belongs to a user."
   ${EndIf}
   ${If} $R3 P= 0
-    StrCpy $refused "Everybody can write in $R8."  ; no list means no limits
+    StrCpy $refused "Everybody can write in $R8."  ; a null DACL means full access for everyone
   ${EndIf}
   StrCpy $R2 0
   ${Do}
@@ -92,12 +92,12 @@ Function CheckRights
       ${Break}
     ${EndIf}
     IntOp $R2 $R2 + 1
-    ; Its type, its flags and its mask; then the one it is about.
+    ; Type, flags and mask of the entry; its SID follows.
     System::Call '*$R5(&i1 .R0, &i1 .R1, &i2, i .r5)'
-    IntOp $R1 $R1 & 8  ; for what is made below only
+    IntOp $R1 $R1 & 8  ; INHERIT_ONLY_ACE
     ${If} $R1 <> 0
     ${AndIf} $R7 == ""
-    ${OrIf} $R0 = 1  ; takes rights away
+    ${OrIf} $R0 = 1  ; ACCESS_DENIED_ACE
       ${Continue}
     ${EndIf}
     IntOp $R1 $5 & $R6
@@ -118,7 +118,7 @@ Function CheckRights
   System::Call 'kernel32::LocalFree(p R4)'
 FunctionEnd
 
-; Sets $refused unless the folder, where there is one, is no link and nobody else's.
+; Sets $refused if the folder exists and is a link, or an untrusted account can write to it.
 !macro CheckFolder folder
   ${If} $refused == ""
   ${AndIf} ${FileExists} "${folder}\*.*"
@@ -134,7 +134,7 @@ FunctionEnd
   ${EndIf}
 !macroend
 
-; Sets $refused when what stands in the folder $0 could be somebody else's, or be put in its place.
+; Sets $refused if an untrusted account could change or replace what is in the folder $0.
 Function CheckPlace
   Push $1
   StrCpy $refused ""
@@ -157,7 +157,7 @@ Function CheckPlace
         StrCpy $R8 "$1"
         StrLen $R0 "$1"
         ${If} $R0 = 2
-          StrCpy $R8 "$1\"  ; a drive's name alone is the folder that is current there
+          StrCpy $R8 "$1\"  ; "C:" alone means the current folder of the drive
         ${EndIf}
         StrCpy $R7 ""
         StrCpy $R6 ${MOVING_AWAY}
@@ -169,7 +169,7 @@ Function CheckPlace
   Pop $1
 FunctionEnd
 
-; Gives the file or folder its rights and an administrator as owner.
+; Sets the rights of a file or folder and makes the administrators its owner.
 !macro SetRights path rights
   System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW( \
     w "${rights}", i 1, *p .R0, p 0) i .R1'
@@ -182,7 +182,7 @@ FunctionEnd
   ${EndIf}
 !macroend
 
-; Makes $INSTDIR with its rights before anything stands in it. Sets $refused when it cannot be used.
+; Creates $INSTDIR with its rights while it is still empty. Sets $refused if it cannot be used.
 Function MakePlace
   ${GetParent} "$INSTDIR" $0
   CreateDirectory "$0"
@@ -198,7 +198,7 @@ Function MakePlace
   System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorW( \
     w "${FOLDER_RIGHTS}", i 1, *p .R0, p 0) i .R1'
   ${If} $R1 <> 0
-    ; SECURITY_ATTRIBUTES: its size, the descriptor, no inheritance of the handle.
+    ; SECURITY_ATTRIBUTES: size, descriptor, handle not inherited.
     System::Call '*(p ${SA_SIZE}, p R0, p 0) p .R2'
     System::Call 'kernel32::CreateDirectoryW(w "$INSTDIR", p R2) i .R1'
     System::Free $R2

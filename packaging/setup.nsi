@@ -1,14 +1,14 @@
-; The setup program. packaging/pack gives VERSION, FILES (the macros that bring and remove the
-; files), SIZE in KB, SETUP (the program to write) and perhaps WIDE.
+; The setup program. packaging/pack defines VERSION, FILES (the macros that install and remove the
+; files), SIZE in KB, SETUP (the program to write) and, optionally, WIDE.
 ;
 ;   setup.exe [/S] [/AllUsers | /CurrentUser] [/D=FOLDER]
 ;   uninstall.exe [/S] [/KeepLog]
 ;
-; /S asks nothing. It ends with 0, with 1 when the user gave up, or with 2 when it failed.
+; /S runs silently. Exit codes: 0 success, 1 cancelled by the user, 2 failure.
 Unicode true
 !ifdef WIDE
   Target amd64-unicode
-  !pragma warning disable 6012  ; whether the system has 64 bits is known, so a branch is idle
+  !pragma warning disable 6012  ; RunningX64 is constant in a 64-bit program
 !endif
 !include LogicLib.nsh
 !include FileFunc.nsh
@@ -23,10 +23,11 @@ Name ${NAME}
 OutFile "${SETUP}"
 SetCompressor /SOLID lzma
 ManifestDPIAware true
-; Started as it is, it installs for the user. It asks for an administrator's rights only when it is
-; to install for everybody: what stands in a folder of the user's must not be run with them.
+; By default it installs for the current user. It requests elevation only for an installation for
+; all users, because an elevated process must not run files from a folder that the user can write
+; to.
 RequestExecutionLevel user
-; Empty unless the user gave one.
+; Empty unless /D is given.
 InstallDir ""
 BrandingText "${NAME} ${VERSION}"
 VIProductVersion "${VERSION}.0"
@@ -36,7 +37,7 @@ VIAddVersionKey FileVersion "${VERSION}"
 VIAddVersionKey FileDescription "${NAME} setup"
 VIAddVersionKey LegalCopyright ""
 
-Var forAll  ; 1: for everybody on the machine; empty: for the current user
+Var forAll  ; 1: install for all users; empty: for the current user
 
 !define MUI_ABORTWARNING
 Page custom ChooseUsers UsersChosen
@@ -85,7 +86,7 @@ Section
   !insertmacro OpenLogs
   StrCpy $0 ""
   ${If} $forAll != ""
-    ; Where it stands, not as a copy of itself in a folder of the user's.
+    ; Runs in place instead of from a copy in the user's temporary folder.
     StrCpy $0 " /AtRestart _?=$INSTDIR"
   ${EndIf}
 
@@ -112,25 +113,25 @@ Section Uninstall
     Delete "$INSTDIR\uninstall.exe"
     RMDir "$INSTDIR"
   ${Else}
-    Delete /REBOOTOK "$INSTDIR\uninstall.exe"  ; it still runs
+    Delete /REBOOTOK "$INSTDIR\uninstall.exe"  ; it is still running
     RMDir /REBOOTOK "$INSTDIR"
   ${EndIf}
   ${If} $forAll == ""
-    ; What a user may have had no need of before.
+    ; Removed only if empty: this program may have created them.
     DeleteRegKey /ifempty HKCU "${UNINSTALL_KEYS}"
     RMDir "$LOCALAPPDATA\Programs"
   ${EndIf}
 SectionEnd
 
-; What an earlier version brought and this one does not must go; its logs stay. It may stand in
-; another folder, from which the logs come along.
+; Removes an earlier version, because its files may differ. Its logs stay; if it is in another
+; folder, they are copied from there.
 Function RemoveEarlier
   ReadRegStr $1 SHCTX "${UNINSTALL_KEY}" InstallLocation
   ${If} $1 == ""
   ${OrIfNot} ${FileExists} "$1\uninstall.exe"
     Return
   ${EndIf}
-  ; What a user could have put there is not run with an administrator's rights.
+  ; Files that a user could have written must not run elevated.
   ${If} $forAll == ""
     !insertmacro IsElevated
     StrCpy $refused ""

@@ -1,4 +1,4 @@
-; For whom it is installed: chosen by switch, by the page, or left to who runs the program.
+; For whom to install: command-line switch, choice on the page, or by the rights of the user.
 
 !macro ForEverybody
   StrCpy $forAll 1
@@ -10,7 +10,7 @@
   SetShellVarContext current
 !macroend
 
-; $0: whether the user is an administrator with all rights
+; $0: 1 if the process has administrator rights
 !macro IsAdministrator
   UserInfo::GetAccountType
   Pop $0
@@ -21,8 +21,8 @@
   ${EndIf}
 !macroend
 
-; $0: whether the user was asked to lend the program an administrator's rights. Where the system does
-; not ask, whoever runs this has them anyway; Wine does not ask, but says that it did.
+; $0: 1 if the process is elevated through UAC. Without UAC an administrator always has all rights.
+; Wine has no UAC, but reports an elevated token.
 !macro IsElevated
   StrCpy $0 ""
   System::Call 'advapi32::OpenProcessToken(p -1, i 8, *p .R3) i .R4'
@@ -41,7 +41,7 @@
   ${EndIf}
 !macroend
 
-; The folder of an earlier version, or the usual one.
+; The folder of an earlier version, or the default.
 Function SuggestFolder
   ReadRegStr $INSTDIR SHCTX "${UNINSTALL_KEY}" InstallLocation
   ${If} $INSTDIR != ""
@@ -91,8 +91,8 @@ Function .onInit
   ${EndIf}
 FunctionEnd
 
-; The uninstaller belongs to the user whose installation its folder is, unless the machine's list of
-; programs names the folder: what a user writes in a list of his own counts only for him.
+; The uninstaller works for the user whose Uninstall key names its folder, unless the machine's key
+; names the same folder. A user's own key counts only for that user.
 Function un.onInit
   ${If} ${RunningX64}
     SetRegView 64
@@ -123,7 +123,7 @@ FunctionEnd
 Var everybody
 Var onlyMe
 
-; An administrator's rights are asked for when they are needed, and not lent to what is one user's.
+; Elevation is requested only if needed, and not used for an installation for one user.
 Function ChooseUsers
   !insertmacro IsElevated
   ${If} $0 != ""
