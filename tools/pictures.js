@@ -1,6 +1,6 @@
-// Prints what the address book lists and has a picture taken of each window; for the script host.
+// Prints what the address book lists and requests a picture of each window. For the script host.
 //   scripthost pictures.js CONNECTION LOG FOLDER
-// For each picture it makes the file NAME.want in FOLDER and waits until somebody has taken it.
+// To request a picture it creates FOLDER/NAME.want; whoever takes the picture deletes the file.
 var kServer = 1, kAdministrator = 1, kShared = 1;
 var connection = WScript.Arguments(0), log = WScript.Arguments(1), folder = WScript.Arguments(2);
 
@@ -17,7 +17,7 @@ function take(folder, name) {
   while (files.FileExists(want)) WScript.Sleep(20);
 }
 
-/// The picture of a dialog that the operation opens; the function makes it worth looking at.
+/// Requests a picture of the dialog that `operation` opens, after `fill` has filled it.
 function takeDialog(title, name, fill, operation) {
   Player.Play(take.toString() + "var window = Ui.Window('" + title + "'); (" + fill +
               ")(window); take('" + folder.replace(/\\/g, "\\\\") + "', '" + name +
@@ -60,5 +60,5 @@ takeDialog("Select Recipient", "recipients", function(picker) {
   var all = Ui.ChildWithText(picker, "All ->");
   while (!Ui.IsEnabled(all)) WScript.Sleep(20);
   Ui.Click(all);
-  Ui.WaitRows(Ui.Child(picker, "SysListView32", 1), 8);  // of one id only the first
+  Ui.WaitRows(Ui.Child(picker, "SysListView32", 1), 8);  // of each id only the first
 }, function() { book.LoadRecipients(kAdministrator); });

@@ -1,4 +1,4 @@
-// Opens the address book window and stays until it is closed; for the script host.
+// Opens the address book window and runs until it is closed. For the script host.
 //   scripthost show.js CONNECTION LOG
 var kServer = 1, kAdministrator = 1;
 var log = WScript.Arguments(1);

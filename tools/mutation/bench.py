@@ -1,4 +1,4 @@
-"""Where faults are tried: a copy of the sources with a build of its own."""
+"""Tests faults in a copy of the sources with its own build."""
 
 import json
 import os
@@ -11,15 +11,15 @@ import subprocess
 import sys
 import time
 
-# The libraries are shared, so that one with a fault can take the place of the one without, and no
-# program is linked again. No warnings: a fault may leave a variable unused. A place behind the end
-# of a container, which the sanitizers notice in the other builds, is noticed by the library.
+# Shared libraries: a faulty one replaces the original at run time, so no program is relinked. No
+# warnings: a fault may leave a variable unused. Library assertions find out-of-range accesses,
+# which the sanitizers find in the other builds.
 OPTIONS = ["-DKTRV_TEST_SERVERS=OFF", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
            "-DCMAKE_CXX_FLAGS=-w -D_GLIBCXX_ASSERTIONS"]
-# The tests of a folder, where they are not called after its last name.
+# Test programs of folders whose name does not follow the rule native_LASTNAME.
 UNITS = {"database/odbc": "native_database", "forms/addressbook": "native_forms"}
 FILTERS = {"contract": "*Sqlite*"}  # the others need servers
-LEFT_OUT = {"otheruser", "standins"}  # no program of tests; needs Java
+LEFT_OUT = {"otheruser", "standins"}  # not a test program; needs Java
 LONG = {"native_adversary", "native_nesting"}
 MEMORY = 4 << 30
 OUTPUT = 64 << 20
@@ -30,8 +30,8 @@ class Unbuildable(Exception):
 
 
 class Program:
-    """A program of tests: the libraries that it loads, and the seconds that it takes, altogether
-    and of the processor."""
+    """A test program: the project's libraries that it loads, and the seconds of wall-clock time and
+    processor time that its tests take."""
 
     def __init__(self, path):
         self.path = path
@@ -41,7 +41,7 @@ class Program:
 
 
 class Bench:
-    """libraries: which one each source is linked into, as a path in the build."""
+    """libraries: maps each source to the path of its library in the build."""
 
     def __init__(self, project, place, left_out):
         self.left_out = LEFT_OUT | left_out
@@ -56,7 +56,7 @@ class Bench:
         self.surroundings = dict(os.environ)
 
     def prepare(self):
-        """Brings copy and build up to date, and lets all tests pass once."""
+        """Updates the copy and the build, and runs all tests once without a fault."""
         self.copy()
         self.build.mkdir(parents=True, exist_ok=True)
         if not (self.call("cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", *OPTIONS)
@@ -73,7 +73,7 @@ class Bench:
             program.seconds = time.monotonic() - started
             program.work = processor_seconds() - worked
             self.say(f"{name} passes, in {program.seconds:.0f} s")
-        self.surroundings["CCACHE_DISABLE"] = "1"  # nobody wants a fault a second time
+        self.surroundings["CCACHE_DISABLE"] = "1"  # no fault is compiled twice
 
     def say(self, text):
         print(text, flush=True)
@@ -86,7 +86,7 @@ class Bench:
         return {path for path in listed.split("\0") if (self.project / path).is_file()}
 
     def copy(self):
-        """What has not changed keeps its time, so that it is not compiled again."""
+        """Unchanged files keep their modification time, so that they are not compiled again."""
         wanted = self.files()
         for path in wanted:
             copied, new = self.source / path, (self.project / path).read_bytes()
@@ -118,7 +118,7 @@ class Bench:
                     self.libraries[folder + path] = target
 
     def outcome(self, path, faulty):
-        """What became of the fault: the program that noticed it and how, or SURVIVED."""
+        """The program that detected the fault and how, or SURVIVED."""
         library = self.make(path, faulty)
         for name in self.order(path):
             program = self.programs[name]
@@ -128,7 +128,7 @@ class Bench:
         return "SURVIVED"
 
     def command(self, target, *new):
-        """What makes the target, with paths in it for others."""
+        """The command that builds the target; new: pairs of a path and its replacement."""
         listed = subprocess.run(["ninja", "-t", "commands", "-s", target], cwd=self.build,
                                 check=True, capture_output=True, text=True).stdout
         for before, after in zip(new[::2], new[1::2]):
@@ -136,13 +136,13 @@ class Bench:
         return ["sh", "-c", listed]
 
     def make(self, path, faulty):
-        """The library with the fault, which stands beside the one without."""
+        """Builds the library with the fault, next to the original."""
         library = self.libraries[path]
         folder, name = os.path.split(library)
         unit = name.removeprefix("lib").removesuffix(".so")
         clean = f"{folder}/CMakeFiles/{unit}.dir/{os.path.relpath(path, folder)}.o"
         changed, linked = self.run / "faulty.o", self.run / name
-        # The source itself is changed, because it may include what lies beside it.
+        # Changes the source in place, because it may include files of its folder.
         source = self.source / path
         times, text = source.stat(), source.read_text()
         source.write_text(faulty)
@@ -157,7 +157,7 @@ class Bench:
         return linked
 
     def order(self, path):
-        """The programs that the fault is in: the unit's own first, then by what they cost."""
+        """The programs that load the faulty library: the folder's own first, then by duration."""
         folder = os.path.dirname(path)
         own = UNITS.get(folder, "native_" + os.path.basename(folder))
         library = os.path.basename(self.libraries[path])
@@ -165,7 +165,7 @@ class Bench:
         return sorted(within, key=lambda name: (name != own, self.programs[name].seconds))
 
     def test(self, name, seconds, work, library=None):
-        """How its tests ended, with the library in its namesake's place; nothing when they passed."""
+        """Runs a program with the library preloaded. Returns how it failed; "" if it passed."""
         shutil.rmtree(self.run / "files", ignore_errors=True)
         (self.run / "files").mkdir(parents=True)
         command = [self.programs[name].path, "--gtest_brief=1", "--gtest_fail_fast",
@@ -183,7 +183,7 @@ class Bench:
                 return "too late"
             finally:
                 try:
-                    os.killpg(running.pid, signal.SIGKILL)  # with what it started
+                    os.killpg(running.pid, signal.SIGKILL)  # and its child processes
                 except ProcessLookupError:
                     pass
                 running.wait()
@@ -198,7 +198,7 @@ def processor_seconds():
 
 
 def bound(work):
-    """A fault may never end, take all memory, or write without end."""
+    """Limits time, memory and output: a fault may cause an endless loop."""
     resource.setrlimit(resource.RLIMIT_CPU, (int(work), int(work) + 5))
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     resource.setrlimit(resource.RLIMIT_FSIZE, (OUTPUT, OUTPUT))

@@ -1,7 +1,7 @@
-"""The small faults that a source can be given: what a slip of its author would have made of it.
+"""The small faults that can be injected into a source, as a programming error would.
 
-sites(text) lists them. Layout is clang-format's, which tells operators from brackets and references:
-it puts blanks around the former.
+sites(text) lists them. The source must be formatted by clang-format: blanks around an operator
+distinguish it from template brackets and references.
 """
 
 import re
@@ -36,7 +36,7 @@ NO_CALL = {"return", "throw", "delete", "using", "static_assert", "sizeof", "if"
 
 @dataclass(frozen=True)
 class Change:
-    """The text from start to end becomes new."""
+    """Replaces the text from start to end by new."""
 
     start: int
     end: int
@@ -49,7 +49,7 @@ class Change:
         return text[: self.start] + self.new + text[self.end :]
 
     def words(self, text):
-        """The lines that it touches, before and after, with single blanks: what it is known by."""
+        """The changed lines before and after, with single blanks. They identify the change."""
         first = text.rfind("\n", 0, self.start) + 1
         last = text.find("\n", self.end)
         before = text[first : last if last >= 0 else len(text)]
@@ -63,9 +63,9 @@ class Token:
     text: str
     start: int
     end: int
-    partner: int = -1  # of a bracket: the other one's index
-    code: bool = False  # stands in a function's body, or in a list of values
-    truth: bool = False  # the function around it returns a bool
+    partner: int = -1  # of a bracket: the index of its partner
+    code: bool = False  # inside a function body or an initialiser
+    truth: bool = False  # the enclosing function returns bool
 
 
 def tokens(text):
@@ -95,7 +95,7 @@ def pair(found):
 
 
 def lambda_opens(found, brace):
-    """Whether the brace opens a lambda's body; the words between are its specifiers."""
+    """Whether the brace opens a lambda's body. Words before it are specifiers of the lambda."""
     index = brace - 1
     while index > 0 and found[index].kind == "word" or found[index].text in ("->", "::"):
         index -= 1
@@ -105,9 +105,9 @@ def lambda_opens(found, brace):
 
 
 def place(found):
-    """Tells the tokens of functions from those of declarations."""
+    """Sets code and truth of each token."""
     scopes = [(False, False)]
-    head = 0  # where the statement before a brace began
+    head = 0  # start of the statement before a brace
     for index, token in enumerate(found):
         token.code, token.truth = scopes[-1]
         if token.text == "{" and token.kind == "sign":
@@ -132,7 +132,7 @@ def place(found):
 
 
 def sites(text):
-    """All changes of a source."""
+    """All possible changes of a source."""
     found = tokens(text)
     changes = []
     for index, token in enumerate(found):
@@ -150,7 +150,7 @@ def sites(text):
 
 
 def moved(found, index):
-    """A bound moved by one: a number in code, or a constant's value."""
+    """Off by one: a number in code, or the value of a constant."""
     token = found[index]
     if not token.code and found[index - 1].text != "=":
         return []
@@ -166,7 +166,7 @@ def moved(found, index):
 
 
 def spaced(text, token):
-    """A comparison turned round or its bound taken in or out, and "and" for "or"."""
+    """Replaces a comparison by another one, and && by || and vice versa."""
     if token.kind != "sign" or not text[token.start - 1].isspace() or not text[token.end].isspace():
         return []
     if token.text in JOINTS:
@@ -182,7 +182,7 @@ def turned(found, index):
 
 
 def negated(text, found, index):
-    """An if's condition, and what a function of truth returns."""
+    """Negates the condition of an if, and the result of a function that returns bool."""
     token = found[index]
     if token.text == "if" and found[index + 1].text == "(":
         first, last = index + 2, found[index + 1].partner
@@ -205,7 +205,7 @@ def negated(text, found, index):
 
 
 def chosen(text, found, index):
-    """The condition of a choice between two values."""
+    """Negates the condition of ?:."""
     first = index
     while first > 0:
         before = found[first - 1]
@@ -219,7 +219,7 @@ def chosen(text, found, index):
 
 
 def negation(text, found, first, last):
-    """Nothing for a lone comparison, which is turned round already."""
+    """Negates an expression; not a single comparison, which spaced() inverts."""
     signs = [found[each].text for each in at_depth(found, first, last)]
     if not {"&&", "||"} & set(signs) and {"==", "!="} & set(signs):
         return []
@@ -228,7 +228,7 @@ def negation(text, found, first, last):
 
 
 def at_depth(found, first, last):
-    """The indexes from first to last that stand in no bracket of their own."""
+    """The indices from first to last that are not inside nested brackets."""
     index = first
     while index < last:
         here = found[index]
@@ -247,7 +247,7 @@ def begins_statement(found, index):
 
 
 def dropped(found, index):
-    """A call whose result nobody uses."""
+    """Removes a call whose result is not used."""
     token = found[index]
     if token.text in NO_CALL or not begins_statement(found, index):
         return []
