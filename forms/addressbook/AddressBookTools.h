@@ -4,7 +4,7 @@
 
 namespace ktrv::forms {
 
-/// Keys of the address book's toolbar buttons.
+/// Keys of the toolbar buttons.
 namespace ToolKey {
 inline constexpr StringView New = u"NEW";
 inline constexpr StringView Properties = u"PROPERTIES";

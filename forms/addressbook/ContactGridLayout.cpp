@@ -13,12 +13,12 @@ using controls::Image;
 struct Design {
   StringView Key;
   StringView Heading;
-  int Width;  ///< twips; 0 for a hidden column
+  int Width;  ///< twips; 0: hidden column
   Alignment Align;
 };
 
-// The key of the folder column is FOLDERID, though the query's column is FOLDER_ID. The e-mail
-// column is wider than any window, so that it always runs to the grid's right edge.
+// The folder column has the key FOLDERID; the query's column is FOLDER_ID. The e-mail column is
+// wider than any window, so it always extends to the right edge of the grid.
 constexpr std::array<Design, 10> kColumns = {{
     {u"FIXED", u"", 0, Alignment::Left},
     {kId, u"", 0, Alignment::Left},
@@ -32,7 +32,7 @@ constexpr std::array<Design, 10> kColumns = {{
     {kType, u"", 300, Alignment::Center},
 }};
 
-/// The type column is too narrow for a word: it shows a picture.
+/// The type column is too narrow for text, so it shows a picture.
 std::pair<Image, String> TypePicture(StringView type) {
   if (type == ContactKind::Contact) return {Image::Contact, u"Contact"};
   if (type == ContactKind::Group) return {Image::Group, u"Group"};

@@ -2,20 +2,19 @@
 
 #include "controls/FlexGrid.h"
 
-/// The columns of the contact grid.
+/// Columns of the contact grid.
 namespace ktrv::forms::ContactGridLayout {
 
-// Keys.
+// Column keys.
 inline constexpr StringView kId = u"ID";
 inline constexpr StringView kName = u"NAME";
 inline constexpr StringView kFolderId = u"FOLDERID";
 inline constexpr StringView kType = u"CONTACTTYPE";
 
-/// Gives the grid that shows a list its keys, headings, widths and alignments. No effect on a grid
-/// that shows none.
+/// Sets keys, headings, widths and alignments of the columns. No effect if the grid shows no list.
 void Apply(controls::FlexGrid& grid);
 
-/// Whether the grid shows a list, be it empty.
+/// Whether the grid shows a list; it may be empty.
 bool IsList(const controls::FlexGrid& grid);
 
 /// Whether the grid shows a list with at least one row.

@@ -24,7 +24,8 @@ constexpr int kTextPanel = 1;
 constexpr int kCountPanel = 3;
 constexpr int kCountPanelWidth = 3000;  // twips
 
-/// The id of a node's key as the counting commands take it.
+/// The id of a node as the integer parameter of the counting statements. \throws Error
+/// TypeMismatch, Overflow
 std::int32_t IdNumber(StringView id) {
   const auto number = IsDecimalDigits(id) ? ParseInteger(id) : std::nullopt;
   if (!number) throw Error(ErrorNumber::TypeMismatch, u"Type mismatch");
@@ -93,7 +94,7 @@ void ContactList::Open(StringView nodeKey) {
     display_.Progress.SetRange(0, total_);
     display_.Progress.SetValue(0);
   }
-  // The rows are still to come; the grid is laid out as soon as the first of them tell its columns.
+  // The rows arrive later. The grid gets its columns with the first rows.
   display_.Grid.Bind(query ? rsUserContacts_.get() : nullptr);
 }
 
@@ -199,7 +200,7 @@ void ContactList::Add(const SavedContact& contact, StringView folderId) {
        {StringView(), StringView(contact.Id), StringView(contact.Name), StringView(u"1"),
         StringView(contact.Mobile), StringView(contact.Email), StringView(contact.Address),
         StringView(contact.Organisation), folderId, ContactKind::Contact}) {
-    // A tab that was pasted into a name would shift what stands behind it.
+    // A tab in a name would shift the following cells.
     String cell(text);
     std::replace(cell.begin(), cell.end(), u'\t', u' ');
     row += cell + u"\t";
@@ -207,7 +208,7 @@ void ContactList::Add(const SavedContact& contact, StringView folderId) {
   row.pop_back();
   grid.AddItem(row);
   ++total_;
-  if (!incomplete_) ShowTotal();  // what the status bar says of it stays true
+  if (!incomplete_) ShowTotal();  // an incomplete list keeps its message
   grid.SetRow(grid.Rows() - 1);
   grid.ShowRow(grid.Row());
 }

@@ -15,11 +15,11 @@
 
 namespace ktrv::forms {
 
-/// The list of the current node's contacts: counts them, fetches them in the background into the
-/// grid, and tells in the status bar how far it is.
+/// The contact list of the current node. Counts the rows, fetches them in the background into the
+/// grid and shows the progress in the status bar.
 class ContactList {
  public:
-  /// What the list is shown with.
+  /// The controls that the list uses.
   struct Display {
     controls::Form& Window;
     controls::FlexGrid& Grid;
@@ -29,33 +29,33 @@ class ContactList {
 
   ContactList(Services& services, BookDatabase& database, Display display);
 
-  /// Makes the counting commands. \throws Error
+  /// Opens the connection and creates the counting statements. \throws Error
   void Prepare();
 
-  /// Shows the contents of the node of this key from the database; what was shown or still being
-  /// fetched is dropped at once. A failure is logged and told in the status bar.
+  /// Loads the list of the node with this key. Discards the present list and cancels its fetch. A
+  /// failure is logged and shown in the status bar.
   void Load(StringView nodeKey);
 
-  /// Shows a contact that was saved in the folder just now behind the others and makes it the
-  /// current row, without asking the database. No effect when no list is shown.
+  /// Appends a contact that was just saved in the folder, without a query, and makes it the current
+  /// row. No effect when no list is shown.
   void Add(const SavedContact& contact, StringView folderId);
 
-  /// Drops the list and its fetch and releases the counting commands.
+  /// Discards the list, cancels its fetch and releases the counting statements.
   void Close();
 
-  /// Sorts by the column of this key and moves the sort indicator there; the key "DUMMY" does
-  /// nothing. A failure is logged.
+  /// Sorts by the column with this key and moves the sort indicator there. No effect for the key
+  /// "DUMMY". A failure is logged.
   void ChangeSortOrder(StringView columnKey, controls::SortOrder order);
 
-  /// Makes the first row whose name begins with the text the current one and shows it. Nothing
-  /// happens when there is none, nor in a grid of a single row.
+  /// Makes the first row whose name starts with the text the current row and scrolls to it. No
+  /// effect if there is no such row or the grid has only one row.
   void Find(StringView text);
 
-  /// The result that the grid shows; null before the first load.
+  /// The recordset of the grid; null before the first load and after a failed one.
   database::Recordset* Rows() const { return rsUserContacts_.get(); }
-  /// Whether rows are still to come.
+  /// Whether the fetch is still running.
   bool IsLoading() const { return loading_; }
-  /// Rows counted for the current load, and those added since.
+  /// Rows counted for the current load, plus those added since.
   std::int32_t Total() const { return total_; }
   const String& SortColumn() const { return sortColumn_; }
   bool CanCount() const { return counts_.ArePrepared(); }
@@ -63,8 +63,8 @@ class ContactList {
  private:
   void Clear();
   void Open(StringView nodeKey);
-  /// Counts the node's items into the total and gives its query, which is empty when the host's
-  /// dialect word has none; nothing for a key that is neither counted nor queried.
+  /// Sets the total to the number of the node's items. \return the node's query, which is empty for
+  /// an unknown dialect word; nullopt for a key without list
   std::optional<String> Count(StringView nodeKey);
   std::int32_t RowsOf(data::AddressBookQueries::Count which, StringView id);
   void ShowTotal();
@@ -82,7 +82,7 @@ class ContactList {
   PreparedCommands<data::AddressBookQueries::Count> counts_;
   std::unique_ptr<database::Recordset> rsUserContacts_;
   bool loading_ = false;
-  bool incomplete_ = false;  ///< the fetch failed: rows are missing, and the status bar says so
+  bool incomplete_ = false;  ///< the fetch failed and rows are missing; the status bar shows it
   std::int32_t total_ = 0;
   String sortColumn_;
 };

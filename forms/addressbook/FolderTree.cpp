@@ -10,7 +10,7 @@ namespace {
 
 namespace Queries = data::AddressBookQueries;
 
-// Places in the tree's image list.
+// 1-based indices in the image list of the tree.
 constexpr int kRootImage = 1;
 constexpr int kGroupImage = 3;
 constexpr int kFolderImage = 4;
@@ -69,17 +69,17 @@ void FolderTree::AddNodes() {
 }
 
 void FolderTree::ShowCurrent() {
-  // The grid still shows the current node: so does the tree, when the node is there. To select one
-  // below a collapsed node would expand what the user left collapsed.
+  // Selects the current node again, because the grid still shows its contents. Not if it is below a
+  // collapsed node: selecting it would expand that node.
   controls::TreeNode* current = tree_.Find(current_.Key);
-  if (current) MakeCurrent(*current);  // its parent may be another one now
+  if (current) MakeCurrent(*current);  // its parent may have changed
   tree_.Select(current && IsInSight(*current) ? current : nullptr);
 }
 
 void FolderTree::AddFolders(StringView query, StringView kind) {
   database::Recordset folders(database_.Environment);
   folders.Open(query, database_.ConnectionString);
-  // The parent folder is read and not looked at: folders are one level deep.
+  // PARENTFOLDERID is ignored: folders have only one level.
   for (; !folders.EndOfFile(); folders.MoveNext()) {
     tree_.Add(NodeKey::Shared, Joined(kind, ToText(folders.Field(u"ID"))),
               ToText(folders.Field(u"NAME")), kFolderImage, kFolderImage);
@@ -113,8 +113,8 @@ void FolderTree::AddGroup(StringView id, const String& name, StringView folderId
 void FolderTree::Expand() {
   const auto& [shared, main] = topLevel_;
   tree_.SetExpanded(tree_.At(1), shared.State == kExpanded);
-  // The second node once was a second top-level node. It is taken by its place still, whatever
-  // stands there now: a folder or a group opens as personal contacts would.
+  // The second node once was the top-level node of personal contacts. Its state is still applied to
+  // whatever node is second now.
   if (runAt_ == RunApplicationAt::RuntAtClient && tree_.Count() > 1) {
     tree_.SetExpanded(tree_.At(2), main.State == kExpanded);
   }

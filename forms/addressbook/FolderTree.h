@@ -9,35 +9,35 @@
 
 namespace ktrv::forms {
 
-/// What the address book's tree holds and which of its nodes is current: the root, the shared and
-/// the remote folders below it, and the groups below the root or their shared folder.
+/// Fills the address book's tree and keeps track of the current node. Below the root are the shared
+/// and remote folders and groups; a group may also be below its shared folder.
 class FolderTree {
  public:
-  /// Database and tree must outlive this.
+  /// Database and tree must outlive the object.
   FolderTree(BookDatabase& database, RunApplicationAt runAt, controls::TreeView& tree);
 
-  /// As when the window opens: no current node, the top-level nodes expanded.
+  /// Initial state of the window: no current node, top-level nodes expanded.
   void Start();
 
-  /// Builds the tree anew from the database; nodes added before a failure stay. \throws Error
+  /// Rebuilds the tree from the database. Nodes added before a failure stay. \throws Error
   void Build();
 
   const CurrentNode& Current() const { return current_; }
 
-  /// Adds the node of a new group and shows it. \throws Error ElementNotFound when its folder is
-  /// not there
+  /// Adds the node of a new group and expands its parents. \throws Error ElementNotFound if its
+  /// folder is not in the tree
   void AddGroup(StringView id, const String& name, StringView folderId);
 
-  /// The node was clicked. \return whether another node became current
+  /// Handles a click on the node. \return whether the current node changed
   bool Click(const controls::TreeNode& node);
   /// Whether a node was clicked since the last call.
   bool TakeClick();
 
-  /// The user or the program expanded or collapsed the node: kept for the next rebuild.
+  /// Stores that the user or the program expanded or collapsed the node, for the next rebuild.
   void Remember(const controls::TreeNode& node, bool expanded);
 
  private:
-  /// What a rebuild does with the top-level nodes whose keys start so.
+  /// State of the top-level nodes with this key prefix, applied by a rebuild.
   struct TopLevelState {
     StringView Prefix;
     char16_t State = kExpanded;

@@ -8,7 +8,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// Context texts of error records. Log readers match them literally; the doubled prefix is theirs.
+/// Context texts of error records. Log readers match them literally, including the doubled prefix.
 namespace Context {
 constexpr StringView kNew =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactNew(), Module: frmAddressBook";
@@ -34,7 +34,7 @@ ItemCommands::~ItemCommands() {
 }
 
 void ItemCommands::Run(StringView context, const std::function<void()>& command) {
-  // A menu may have been open when the window went.
+  // The window may be unloaded while its menu is open.
   if (running_ || deletion_ || !window_.IsLoaded()) return;
   struct Running {
     bool& Flag;
@@ -75,7 +75,7 @@ void ItemCommands::NewMember() {
 }
 
 std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
-  // Before any node is chosen, new items go where those outside any folder are.
+  // Without a current node, new items go to the main folder.
   if (node.Key.empty()) return u"0";
   const controls::TreeNode* place = window_.tvwContacts.Find(node.Key);
   if (!place) {
@@ -92,7 +92,7 @@ void ItemCommands::NewContact(const CurrentNode& node) {
   if (!folder) return;
   const auto contact = editors_.NewContact(*folder, MembershipAt(node));
   if (!contact || !window_.IsLoaded()) return;
-  // A list that still comes may hold the contact or not, and replaces what is added to it.
+  // A running fetch may or may not include the contact, and replaces appended rows.
   if (list_.IsLoading()) return window_.LoadContacts();
   if (folders_.Current().Key == node.Key) list_.Add(*contact, *folder);
 }
@@ -100,7 +100,7 @@ void ItemCommands::NewContact(const CurrentNode& node) {
 ContactCompanion ItemCommands::MembershipAt(const CurrentNode& node) {
   if (NodeKey::KindOf(node.Key) != NodeKey::SharedGroup) return {};
   using Membership = ItemStatements::Membership;
-  // A contact is never stored without its membership: the next attempt would store another one.
+  // A contact must not be stored without its membership: the next attempt would store a second one.
   const auto linking = [this](const std::function<Membership()>& link) {
     Membership made = Membership::Made;
     const bool worked = place_.Services.Trap(Context::kNew, false, [&] {
@@ -132,7 +132,7 @@ void ItemCommands::NewGroup(const CurrentNode& node) {
   const GroupResult made = editors_.NewGroup(*folder);
   if (!window_.IsLoaded()) return;
   if (made.Saved) folders_.AddGroup(made.Saved->Id, made.Saved->Name, *folder);
-  // Groups are listed in their folder, and not in another group; contacts anywhere.
+  // A group's list contains no groups; all lists contain contacts.
   const bool isListed = made.Saved && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
   if (isListed || made.HasOpenedContacts) window_.LoadContacts();
 }
@@ -172,7 +172,7 @@ void ItemCommands::NodeProperties() {
   if (!isRemote && kind != NodeKey::SharedFolder) return;
   editors_.EditFolder(String(NodeKey::IdOf(key)),
                       isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder);
-  // A remote folder may show another category now.
+  // The folder may be mapped to another category now.
   if (window_.IsLoaded()) RebuildTree(isRemote);
 }
 
@@ -215,7 +215,7 @@ void ItemCommands::RowProperties() {
 void ItemCommands::RebuildTree(bool listIsStale) {
   const String before = folders_.Current().Key;
   window_.LoadTreeView();
-  // At the server the root becomes current, and the grid shows what is.
+  // At the server a rebuild selects the root, which becomes current; the grid must follow.
   if (listIsStale || folders_.Current().Key != before) window_.LoadContacts();
 }
 

@@ -14,57 +14,57 @@ namespace ktrv::forms {
 
 class frmAddressBook;
 
-/// What the address book window does with its items: it makes, opens and deletes them, each by the
-/// current node of the tree and by whether the tree or the grid is at work.
+/// Item commands of the address book window: create, open, delete. They apply to the current node
+/// of the tree, or to the rows of the grid when the tree does not have the focus.
 ///
-/// One command runs at a time: while a box or an editor of one is open, and until a long deletion
-/// is over, others do nothing. A failure is logged with the command's context text.
+/// Only one command runs at a time. While it shows a box or an editor, or a long deletion is
+/// running, other commands do nothing. A failure is logged with the command's context text.
 class ItemCommands {
  public:
-  /// All must outlive the commands.
+  /// All references must outlive the object.
   ItemCommands(Workplace& place, Editors& editors, frmAddressBook& window, FolderTree& folders,
                ContactList& list);
   ~ItemCommands();
 
   static constexpr StringView kNewGroup = u"GR";
 
-  /// \param kind kNewGroup, else a contact
+  /// \param kind kNewGroup; any other value creates a contact
   void New(StringView kind);
-  /// A contact that becomes a member of the current group; nothing at other nodes.
+  /// Creates a contact that becomes a member of the current group. No effect at other nodes.
   void NewMember();
   void NewFolder();
   void Properties();
   void Delete();
 
-  /// Leaves what is not yet deleted; the window is closing.
+  /// Cancels a running deletion; called when the window closes.
   void Stop();
-  /// Whether a deletion goes on while the user can do other things.
+  /// Whether a deletion is running in the background.
   bool IsDeleting() const { return deletion_ != nullptr; }
 
  private:
   void Run(StringView context, const std::function<void()>& command);
 
   void NewContact(const CurrentNode& node);
-  /// What a new contact of the node is stored with: at a group, its membership.
+  /// For a group node: stores the new contact's membership together with it. Otherwise empty.
   ContactCompanion MembershipAt(const CurrentNode& node);
   void NewGroup(const CurrentNode& node);
-  /// The folder that a new item of the node goes into; nothing when the node is gone, which the
-  /// user is told.
+  /// The folder for a new item at the node. If the node no longer exists, shows a message and
+  /// returns nullopt.
   std::optional<String> FolderFor(const CurrentNode& node);
 
-  /// The node that the tree shows as selected. When there is none because it is gone, the user is
-  /// told.
+  /// The selected node of the tree. Null if there is none; shows a message if that is because the
+  /// current node no longer exists.
   const controls::TreeNode* ChosenNode();
   void NodeProperties();
   void GroupProperties(const String& key);
   void RowProperties();
-  /// The list is loaded again too when it is stale, or when another node became current.
+  /// Rebuilds the tree. Also reloads the list if it is stale or the current node has changed.
   void RebuildTree(bool listIsStale = false);
 
   void DeleteNode();
   void SayThatGroupsRemain();
-  /// Asks the database whether the node is a folder with groups. If so the user is told, and the
-  /// tree shows them.
+  /// Queries whether the node is a folder with groups. If so, shows a message and rebuilds the
+  /// tree.
   bool HoldsUnseenGroups(const String& key);
   void ShowUnseenGroups();
   bool DeleteItemOf(const String& key);

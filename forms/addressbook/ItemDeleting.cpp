@@ -1,4 +1,4 @@
-// What ItemCommands deletes.
+// The deleting part of ItemCommands.
 #include <utility>
 
 #include "forms/addressbook/ContactGridLayout.h"
@@ -8,7 +8,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// Log readers match it literally; the doubled prefix is theirs.
+/// Log readers match it literally, including the doubled prefix.
 constexpr StringView kContext =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
 constexpr int kTextPanel = 1;
@@ -27,7 +27,7 @@ void ItemCommands::Delete() {
 bool ItemCommands::Confirm(StringView question, std::int32_t buttons, std::int16_t wanted) {
   const std::int16_t answer = place_.Services.ShowMessage(
       question, buttons | MessageStyle::Question | MessageStyle::DefaultButton2);
-  // What was confirmed is what stood there when the question was asked.
+  // If the window was unloaded meanwhile, the answer no longer applies.
   return answer == wanted && window_.IsLoaded();
 }
 
@@ -42,7 +42,7 @@ void ItemCommands::DeleteNode() {
   const String key = node->Key;
   if (key == NodeKey::Shared || key == NodeKey::Main) return Say(u"The item cannot be deleted.");
   if (!node->Children.empty()) return SayThatGroupsRemain();
-  // Others make groups too, and the tree may have ended before it came to them.
+  // Another user may have added groups, or the tree may be incomplete after a failure.
   if (HoldsUnseenGroups(key) || !ConfirmDeletion()) return;
   if (DeleteItemOf(key)) RemoveNode(key);
 }
@@ -82,7 +82,7 @@ bool ItemCommands::DeleteItemOf(const String& key) {
             u"contents ?")) {
       return false;
     }
-    // The questions may have stood open for long.
+    // Other users may have added groups while the questions were open.
     const bool deleted = statements_.DeleteSharedFolder(id);
     if (!deleted) ShowUnseenGroups();
     return deleted;
@@ -105,15 +105,15 @@ void ItemCommands::RemoveNode(const String& key) {
   if (controls::TreeNode* next = tree.SelectedNode()) {
     tree.UserClicks(*next);
   } else {
-    window_.LoadContacts();  // what is listed may be the contents of what is gone
+    window_.LoadContacts();  // the list may show what was deleted
   }
-  // No button of the mouse belongs to this click: it leads to no menu.
+  // This click was not made with a mouse button, so it must not open a menu.
   folders_.TakeClick();
 }
 
 void ItemCommands::DeleteRows(const CurrentNode& node) {
   const controls::FlexGrid& grid = window_.vsfContacts;
-  // Rows can be selected, all of them with the keyboard for one, while none is the current one.
+  // There may be a selection without a current row, e.g. after Ctrl+A.
   if (!ContactGridLayout::HasRows(grid) || grid.Selection().Count() == 0) {
     return Say(u"No item(s) selected for deletion.");
   }
@@ -122,7 +122,7 @@ void ItemCommands::DeleteRows(const CurrentNode& node) {
       kind != NodeKey::SharedGroup) {
     return;
   }
-  // Rows may still come while the question is open: only those that were selected before are meant.
+  // Rows may arrive while the question is open. Only rows selected before it are deleted.
   std::vector<RowDeletion::Item> items;
   const int id = grid.ColIndex(ContactGridLayout::kId);
   const int type = grid.ColIndex(ContactGridLayout::kType);

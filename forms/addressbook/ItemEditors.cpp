@@ -8,7 +8,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// The contact editor takes folders of 16 bits; nothing for others.
+/// The id as the contact editor's 16-bit folder id; nullopt if it does not fit.
 std::optional<std::int16_t> ShortId(StringView id) {
   const auto number = ParseInteger(id);
   if (!number || *number < 0 || *number > std::numeric_limits<std::int16_t>::max()) return {};
@@ -28,7 +28,7 @@ std::optional<SavedContact> ItemEditors::NewContact(StringView folderId, Contact
 }
 
 void ItemEditors::EditContact(const String& contactId, StringView folderId) {
-  // A contact that is there keeps its folder.
+  // The folder of an existing contact does not change.
   editors_.Contact(place_.Another(), {.Mode = ModeOfOperation::Modify,
                                       .SharedMode = TypeOfContact::SharedContact,
                                       .FolderId = ShortId(folderId).value_or(0),
@@ -55,7 +55,7 @@ std::optional<String> ItemEditors::EditGroup(const String& groupId, const String
 }
 
 bool ItemEditors::NewFolder() {
-  // The editor's check box turns it into a remote one.
+  // The user can change the type by the editor's check box.
   return editors_.Folder(place_.Another(), {.FolderType = TypeOfFolder::SharedFolder})
       .Saved.has_value();
 }

@@ -4,23 +4,23 @@
 
 namespace ktrv::forms {
 
-/// Opens the editors of the address book's items, all of which are shared. All throw Error.
+/// Opens the editors for items of the address book, which are all shared. All methods throw Error.
 class ItemEditors {
  public:
-  /// Both must outlive this.
+  /// Both must outlive the object.
   ItemEditors(const Workplace& place, Editors& editors) : place_(place), editors_(editors) {}
 
-  /// \param folderId decimal id of the new contact's folder. \param with what is stored together
-  /// with it. \return the contact; nothing when none was saved
+  /// \param folderId decimal id of the contact's folder. \param with what is stored together with
+  /// the contact. \return the contact; nullopt if none was saved
   std::optional<SavedContact> NewContact(StringView folderId, ContactCompanion with);
   void EditContact(const String& contactId, StringView folderId);
 
-  /// \return a group that was not finished as a saved one too: it is in the database
+  /// \return in Saved also a group whose save failed after its row was written
   GroupResult NewGroup(const String& folderId);
-  /// \return the name under which it was saved; nothing when it was not
+  /// \return the saved name; nullopt if the group was not saved
   std::optional<String> EditGroup(const String& groupId, const String& name);
 
-  /// \return whether one was saved
+  /// \return whether a folder was saved
   bool NewFolder();
   void EditFolder(const String& folderId, TypeOfFolder type);
 

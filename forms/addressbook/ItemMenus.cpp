@@ -8,7 +8,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// One item of the tree's menu and the nodes at which it is shown at the server.
+/// One item of the tree's menu, and the node kinds that show it at the server.
 struct Row {
   StringView Name;
   StringView Caption;
@@ -18,8 +18,7 @@ struct Row {
   bool AtRemoteFolder = false;
 };
 
-// Local items are kept nowhere any more: no command stands behind those four, and where they are
-// shown they cannot be chosen.
+// The first four create local items, which no longer exist. They have no command and are disabled.
 constexpr std::array<Row, 10> kRows = {{
     {u"mnuLocalContactContext", u"Create Local Contact"},
     {u"mnuLocalGroupContext", u"Create Local Group"},

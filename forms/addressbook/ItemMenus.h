@@ -4,19 +4,19 @@
 
 namespace ktrv::forms {
 
-/// The menus of the address book's items. Who shows them sets their items' Click.
+/// The item menus of the address book. The window sets their Click handlers.
 struct ItemMenus {
   ItemMenus();
 
-  controls::Menu mnuContactContext;       ///< of the tree
-  controls::Menu mnuPropertyContextmenu;  ///< holds the clipboard's commands; nothing pops it up
+  controls::Menu mnuContactContext;       ///< context menu of the tree
+  controls::Menu mnuPropertyContextmenu;  ///< clipboard commands; never shown
   controls::Menu mnuTest;                 ///< never shown
 
-  /// Leaves the tree's menu what can be done with a node of this kind at the server; a kind that no
-  /// node has changes nothing.
+  /// Shows only those items of the tree's menu that apply to this kind of node at the server. No
+  /// effect for an unknown kind.
   void ShowFor(StringView nodeKind);
 
-  /// The item of this name in any of the menus. \throws Error ElementNotFound
+  /// Finds the item in all three menus. \throws Error ElementNotFound
   controls::MenuItem& Item(StringView name);
 };
 

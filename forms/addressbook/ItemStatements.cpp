@@ -13,7 +13,7 @@ bool ItemStatements::GroupIsThere(database::Connection& connection, StringView g
 
 ItemStatements::Membership ItemStatements::InsertMember(database::Connection& connection,
                                                         StringView groupId, StringView contactId) {
-  // Others may delete either while the user types.
+  // Other users may have deleted either of them meanwhile.
   if (!GroupIsThere(connection, groupId)) return Membership::GroupIsGone;
   if (!IsThere(connection, data::EditorQueries::ContactName(contactId))) {
     return Membership::ContactIsGone;
@@ -59,7 +59,7 @@ void ItemStatements::DeleteBoth(database::Transaction& transaction, const String
   } catch (const Error&) {
     try {
       transaction.Commit();
-    } catch (...) {  // the failure that came first is the one to be told
+    } catch (...) {  // report the first failure
     }
     throw;
   }
@@ -93,8 +93,7 @@ void ItemStatements::Execute(const String& statement) {
   try {
     connection.Execute(statement);
   } catch (...) {
-    // The server may have dropped the link while the window stood open: the next use of the
-    // connection opens a new one.
+    // The server may have closed the link. The next use opens a new one.
     database_.Close();
     throw;
   }

@@ -6,33 +6,33 @@
 
 namespace ktrv::forms {
 
-/// Writes the address book window's own changes. What is deleted goes one statement at a time: when
-/// one fails, those before it stay done. When the link is lost or memory is short, all that belongs
-/// together stays, where the engine has transactions. Each opens the connection when it is not
-/// open. All throw Error, and never send an id that is not decimal digits.
+/// The statements of the address book's own commands. Each opens the connection if necessary.
+/// Statements that belong together run in a transaction: if the second one fails, the first one is
+/// still committed. If the link is lost or memory is exhausted, both are rolled back, on engines
+/// with transactions. All throw Error, and reject ids that are not decimal digits.
 class ItemStatements {
  public:
   explicit ItemStatements(BookDatabase& database) : database_(database) {}
 
-  /// Whether the group is there now. \param connection not the window's, as in InsertMember
+  /// Queries whether the group exists. \param connection that of the caller's transaction
   bool GroupIsThere(database::Connection& connection, StringView groupId);
   enum class Membership { Made, GroupIsGone, ContactIsGone };
-  /// Makes the contact a member, provided that both are there and it is none.
+  /// Makes the contact a member of the group, if both exist and it is not a member yet.
   Membership InsertMember(database::Connection& connection, StringView groupId,
                           StringView contactId);
-  /// With its memberships. Its members stay.
+  /// Deletes the group and its memberships, not its members.
   void DeleteGroup(StringView groupId);
-  /// With the contacts in it, whose memberships stay.
-  /// \return false when groups are in it: nothing is deleted then
+  /// Deletes the folder and its contacts, not their memberships.
+  /// \return false if the folder has groups; nothing is deleted then
   bool DeleteSharedFolder(StringView folderId);
-  /// The mapping only.
+  /// Deletes the mapping only.
   void DeleteRemoteFolder(StringView folderId);
-  /// With its memberships in all groups.
+  /// Deletes the contact and its memberships in all groups.
   void DeleteContact(StringView contactId);
 
-  /// Whether a group is in the shared folder now, shown in the tree or not.
+  /// Queries whether the shared folder has groups.
   bool HoldsGroups(StringView folderId);
-  /// Name of the group; nothing when it is gone.
+  /// The name of the group; nullopt if it no longer exists.
   std::optional<String> GroupName(StringView groupId);
 
  private:

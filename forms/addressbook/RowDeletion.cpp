@@ -13,7 +13,7 @@ RowDeletion::RowDeletion(Services& services, BookDatabase& database, StringView 
 
 void RowDeletion::Run() {
   if (stopped_) return;
-  const auto self = shared_from_this();  // its owner may forget it while a message is shown
+  const auto self = shared_from_this();  // the owner may release it while a message is shown
   const bool goesOn = services_.Trap(context_, false, [&] { return WorkForAMoment(); });
   if (stopped_) return;
   if (!goesOn) {

@@ -9,38 +9,39 @@
 
 namespace ktrv::forms {
 
-/// Deletes listed items, one after another in their order. Many of them take longer than a window
-/// may stand still: it works for a moment at a time and goes on when the user's input was seen to.
+/// Deletes listed items in order. To keep the window responsive it works in slices of 30 ms and
+/// posts the next slice to the message queue.
 ///
-/// It ends at the last item or at the first failure, which is logged. Stopped before that, it
-/// leaves the rest where it is, and the log says so.
+/// Ends after the last item or the first failure, which is logged. When it is stopped, the
+/// remaining items are kept and a log line says so.
 class RowDeletion : public std::enable_shared_from_this<RowDeletion> {
  public:
   struct Item {
     String Id;
-    String Type;  ///< ContactKind; a remote contact is only told of
+    String Type;  ///< a ContactKind; for a remote contact only a message is shown
   };
 
-  /// \param context of its error record. Services and database must outlive it.
+  /// \param context context text of the error record. Services and database must outlive the
+  /// object.
   RowDeletion(Services& services, BookDatabase& database, StringView context,
               std::vector<Item> items);
 
-  /// It goes on later: so many items are done.
+  /// Called after each slice except the last.
   std::function<void(std::size_t done)> Progress;
-  /// It is over.
+  /// Called once at the end, unless stopped.
   std::function<void()> Done;
 
   void Run();
-  /// Nothing more is deleted and nothing reported, also when this is called from within.
+  /// Deletes and reports nothing more. May be called from a callback.
   void Stop();
   std::size_t Count() const { return items_.size(); }
   bool HasDeletedGroup() const { return hasDeletedGroup_; }
 
  private:
-  /// \return whether items are left for later
+  /// Runs one slice. \return whether items are left
   bool WorkForAMoment();
   void Delete(const Item& item);
-  /// Nobody is there any more to be told that items are left.
+  /// Logs how many items were deleted, because the window is closed and cannot show it.
   void LogRest();
 
   Services& services_;

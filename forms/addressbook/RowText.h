@@ -4,9 +4,9 @@
 
 namespace ktrv::forms {
 
-/// The selected rows of the grid as text for the clipboard: a line of headings and a line for each
-/// row, cells separated by tabs. Columns that are hidden or have no heading are left out, and tabs
-/// and line breaks within a cell become blanks. Empty when no row is selected.
+/// The selected rows as text for the clipboard: a line with the headings, then a line per row,
+/// cells separated by tabs. Skips columns that are hidden or have no heading. Tabs and line breaks
+/// in cells become blanks. Empty if no row is selected.
 String SelectedRowsText(const controls::FlexGrid& grid);
 
 }  // namespace ktrv::forms

@@ -5,7 +5,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// Twips that stay between the bar and either side of the window.
+/// Minimum width of either pane, in twips.
 constexpr int kMargin = 1000;
 
 }  // namespace
@@ -22,8 +22,7 @@ void Splitter::Press() {
 void Splitter::Drag(int x, int innerWidth) {
   if (!dragging_) return;
   const int rightLimit = std::max(innerWidth - kMargin, kMargin);
-  // A shadow that has reached a limit stays there until the pointer is back on the other side of
-  // the bar.
+  // At a limit the shadow stops until the pointer is on the other side of the bar.
   if (shadow_.Left() >= rightLimit && x >= 0) {
     shadow_.SetLeft(rightLimit);
     return;

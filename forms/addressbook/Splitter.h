@@ -4,15 +4,16 @@
 
 namespace ktrv::forms {
 
-/// The bar between two panes and the shadow that follows the pointer while it is dragged.
+/// The bar between two panes, and the shadow that follows the pointer while the bar is dragged.
 class Splitter {
  public:
   Splitter(controls::PictureBox& bar, controls::PictureBox& shadow);
 
   void Press();
-  /// The pointer moved. \param x twips from the bar's left edge. \param innerWidth of the window.
+  /// Handles a mouse move. \param x twips from the bar's left edge. \param innerWidth of the
+  /// window, in twips
   void Drag(int x, int innerWidth);
-  /// Puts the bar where the shadow is.
+  /// Ends dragging and moves the bar to the shadow.
   void Release();
   bool IsDragging() const { return dragging_; }
 

@@ -19,10 +19,10 @@ namespace KeyCode = controls::KeyCode;
 constexpr int kTreeWidth = 3000;
 constexpr int kSliderWidth = 50;
 constexpr int kShadowWidth = 25;
-constexpr int kHeadingGap = 60;  ///< above the panes' headings
+constexpr int kHeadingGap = 60;  ///< above the headings of the panes
 constexpr int kHeadingHeight = 285;
-constexpr int kHeadingIndent = 15;  ///< of the right pane's heading, behind the bar
-constexpr int kReserve = 800;       ///< below the panes, for the status bar and margins
+constexpr int kHeadingIndent = 15;  ///< of the right pane's heading, from the bar
+constexpr int kReserve = 800;       ///< below the panes: status bar and margins
 constexpr int kRightMargin = 50;
 
 controls::Form::Design WindowDesign() {
@@ -34,7 +34,7 @@ controls::Form::Design WindowDesign() {
           .MinimumHeight = 4000};
 }
 
-/// The pictures of the tree, counted from 1. The second one is no node's any more.
+/// Images of the tree nodes; indices are 1-based. The second one is no longer used.
 std::vector<Image> imgTreeView() {
   return {Image::SharedContacts, Image::Contact, Image::Group, Image::Folder};
 }
@@ -84,7 +84,7 @@ void frmAddressBook::Form_Load() {
     PlaceProgressBar(StatusBar1, ProgressBar1, 2);
     ProgressBar1.SetValue(ProgressBar1.Min());
     ProgressBar1.SetVisible(true);
-    // Without the commands the list still opens: it makes them when it counts, or tells why not.
+    // If this fails, loading the list prepares the statements again, and reports the failure.
     Event(u"PrepareCommands", [&] { contactList_.Prepare(); });
     LoadContacts();
     ProgressBar1.SetVisible(false);
@@ -162,7 +162,7 @@ void frmAddressBook::ConnectMenus() {
 void frmAddressBook::ShowItemContextMenu(std::optional<int> x, std::optional<int> y) {
   const Stay stay(*this);
   Event(u"ShowItemContextMenu", [&] {
-    // Elsewhere the menu is shown as it stands.
+    // At the client all items stay visible.
     if (place_.User.IsAtServer()) Menus.ShowFor(NodeKey::KindOf(Current().Key));
     std::optional<controls::Screen::Point> at;
     if (x || y) at = {x.value_or(0), y.value_or(0)};
@@ -211,7 +211,7 @@ void frmAddressBook::tvwContacts_KeyDown(std::int16_t keyCode) {
 
 void frmAddressBook::tvwContacts_MouseUp(MouseButton button, int x, int y) {
   Event(u"tvwContacts_MouseUp", [&] {
-    // A button that goes up over empty space follows no click on a node.
+    // Ignores a mouse button released over empty space.
     const bool nodeClicked = folderTree_.TakeClick();
     if (!nodeClicked || button != MouseButton::Right) return;
     ShowItemContextMenu(tvwContacts.Left() + x, tvwContacts.Top() + y);

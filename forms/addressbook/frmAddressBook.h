@@ -20,9 +20,8 @@
 
 namespace ktrv::forms {
 
-/// The window in which the address book is browsed and edited: the tree of folders and groups on
-/// the left, the contacts of the chosen node on the right. Shown modeless; the same window can be
-/// closed and shown again.
+/// The address book window: the tree of folders and groups on the left, the contacts of the current
+/// node on the right. Modeless; can be closed and shown again.
 class frmAddressBook final : public controls::Form {
  public:
   /// The editors must outlive the window.
@@ -30,7 +29,7 @@ class frmAddressBook final : public controls::Form {
   ~frmAddressBook() override;
 
   controls::ToolBar tlbMain{*this};
-  /// The cool bar that holds the toolbar and the find box is one control with the toolbar.
+  /// The cool bar with toolbar and find box is part of the ToolBar control.
   controls::ToolBar& clbMainBar = tlbMain;
   controls::Label lblFind{*this, {}, u"&Find:"};
   controls::TextBox txtFind{*this, {}};
@@ -43,42 +42,42 @@ class frmAddressBook final : public controls::Form {
   controls::StatusBar StatusBar1{*this};
   controls::ProgressBar ProgressBar1{*this, {}};
 
-  /// Builds the tree anew. A failure is logged; the nodes added before it stay.
+  /// Rebuilds the tree. A failure is logged; nodes added before it stay.
   void LoadTreeView();
-  /// Loads the grid for the current node anew. A failure is logged and told in the status bar.
+  /// Reloads the grid for the current node. A failure is logged and shown in the status bar.
   void LoadContacts();
-  /// Sorts the grid by the column of this key and shows the sort indicator there.
+  /// Sorts the grid by the column with this key and moves the sort indicator there.
   void ChangeSortOrder(StringView columnKey, controls::SortOrder order);
 
-  /// Lays the panes out for the window's size.
+  /// Lays out the panes for the size of the window.
   void ResizeControls();
-  /// Puts the progress bar into the status bar's panel, counted from 1.
+  /// Places the progress bar in a panel of the status bar. \param panel 1-based
   void PlaceProgressBar(controls::StatusBar& statusBar, controls::ProgressBar& progressBar,
                         int panel);
 
-  // The item commands. A failure of one is logged.
-  /// Makes a group or a contact where the current node says. \param kind "GR" for a group
+  // Item commands. Failures are logged.
+  /// Creates a group or a contact at the current node. \param kind "GR" for a group
   void ContactNew(StringView kind) { commands_.New(kind); }
-  /// Opens the tree's current node or the grid's current row in its editor.
+  /// Opens the tree's selected node or the grid's current row in its editor.
   void ContactProperties() { commands_.Properties(); }
-  /// Deletes the tree's current node or the grid's selected rows; many rows go on being deleted
-  /// after it returned.
+  /// Deletes the tree's selected node or the grid's selected rows. Deletion of many rows continues
+  /// after it returns.
   void ContactDelete() { commands_.Delete(); }
-  /// Shows the current node's menu at this place, twips from the form's inner corner, or at the
-  /// pointer when neither is given.
+  /// Shows the context menu of the current node. \param x, y twips in the client area; without
+  /// both, at the pointer
   void ShowItemContextMenu(std::optional<int> x = {}, std::optional<int> y = {});
-  /// Puts the grid's selected rows on the clipboard, as text with headings.
+  /// Copies the selected rows of the grid to the clipboard, as text with headings.
   void Copy();
-  /// Does nothing: what was copied is made into no item.
+  /// No effect: items cannot be pasted.
   void Paste() {}
 
   ItemMenus Menus;
   bool IsDeleting() const { return commands_.IsDeleting(); }
 
-  /// What it works with. Its connection can be given to it before it is shown.
+  /// The workplace of the window. Its connection may be replaced before the window is shown.
   Workplace& Place() { return place_; }
   const CurrentNode& Current() const { return folderTree_.Current(); }
-  /// The result that the grid shows; null before the first load and after a failed one.
+  /// The recordset of the grid; null before the first load and after a failed one.
   database::Recordset* rsUserContacts() const { return contactList_.Rows(); }
   const ContactList& List() const { return contactList_; }
 
@@ -108,9 +107,9 @@ class frmAddressBook final : public controls::Form {
   void picSlider_MouseUp();
 
   int PanesTop() const;
-  /// Gives the right pane the width that the left pane and the bar leave.
+  /// Sets the right pane's width to the rest of the window.
   void PlaceRightPane();
-  /// Traps the failures of one event procedure.
+  /// Runs an event procedure and traps its failures.
   template <class Body>
   void Event(StringView procedure, Body&& body);
 
