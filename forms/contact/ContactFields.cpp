@@ -14,7 +14,7 @@ struct TextColumn {
   StringView Name;
 };
 
-/// The columns that are written as typed, in the order in which they are read and written.
+/// The columns that are stored as typed, in the order of reading and writing.
 constexpr std::array<TextColumn, 15> kTextColumns{{
     {&frmNewContact::txtFname, u"FName"},
     {&frmNewContact::txtMname, u"MName"},
@@ -37,19 +37,19 @@ Error TypeMismatch() {
   return Error(ErrorNumber::TypeMismatch, u"Type mismatch");
 }
 
-/// Null gives an empty box, a number its decimal text.
+/// Shows null as an empty box and a number as decimal text.
 void ShowText(const database::Recordset& row, StringView column, controls::TextBox& box) {
   box.SetText(ToText(row.Field(column)));
 }
 
-/// Old drivers of SQL Server give a date as a text.
+/// Converts a date column. Old drivers for SQL Server return dates as text.
 std::optional<DateTime> DateOf(const Variant& value) {
   if (const auto* date = std::get_if<DateTime>(&value)) return *date;
   if (const auto* text = std::get_if<String>(&value)) return ParseDateTime(Trim(*text));
   return std::nullopt;
 }
 
-/// Null leaves the picker as it was, and so does what is no date, which is added to the failures.
+/// Shows a date. Null leaves the picker unchanged; so does an invalid date, which adds a failure.
 void ShowDate(const database::Recordset& row, StringView column, controls::DatePicker& picker,
               std::vector<Error>& failures) {
   const Variant value = row.Field(column);
@@ -70,7 +70,7 @@ void ShowFolder(const database::Recordset& row, frmNewContact& dialog) {
   }
 }
 
-/// The index of the sex list's item for a stored letter; the letters count as capitals only.
+/// The list index for a stored letter; case-sensitive.
 int SexIndexOf(StringView letter) {
   if (letter == u"F") return 2;
   if (letter == u"M") return 1;
@@ -124,15 +124,15 @@ void Write(const frmNewContact& dialog, const Entries* before, database::Records
     if (before && now.Texts[index] == before->Texts[index]) continue;
     row.SetField(kTextColumns[index].Name, now.Texts[index]);
   }
-  // An empty box leaves the age that the row has.
+  // An empty box keeps the stored age.
   if (const StringView age = Trim(now.Age); !age.empty() && changed(&Entries::Age)) {
     const auto number = ParseNumber(age);
     if (!number) throw TypeMismatch();
     row.SetField(u"Age", *number);
   }
   if (changed(&Entries::Sex)) row.SetField(u"Sex", SexOf(dialog.cboSex.Text()));
-  // The anniversary goes with the birthday: without one it is left alone, and with one an
-  // anniversary that was taken away is taken away from the row.
+  // The anniversary is written only together with a birthday. Then a cleared anniversary is cleared
+  // in the row too.
   if (now.Birthday) {
     if (changed(&Entries::Birthday)) row.SetField(u"Birthday", ValueOf(now.Birthday));
     if (changed(&Entries::Anniversary)) row.SetField(u"Anniversary", ValueOf(now.Anniversary));

@@ -10,10 +10,10 @@ namespace ktrv::forms {
 
 class frmNewContact;
 
-/// Which control of the contact editor shows which column.
+/// Maps the controls of the contact editor to columns.
 namespace ContactFields {
 
-/// What the controls hold at a moment, to tell later what the user changed since.
+/// A snapshot of the controls, to detect later what the user has changed.
 struct Entries {
   std::array<String, 15> Texts;
   String Age;
@@ -25,15 +25,15 @@ struct Entries {
 
 Entries EntriesOf(const frmNewContact& dialog);
 
-/// Fills the controls, and the dialog's folder, from the current row. A date that cannot be read
-/// leaves its picker as it is, and a folder id that is null or has more than 16 bits the dialog's
-/// folder: it is not needed for a contact that is there. \return a failure for each such date
+/// Fills the controls and FolderId from the current row. A date that cannot be converted leaves its
+/// picker unchanged. A folder id that is null or exceeds 16 bits leaves FolderId unchanged; it is
+/// not needed for an existing contact. \return one failure for each such date
 std::vector<Error> Show(const database::Recordset& row, frmNewContact& dialog);
 
-/// Sets the current row's columns from the controls, the folder excepted. \param before what the
-/// controls held when they showed the row: what is still the same is left as the row has it, the
-/// more so as not every value can be shown as it is; null for a new row.
-/// \throws Error TypeMismatch for an age that is no number, else as Recordset::SetField
+/// Sets the columns of the current row, except the folder. \param before the snapshot taken when
+/// the row was shown; columns that are unchanged since are not written, because some values cannot
+/// be shown exactly. Null for a new row.
+/// \throws Error TypeMismatch if the age is not a number, else as Recordset::SetField
 void Write(const frmNewContact& dialog, const Entries* before, database::Recordset& row);
 
 }  // namespace ContactFields

@@ -2,9 +2,8 @@
 
 #include "controls/Geometry.h"
 
-/// Where the controls of the contact editor stand, in twips: two columns of frames that end at the
-/// same height, in each frame one line a box with its label before it. The room around a text is
-/// a fifth more than the usual font needs.
+/// Layout of the contact editor, in twips: two columns of frames of the same total height. Each
+/// line of a frame has a label and a box. Boxes have 20 % more space than the default font needs.
 namespace ktrv::forms::ContactLayout {
 
 using controls::Rectangle;
@@ -15,8 +14,8 @@ inline constexpr int kWidth = 3 * kMargin + 2 * kFrameWidth;
 inline constexpr int kGap = 90;  ///< between frames
 inline constexpr int kLineHeight = 435;
 inline constexpr int kBoxHeight = 345;
-inline constexpr int kFirstLine = 315;  ///< below a frame's top
-inline constexpr int kLabelLeft = 165;  ///< from a frame's left
+inline constexpr int kFirstLine = 315;  ///< from the top of the frame
+inline constexpr int kLabelLeft = 165;  ///< from the left of the frame
 inline constexpr int kBoxLeft = 1545;
 inline constexpr int kBoxWidth = 2940;
 
@@ -39,9 +38,9 @@ constexpr int LineTop(const Rectangle& frame, int line) {
   return frame.Top + kFirstLine + line * kLineHeight;
 }
 
-/// \param line counted from 0
+/// \param line 0-based
 constexpr Rectangle Label(const Rectangle& frame, int line) {
-  constexpr int kDrop = 45;  // puts the label's text on the box's base line
+  constexpr int kDrop = 45;  // aligns the label's baseline with the box
   return {frame.Left + kLabelLeft, LineTop(frame, line) + kDrop, kBoxLeft - kLabelLeft - 30, 285};
 }
 
@@ -49,7 +48,7 @@ constexpr Rectangle Box(const Rectangle& frame, int line, int width = kBoxWidth)
   return {frame.Left + kBoxLeft, LineTop(frame, line), width, kBoxHeight};
 }
 
-/// Of the arrows that stand behind a box of this width.
+/// The up-down control to the right of a box of this width.
 constexpr Rectangle Arrows(const Rectangle& frame, int line, int boxWidth) {
   return {frame.Left + kBoxLeft + boxWidth, LineTop(frame, line), 255, kBoxHeight};
 }
@@ -59,7 +58,7 @@ inline constexpr int kButtonHeight = 420;
 inline constexpr int kButtonsTop = kAddress.Top + kAddress.Height + kMargin;
 inline constexpr int kHeight = kButtonsTop + kButtonHeight + kMargin;
 
-/// \param place from the right, counted from 0
+/// \param place 0-based, from the right
 constexpr Rectangle Button(int place) {
   return {kWidth - kMargin - kButtonWidth - place * (kButtonWidth + 120), kButtonsTop, kButtonWidth,
           kButtonHeight};

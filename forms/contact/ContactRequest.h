@@ -8,31 +8,33 @@
 
 namespace ktrv::forms {
 
-/// Thrown when a new contact cannot be stored where it was to go.
+/// Thrown when a new contact cannot be stored.
 struct ContactRefused {
-  String Message;  ///< for the user; empty when it was logged instead
+  String Message;  ///< for the user; empty if it was logged instead
 };
 
-/// What the opener stores together with a new contact, on the connection and in the transaction of
-/// its row. Both throw Error or ContactRefused; nothing may be shown, as locks are held.
+/// Statements that the opener runs together with the insert of a new contact, on its connection and
+/// in its transaction. Both throw Error or ContactRefused. They must not show anything, because
+/// locks are held.
 struct ContactCompanion {
-  std::function<void(database::Connection&)> Check = {};  ///< whether it can be stored
-  /// Stores it, unless it is stored already.
+  std::function<void(database::Connection&)> Check = {};  ///< before the insert: throws if Store
+                                                          ///< would fail
+  /// After the insert. Must be idempotent.
   std::function<void(database::Connection&, const String& contactId)> Store = {};
 };
 
-/// What the contact editor is opened for.
+/// Arguments of the contact editor.
 struct ContactRequest {
   ModeOfOperation Mode = ModeOfOperation::Add;
   TypeOfContact SharedMode = TypeOfContact::LocalContact;
-  std::int16_t FolderId = 0;  ///< of a new contact; 0 is the main folder
-  String EditContactId = {};  ///< decimal, of the contact to edit
+  std::int16_t FolderId = 0;  ///< folder of a new contact; 0: the main folder
+  String EditContactId = {};  ///< decimal id of the contact to edit
   String PresetContactName = {};
   String PresetMobileNo = {};
-  ContactCompanion With = {};  ///< empty when the new contact stands alone
+  ContactCompanion With = {};  ///< empty: nothing is stored together with the contact
 };
 
-/// A contact as it was saved, put together from the editor's boxes.
+/// A saved contact, as entered in the editor.
 struct SavedContact {
   String Id;
   String Name;
@@ -42,12 +44,12 @@ struct SavedContact {
   String Organisation;
 };
 
-/// What the contact editor leaves.
+/// Result of the contact editor.
 struct ContactResult {
-  TypeOfContact SharedMode;  ///< shared once it came to saving, whatever was opened
-  String EditContactId;      ///< as it was opened with; of a new contact that was saved its id
-  String PresetMobileNo;     ///< what a new contact's box began with
-  std::optional<SavedContact> Saved;  ///< nothing when it was closed without saving
+  TypeOfContact SharedMode;           ///< SharedContact after an attempt to save, else as opened
+  String EditContactId;               ///< as opened; after saving a new contact its id
+  String PresetMobileNo;              ///< initial text of a new contact's box
+  std::optional<SavedContact> Saved;  ///< nullopt if closed without saving
 };
 
 }  // namespace ktrv::forms

@@ -11,7 +11,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// Context texts of error records. Log readers match them literally, irregular as they are.
+/// Context texts of error records. Log readers match them literally, including irregularities.
 namespace Context {
 constexpr StringView kFormLoad =
     u"KTRVAddressBook: Error occured. Sub : Form_Load, Module: frmNewContact";
@@ -78,14 +78,14 @@ void frmNewContact::PresentNew() {
     SetCaption(u"Add Shared Contact");
   }
   txtFname.SetText(txtFname.Fitting(request_.PresetContactName));
-  // The country prefix stands in the mobile number's box; the country code's box stays empty.
+  // The country prefix is part of the mobile number; the box of the country code stays empty.
   if (Trim(request_.PresetMobileNo).empty()) request_.PresetMobileNo = u"91";
   txtMobileno.SetText(txtMobileno.Fitting(request_.PresetMobileNo));
   cboSex.SetListIndex(0);
 }
 
 void frmNewContact::PresentExisting() {
-  // A local contact keeps the caption of a new one.
+  // A local contact keeps the caption "New Contact".
   if (request_.SharedMode == TypeOfContact::SharedContact) {
     chkContacts.SetChecked(true);
     SetCaption(u"Edit Shared Contact");
@@ -96,7 +96,7 @@ void frmNewContact::PresentExisting() {
 
 void frmNewContact::Populate_Data() {
   if (contactId_.empty()) return;
-  loadFailed_ = true;  // unless all of it is done
+  loadFailed_ = true;  // until all is shown
   database::Recordset contact(place_.Database.Environment);
   contact.Open(data::ContactQueries::ById(contactId_), place_.Database.ConnectionString);
   if (!contact.EndOfFile()) {
@@ -111,7 +111,7 @@ void frmNewContact::Populate_Data() {
 
 void frmNewContact::EnableControls(bool enable) {
   for (controls::Control* control : Controls()) {
-    // Boxes that are switched off keep the colour of those that are on.
+    // Disabled boxes keep the colour of enabled ones.
     if (auto* box = dynamic_cast<controls::TextBox*>(control)) {
       box->SetBackColor(controls::kSystemWindowBackground);
     } else if (auto* list = dynamic_cast<controls::ComboBox*>(control)) {
@@ -137,7 +137,7 @@ std::int16_t frmNewContact::Validate_Data() {
   if (Trim(txtMobileno.Text()).empty()) {
     return refuse(u"Please enter the Mobile No.", txtMobileno);
   }
-  // Any other number will do, the prefix alone included.
+  // Any number except 0 is accepted, also the prefix alone.
   if (LeadingNumber(txtMobileno.Text()) == 0) {
     return refuse(u"Enter a proper Mobile No.", txtMobileno);
   }
@@ -151,7 +151,7 @@ std::int16_t frmNewContact::Validate_Data() {
 
 bool frmNewContact::Save_Data() {
   const bool isNew = request_.Mode == ModeOfOperation::Add;
-  // Boxes that never showed the contact would erase it.
+  // Saving boxes that never showed the contact would erase it.
   if (!isNew && !shown_) throw NotLoaded();
   database::Connection connection(place_.Database.Environment);
   connection.Open(place_.Database.ConnectionString);
@@ -160,7 +160,7 @@ bool frmNewContact::Save_Data() {
   contact.Open(isNew ? String(data::ContactQueries::kNone) : data::ContactQueries::ById(contactId_),
                connection,
                {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
-  // Whatever was opened, contacts are shared from here on, until the host's next call.
+  // From here on the contact is a shared one, however the editor was opened.
   request_.SharedMode = TypeOfContact::SharedContact;
   try {
     isNew ? Insert(connection, contact) : Change(contact, *shown_);
@@ -189,7 +189,7 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
   database::Transaction transaction(connection);
   if (inDoubt_) {
     if (contact.FindAdded(inDoubt_->Row)) {
-      // Changed last: with other values it would not be found again if this fails.
+      // Change comes last: it changes the values by which the row is found if a later step fails.
       storeCompanion();
       Change(contact, inDoubt_->Written);
       transaction.Commit();
@@ -203,12 +203,12 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
   ContactFields::Write(*this, nullptr, contact);
   const ContactFields::Entries entries = ContactFields::EntriesOf(*this);
-  // Until the dialog is closed nothing of it is shown as saved, so the next OK must not store it a
-  // second time.
+  // If the outcome of the commit is unknown, the next OK must find this row instead of inserting it
+  // again.
   const auto remember = [&] { inDoubt_ = {contact.AddedRow(), entries}; };
   try {
     contact.Update();
-    contact.Resync();  // brings what the database filled in
+    contact.Resync();  // fetches the columns that the database has filled
     storeCompanion();
     remember();
     transaction.Commit();
@@ -219,7 +219,7 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
 }
 
 void frmNewContact::CheckFolder(database::Connection& connection) const {
-  if (FolderId == 0) return;  // outside any folder
+  if (FolderId == 0) return;  // the main folder
   database::Recordset folder(place_.Database.Environment);
   folder.Open(data::EditorQueries::FolderType(ToDecimal(FolderId)), connection);
   if (!folder.EndOfFile()) return;
@@ -237,14 +237,14 @@ SavedContact frmNewContact::Summary(const String& id) const {
 
 void frmNewContact::cmdSave_Click() {
   place_.Services.Trap(Context::kSave, [&] {
-    if (loadFailed_) throw NotLoaded();  // what is missing in the boxes is not the user's omission
+    if (loadFailed_) throw NotLoaded();  // empty boxes are not the user's mistake then
     if (Validate_Data() != 1) return;
     if (Save_Data()) Unload();
   });
 }
 
 void frmNewContact::cmdCancel_Click() {
-  Unload();  // which leaves no contact behind
+  Unload();  // without a saved contact
 }
 
 void frmNewContact::txtMobileno_GotFocus() {

@@ -19,21 +19,21 @@
 
 namespace ktrv::forms {
 
-/// The dialog in which one contact is made or changed. A contact that cannot be loaded or saved is
-/// logged, and the dialog stays open; one that was not loaded whole is not saved.
+/// The contact editor, for a new or an existing contact. Failures of loading and saving are logged,
+/// and the dialog stays open. A contact that was not loaded completely is not saved.
 class frmNewContact final : public controls::Form {
  public:
   frmNewContact(Workplace place, ContactRequest request);
   ~frmNewContact() override;
 
-  /// What it leaves, once it is closed.
+  /// The result; final after the dialog has closed.
   ContactResult Result() const {
     return {request_.SharedMode, request_.EditContactId, request_.PresetMobileNo, saved_};
   }
 
-  std::int16_t FolderId;  ///< as asked for; of a contact that is there, its row's
+  std::int16_t FolderId;  ///< as requested; for an existing contact, from its row
 
-  // Tab goes through the controls in this order, and each label names the box behind it.
+  // Tab order is the order of declaration. Each label belongs to the box that follows it.
   using Key = controls::CommandButton::Key;
   static constexpr auto& kKind = ContactLayout::kKind;
   static constexpr auto& kName = ContactLayout::kName;
@@ -103,7 +103,7 @@ class frmNewContact final : public controls::Form {
   controls::CommandButton cmdSave{*this, ContactLayout::Button(1), u"&OK", Key::Enter};
   controls::CommandButton cmdCancel{*this, ContactLayout::Button(0), u"&Cancel", Key::Escape};
 
-  /// Switches all input on or off, and with it the button that saves it.
+  /// Enables or disables all input controls and the save button.
   void EnableControls(bool enable);
 
  protected:
@@ -114,7 +114,7 @@ class frmNewContact final : public controls::Form {
   void PresentExisting();
   void Populate_Data();
   std::int16_t Validate_Data();
-  /// \return false when the user was told why there is nothing to save to.
+  /// \return false if the save was refused with a message to the user
   bool Save_Data();
   void Change(database::Recordset& contact, const ContactFields::Entries& before);
   /// \throws Error, ContactRefused
@@ -125,17 +125,17 @@ class frmNewContact final : public controls::Form {
   void cmdSave_Click();
   void cmdCancel_Click();
   void txtMobileno_GotFocus();
-  /// The key press of a box that takes digits only.
+  /// Key filter of a box for digits.
   void FilterDigits(std::int16_t& code);
 
   Workplace place_;
   ContactRequest request_;
-  String contactId_;  ///< trimmed, of the contact to edit
-  /// What the controls held when they showed the contact; none of a new contact, of one that is not
-  /// there and of one that was not loaded whole.
+  String contactId_;  ///< trimmed id of the contact to edit
+  /// Snapshot of the controls when they showed the contact; nullopt for a new contact, and if the
+  /// contact does not exist or was not loaded completely.
   std::optional<ContactFields::Entries> shown_;
   bool loadFailed_ = false;
-  /// A new contact of which nobody knows whether the last OK stored it.
+  /// A new contact for which it is unknown whether the last save has stored it.
   struct InDoubt {
     database::NewRow Row;
     ContactFields::Entries Written;
