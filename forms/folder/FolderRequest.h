@@ -7,14 +7,14 @@
 
 namespace ktrv::forms {
 
-/// What the folder editor is opened for.
+/// Arguments of the folder editor.
 struct FolderRequest {
   ModeOfOperation Mode = ModeOfOperation::Add;
   TypeOfFolder FolderType = TypeOfFolder::SharedFolder;
-  String FolderIdText = {};  ///< decimal, of the folder to edit
+  String FolderIdText = {};  ///< decimal id of the folder to edit
 };
 
-/// A folder as its row has it.
+/// A saved folder, as stored in its row.
 struct SavedFolder {
   String Id;
   String Name;
@@ -22,10 +22,10 @@ struct SavedFolder {
   String Category;
 };
 
-/// What the folder editor leaves.
+/// Result of the folder editor.
 struct FolderResult {
-  TypeOfFolder FolderType;           ///< follows the check box
-  std::optional<SavedFolder> Saved;  ///< nothing when it was closed without saving
+  TypeOfFolder FolderType;           ///< as the check box says
+  std::optional<SavedFolder> Saved;  ///< nullopt if closed without saving
 };
 
 }  // namespace ktrv::forms

@@ -21,7 +21,7 @@ frmSelectFolder::frmSelectFolder(Workplace place, FolderRequest request)
       place_(std::move(place)),
       request_(std::move(request)),
       type_(request_.FolderType) {
-  // As designed the box is cleared, and the list with it out of use.
+  // Initially the check box is cleared and the list disabled.
   cboRemoteFolderView.SetEnabled(false);
   chkRemoteFolder.Click = [this] { chkRemoteFolder_Click(); };
   txtFolderName.GotFocus = [this] { txtFolderName_GotFocus(); };
@@ -41,12 +41,12 @@ void frmSelectFolder::Form_Load() {
   if (request_.Mode == ModeOfOperation::Modify) {
     Populate_Data();
     SetCaption(u"Edit Folder");
-    chkRemoteFolder.SetEnabled(false);  // a folder stays remote or not for good
+    chkRemoteFolder.SetEnabled(false);  // the type of a folder cannot be changed
   } else {
     SetCaption(u"Add Folder");
     chkRemoteFolder.SetEnabled(true);
-    // What the user sees decides: with the box cleared no folder becomes a remote one, and none is
-    // written with the letter of local folders, which nobody is ever shown.
+    // The check box decides on the type, also for a folder opened as remote. A folder of type local
+    // is never written.
     if (HasCommands()) chkRemoteFolder_Click();
   }
 }
@@ -71,8 +71,8 @@ void frmSelectFolder::LoadRemoteFolderViews() {
         for (; !categories.EndOfFile(); categories.MoveNext()) {
           cboRemoteFolderView.AddItem(ToText(categories.Field(u"CATEGORY")));
         }
-        // The second category is the one that is offered. With a single one this fails and is
-        // logged, and nothing is chosen.
+        // The second category is the default. With only one category this fails, which is logged,
+        // and none is selected.
         cboRemoteFolderView.SetListIndex(1);
       });
 }
@@ -80,13 +80,13 @@ void frmSelectFolder::LoadRemoteFolderViews() {
 bool frmSelectFolder::Populate_Data() {
   return place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Populate_Data(), Module: frmSelectFolder", false, [&] {
-        // Some engines take a text that only begins with digits for the number.
+        // Rejects other texts, because some engines convert a text that only starts with digits.
         const String id = data::WithId(u"{id}", request_.FolderIdText);
         const auto folder = commands_.Execute(FolderCommand::FolderById, {id});
         txtFolderName.SetText(String(Trim(ToText(folder.Field(u"NAME")))));
         const bool isRemote = Trim(ToText(folder.Field(u"TYPE"))) == u"R";
         chkRemoteFolder.SetChecked(isRemote);
-        chkRemoteFolder_Click();  // also when the box was so already
+        chkRemoteFolder_Click();  // also if the box has not changed
         if (isRemote) ShowCategory(ToText(folder.Field(u"REMOTE_CONTACTS_CATEGORY")));
         shown_ = {txtFolderName.Text(), ChosenCategory()};
         return true;
@@ -94,8 +94,8 @@ bool frmSelectFolder::Populate_Data() {
 }
 
 void frmSelectFolder::ShowCategory(const String& category) {
-  // A category that TALVERO has no more joins the list: otherwise the offered one would stay
-  // chosen, and saving the folder under another name would map it to that.
+  // A mapped category that TALVERO no longer has is added to the list. Otherwise the default would
+  // stay selected, and saving would change the mapping.
   if (!category.empty() && cboRemoteFolderView.IndexOf(category) < 0) {
     cboRemoteFolderView.AddItem(category);
   }
@@ -142,8 +142,8 @@ bool frmSelectFolder::HasNameAndCategory() {
 }
 
 database::Recordset frmSelectFolder::Rival() {
-  // A shared folder has a name of its own among all folders, a remote one only a category of its
-  // own: its name may be any other folder's.
+  // The name of a shared folder must be unique among all folders. A remote folder needs only a
+  // unique category.
   const String name(Trim(txtFolderName.Text()));
   const String& category = cboRemoteFolderView.Text();
   const bool isNew = request_.Mode == ModeOfOperation::Add;
@@ -163,7 +163,7 @@ bool frmSelectFolder::Save_Data() {
   return place_.Services.Trap(
       u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmSelectFolder", false, [&] {
         if (IsNotLoaded()) {
-          // Boxes that never showed the folder would erase its name and its mapping.
+          // Saving boxes that never showed the folder would erase its name and mapping.
           throw Error(ErrorNumber::NoCurrentRecord,
                       u"The folder could not be loaded, so it is not saved either.");
         }
@@ -179,11 +179,10 @@ bool frmSelectFolder::Save_Data() {
 }
 
 database::Recordset frmSelectFolder::Write() {
-  // Without commands the caller fails on the closed result, so that no local folder is ever
-  // written.
+  // Without commands the caller fails on this closed recordset, so no local folder is written.
   if (!HasCommands()) return database::Recordset(place_.Database.Environment);
-  // Somebody else may have taken the name since it was looked for. The user is told when the locks
-  // are gone.
+  // Another user may have taken the name since the last check. The message is shown after the
+  // transaction has released its locks.
   database::Transaction transaction(place_.Database.Open());
   if (auto rival = Rival(); IsThere(rival)) return rival;
   const String category = ChosenCategory();
@@ -199,8 +198,9 @@ database::Recordset frmSelectFolder::Write() {
 }
 
 void frmSelectFolder::WriteChanges(const String& name, const String& category) {
-  // The statement writes both columns. What the user left alone keeps the value that it has now:
-  // blanks around a name, a category of a folder that shows none, what somebody else has changed.
+  // The statement writes both columns. A column that the user has not changed keeps its present
+  // value: blanks around the name, the category of a folder that shows none, changes by other
+  // users.
   const auto now = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
   written_.Name = ToText(txtFolderName.Text() == shown_->Name ? now.Field(u"NAME") : Variant(name));
   const Variant newCategory =
@@ -216,8 +216,8 @@ database::Recordset frmSelectFolder::ReadBack() {
     return commands_.Execute(FolderCommand::FolderByName, {String(Trim(txtFolderName.Text()))});
   }
   auto row = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
-  // No row changed, which some engines say too when it was the same already; or the driver cannot
-  // tell.
+  // No row was affected. Some engines report that also for an update without changes, and some
+  // drivers cannot tell. So compare the row.
   if (commands_.At(FolderCommand::UpdateFolder).RecordsAffected() <= 0 &&
       !(database::IsHeld(ToText(row.Field(u"NAME")), written_.Name) &&
         database::IsHeld(ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY")), written_.Category))) {
@@ -245,13 +245,13 @@ void frmSelectFolder::txtFolderName_GotFocus() {
 }
 
 void frmSelectFolder::cmdOK_Click() {
-  // Of a folder that was not loaded nothing is asked: its saving is refused whatever is entered.
+  // No validation if the folder was not loaded: the save will be refused anyway.
   const bool valid = IsNotLoaded() || Validate_Data();
   if (valid && Save_Data()) Unload();
 }
 
 void frmSelectFolder::cmdCancel_Click() {
-  Unload();  // which leaves no folder behind
+  Unload();  // without a saved folder
 }
 
 void frmSelectFolder::Complain(StringView message, controls::Control& about) {

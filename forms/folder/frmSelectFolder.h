@@ -16,17 +16,17 @@ namespace ktrv::forms {
 using FolderCommand = data::FolderQueries::Name;
 using FolderCommands = PreparedCommands<FolderCommand>;
 
-/// The dialog in which a shared folder is made or given a new name, and in which a folder is mapped
-/// to a category of remote contacts.
+/// The folder editor: creates or renames a shared folder, or maps a folder to a category of remote
+/// contacts.
 ///
-/// Opened for anything but a shared or a remote folder it has no commands: it opens, and every step
-/// that needs one is logged. A folder that could not be loaded is not saved.
+/// If it is opened for a local folder it has no commands, and each step that needs one is logged as
+/// a failure. A folder that could not be loaded is not saved.
 class frmSelectFolder final : public controls::Form {
  public:
   frmSelectFolder(Workplace place, FolderRequest request);
   ~frmSelectFolder() override;
 
-  /// What it leaves, once it is closed.
+  /// The result; final after the dialog has closed.
   FolderResult Result() const { return {type_, saved_}; }
 
   controls::Label lblFolderName{*this, {180, 180, 5640, 270}, u"Folder Name"};
@@ -44,7 +44,7 @@ class frmSelectFolder final : public controls::Form {
   const FolderCommands& Commands() const { return commands_; }
 
  protected:
-  /// \throws Error when the connection cannot be opened; the opener logs it.
+  /// \throws Error when the connection cannot be opened; the opener logs it
   void Form_Load() override;
 
  private:
@@ -61,32 +61,33 @@ class frmSelectFolder final : public controls::Form {
 
   bool HasCommands() const;
   bool IsNotLoaded() const;
-  String ChosenCategory() const;  ///< empty of a folder that is not remote
+  String ChosenCategory() const;  ///< empty unless the box is checked
   void ShowCategory(const String& category);
   bool HasNameAndCategory();
-  /// The folder that stands in the way of saving; closed when nothing is to be asked.
+  /// The existing folder that prevents saving, as a recordset; closed when nothing has to be
+  /// checked.
   database::Recordset Rival();
   static bool IsThere(const database::Recordset& rival);
   void ComplainOf(const database::Recordset& rival);
-  /// Writes the folder, unless one stands in the way. \return that one. \throws Error
+  /// Writes the folder, unless another one prevents it. \return that one. \throws Error
   database::Recordset Write();
   void WriteChanges(const String& name, const String& category);
-  /// The folder as it is now; closed when there are no commands for it. \throws Error also when it
-  /// was not changed
+  /// The saved folder's row; closed if there are no commands. \throws Error also if the update
+  /// changed no row
   database::Recordset ReadBack();
   void Complain(StringView message, controls::Control& about);
 
   Workplace place_;
   const FolderRequest request_;
   FolderCommands commands_{place_.Database};
-  TypeOfFolder type_;  ///< as asked for, then as the check box says
-  /// The name and the category that the user found when the folder was loaded.
+  TypeOfFolder type_;  ///< as requested, then as the check box says
+  /// Name and category as loaded.
   struct Shown {
     String Name;
     String Category;
   };
-  Shown written_;               ///< by the last change
-  std::optional<Shown> shown_;  ///< none of a new folder and of one that could not be loaded
+  Shown written_;               ///< values of the last update
+  std::optional<Shown> shown_;  ///< nullopt for a new folder and if loading failed
   std::optional<SavedFolder> saved_;
 };
 
