@@ -2,7 +2,7 @@
 
 #include "common/Text.h"
 
-/// Kinds of the rows in all lists, as their CONTACTTYPE cells say them.
+/// The kinds of list rows, as stored in CONTACTTYPE cells.
 namespace ktrv::forms::ContactKind {
 
 inline constexpr StringView Contact = u"1";

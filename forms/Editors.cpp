@@ -11,8 +11,7 @@ namespace {
 
 using Kind = ModalDialogs::Kind;
 
-/// Says to all who read the host's record that a listed group is being shown, until it no longer
-/// is.
+/// Sets the flag in the host's record while the properties of a listed group are open.
 class PropertiesFlag {
  public:
   explicit PropertiesFlag(bool& flag) : flag_(flag), former_(flag) { flag_ = true; }
@@ -47,7 +46,8 @@ FolderResult Editors::Folder(Workplace place, const FolderRequest& request) {
 }
 
 GroupResult Editors::Group(Workplace place, const GroupRequest& request) {
-  // Names that were picked while the editor was open are not its own to take away.
+  // Cancelling clears the names of an earlier selection, but not of one made while the editor was
+  // open if there was none before.
   const bool hasNames = !record_.ContactsNames().empty();
   GroupResult result = Show<frmGroupsNew>(Kind::Group, std::move(place), request);
   if (hasNames && !result.Saved) record_.ContactsNames().clear();

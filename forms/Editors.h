@@ -7,8 +7,8 @@ namespace ktrv::forms {
 
 class frmGroupsNew;
 
-/// The one door to the editors: shows each modally on a workplace of its own, with no owner, and
-/// keeps the host's record of it. All return when the dialog has closed, and throw Error.
+/// Opens all editors: modally, without an owner, on a workplace of their own. Stores request and
+/// result in the host's record. All methods return after the dialog has closed, and throw Error.
 class Editors {
  public:
   /// \param record must outlive the editors.
@@ -17,12 +17,12 @@ class Editors {
   ContactResult Contact(Workplace place, const ContactRequest& request);
   FolderResult Folder(Workplace place, const FolderRequest& request);
   GroupResult Group(Workplace place, const GroupRequest& request);
-  /// The group editor for a group that a picker lists.
+  /// Opens the group editor for a group listed by a picker.
   GroupResult GroupProperties(Workplace place, const GroupRequest& request);
-  /// \return nothing when the user picked nobody. The host's record is left to the caller.
+  /// \return nullopt if nothing was picked. The caller stores the result in the host's record.
   std::optional<Recipients> Pick(Workplace place, const GroupRequest& request);
 
-  /// Lets the group dialog open editors over itself.
+  /// Lets the group dialog open editors.
   void Connect(frmGroupsNew& dialog);
 
  private:

@@ -6,8 +6,8 @@
 
 namespace ktrv::forms {
 
-/// What the host can read back of the editors, whoever opened them: each says here what it was
-/// opened with, and what it leaves when it has closed.
+/// Stores what the host can read back about the editors: the request when one opens, the result
+/// after it has closed.
 class HostRecord {
  public:
   virtual ~HostRecord() = default;
@@ -19,9 +19,9 @@ class HostRecord {
   virtual void Take(const GroupRequest& opened) = 0;
   virtual void Take(const GroupResult& left) = 0;
 
-  /// The names of the last selection of recipients, which a group editor's cancel takes away.
+  /// The names of the last recipient selection. Cancelling a group editor clears them.
   virtual String& ContactsNames() = 0;
-  /// Whether the properties of a listed group are being shown.
+  /// Whether the properties of a listed group are open.
   virtual bool& IsOpenForProperties() = 0;
 };
 

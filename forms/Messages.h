@@ -2,7 +2,7 @@
 
 #include "common/Text.h"
 
-/// What several windows tell their user.
+/// Messages that several windows show.
 namespace ktrv::forms::Messages {
 
 inline constexpr StringView kPlaceIsGone =
