@@ -17,8 +17,7 @@ struct ContactRefused {
 /// in its transaction. Both throw Error or ContactRefused. They must not show anything, because
 /// locks are held.
 struct ContactCompanion {
-  std::function<void(database::Connection&)> Check = {};  ///< before the insert: throws if Store
-                                                          ///< would fail
+  std::function<void(database::Connection&)> Check = {};  ///< before the insert; may refuse
   /// After the insert. Must be idempotent.
   std::function<void(database::Connection&, const String& contactId)> Store = {};
 };

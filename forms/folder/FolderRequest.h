@@ -24,7 +24,7 @@ struct SavedFolder {
 
 /// Result of the folder editor.
 struct FolderResult {
-  TypeOfFolder FolderType;           ///< as the check box says
+  TypeOfFolder FolderType;           ///< selected by the check box
   std::optional<SavedFolder> Saved;  ///< nullopt if closed without saving
 };
 

@@ -80,7 +80,7 @@ class frmSelectFolder final : public controls::Form {
   Workplace place_;
   const FolderRequest request_;
   FolderCommands commands_{place_.Database};
-  TypeOfFolder type_;  ///< as requested, then as the check box says
+  TypeOfFolder type_;  ///< as requested, then selected by the check box
   /// Name and category as loaded.
   struct Shown {
     String Name;
