@@ -6,7 +6,7 @@
 
 namespace ktrv::benchmarks {
 
-/// A connection through ODBC with nothing around it.
+/// A plain ODBC connection.
 class BareOdbc {
  public:
   /// \throws std::runtime_error
@@ -15,10 +15,10 @@ class BareOdbc {
   BareOdbc(const BareOdbc&) = delete;
   BareOdbc& operator=(const BareOdbc&) = delete;
 
-  /// A new statement; the connection frees it. \throws std::runtime_error
+  /// Allocates a statement, which the connection frees. \throws std::runtime_error
   SQLHANDLE NewStatement();
 
-  /// \throws std::runtime_error(what) when the call failed
+  /// \throws std::runtime_error(what) if the call failed
   static SQLRETURN Succeed(SQLRETURN result, const char* what);
 
  private:

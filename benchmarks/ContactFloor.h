@@ -4,11 +4,11 @@
 
 namespace ktrv::benchmarks {
 
-/// What opening a contact cannot do without: connect, read its row as UTF-16, disconnect.
+/// The minimum work of opening a contact: connect, read its row as UTF-16, disconnect.
 /// \throws std::runtime_error
 void OpenByBareOdbc(const std::string& connectionString, int contactId);
 
-/// What saving a contact cannot do without: connect, read its row, change one column, read the row
+/// The minimum work of saving a contact: connect, read its row, change one column, read the row
 /// again, disconnect. \throws std::runtime_error
 void SaveByBareOdbc(const std::string& connectionString, int contactId, std::string city);
 

@@ -20,13 +20,13 @@ namespace {
 constexpr int kRounds = 101;
 constexpr int kContact = 1000;
 
-/// Times of one kind of work, the product's and the floor's measured in turn.
+/// Times of one task, measured alternately for the product and the minimum work.
 class Comparison {
  public:
   void Product(const std::function<void()>& work) { Measure(work, product_); }
   void Floor(const std::function<void()>& work) { Measure(work, floor_); }
 
-  /// The times of the other added to these, round by round.
+  /// The sum of both times for each round.
   Comparison With(const Comparison& other) const {
     Comparison sum;
     for (std::size_t round = 0; round < product_.size(); ++round) {
@@ -57,7 +57,7 @@ class Comparison {
   std::vector<double> floor_;
 };
 
-/// A user who edits the contact, on a screen that shows nothing.
+/// A user who edits the contact, on a screen without output.
 class Editor {
  public:
   explicit Editor(const String& connectionString) {

@@ -5,9 +5,8 @@
 
 namespace ktrv::benchmarks {
 
-/// Measures opening a contact in its editor and saving it, beside the bare ODBC statements. Prints
-/// its table. \param databases see Target.h, smallest first; a contact's city
-/// changes in each.
+/// Compares opening and saving a contact in its editor with plain ODBC statements. Prints a table.
+/// \param databases see Target.h, smallest first; a contact's city changes in each
 void MeasureContactWork(const std::vector<std::string>& databases);
 
 }  // namespace ktrv::benchmarks

@@ -11,18 +11,18 @@
 
 namespace ktrv::benchmarks {
 
-/// The group dialog of an administrator at the server, on a screen that shows nothing.
+/// The group dialog of an administrator at the server, on a screen without output.
 class GroupDialog {
  public:
   /// \param path of an SQLite database
   explicit GroupDialog(const std::string& path);
 
-  /// Loads the dialog and waits until its lists are there. A group's dialog with the group's id.
+  /// Opens the dialog for the group with this id and waits until its lists are loaded.
   forms::frmGroupsNew& OpenPicker(bool expandGroups = false);
   forms::frmGroupsNew& OpenGroup(const String& id, const String& name);
-  /// Waits until both lists are there. \throws std::runtime_error when one failed
+  /// Waits until both lists are loaded. \throws std::runtime_error if one failed
   void Complete();
-  /// Fills the left list from the folder. \return seconds until it is there
+  /// Loads the left list from the folder. \return seconds until it is loaded
   double LoadSource(const String& folderId);
 
   forms::frmGroupsNew& Form() { return *form_; }

@@ -14,7 +14,7 @@ namespace {
 
 namespace Queries = data::GroupQueries;
 
-/// A prepared text and its parameters, bound once; the buffers must outlive it.
+/// A prepared statement with parameters bound once. The buffers must outlive it.
 class BareStatement {
  public:
   BareStatement(BareOdbc& odbc, StringView sql) : handle_(odbc.NewStatement()) {
@@ -40,7 +40,7 @@ class BareStatement {
   SQLUSMALLINT parameters_ = 0;
 };
 
-/// A text as a parameter.
+/// A text parameter.
 struct TextArgument {
   char16_t Units[100] = {};
   SQLLEN Bytes = 0;

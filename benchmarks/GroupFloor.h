@@ -8,9 +8,9 @@
 
 namespace ktrv::benchmarks {
 
-/// The unavoidable work of saving a group, with nothing around it: prepares the group dialog's
-/// statements on a connection that is open already and executes them, the insert once a member.
-/// \return seconds without connecting. \throws std::runtime_error
+/// The minimum work of saving a group on an open connection: prepares the group dialog's statements
+/// and executes them, the insert once per member. \return seconds without connecting. \throws
+/// std::runtime_error
 double SaveByBareOdbc(const std::string& connectionString, std::int32_t groupId,
                       const String& groupName, const std::vector<String>& contactIds);
 

@@ -22,14 +22,14 @@ namespace {
 
 constexpr int kRounds = 5;
 
-/// A folder and a folder with twice as much in it.
+/// A folder, and another one with twice as many rows.
 struct Pair {
   const char* Rows;
   const char16_t* Once;
   const char16_t* Twice;
 };
 
-/// Seconds of this process's own work, whatever else the machine does.
+/// CPU seconds of this process.
 double WorkOf(const std::function<void()>& work) {
   const std::clock_t start = std::clock();
   work();
@@ -40,7 +40,7 @@ void Require(bool truth) {
   if (!truth) throw std::runtime_error("the group dialog did not do its work");
 }
 
-/// Measures a piece of work on a folder, and on one twice its size, in turn.
+/// Measures a task alternately on a folder and on one of twice the size.
 void Measure(const char* name, const Pair& pair, const std::function<double(const String&)>& work,
              Table& table) {
   double once = std::numeric_limits<double>::max();
@@ -52,7 +52,7 @@ void Measure(const char* name, const Pair& pair, const std::function<double(cons
   table.Add({name, pair.Rows, Milliseconds(once), Milliseconds(twice), Ratio(twice, once)});
 }
 
-/// A picker whose left list shows the folder.
+/// Opens a picker whose left list shows the folder.
 void OpenPicker(GroupDialog& dialog, const String& folder, bool expandGroups = false) {
   dialog.OpenPicker(expandGroups);
   dialog.LoadSource(folder);
@@ -113,7 +113,7 @@ struct Compared {
   double Floor;
 };
 
-/// The round whose ratio is the middle one; the two are measured in turn.
+/// The round with the median ratio; product and minimum are measured alternately.
 Compared Typical(std::vector<Compared> rounds) {
   std::sort(rounds.begin(), rounds.end(), [](const Compared& left, const Compared& right) {
     return left.Product * right.Floor < right.Product * left.Floor;

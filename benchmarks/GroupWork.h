@@ -4,9 +4,9 @@
 
 namespace ktrv::benchmarks {
 
-/// Measures the group dialog: how its work grows with the rows, and saving a group and loading the
-/// source list beside bare ODBC. Prints its tables.
-/// \param path of an SQLite database with what groups.sql adds.
+/// Measures the group dialog: growth with the number of rows; saving a group and loading the source
+/// list compared with plain ODBC. Prints tables.
+/// \param path of an SQLite database with the data of groups.sql
 void MeasureGroupWork(const std::string& path);
 
 }  // namespace ktrv::benchmarks

@@ -69,7 +69,7 @@ void MeasureLineWork(const std::string& connection) {
   std::vector<std::vector<std::string>> rows;
   for (const Task& task : tasks) rows.push_back({task.Name, NameOf(connection)});
   bool isFirst = true;
-  // The first round is not shown: it makes the connections.
+  // The first round is not printed, because it opens the connections.
   for (const milliseconds length : {milliseconds(0), kLengths[0], kLengths[1], kLengths[2]}) {
     line.SetDelay(length);
     for (std::size_t each = 0; each < tasks.size(); ++each) {

@@ -4,9 +4,9 @@
 
 namespace ktrv::benchmarks {
 
-/// Measures what each task of a user takes at the end of a line, and prints its turns and its time
-/// at several lengths of the line. \param connection string of an address book on a server on this
-/// machine, whose rows are replaced by others
+/// Measures each task of a user over a network connection with several delays. Prints its round
+/// trips and times. \param connection string of an address book on a local server, whose rows will
+/// be replaced
 void MeasureLineWork(const std::string& connection);
 
 }  // namespace ktrv::benchmarks

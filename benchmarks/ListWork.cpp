@@ -21,7 +21,7 @@ using controls::SortOrder;
 using Keys = std::vector<std::string>;
 
 constexpr int kRounds = 5;
-constexpr int kNameColumn = 2;  // of the grid; the recordset's is one less
+constexpr int kNameColumn = 2;  // of the grid; one less in the recordset
 
 double TimeOf(const std::function<void()>& work) {
   const auto start = Clock::now();
@@ -34,7 +34,7 @@ double Median(std::vector<double> numbers) {
   return numbers[numbers.size() / 2];
 }
 
-/// The whole address book in a grid on a screen that shows nothing.
+/// The whole address book in a grid on a screen without output.
 struct LoadedGrid {
   explicit LoadedGrid(const std::string& path) {
     rows.Location = database::CursorLocation::Client;
@@ -56,8 +56,8 @@ struct LoadedGrid {
   controls::FlexGrid grid{form, {}};
 };
 
-/// The time of the slowest key of a typist who looks for names near both ends of the list and for
-/// one that is not there, and the bare work of that key: a look at the first letter of each name.
+/// The slowest keystroke of a search for names near both ends of the list and for a missing name,
+/// compared with the minimum work: reading the first letter of each name.
 void MeasureFind(const LoadedGrid& loaded, Table& table) {
   const std::int64_t count = loaded.rows.RecordCount();
   double worst = 0;
@@ -83,7 +83,7 @@ void MeasureFind(const LoadedGrid& loaded, Table& table) {
              Milliseconds(Median(floor)), Ratio(worst, Median(floor))});
 }
 
-/// Makes the sort keys of all names once and sorts them, no more.
+/// Creates the sort keys of all names once and sorts them.
 void BareSort(const LoadedGrid& loaded) {
   const controls::Language& language = loaded.screen.UserLanguage();
   Keys keys(static_cast<std::size_t>(loaded.rows.RecordCount()));

@@ -5,8 +5,8 @@
 
 namespace ktrv::benchmarks {
 
-/// Measures what the user does with a loaded list: finding by typing, and sorting by name in the
-/// user's language. \param databases paths of SQLite address books, smallest first.
+/// Measures searching in a loaded list and sorting it by name in the user's language. \param
+/// databases paths of SQLite address books, smallest first
 void MeasureListWork(const std::vector<std::string>& databases);
 
 }  // namespace ktrv::benchmarks

@@ -27,7 +27,7 @@ double Median(std::vector<double> numbers) {
   return numbers[numbers.size() / 2];
 }
 
-/// A list in a window that shows nothing.
+/// A list in a window without output.
 class List {
  public:
   explicit List(const std::string& database) : connectionString_(ConnectionStringOf(database)) {}
@@ -194,7 +194,7 @@ void MeasureLoad(const std::vector<std::string>& databases) {
   Table time({"Time", "rows", "product", "floor", "ratio"});
   Table memory({"Memory above start", "rows", "product", "text held", "ratio"});
   Table change({"Switch to a small list", "median", "worst"});
-  // Memory first: threads that were never started cannot disturb the processes it is measured in.
+  // Memory first, in separate processes, before any thread is started.
   for (const std::string& path : databases) MeasureMemory(path, memory);
   for (const std::string& path : databases) MeasureTime(path, time);
   MeasureSwitch(databases.back(), change);

@@ -5,9 +5,9 @@
 
 namespace ktrv::benchmarks {
 
-/// Loading the main folder's list: the product's background fetch beside bare ODBC, the memory that
-/// the list takes, and switching to another list while one is being loaded. Prints its tables.
-/// \param databases of growing size; see Target.h.
+/// Measures loading the main folder's list: the background fetch compared with plain ODBC, the
+/// memory of the list, and switching to another list during a load. Prints tables.
+/// \param databases of growing size; see Target.h
 void MeasureLoad(const std::vector<std::string>& databases);
 
 }  // namespace ktrv::benchmarks

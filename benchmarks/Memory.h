@@ -5,16 +5,16 @@
 
 namespace ktrv::benchmarks {
 
-/// Bytes of this process that are in memory.
+/// Resident memory of this process in bytes.
 struct Memory {
   double Now = 0;
-  double Peak = 0;  ///< the most since the process began
+  double Peak = 0;  ///< the maximum since the process started
 };
 Memory MemoryInUse();
 
-/// Runs the function in a process of its own, so that memory that earlier measurements left behind
-/// does not count, and gives back the numbers that it returned. To be called while no other thread
-/// runs. \throws std::runtime_error when the process fails.
+/// Runs the function in a child process, so that memory of earlier measurements does not count, and
+/// returns its result. Call it while no other thread is running. \throws std::runtime_error if the
+/// process fails
 std::vector<double> InOwnProcess(const std::function<std::vector<double>()>& measure);
 
 }  // namespace ktrv::benchmarks

@@ -7,11 +7,11 @@ namespace ktrv::benchmarks {
 
 struct FloorResult {
   std::int64_t Rows = 0;
-  double FirstRow = 0;  ///< seconds until the first rows were there
+  double FirstRow = 0;  ///< seconds until the first rows were fetched
 };
 
-/// The unavoidable work of a list, with nothing around it: connect, execute, and fetch every row by
-/// blocks into bound UTF-16 buffers, which are overwritten by the next block.
+/// The minimum work of a list: connect, execute, and fetch all rows in blocks into bound UTF-16
+/// buffers that each block overwrites.
 /// \throws std::runtime_error
 FloorResult FetchByBareOdbc(const std::string& connectionString, const std::string& sql);
 

@@ -5,7 +5,7 @@
 
 namespace ktrv::benchmarks {
 
-/// Rows of texts, printed in columns of even width: the first to the left, the others to the right.
+/// A text table with aligned columns: the first one left, the others right.
 class Table {
  public:
   explicit Table(std::vector<std::string> headings) : rows_{std::move(headings)} {}

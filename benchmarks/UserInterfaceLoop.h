@@ -15,12 +15,12 @@ inline double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// Stands for the message loop of the user-interface thread, and times each closure it runs.
+/// A message loop for the user-interface thread that measures each closure it runs.
 class UserInterfaceLoop {
  public:
   std::function<void(std::function<void()>)> Post();
 
-  /// Runs closures as they come until the condition holds.
+  /// Runs posted closures until the condition is true.
   void RunUntil(const std::function<bool()>& condition);
 
   double LongestClosure() const { return longest_; }  ///< seconds

@@ -1,4 +1,4 @@
-// How soon the address book window lists its contacts; for the script host.
+// Measures how soon the address book window shows its contacts. For the script host.
 //   scripthost window.js CONNECTION LOG
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
 if (book.Init("", WScript.Arguments(0), 1, "SQL", WScript.Arguments(1)) != 1) {
