@@ -17,7 +17,7 @@ class GroupDialog {
   /// \param path of an SQLite database
   explicit GroupDialog(const std::string& path);
 
-  /// Opens the dialog for the group with this id and waits until its lists are loaded.
+  /// Open the dialog, as picker or for a group, and wait until its lists are loaded.
   forms::frmGroupsNew& OpenPicker(bool expandGroups = false);
   forms::frmGroupsNew& OpenGroup(const String& id, const String& name);
   /// Waits until both lists are loaded. \throws std::runtime_error if one failed

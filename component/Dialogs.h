@@ -22,7 +22,7 @@ class Dialogs {
   /// Opens the editors on behalf of the host.
   forms::Editors Editors;
 
-  /// The address book window, created from the session on first use.
+  /// The address book window; created from the session if there is none.
   forms::frmAddressBook& AddressBook();
 
   /// Shows the address book to the session's user. A window of another user or database is closed

@@ -16,7 +16,7 @@ String LookUp(Session& session, const String& query, StringView column) {
 }
 
 /// Allows only folders that the tree shows groups in; a group in any other folder could not be
-/// opened any more. \throws Error InvalidProcedureCall
+/// opened any more. \throws Error for other folders and if there is no such folder
 void CheckGroupFolder(Session& session, const String& folderId) {
   if (folderId == u"0") return;
   if (LookUp(session, data::EditorQueries::FolderType(folderId), u"TYPE") == u"S") return;

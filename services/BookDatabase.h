@@ -18,7 +18,7 @@ struct BookDatabase {
   database::Connection& Open();
   /// Closes the connection if it is open.
   void Close();
-  /// Closes the connection, or creates a closed one.
+  /// Closes the connection or creates one. \return the closed connection
   database::Connection& Renew();
   /// Takes over the other's connection in its present state. The other gets this one's, closed.
   void TakeConnectionOf(BookDatabase& other);

@@ -6,10 +6,11 @@
 
 namespace ktrv::forms {
 
-/// The statements of the address book's own commands. Each opens the connection if necessary.
-/// Statements that belong together run in a transaction: if the second one fails, the first one is
-/// still committed. If the link is lost or memory is exhausted, both are rolled back, on engines
-/// with transactions. All throw Error, and reject ids that are not decimal digits.
+/// The statements of the address book's own commands. Those without a connection parameter open the
+/// window's connection if necessary. Statements that belong together run in a transaction: if the
+/// second one fails, the first one is still committed. If the link is lost or memory is exhausted,
+/// both are rolled back, on engines with transactions. All throw Error, and reject ids that are not
+/// decimal digits.
 class ItemStatements {
  public:
   explicit ItemStatements(BookDatabase& database) : database_(database) {}
