@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/Text.h"
+#include "common/Logger.h"
 
 /// Messages that several windows show.
 namespace ktrv::forms::Messages {
@@ -11,5 +11,9 @@ inline constexpr StringView kNoRemoteContactHere =
     u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO only.";
 inline constexpr StringView kNoGroupInRemoteFolder =
     u"Creating a Group in a Shared Remote Contacts folder is not allowed.";
+
+/// The style of a question whose safe answer is no.
+inline constexpr std::int32_t kYesOrNo =
+    MessageStyle::YesNo | MessageStyle::Question | MessageStyle::DefaultButton2;
 
 }  // namespace ktrv::forms::Messages

@@ -3,7 +3,9 @@
 #include <numeric>
 #include <utility>
 
+#include "forms/Messages.h"
 #include "forms/groups/JobProgress.h"
+#include "forms/groups/RecipientPick.h"
 
 namespace ktrv::forms {
 
@@ -27,6 +29,10 @@ constexpr StringView kSelect =
     u"KTRVAddressBook: Error occurred. Sub:SelectMembers(), Module: frmGroupsNew()";
 constexpr StringView kSelectAll =
     u"KTRVAddressBook: Error occurred. Sub:SelectAllMembers(), Module: frmGroupsNew()";
+constexpr StringView kValidate =
+    u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmGroupsNew()";
+constexpr StringView kSave =
+    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
 constexpr StringView kRemove =
     u"KTRVAddressBook: Error occurred. Sub RemoveGroupMembers(), Module: frmGroupsNew()";
 constexpr StringView kSourceLayout =
@@ -301,6 +307,106 @@ void frmGroupsNew::vsfFolderContacts_AfterDataRefresh() {
 
 void frmGroupsNew::vsfGroupContacts_AfterDataRefresh() {
   place_.Services.Trap(Context::kMemberLayout, [&] { ContactColumns::LayOut(vsfGroupContacts); });
+}
+
+void frmGroupsNew::cmdOK_Click() {
+  const controls::Form::Stay stay(*this);
+  // Nobody wanted to pick from lists that were not there.
+  if (ConnectAgain() && IsPicker() && members_.Count() == 0) return;
+  if (store_.IsCreationOpen() && !FindCreatedGroup()) return;
+  if (!Validate_Data()) return;
+  if (!IsPicker() && IsShared() && !MembersMayBeReplaced()) return;
+  if (Save_Data()) Unload();
+}
+
+void frmGroupsNew::cmdCancel_Click() {
+  if (Form_MayClose()) Unload();
+}
+
+bool frmGroupsNew::Form_MayClose() {
+  const controls::Form::Stay stay(*this);
+  if (store_.IsCreationOpen()) FindCreatedGroup();
+  if (!store_.IsIncomplete()) return true;
+  const bool close = place_.Services.ShowMessage(
+                         u"The stored group is incomplete. Do you want to close the window and "
+                         u"leave it so?",
+                         Messages::kYesOrNo) == MessageAnswer::Yes;
+  return close && IsLoaded();
+}
+
+bool frmGroupsNew::FindCreatedGroup() {
+  const bool looked = place_.Services.Trap(Context::kSave, false, [&] {
+    saving_.FindCreated();
+    return true;
+  });
+  if (!looked) ShowNotSaved();
+  return looked;
+}
+
+bool frmGroupsNew::Validate_Data() {
+  if (IsPicker()) return true;
+  const auto refuse = [&](StringView message) {
+    place_.Services.ShowMessage(message, MessageStyle::Exclamation);
+    txtGroupName.SetFocus();
+    return false;
+  };
+  return place_.Services.Trap(Context::kValidate, false, [&] {
+    const String name(Trim(txtGroupName.Text()));
+    if (name.empty()) return refuse(u"Please enter the Group Name.");
+    // Local groups are not stored here, so nothing is known of their names.
+    if (IsShared() && store_.IsNameTaken(name, request_.Mode)) {
+      return refuse(u"A group with that name already exists. Please use a different group name.");
+    }
+    return true;
+  });
+}
+
+bool frmGroupsNew::MembersMayBeReplaced() {
+  if (members_.IsComplete()) return true;
+  place_.Services.ShowMessage(
+      members_.IsLoading()
+          ? StringView(u"The members of the group are still being loaded. Please wait.")
+          : StringView(u"The members of the group could not be loaded. Saving now would remove "
+                       u"them from the group."),
+      MessageStyle::Exclamation);
+  // The next OK may find them.
+  if (!members_.IsLoading() && IsLoaded()) LoadMembers();
+  return false;
+}
+
+void frmGroupsNew::ShowNotSaved() {
+  lblSave.SetCaption(IsPicker()              ? u"The recipients could not be selected."
+                     : store_.IsIncomplete() ? u"The stored group is incomplete. OK tries again."
+                                             : u"The group could not be saved.");
+  lblSave.SetVisible(true);
+}
+
+bool frmGroupsNew::Save_Data() {
+  String recipient;
+  bool wanted = true;
+  const bool worked = place_.Services.Trap(Context::kSave, false, [&] {
+    if (IsPicker()) {
+      JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
+      picked_ = PickRecipients(commands_, vsfGroupContacts,
+                               {request_.ExpandGroups, chkIncudeCountryCode.Checked()}, progress,
+                               recipient);
+    } else {
+      const String name(Trim(txtGroupName.Text()));
+      wanted = !IsShared() || saving_.Save(name);
+      if (wanted) saved_ = {store_.GroupId(), name};
+    }
+    return true;
+  });
+  if (!worked) {
+    ShowNotSaved();
+    if (!recipient.empty()) {
+      place_.Services.ShowMessage(recipient +
+                                      u" could not be selected as a recipient. Remove it from the "
+                                      u"list, or try again.",
+                                  MessageStyle::Exclamation);
+    }
+  }
+  return worked && wanted;
 }
 
 bool frmGroupsNew::IsShared() const {

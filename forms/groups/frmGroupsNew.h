@@ -11,8 +11,7 @@
 #include "controls/TextBox.h"
 #include "forms/groups/ContactOpening.h"
 #include "forms/groups/GroupCommands.h"
-#include "forms/groups/GroupRequest.h"
-#include "forms/groups/GroupStore.h"
+#include "forms/groups/GroupSaving.h"
 #include "forms/groups/MemberList.h"
 #include "forms/groups/SourceList.h"
 #include "services/Workplace.h"
@@ -108,24 +107,9 @@ class frmGroupsNew final : public controls::Form {
   void LoadChosenSource();
   bool MembersMayBeReplaced();
   void Take(const std::vector<int>& rows);
-  /// \return false when the user does not want what is there to be replaced. \throws Error
-  bool SaveGroup();
-  struct Attempt {
-    bool Written = false;
-    String Hindrance;  ///< why not; empty when another user has changed the group
-  };
-  /// Looks and writes, in one transaction where there is one. \throws Error
-  Attempt Write(const String& name);
-  /// What the user is to be told instead of saving; empty when nothing is in the way.
-  String Hindrance();
-  /// A new group that is in the database is one that is modified from here on.
-  void TakeCreatedGroup();
   /// Loads what an outage kept from the dialog when it was opened. \return whether it did.
   bool ConnectAgain();
   bool FindCreatedGroup();
-  bool ChangesMayBeReplaced();
-  /// Tells the user. \throws Error with the same text, for the log
-  [[noreturn]] void Refuse(const String& message);
   void ShowNotSaved();
   bool IsShared() const;
   bool IsPicker() const;
@@ -134,6 +118,7 @@ class frmGroupsNew final : public controls::Form {
   GroupRequest request_;
   GroupCommands commands_{place_.Database};
   GroupStore store_{commands_, request_.GroupId, request_.GroupName};
+  GroupSaving saving_{place_, request_, store_, {*this, vsfGroupContacts, lblSave, pbrSave}};
   SourceList sources_;
   MemberList members_;
   ContactOpening contacts_;
