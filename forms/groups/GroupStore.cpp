@@ -107,32 +107,38 @@ bool GroupStore::IsNameTaken(const String& name, ModeOfOperation mode) {
   return !rows.EndOfFile();
 }
 
-std::optional<StoredGroup> GroupStore::Read(const String& groupId, String* folderId) {
+std::optional<StoredGroup> GroupStore::Read(const String& groupId, Details* details) {
   const auto group = commands_.Execute(GroupCommand::Group, {groupId});
   if (group.EndOfFile()) return std::nullopt;
   StoredGroup stored;
   stored.Name = TrimmedText(group.Field(u"NAME"));
-  if (folderId) *folderId = TrimmedText(group.Field(u"FOLDER_ID"));
+  if (details) details->FolderId = TrimmedText(group.Field(u"FOLDER_ID"));
   auto members = commands_.Execute(GroupCommand::Memberships, {groupId});
   for (; !members.EndOfFile(); members.MoveNext()) {
-    stored.Members.push_back(
-        {TrimmedText(members.Field(u"CONTACT_ID")), TrimmedText(members.Field(u"CONTACT_TYPE"))});
+    const String id = TrimmedText(members.Field(u"CONTACT_ID"));
+    const String type = TrimmedText(members.Field(u"CONTACT_TYPE"));
+    stored.Members.Add(id, type);
+    if (!details || type != u"S") continue;
+    // As a number: other programs may have written "08".
+    const auto number = ParseInteger(id);
+    details->ContactIds.Add(number ? ToDecimal(*number) : id);
   }
   return stored;
 }
 
 void GroupStore::Load() {
+  Details details;
   // A group that is gone already is refused when it is saved, as one that goes later.
-  known_ = Read(groupId_).value_or(StoredGroup{groupName_, {}});
+  known_ = Read(groupId_, &details).value_or(StoredGroup{groupName_, {}});
   attempted_ = before_ = known_;
+  contactIds_ = std::move(details.ContactIds);
 }
 
 GroupStore::Now GroupStore::LookAgain() {
   auto stored = Read(groupId_);
   if (!stored) return Now::Gone;
   found_ = std::move(*stored);
-  const bool isKnown =
-      found_.IsSameAs(known_) || found_.IsSameAs(attempted_) || found_.IsSameAs(before_);
+  const bool isKnown = found_ == known_ || found_ == attempted_ || found_ == before_;
   if (!isKnown) return Now::Changed;
   TakeAsKnown();
   return Now::AsKnown;
@@ -208,10 +214,10 @@ bool GroupStore::FindCreated() {
   if (!creation.Worked) {
     // Somebody else's perhaps. One without members in the same folder is as good as ours, and one
     // with all of ours is.
-    String folderId;
-    const auto stored = Read(id, &folderId);
-    const bool isOurs = stored && folderId == creation.FolderId &&
-                        (stored->Members.empty() || stored->IsSameAs(attempted_));
+    Details details;
+    const auto stored = Read(id, &details);
+    const bool isOurs = stored && details.FolderId == creation.FolderId &&
+                        (stored->Members.Count() == 0 || *stored == attempted_);
     creation_.reset();
     if (!isOurs) return false;
     incomplete_ = true;
@@ -233,7 +239,7 @@ bool GroupStore::HasVanished() {
   // Of a new group its row alone counts: its members may be what failed.
   if (created_) return commands_.Execute(GroupCommand::Group, {groupId_}).EndOfFile();
   const auto stored = Read(groupId_);
-  return stored && stored->IsSameAs(before_);
+  return stored == before_;
 }
 
 void GroupStore::Doubt() {
@@ -261,11 +267,11 @@ void GroupStore::Rename(const String& name) {
 void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progress) {
   const ContactColumns columns(members);
   incomplete_ = writesTogether_ = true;
-  attempted_.Members.clear();
+  attempted_.Members = {};
   commands_.Execute(GroupCommand::ClearMembers, {groupId_});
-  known_.Members.clear();
+  known_.Members = {};
   String letter;
-  std::vector<StoredGroup::Membership> block;
+  std::vector<Member> block;
   for (int row = 1; row < members.Rows(); ++row) {
     const String kind = members.Text(row, columns.Kind());
     if (kind == ContactKind::Contact) letter = u"S";
@@ -280,30 +286,27 @@ void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progre
   }
 }
 
-void GroupStore::InsertMembers(const std::vector<StoredGroup::Membership>& members,
-                               JobProgress& progress) {
+void GroupStore::InsertMembers(const std::vector<Member>& members, JobProgress& progress) {
   const bool together = InsertTogether(members);
-  for (const StoredGroup::Membership& member : members) {
+  for (const Member& member : members) {
     progress.Advance();
     if (together) continue;
-    attempted_.Members.push_back({String(Trim(member.Id)), member.Type});
+    attempted_.Members.Add(Trim(member.Id), member.Type);
     commands_.Execute(GroupCommand::InsertMember, {groupId_, member.Id, member.Type});
-    known_.Members.push_back(attempted_.Members.back());
+    known_.Members = attempted_.Members;
   }
 }
 
-bool GroupStore::InsertTogether(const std::vector<StoredGroup::Membership>& members) {
+bool GroupStore::InsertTogether(const std::vector<Member>& members) {
   if (!writesTogether_ || members.size() < 2) return false;
   std::vector<std::vector<Variant>> rows;
-  for (const StoredGroup::Membership& member : members) {
-    attempted_.Members.push_back({String(Trim(member.Id)), member.Type});
+  for (const Member& member : members) {
+    attempted_.Members.Add(Trim(member.Id), member.Type);
     rows.push_back({groupId_, member.Id, member.Type});
   }
   switch (commands_.ExecuteTogether(GroupCommand::InsertMember, std::move(rows))) {
     case database::Command::Together::Ran:
-      known_.Members.insert(known_.Members.end(),
-                            attempted_.Members.end() - static_cast<std::ptrdiff_t>(members.size()),
-                            attempted_.Members.end());
+      known_.Members = attempted_.Members;
       return true;
     case database::Command::Together::CannotRun:
       writesTogether_ = false;
@@ -311,13 +314,13 @@ bool GroupStore::InsertTogether(const std::vector<StoredGroup::Membership>& memb
     case database::Command::Together::Undone: {
       // A table without transactions keeps what was stored of them, which must not be stored twice.
       const auto stored = Read(groupId_);
-      if (!stored || !stored->IsSameAs(known_)) {
+      if (stored != known_) {
         throw Error(ErrorNumber::RowChanged, u"The members of the group were written in part");
       }
       break;
     }
   }
-  attempted_.Members.resize(known_.Members.size());
+  attempted_.Members = known_.Members;
   return false;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
+#include "common/TextIndex.h"
 #include "controls/FlexGrid.h"
 #include "database/Transaction.h"
 #include "forms/groups/GroupCommands.h"
@@ -31,6 +33,9 @@ class GroupStore {
   void Load();
   /// The group as it was read, or written since.
   const StoredGroup& Known() const { return known_; }
+  /// Ids of the members that are contacts, as Load found them, in the form in which contacts have
+  /// them. They are handed over: the next call gets none.
+  TextIndex TakeContactIds() { return std::exchange(contactIds_, {}); }
 
   /// One attempt to save, in a transaction where the engine has one: so nobody comes between the
   /// looks and the writes, and a lost link leaves the group as it was.
@@ -87,6 +92,14 @@ class GroupStore {
   bool IsIncomplete() const { return incomplete_; }
 
  private:
+  struct Member {
+    String Id;
+    String Type;
+  };
+  struct Details {
+    String FolderId;
+    TextIndex ContactIds;
+  };
   struct Creation {
     String Name;
     String FolderId;
@@ -94,11 +107,12 @@ class GroupStore {
   };
 
   /// Nothing when there is no such group.
-  std::optional<StoredGroup> Read(const String& groupId, String* folderId = nullptr);
+  /// \param details what else is to be known of the group
+  std::optional<StoredGroup> Read(const String& groupId, Details* details = nullptr);
   void Became(const String& groupId, StoredGroup stored);
   /// Writes the memberships behind those that are known. \throws Error
-  void InsertMembers(const std::vector<StoredGroup::Membership>& members, JobProgress& progress);
-  bool InsertTogether(const std::vector<StoredGroup::Membership>& members);
+  void InsertMembers(const std::vector<Member>& members, JobProgress& progress);
+  bool InsertTogether(const std::vector<Member>& members);
   /// Whether nothing of this attempt is there. \throws Error
   bool HasVanished();
   /// Nobody knows whether anything of this attempt is stored.
@@ -112,6 +126,7 @@ class GroupStore {
   StoredGroup attempted_;
   /// What known_ was before the last attempt to save, of which nobody may know what is stored.
   StoredGroup before_;
+  TextIndex contactIds_;
   bool hasWritten_ = false;  ///< a statement of this attempt worked
   StoredGroup found_;        ///< by LookAgain
   std::optional<Creation> creation_;

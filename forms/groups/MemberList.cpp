@@ -99,7 +99,7 @@ void MemberList::Loaded() {
 void MemberList::RemoveStrangers() {
   // One family's text lists every contact whose id is some member's, and a remote contact's code
   // may be the id of a contact who has nothing to do with the group.
-  const TextIndex contacts = store_.Known().ContactIds();
+  const TextIndex contacts = store_.TakeContactIds();
   const ContactColumns columns(display_.Grid);
   for (int row = display_.Grid.Rows() - 1; row >= 1; --row) {
     if (display_.Grid.Text(row, columns.Kind()) != ContactKind::Contact) continue;
