@@ -4,10 +4,23 @@
 #include <optional>
 
 #include "common/Error.h"
+#include "database/odbc/ConnectionString.h"
 #include "database/odbc/Native.h"
 #include "database/odbc/OdbcLink.h"
 
 namespace ktrv::database {
+namespace {
+
+/// PostgreSQL's driver reads the name of the process's locale while it connects, which another
+/// thread that connects replaces at the same time. What driver a DSN stands for is not known here.
+std::unique_lock<std::mutex> AloneWhereNeeded(StringView connectionString) {
+  static std::mutex connecting;
+  const String driver = ToUpperAscii(odbc::KeywordValue(connectionString, u"Driver"));
+  const bool isAnother = !driver.empty() && driver.find(u"POSTGRES") == String::npos;
+  return isAnother ? std::unique_lock<std::mutex>() : std::unique_lock(connecting);
+}
+
+}  // namespace
 
 /// Made at the first open, so that a machine without ODBC fails there and not when the component
 /// loads.
@@ -40,6 +53,7 @@ OdbcDriver::~OdbcDriver() = default;
 
 std::unique_ptr<Link> OdbcDriver::Open(StringView connectionString, StringView user,
                                        StringView password) {
+  const auto alone = AloneWhereNeeded(connectionString);
   return std::make_unique<odbc::OdbcLink>(environment_->Get(), connectionString, user, password);
 }
 
