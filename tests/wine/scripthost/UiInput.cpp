@@ -62,7 +62,10 @@ void PointTo(HWND window, POINT at) {
   Send({MouseInput(MOUSEEVENTF_MOVE)});
 }
 
-bool HasFocus(HWND window) {
+/// Whether keys arrive at the window now. A thread remembers its focus while another program has
+/// the keyboard.
+bool HasKeyboard(HWND window) {
+  if (GetForegroundWindow() != GetAncestor(window, GA_ROOT)) return false;
   GUITHREADINFO info = {};
   info.cbSize = sizeof info;
   GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
@@ -133,12 +136,12 @@ void Drag(HWND window, POINT from, POINT to, UINT keys) {
 }
 
 void Type(HWND window, std::wstring_view text) {
-  if (!HasFocus(window)) ClickMiddle(window);
+  if (!HasKeyboard(window)) ClickMiddle(window);
   for (const wchar_t unit : text) Send({UnitInput(unit, 0), UnitInput(unit, KEYEVENTF_KEYUP)});
 }
 
 void Press(HWND window, WORD key, UINT keys) {
-  if (!HasFocus(window)) ClickMiddle(window);
+  if (!HasKeyboard(window)) ClickMiddle(window);
   const Held held(KeysOf(keys));
   PressKey(key);
 }
@@ -148,7 +151,7 @@ void PressAnywhere(WORD key) {
 }
 
 void Hold(HWND window, WORD key, int times) {
-  if (!HasFocus(window)) ClickMiddle(window);
+  if (!HasKeyboard(window)) ClickMiddle(window);
   for (; times > 0; --times) Send({KeyInput(key, 0)});
   Send({KeyInput(key, KEYEVENTF_KEYUP)});
 }
