@@ -20,10 +20,12 @@ class CommandButton final : public ControlOf<CommandButtonPeer> {
   std::function<void()> Click;
 
   const String& Caption() const { return caption_; }
+  void SetCaption(String caption);
   bool IsDefault() const { return key_ == Key::Enter; }
   bool IsCancel() const { return key_ == Key::Escape; }
 
-  /// The user pressed the button; nothing happens while it is disabled or invisible.
+  /// The user pressed the button; nothing happens while it is disabled or invisible. While its form
+  /// works, the button that ends the work does just that, and the others do nothing.
   void UserClicks();
 
   void Realise(PeerFactory& factory) override;

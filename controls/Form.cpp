@@ -87,6 +87,26 @@ Form::Stay::~Stay() {
   }
 }
 
+Form::Work::Work(Form& form, CommandButton& stop) : form_(form), formerPointer_(form.pointer_) {
+  form_.stop_ = &stop;
+  form_.stopped_ = false;
+  form_.SetPointer(MousePointer::Hourglass);
+}
+
+Form::Work::~Work() {
+  form_.stop_ = nullptr;
+  try {
+    form_.SetPointer(formerPointer_);
+  } catch (...) {
+    // The job's own failure matters more than the shape of the pointer.
+  }
+}
+
+bool Form::Work::IsToStop() {
+  if (form_.peer_) form_.peer_->TakeInput();
+  return form_.stopped_;
+}
+
 void Form::TearDown() {
   for (Control* control : controls_) control->Unrealise();
   peer_.reset();

@@ -11,6 +11,7 @@
 
 namespace ktrv::controls {
 
+class CommandButton;
 class Control;
 
 /// The window of one form. Made by the Screen when the form is loaded.
@@ -28,6 +29,10 @@ class FormPeer {
   /// Takes the window out of sight at once and makes ShowModal return. The window itself goes, or
   /// is shown again, when no event of the form runs any more.
   virtual void Hide() = 0;
+  /// While the form works: paints the thread's windows and takes the input that has come. A press
+  /// of the button that ends the work calls Form::UserStops; everything else that was typed and
+  /// clicked is dropped. No other message is handed out, so nobody's code runs in it.
+  virtual void TakeInput() = 0;
 };
 
 /// A dialog or window. Loaded when it is first shown: its window and its controls' peers are made,
@@ -92,10 +97,36 @@ class Form {
     Form& form_;
   };
 
+  /// A job that keeps the thread busy while this lives: the form shows the hourglass and takes no
+  /// input but a press of the one button, by the mouse, its letter or Escape. Closing the window is
+  /// such a press too.
+  class Work {
+   public:
+    /// \param stop a button of the form; both must outlive the work.
+    Work(Form& form, CommandButton& stop);
+    ~Work();
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+
+    /// Paints, takes input, and tells whether the work is to end. To be called several times a
+    /// second.
+    bool IsToStop();
+
+   private:
+    Form& form_;
+    const MousePointer formerPointer_;
+  };
+  bool IsWorking() const { return stop_ != nullptr; }
+  /// The button that ends the work; null without any.
+  CommandButton* StopButton() const { return stop_; }
+  /// The user, or the end of the host, ends the work. No effect without any.
+  void UserStops() { stopped_ = true; }
+
   /// The user made the window another inner size, in twips.
   void UserResizes(int width, int height);
   /// The user asked to close the window.
   void UserCloses() {
+    if (IsWorking()) return UserStops();
     if (loaded_ && Form_MayClose()) Unload();
   }
 
@@ -124,6 +155,8 @@ class Form {
   bool visible_ = false;
   bool modal_ = false;
   int stays_ = 0;
+  CommandButton* stop_ = nullptr;
+  bool stopped_ = false;
   /// Tells closures that wait on the screen whether the form is still there.
   std::shared_ptr<Form*> self_ = std::make_shared<Form*>(this);
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "forms/Messages.h"
-#include "forms/groups/JobProgress.h"
 
 namespace ktrv::forms {
 namespace {
@@ -40,10 +39,11 @@ void GroupSaving::FindCreated() {
 }
 
 GroupSaving::Attempt GroupSaving::Write(const String& name) {
+  JobProgress progress(display_.Progress, u"Saving Group...", display_.Members.Rows() - 1);
   // Whatever can be refused is looked at before the first statement that writes, where others
   // cannot come between. The user is asked when the locks are gone.
   GroupStore::Saving saving(store_, place_.Database.Open());
-  if (const String hindrance = Hindrance(); !hindrance.empty()) return {false, hindrance};
+  if (const String hindrance = Hindrance(progress); !hindrance.empty()) return {false, hindrance};
   if (request_.Mode == ModeOfOperation::Modify) {
     const auto now = store_.LookAgain();
     if (now == GroupStore::Now::Gone) return {false, String(Messages::kPlaceIsGone)};
@@ -55,8 +55,6 @@ GroupSaving::Attempt GroupSaving::Write(const String& name) {
     } else {
       store_.Rename(name);
     }
-    JobProgress progress(display_.Text, display_.Bar, u"Saving Group...",
-                         display_.Members.Rows() - 1);
     store_.ReplaceMembers(display_.Members, progress);
     saving.Finish();
   } catch (const Error&) {
@@ -72,13 +70,13 @@ GroupSaving::Attempt GroupSaving::Write(const String& name) {
   return {true, {}};
 }
 
-String GroupSaving::Hindrance() {
+String GroupSaving::Hindrance(JobProgress& progress) {
   const auto tooLong = GroupStore::TooLong(display_.Members);
   if (!tooLong.empty()) {
     return u"The codes of these members are too long for a group: " + Listed(tooLong) +
            u". Please remove them from the list.";
   }
-  const auto missing = store_.Missing(display_.Members);
+  const auto missing = store_.Missing(display_.Members, progress);
   if (!missing.empty()) {
     return u"These members do not exist any more: " + Listed(missing) +
            u". Please remove them from the list.";

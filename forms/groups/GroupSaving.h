@@ -1,10 +1,9 @@
 #pragma once
 
 #include "controls/Form.h"
-#include "controls/Label.h"
-#include "controls/ProgressBar.h"
 #include "forms/groups/GroupRequest.h"
 #include "forms/groups/GroupStore.h"
+#include "forms/groups/JobProgress.h"
 #include "services/Workplace.h"
 
 namespace ktrv::forms {
@@ -16,15 +15,14 @@ class GroupSaving {
   struct Display {
     const controls::Form& Dialog;
     controls::FlexGrid& Members;
-    controls::Label& Text;
-    controls::ProgressBar& Bar;
+    JobProgress::Display Progress;
   };
 
   /// All must outlive it. \param request becomes one to modify once a new group is in the database.
   GroupSaving(Workplace& place, GroupRequest& request, GroupStore& store, Display display);
 
   /// \return false when the user does not want what is there to be replaced. \throws Error; when
-  /// something is in the way, after the user was told
+  /// something is in the way, after the user was told; Stopped when the user ended it
   bool Save(const String& name);
   /// Looks what became of an insert whose outcome is unknown. \throws Error
   void FindCreated();
@@ -34,10 +32,10 @@ class GroupSaving {
     bool Written = false;
     String Hindrance;  ///< why not; empty when another user has changed the group
   };
-  /// Looks and writes, in one transaction where there is one. \throws Error
+  /// Looks and writes, in one transaction where there is one. \throws Error, Stopped
   Attempt Write(const String& name);
   /// What the user is to be told instead of saving; empty when nothing is in the way.
-  String Hindrance();
+  String Hindrance(JobProgress& progress);
   void TakeCreatedGroup();
   bool ChangesMayBeReplaced();
   /// Tells the user. \throws Error with the same text, for the log

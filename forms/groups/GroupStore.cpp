@@ -166,12 +166,13 @@ std::vector<String> GroupStore::TooLong(controls::FlexGrid& members) {
   return names;
 }
 
-std::vector<String> GroupStore::Missing(controls::FlexGrid& members) {
+std::vector<String> GroupStore::Missing(controls::FlexGrid& members, JobProgress& progress) {
   const ContactColumns columns(members);
   Search contacts(commands_, GroupCommand::ContactsAmong, GroupCommand::ContactsAmongMany);
   Search remoteContacts(commands_, GroupCommand::RemoteContactsAmong,
                         GroupCommand::RemoteContactsAmongMany);
   for (int row = 1; row < members.Rows(); ++row) {
+    progress.Look();
     const String kind = members.Text(row, columns.Kind());
     if (kind == ContactKind::Contact) contacts.Add(row, columns.ReadId(row));
     if (kind == ContactKind::RemoteContact) remoteContacts.Add(row, columns.ReadId(row));

@@ -71,7 +71,7 @@ class GroupStore {
   /// Names of the members whose ids no membership can hold.
   static std::vector<String> TooLong(controls::FlexGrid& members);
   /// Names of the members that are in the database no more.
-  std::vector<String> Missing(controls::FlexGrid& members);
+  std::vector<String> Missing(controls::FlexGrid& members, JobProgress& progress);
 
   /// Inserts the group, which has an id then.
   void Create(const String& name, const String& folderId);

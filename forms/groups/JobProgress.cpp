@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <limits>
-
-#include "controls/Form.h"
+#include <utility>
 
 namespace ktrv::forms {
 namespace {
@@ -18,41 +17,59 @@ std::int32_t BarValue(std::int64_t steps) {
 
 }  // namespace
 
-JobProgress::JobProgress(controls::Label& label, controls::ProgressBar& bar, StringView text,
-                         std::int64_t steps)
-    : label_(label), bar_(bar), steps_(std::max<std::int64_t>(steps, 1)) {
-  bar_.SetRange(0, BarValue(steps_));
-  bar_.SetValue(0);
-  label_.SetCaption(String(text));
-  label_.SetVisible(true);
-  bar_.SetVisible(true);
+JobProgress::JobProgress(Display display, StringView text, std::int64_t steps)
+    : display_(display),
+      stopCaption_(display.Stop.Caption()),
+      work_(display.Stop.Parent(), display.Stop),
+      steps_(std::max<std::int64_t>(steps, 1)) {
+  display_.Bar.SetRange(0, BarValue(steps_));
+  display_.Bar.SetValue(0);
+  display_.Label.SetCaption(String(text));
+  display_.Label.SetVisible(true);
+  display_.Bar.SetVisible(true);
   Paint();
 }
 
 JobProgress::~JobProgress() {
-  bar_.SetVisible(false);
-  label_.SetVisible(false);
+  display_.Bar.SetVisible(false);
+  display_.Label.SetVisible(false);
+  display_.Stop.SetCaption(std::move(stopCaption_));
 }
 
 void JobProgress::Say(StringView text) {
-  label_.SetCaption(String(text));
+  display_.Label.SetCaption(String(text));
   // What follows may take its time before the first step is done.
-  label_.Refresh();
+  display_.Label.Refresh();
 }
 
 void JobProgress::Extend(std::int64_t steps) {
   steps_ += steps;
-  bar_.SetRange(0, BarValue(steps_));
+  display_.Bar.SetRange(0, BarValue(steps_));
 }
 
 void JobProgress::Advance() {
+  if (!GoesOn()) throw Stopped();
+}
+
+bool JobProgress::GoesOn() {
   ++done_;
-  bar_.SetValue(BarValue(done_));
-  if (std::chrono::steady_clock::now() - painted_ >= kPaintEvery) Paint();
+  display_.Bar.SetValue(BarValue(done_));
+  return !IsToStop();
+}
+
+void JobProgress::Look() {
+  if (IsToStop()) throw Stopped();
+}
+
+bool JobProgress::IsToStop() {
+  if (std::chrono::steady_clock::now() - painted_ < kPaintEvery) return false;
+  display_.Stop.SetCaption(u"&Stop");
+  Paint();
+  return work_.IsToStop();
 }
 
 void JobProgress::Paint() {
-  for (controls::Control* control : label_.Parent().Controls()) {
+  for (controls::Control* control : display_.Label.Parent().Controls()) {
     if (control->Visible()) control->Refresh();
   }
   painted_ = std::chrono::steady_clock::now();

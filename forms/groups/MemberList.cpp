@@ -131,7 +131,7 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
     // Rows that are there already often came in the same order.
     std::size_t guess = 0;
     for (const int row : rows) {
-      progress.Advance();
+      if (!progress.GoesOn()) break;
       const String id = from.ReadId(row);
       if (const auto found = ids_.Find(id, guess)) {
         guess = *found + 1;

@@ -45,7 +45,8 @@ class MemberList {
   bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
 
   /// Appends these rows of the other list unless their ids are there already. Those that another
-  /// kind's row of the same id kept out are named beside the list until it changes again.
+  /// kind's row of the same id kept out are named beside the list until it changes again. Where the
+  /// user stops it, the rows before that are there.
   void Take(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
   void RemoveSelected();
 

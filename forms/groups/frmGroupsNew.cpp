@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "forms/Messages.h"
-#include "forms/groups/JobProgress.h"
 #include "forms/groups/RecipientPick.h"
 
 namespace ktrv::forms {
@@ -256,8 +255,7 @@ void frmGroupsNew::SelectAllMembers() {
 void frmGroupsNew::Take(const std::vector<int>& rows) {
   if (!members_.IsComplete()) return;
   {
-    JobProgress progress(lblSave, pbrSave, u"Adding Contacts...",
-                         static_cast<std::int64_t>(rows.size()));
+    JobProgress progress(Progress(), u"Adding Contacts...", static_cast<std::int64_t>(rows.size()));
     members_.Take(vsfFolderContacts, rows, progress);
   }
   lblSave.SetCaption(String(kSavingContacts));
@@ -381,12 +379,20 @@ void frmGroupsNew::ShowNotSaved() {
   lblSave.SetVisible(true);
 }
 
+void frmGroupsNew::ShowStopped() {
+  if (store_.IsIncomplete()) return ShowNotSaved();
+  lblSave.SetCaption(IsPicker() ? u"Stopped. Nothing was selected."
+                                : u"Stopped. Nothing was saved.");
+  lblSave.SetVisible(true);
+}
+
 bool frmGroupsNew::Save_Data() {
   String recipient;
   bool wanted = true;
-  const bool worked = place_.Services.Trap(Context::kSave, false, [&] {
+  bool stopped = false;
+  const auto save = [&] {
     if (IsPicker()) {
-      JobProgress progress(lblSave, pbrSave, u"Selecting members..", members_.Count());
+      JobProgress progress(Progress(), u"Selecting members..", members_.Count());
       picked_ = PickRecipients(commands_, vsfGroupContacts,
                                {request_.ExpandGroups, chkIncudeCountryCode.Checked()}, progress,
                                recipient);
@@ -395,8 +401,19 @@ bool frmGroupsNew::Save_Data() {
       wanted = !IsShared() || saving_.Save(name);
       if (wanted) saved_ = {store_.GroupId(), name};
     }
+  };
+  const bool worked = place_.Services.Trap(Context::kSave, false, [&] {
+    try {
+      save();
+    } catch (const Stopped&) {
+      stopped = true;
+    }
     return true;
   });
+  if (stopped) {
+    ShowStopped();
+    return false;
+  }
   if (!worked) {
     ShowNotSaved();
     if (!recipient.empty()) {

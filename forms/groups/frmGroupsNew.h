@@ -111,6 +111,8 @@ class frmGroupsNew final : public controls::Form {
   bool ConnectAgain();
   bool FindCreatedGroup();
   void ShowNotSaved();
+  void ShowStopped();
+  JobProgress::Display Progress() { return {lblSave, pbrSave, cmdCancel}; }
   bool IsShared() const;
   bool IsPicker() const;
 
@@ -118,7 +120,7 @@ class frmGroupsNew final : public controls::Form {
   GroupRequest request_;
   GroupCommands commands_{place_.Database};
   GroupStore store_{commands_, request_.GroupId, request_.GroupName};
-  GroupSaving saving_{place_, request_, store_, {*this, vsfGroupContacts, lblSave, pbrSave}};
+  GroupSaving saving_{place_, request_, store_, {*this, vsfGroupContacts, Progress()}};
   SourceList sources_;
   MemberList members_;
   ContactOpening contacts_;

@@ -5,7 +5,11 @@ namespace ktrv::windows {
 CommandButtonWindow::CommandButtonWindow(FormWindow& form, controls::CommandButton& control)
     : Peer(form, control), button_(control) {
   Create(WC_BUTTONW, WS_TABSTOP | (control.IsDefault() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON));
-  ShowText(control.Caption());
+  TextChanged();
+}
+
+void CommandButtonWindow::TextChanged() {
+  ShowText(button_.Caption());
 }
 
 void CommandButtonWindow::OnCommand(WORD code) {

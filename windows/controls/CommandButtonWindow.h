@@ -8,6 +8,7 @@ namespace ktrv::windows {
 class CommandButtonWindow final : public Peer<controls::CommandButtonPeer> {
  public:
   CommandButtonWindow(FormWindow& form, controls::CommandButton& control);
+  void TextChanged() override;
   void OnCommand(WORD code) override;
 
  private:

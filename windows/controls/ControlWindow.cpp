@@ -110,6 +110,7 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
       self->handle_ = nullptr;
       return std::nullopt;
     }
+    if (self->form_.IsLocked(window, message)) return 0;
     if (message == WM_NOTIFY || message == WM_COMMAND) {
       // From windows inside this one; a container passes the other half on by itself.
       if (const auto answer = FormWindow::Reflect(message, wParam, lParam)) return answer;

@@ -42,6 +42,9 @@ class ControlWindow {
   /// The user presses a button by key, while this control has the focus and keeps it.
   virtual void FinishTyping() {}
 
+  FormWindow& Owner() const { return form_; }
+  const controls::Control& Shown() const { return control_; }
+
  protected:
   ControlWindow(FormWindow& form, controls::Control& control);
 
@@ -56,7 +59,6 @@ class ControlWindow {
   /// Pixels that the window is higher than the control.
   virtual int ExtraHeight() const { return 0; }
 
-  FormWindow& Owner() const { return form_; }
   Scale CurrentScale() const;
 
   void Place();

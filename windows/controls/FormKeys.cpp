@@ -5,6 +5,7 @@
 #include "controls/CommandButton.h"
 #include "windows/controls/ControlWindow.h"
 #include "windows/controls/FormWindow.h"
+#include "windows/controls/Keys.h"
 
 namespace ktrv::windows {
 
@@ -67,8 +68,8 @@ bool FormWindow::TakeMnemonic(wchar_t letter) {
 }
 
 void FormWindow::PressButtonOf(WORD command) {
-  // The key came before something modal was opened.
-  if (!IsWindowEnabled(handle_)) return;
+  // The key came before something modal was opened, or before the form began to work.
+  if (!IsWindowEnabled(handle_) || IsWorking()) return;
   constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
   HWND focus = GetFocus();
   if (command == IDOK && focus && SendMessageW(focus, WM_GETDLGCODE, 0, 0) & kPushButton) {
@@ -84,6 +85,46 @@ void FormWindow::PressButtonOf(WORD command) {
     if ((command == IDOK && button->IsDefault()) || (command == IDCANCEL && button->IsCancel())) {
       button->UserClicks();
       return;
+    }
+  }
+}
+
+bool FormWindow::TakeKeyWhileWorking(const MSG& message) {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  if (IsRepeated(message.lParam)) return true;
+  const bool isEscape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
+  const bool isLetter = message.message == WM_SYSKEYDOWN &&
+                        Capital(static_cast<wchar_t>(message.wParam)) == MnemonicOf(StopButton());
+  if (isEscape || isLetter) form_.UserStops();
+  return true;
+}
+
+bool FormWindow::IsLocked(HWND window, UINT message) const {
+  if (!IsWorking() || window == StopButton()) return false;
+  return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+         (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == BM_CLICK;
+}
+
+HWND FormWindow::StopButton() const {
+  for (const ControlWindow* window : windows_) {
+    if (&window->Shown() == form_.StopButton()) return window->Handle();
+  }
+  return nullptr;
+}
+
+void FormWindow::TakeInput() {
+  // A window that never ends to ask for painting must not keep the work.
+  constexpr int kMost = 100;
+  MSG message;
+  for (int taken = 0; taken < kMost; ++taken) {
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT | PM_QS_PAINT)) return;
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      form_.UserStops();
+      return;
+    }
+    if (message.message == WM_PAINT || (message.hwnd && message.hwnd == StopButton())) {
+      DispatchMessageW(&message);
     }
   }
 }

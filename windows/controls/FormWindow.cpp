@@ -99,7 +99,8 @@ std::optional<LRESULT> FormWindow::Reflect(UINT message, WPARAM wParam, LPARAM l
     HWND sender = reinterpret_cast<HWND>(lParam);
     if (click && !IsWindowEnabled(GetAncestor(sender, GA_ROOT))) return 0;
     if (ControlWindow* window = ControlWindow::From(sender)) {
-      window->OnCommand(HIWORD(wParam));
+      const FormWindow& form = window->Owner();
+      if (!form.IsWorking() || sender == form.StopButton()) window->OnCommand(HIWORD(wParam));
       return 0;
     }
   }
@@ -197,7 +198,7 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
       LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
       return 0;
     case WM_SETCURSOR:
-      if (SetPointerShape(lParam)) return TRUE;
+      if (SetPointerShape(reinterpret_cast<HWND>(wParam), lParam)) return TRUE;
       return std::nullopt;
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE && !HIWORD(wParam)) RestoreFocus();
@@ -241,10 +242,11 @@ std::optional<LRESULT> FormWindow::BackgroundOf(HWND control, HDC target) {
   return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
 }
 
-bool FormWindow::SetPointerShape(LPARAM lParam) const {
+bool FormWindow::SetPointerShape(HWND under, LPARAM lParam) const {
   if (LOWORD(lParam) != HTCLIENT || form_.Pointer() != controls::MousePointer::Hourglass) {
     return false;
   }
+  if (IsWorking() && under == StopButton()) return false;
   SetCursor(LoadCursorW(nullptr, IDC_WAIT));
   return true;
 }

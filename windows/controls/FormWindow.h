@@ -62,6 +62,14 @@ class FormWindow final : public controls::FormPeer {
   void Show() override;
   void ShowModal() override;
   void Hide() override;
+  void TakeInput() override;
+
+  bool IsWorking() const { return form_.IsWorking(); }
+  /// Whether the form takes no such message to this window of it, because it works.
+  bool IsLocked(HWND window, UINT message) const;
+  /// \return whether the message is a key's; one that presses the button which ends the work did
+  /// so.
+  bool TakeKeyWhileWorking(const MSG& message);
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -72,7 +80,8 @@ class FormWindow final : public controls::FormPeer {
   void ShowBehind(ModalDisabling& open);
   void PressButtonOf(WORD command);
   static std::optional<LRESULT> BackgroundOf(HWND control, HDC target);
-  bool SetPointerShape(LPARAM lParam) const;
+  bool SetPointerShape(HWND under, LPARAM lParam) const;
+  HWND StopButton() const;
   DWORD Style() const;
   DWORD ExStyle() const;
   void LimitSize(MINMAXINFO& limits) const;

@@ -37,21 +37,23 @@ bool TakeKeyDown(HWND form, MSG& message) {
 
 bool TakeMessage(MSG& message) {
   HWND form = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
-  if (!FormWindow::From(form)) return false;
+  FormWindow* owner = FormWindow::From(form);
+  if (!owner) return false;
   // A disabled window that is the active one still gets keys, and so does one that was disabled
   // after the key went down.
   if (!IsWindowEnabled(form)) {
     return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
   }
+  if (owner->IsWorking()) return owner->TakeKeyWhileWorking(message);
   switch (message.message) {
     case WM_KEYDOWN:
       return TakeKeyDown(form, message);
     case WM_CHAR:
       if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) return false;
-      return FormWindow::From(form)->TakeMnemonic(static_cast<wchar_t>(message.wParam));
+      return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     case WM_SYSCHAR:
       // Letters that no control has stay for the system menu.
-      return FormWindow::From(form)->TakeMnemonic(static_cast<wchar_t>(message.wParam));
+      return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     default:
       return false;
   }

@@ -34,8 +34,9 @@ TEST(JobProgressTest, ABarStartsAtNothing) {
   controls::Form form(screen, {});
   controls::Label label(form, {}, u"");
   controls::ProgressBar bar(form, {});
+  controls::CommandButton stop(form, {}, u"&Cancel");
   bar.SetValue(50);
-  const forms::JobProgress progress(label, bar, u"Working", 100);
+  const forms::JobProgress progress({label, bar, stop}, u"Working", 100);
   EXPECT_EQ(bar.Value(), 0);
 }
 
@@ -44,10 +45,11 @@ TEST(JobProgressTest, AStepIsPaintedNowAndThenOnly) {
   controls::Form form(screen, {});
   controls::Label label(form, {}, u"");
   controls::ProgressBar bar(form, {});
+  controls::CommandButton stop(form, {}, u"&Cancel");
   CountedPaints peers;
   label.Realise(peers);
   constexpr int kSteps = 1000;
-  forms::JobProgress progress(label, bar, u"Working", kSteps);
+  forms::JobProgress progress({label, bar, stop}, u"Working", kSteps);
   peers.Paints = 0;
   for (int step = 0; step < kSteps; ++step) progress.Advance();
   EXPECT_LT(peers.Paints, kSteps / 10);

@@ -42,6 +42,10 @@ class ScriptedScreen::ScriptedWindow final : public controls::FormPeer {
       throw std::logic_error("the test left a modal form open");
   }
   void Hide() override { screen_.Log.push_back("hide"); }
+  void TakeInput() override {
+    if (screen_.HostQuits) form_.UserStops();
+    if (screen_.WhileWorking) screen_.WhileWorking(form_);
+  }
 
  private:
   ScriptedScreen& screen_;

@@ -49,6 +49,8 @@ class ScriptedScreen : public controls::Screen {
   void WhileMenuIsOpen(std::function<void()> happens) {
     menuHappenings_.push_back(std::move(happens));
   }
+  /// Each time that a form which works takes input: the user may press its button.
+  std::function<void(controls::Form&)> WhileWorking;
   std::optional<String> Clipboard;
   /// When it is set, no form gets a window any more.
   std::optional<Error> RealiseFailure;

@@ -1,6 +1,7 @@
 #include "windows/controls/FormWindow.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
@@ -134,6 +135,101 @@ TEST_F(AFormWindow, ShowsTheHourglassOverAllItsControlsWhileItWorks) {
   }
   form_.SetPointer(controls::MousePointer::Default);
   EXPECT_EQ(shape(WindowOf(form_)), LoadCursorW(nullptr, IDC_ARROW));
+}
+
+/// What a form takes of the keyboard and the mouse themselves while it works.
+class AWorkingForm : public AFormWindow {
+ protected:
+  AWorkingForm() {
+    form_.Ok.Click = [this] { pressed_ += u'o'; };
+    form_.Cancel.Click = [this] { pressed_ += u'c'; };
+    form_.Number.SetFocus();
+    Pump();
+    work_.emplace(form_, form_.Cancel);
+  }
+  static void Send(INPUT input) { SendInput(1, &input, sizeof input); }
+  static void Key(WORD key) {
+    for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+      INPUT input{};
+      input.type = INPUT_KEYBOARD;
+      input.ki = {key, 0, flags, 0, 0};
+      Send(input);
+    }
+  }
+  static void ClickOn(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    for (const DWORD flags : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
+      INPUT input{};
+      input.type = INPUT_MOUSE;
+      input.mi = {0, 0, 0, flags, 0, 0};
+      Send(input);
+    }
+  }
+  /// Whether the work is stopped within so many milliseconds.
+  bool IsStoppedWithin(ULONGLONG patience) {
+    for (const ULONGLONG end = GetTickCount64() + patience; GetTickCount64() < end; Sleep(10)) {
+      if (work_->IsToStop()) return true;
+    }
+    return false;
+  }
+
+  String pressed_;
+  std::optional<controls::Form::Work> work_;
+};
+
+TEST_F(AWorkingForm, IsStoppedByEscape) {
+  Key(VK_ESCAPE);
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  work_.reset();
+  Pump();
+  EXPECT_EQ(pressed_, u"");
+}
+
+TEST_F(AWorkingForm, IsStoppedByItsButton) {
+  ClickOn(WindowOf(form_.Cancel));
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  work_.reset();
+  Pump();
+  EXPECT_EQ(pressed_, u"");
+}
+
+TEST_F(AWorkingForm, DropsAllOtherInput) {
+  Key('7');
+  Key(VK_RETURN);
+  ClickOn(WindowOf(form_.Ok));
+  ClickOn(WindowOf(form_.Check));
+  SendMessageW(WindowOf(form_.Ok), BM_CLICK, 0, 0);
+  EXPECT_FALSE(IsStoppedWithin(500));
+  EXPECT_TRUE(form_.Number.HasFocus());
+  work_.reset();
+  Pump();
+  EXPECT_EQ(pressed_, u"");
+  EXPECT_EQ(form_.Number.Text(), u"");
+  EXPECT_FALSE(form_.Check.Checked());
+  // The same input does work now.
+  Key('7');
+  EXPECT_TRUE(PumpUntil([&] { return form_.Number.Text() == u"7"; }));
+  ClickOn(WindowOf(form_.Ok));
+  EXPECT_TRUE(PumpUntil([&] { return pressed_ == u"o"; }));
+}
+
+TEST_F(AWorkingForm, IsPaintedAndRunsNobodysCode) {
+  bool ran = false;
+  screen_.Post([&] { ran = true; });
+  InvalidateRect(WindowOf(form_), nullptr, TRUE);
+  EXPECT_FALSE(IsStoppedWithin(100));
+  EXPECT_FALSE(GetUpdateRect(WindowOf(form_), nullptr, FALSE));
+  EXPECT_FALSE(ran);
+  work_.reset();
+  EXPECT_TRUE(PumpUntil([&] { return ran; }));
+}
+
+TEST_F(AWorkingForm, IsNotClosed) {
+  SendMessageW(WindowOf(form_), WM_CLOSE, 0, 0);
+  EXPECT_TRUE(form_.IsLoaded());
+  EXPECT_TRUE(IsStoppedWithin(100));
 }
 
 class AModalForm : public testing::Test {
