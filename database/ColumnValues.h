@@ -10,7 +10,8 @@
 
 namespace ktrv::database {
 
-/// Values by column, in the order in which they were first set: statements name the columns so.
+/// Values by column index, in the order in which they were first set. Statements list columns in
+/// this order.
 class ColumnValues {
  public:
   using Entries = std::vector<std::pair<std::size_t, Variant>>;
@@ -27,7 +28,7 @@ class ColumnValues {
     return std::find_if(entries_.begin(), entries_.end(),
                         [&](const auto& entry) { return entry.first == column; });
   }
-  /// The column's value to set; null when it had none.
+  /// The column's value; inserts null if it has none.
   Variant& operator[](std::size_t column) {
     const auto entry = entries_.begin() + (find(column) - entries_.cbegin());
     return entry != entries_.end() ? entry->second : entries_.emplace_back(column, Null{}).second;

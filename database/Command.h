@@ -7,41 +7,39 @@
 
 namespace ktrv::database {
 
-/// A prepared text with input parameters. It is prepared when first executed, and again when its
-/// connection was closed and opened in between, or lost.
+/// A prepared statement with input parameters. It is prepared on its first execution, and again
+/// after its connection was reopened or its link replaced.
 class Command {
  public:
-  /// The connection that it runs on; must outlive the command's use. Null takes it off.
+  /// The connection to run on; must outlive its use. Null: none.
   void SetActiveConnection(Connection* connection);
   Connection* ActiveConnection() const { return connection_; }
 
   void SetCommandText(String text);
   const String& CommandText() const { return text_; }
 
-  /// Kept for what the name says to readers of the dialogs: every command is prepared.
+  /// Has no effect: all commands are prepared. Kept because ADO programmers expect it.
   bool Prepared = false;
 
-  /// Adds an input parameter behind the others. \param size characters of a text, 0 for other
-  /// types.
+  /// Appends an input parameter. \param size maximum characters of a text; 0 for other types
   void Append(String name, DataType type, std::int64_t size = 0);
   const std::vector<Parameter>& Parameters() const { return parameters_; }
 
-  /// Runs the text with one value for each parameter and returns the rows, forward only and
-  /// read-only, or a closed recordset when the text returns none.
-  /// \throws Error InvalidConnection without an open connection, InvalidArgument when the number of
-  /// values differs, DataConversion when a value does not fit its parameter's type or size, else
-  /// the driver's.
+  /// Executes the statement with one value per parameter. Returns a forward-only, read-only
+  /// recordset with the rows, or a closed one if the statement returns none.
+  /// \throws Error InvalidConnection without an open connection; InvalidArgument for a wrong number
+  /// of values; DataConversion if a value does not fit its parameter; else the driver's
   Recordset Execute(std::vector<Variant> values = {});
 
   enum class Together { Ran, CannotRun, Undone };
-  /// Runs the text, which returns no rows, for all of these rows of values at once, as a part of
-  /// the transaction that runs. \return CannotRun without a transaction, or where the driver or the
-  /// engine has no way to; Undone when one of them failed. Nothing of them is stored then, and they
-  /// can be run one by one. \throws Error as Execute, after which nobody knows what the transaction
-  /// holds
+  /// Executes the statement, which returns no rows, for many rows of values at once. Requires an
+  /// open transaction. \return CannotRun without a transaction or without support by driver or
+  /// engine; Undone if a row failed. In both cases transactional tables are unchanged, and the
+  /// rows can be run one by one. \throws Error as Execute; the contents of the transaction are
+  /// undefined then
   Together ExecuteTogether(std::vector<std::vector<Variant>> rows);
 
-  /// Rows changed by the last Execute; -1 when the driver cannot tell.
+  /// Rows affected by the last Execute; -1 if the driver cannot tell.
   std::int64_t RecordsAffected() const { return recordsAffected_; }
 
  private:

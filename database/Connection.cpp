@@ -11,7 +11,7 @@ std::unique_ptr<Link> DatabaseAddress::TryOpen(const Environment& environment) c
   try {
     return environment.DriverFor(ConnectionString).Open(ConnectionString, User, Password);
   } catch (const Error& error) {
-    // Some drivers repeat what they were given, and the failure's text goes to the log.
+    // Some drivers repeat the connection string in their message, and messages go to the log.
     const auto hide = [&](StringView text) {
       return HidePasswords(text, ConnectionString, Password);
     };

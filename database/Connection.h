@@ -9,56 +9,55 @@
 
 namespace ktrv::database {
 
-/// State of a connection or a recordset, as ADO codes it.
+/// State of a connection or recordset, with the values of ADO.
 enum class ObjectState : std::int32_t { Closed = 0, Open = 1, Executing = 4, Fetching = 8 };
 
-/// Where a database is and who asks.
+/// The arguments to open a link.
 struct DatabaseAddress {
   String ConnectionString;
   String User;
   String Password;
 
-  /// A new link to it. May be called on any thread. \throws Error the driver's, or ObjectClosed
-  /// when the driver gives neither a link nor a reason.
+  /// Opens a new link. Thread-safe. \throws Error the driver's; ObjectClosed if the driver returns
+  /// neither a link nor an error
   std::unique_ptr<Link> Open(const Environment& environment) const;
-  /// The same, but null when the driver gives neither.
+  /// The same, but returns null if the driver returns neither.
   std::unique_ptr<Link> TryOpen(const Environment& environment) const;
 };
 
-/// A session with a database that can be closed and opened again.
+/// A connection to a database that can be closed and reopened.
 class Connection {
  public:
   explicit Connection(Environment environment);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  /// \throws Error ObjectOpen when open already, else the driver's failure; closed then, as it is
-  /// when the driver gives no link and no reason.
+  /// \throws Error ObjectOpen if already open, else the driver's. It stays closed after a failure,
+  /// and also if the driver returns neither a link nor an error.
   void Open(StringView connectionString, StringView user = {}, StringView password = {});
 
-  /// \throws Error ObjectClosed when closed.
+  /// \throws Error ObjectClosed if closed
   void Close();
 
   ObjectState State() const { return link_ ? ObjectState::Open : ObjectState::Closed; }
 
-  /// The string of the last Open; empty before.
+  /// The string of the last Open; empty before the first one.
   const String& ConnectionString() const { return address_.ConnectionString; }
 
-  /// Runs a text that returns no rows. \return rows changed. \throws Error
+  /// Executes a statement that returns no rows. \return rows affected. \throws Error
   std::int64_t Execute(StringView text);
 
-  /// The open link; null when closed.
+  /// The open link; null if closed.
   const std::shared_ptr<SharedLink>& CurrentLink() const { return link_; }
 
-  /// The open link for a statement that is to run now. A user may have thought since the last one,
-  /// while the server was restarted or another one took over: a link that was idle, or on which the
-  /// last statement failed, is first asked whether it still works, and replaced when it does not;
-  /// but never within a transaction. No statement is ever run a second time. \throws Error
-  /// ObjectClosed (commands give ADO's InvalidConnection themselves), the driver's when the link
-  /// cannot be replaced; it is tried again the next time then.
+  /// The link to use for a statement now. After an idle time or a failed statement it is first
+  /// tested with a query, and replaced if it is dead, because the server may have been restarted or
+  /// replaced meanwhile. Never inside a transaction. No statement is executed twice. \throws Error
+  /// ObjectClosed (commands throw ADO's InvalidConnection instead); the driver's if the link cannot
+  /// be replaced. The next call tries again.
   const std::shared_ptr<SharedLink>& LiveLink();
 
-  /// To be told when the statement has worked.
+  /// Call after a successful statement; marks the link as alive.
   void StatementWorked();
 
   const DatabaseAddress& Address() const { return address_; }
@@ -68,7 +67,7 @@ class Connection {
   Environment environment_;
   DatabaseAddress address_;
   std::shared_ptr<SharedLink> link_;
-  std::chrono::steady_clock::time_point lastWorked_;  // the epoch: not known to work
+  std::chrono::steady_clock::time_point lastWorked_;  // epoch: not known to be alive
 };
 
 }  // namespace ktrv::database

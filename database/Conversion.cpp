@@ -69,7 +69,7 @@ Variant ConvertTo(DataType type, const Variant& value, std::int64_t size, bool n
         return Characters(value, size);
     }
   } catch (const Error&) {
-    // A value's own failure (type mismatch, overflow) is the data object's failure here.
+    // Map type mismatch and overflow to the error of data objects.
     throw DataError(ErrorNumber::DataConversion);
   }
   throw DataError(ErrorNumber::DataConversion);
@@ -80,7 +80,7 @@ Variant CellValue(DataType type, std::optional<StringView> text) {
   switch (type) {
     case DataType::Integer:
       if (const auto number = ParseInteger(*text)) return *number;
-      [[fallthrough]];  // a fraction in a column of whole numbers
+      [[fallthrough]];  // a fraction in an integer column
     case DataType::Double:
       if (const auto number = ParseNumber(*text)) return *number;
       break;

@@ -7,20 +7,20 @@
 
 namespace ktrv::database {
 
-/// The value as one of the type. \param size most UTF-16 units of a text; 0 for no limit.
-/// \throws Error DataConversion when it cannot be one: a text that is no number, a whole number of
-/// more than 4 bytes when `narrow`, a text longer than the limit. Null fits every type.
+/// Converts a value to the type; null stays null. \param size maximum UTF-16 units of a text; 0:
+/// unlimited. \param narrow limits integers to 4 bytes
+/// \throws Error DataConversion if the value does not fit
 Variant ConvertTo(DataType type, const Variant& value, std::int64_t size = 0, bool narrow = false);
 
-/// The value that a cell's text stands for. A text that does not read as its column's type (some
-/// engines let any value into any column) comes as text.
+/// Parses the text of a cell as its column's type. A text that does not parse stays text, because
+/// some engines store any value in any column.
 Variant CellValue(DataType type, std::optional<StringView> text);
 
-/// The text that a cell of this value holds; nothing for null.
+/// The text form of a cell's value; nullopt for null.
 std::optional<String> CellTextOf(const Variant& value);
 
-/// Whether a column that holds the one text may have been given the other, to the letter: columns
-/// of a fixed length add blanks.
+/// Whether a column that now holds `cell` may have been set to `written`. Ignores trailing blanks,
+/// because fixed-length columns are padded.
 bool IsHeld(StringView cell, StringView written);
 
 }  // namespace ktrv::database

@@ -4,7 +4,7 @@
 
 namespace ktrv::database {
 
-/// The failure of a data object with this number, with the text that ADO programs know it by.
+/// An Error with this number and ADO's description for it.
 Error DataError(std::int32_t number);
 
 }  // namespace ktrv::database

@@ -10,83 +10,79 @@
 #include "database/RowBlock.h"
 #include "database/Types.h"
 
-/// What a database library must do for the component, and no more. All else that programs know from
-/// ADO (client cursor, updates, asynchronous fetch, state rules) is written once above it.
+/// The interface to a database library. Everything else that programs know from ADO (client cursor,
+/// updates, asynchronous fetch, states) is implemented above it, once for all drivers.
 namespace ktrv::database {
 
-/// One prepared text on a link. Used on one thread at a time, except Cancel.
+/// One statement on a link. Not thread-safe, except Cancel.
 class Statement {
  public:
   virtual ~Statement() = default;
 
-  /// Runs the text with one value for each parameter, in order. \throws Error with the driver's
-  /// text.
+  /// Executes the statement with one value per parameter, in order. \throws Error with the driver's
+  /// text
   virtual void Execute(std::span<const Variant> values) = 0;
 
-  /// Runs the text, which returns no rows, once for each of the rows of values, in order and in as
-  /// few turns of the line as the driver can. \return false when it has no such way; nothing ran
-  /// then. \throws Error after which nobody knows which of them ran.
+  /// Executes the statement, which returns no rows, once per row of values, in order, with as few
+  /// round trips as the driver supports. \return false if it is not supported; then nothing was
+  /// executed. \throws Error; then it is unknown which rows were executed
   virtual bool ExecuteAll(std::span<const std::vector<Variant>> /*rows*/) { return false; }
 
-  /// Execute and Fetch give up after a time that suits who waits for them at the screen; behind
-  /// this, they take what they need.
+  /// Removes the time limit of Execute and Fetch, if the driver has set one for interactive use.
   virtual void LiftTimeLimit() {}
 
-  /// The columns of the result; empty when the text returns no rows. Valid after Execute.
+  /// The columns of the result; empty if there are no rows to return. Valid after Execute.
   virtual const std::vector<Column>& Columns() const = 0;
 
-  /// Rows changed by the last Execute; -1 when the driver cannot tell.
+  /// Rows affected by the last Execute; -1 if the driver cannot tell.
   virtual std::int64_t RowsAffected() const = 0;
 
-  /// The next rows of the result, at most `rows` (1 or more) of them; no block behind the last row.
-  /// A cell is never shortened. \throws Error, CommandCancelled after Cancel.
+  /// Fetches up to `rows` rows, at least 1; null after the last row. Cells are never truncated.
+  /// \throws Error; CommandCancelled after Cancel
   virtual std::unique_ptr<RowBlock> Fetch(std::size_t rows) = 0;
 
-  /// Asks a running Execute or Fetch to give up soon. May be called from any thread while the
-  /// statement lives; does not wait.
+  /// Requests a running Execute or Fetch to stop. Callable from any thread during the statement's
+  /// lifetime; does not wait.
   virtual void Cancel() noexcept = 0;
 };
 
-/// One open session with a database. Used on one thread at a time.
+/// An open session with a database. Not thread-safe.
 class Link {
  public:
   virtual ~Link() = default;
 
-  /// A statement for the text. The text is given to the engine when it is first executed, so a text
-  /// that the engine refuses fails only then. The link must outlive the statement.
+  /// Creates a statement. The engine prepares it on its first execution, so an invalid text fails
+  /// only then. The link must outlive the statement.
   virtual std::unique_ptr<Statement> Prepare(StringView text,
                                              std::span<const Parameter> parameters) = 0;
 
   virtual Engine EngineKind() const = 0;
 
-  /// Names of the columns that make up the table's primary key; empty when it has none or the
-  /// driver cannot tell.
+  /// The columns of the table's primary key; empty if it has none or the driver cannot tell.
   virtual std::vector<String> KeyColumns(StringView table) = 0;
 
-  /// Whether LastInsertedId will tell the id of a new row of the table. Asked before the row is
-  /// inserted, so that none is stored whose id cannot be known. \throws Error
+  /// Whether LastInsertedId will work for the table. Call it before an insert, so that no row is
+  /// stored whose id cannot be read. \throws Error
   virtual bool TellsInsertedId(StringView table, StringView column) = 0;
 
-  /// The id that the engine assigned to the row that this link inserted last into the table.
+  /// The id that the engine assigned to this link's last insert into the table.
   virtual std::int64_t LastInsertedId(StringView table, StringView column) = 0;
 
-  /// Makes one of the statements that follow: they are stored together by Commit, or not at all.
-  /// \return false when the engine has no transactions; each statement stands alone then.
-  /// \throws Error
+  /// Starts a transaction. \return false if the engine has none; then each statement is committed
+  /// separately. \throws Error
   virtual bool Begin() = 0;
 
-  /// Stores what ran since Begin. \throws Error after which nobody knows whether it is stored, and
-  /// the link must not be used any more.
+  /// Commits the transaction. \throws Error; then its outcome is unknown and the link must not be
+  /// used any more
   virtual void Commit() = 0;
 
-  /// Undoes what ran since Begin. \throws Error after which the link must not be used any more; its
-  /// end undoes it then.
+  /// Rolls the transaction back. \throws Error; then the link must not be used any more, and
+  /// closing it rolls back
   virtual void RollBack() = 0;
 
-  /// Marks the place in the transaction to which RollBackToMark goes back. \return false when the
-  /// engine has no marks. \throws Error
+  /// Sets a savepoint for RollBackToMark. \return false if the engine has none. \throws Error
   virtual bool SetMark() { return false; }
-  /// \throws Error after which nobody knows what the transaction holds
+  /// \throws Error; then the contents of the transaction are undefined
   virtual void RollBackToMark() {}
 };
 
@@ -95,9 +91,9 @@ class Driver {
  public:
   virtual ~Driver() = default;
 
-  /// Opens a link. May be called on any thread. \param user, \param password are added when not
-  /// empty. \return null when the library gives no session and no reason. \throws Error with the
-  /// library's number, text and source.
+  /// Opens a link. Thread-safe. \param user, \param password are added if not empty. \return null
+  /// if the library returns neither a session nor an error. \throws Error with the library's
+  /// number, text and source
   virtual std::unique_ptr<Link> Open(StringView connectionString, StringView user,
                                      StringView password) = 0;
 };

@@ -8,18 +8,18 @@ namespace ktrv::database {
 
 class Driver;
 
-/// What data objects take from the program around them. Copied freely; the functions stay valid as
-/// long as any data object or running fetch.
+/// The dependencies of data objects. Copyable; the functions must outlive all data objects and
+/// running fetches.
 struct Environment {
-  /// The driver that a connection string belongs to: with "Provider=" the OLE DB one, else ODBC.
-  /// May be called on any thread. \throws Error when there is no driver for it.
+  /// The driver for a connection string: with "Provider=" OLE DB, otherwise ODBC. Thread-safe.
+  /// \throws Error if there is none
   std::function<Driver&(StringView connectionString)> DriverFor;
 
-  /// Runs the closure later on the user-interface thread. May be called on any thread; after the
-  /// program around is gone, closures are dropped.
+  /// Runs the closure later on the user-interface thread. Thread-safe. After the end of the
+  /// program's screen, closures are discarded.
   std::function<void(std::function<void()>)> Post;
 
-  /// Closes the links that are kept for the next opening. Nothing when none are.
+  /// Closes the links that are kept for reuse, if any.
   std::function<void()> CloseKept = [] {};
 };
 

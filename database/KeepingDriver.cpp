@@ -33,7 +33,7 @@ std::unique_ptr<Link> KeepingDriver::Open(StringView connectionString, StringVie
   LinkStore::Found found = store_->Take(address);
   auto link = std::move(found.Unused);
   if (link && found.Idle >= kIdle && !Answers(*link)) {
-    // The others were made before the same server went.
+    // The other links were opened before the server went down too.
     store_->Drop(address);
     link.reset();
   }

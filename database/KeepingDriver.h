@@ -9,17 +9,17 @@ namespace ktrv::database {
 
 class LinkStore;
 
-/// Opens the links of another driver, and keeps those that are closed for a while: who opens the
-/// same string again is given one of them, and does not wait for a new connection.
+/// A connection pool: keeps closed links of another driver for a while, and returns one of them
+/// when the same string is opened again.
 ///
-/// A link is kept only as it was when it was opened: not after a failure, a cancel or a text that
-/// may have changed its settings, and not within a transaction. One that was idle is asked
-/// whether it still works before it is given to the next, so that no statement was lost or is run
-/// again when it does not; a new link takes its place then. Links to files, which are free as soon
-/// as they are closed, and to engines that the component does not know are left alone.
+/// A link is kept only if it is unchanged since it was opened: no failure, no cancel, no statement
+/// that may have changed session settings, no open transaction. A link that was idle is tested
+/// before reuse, and replaced by a new one if it is dead, so that no statement is lost or executed
+/// twice. Links to files, which should be released at once, and to unknown engines are not kept.
 class KeepingDriver final : public Driver {
  public:
-  /// \param driver must outlive this one and its links. \param longest time that a link is kept
+  /// \param driver must outlive this object and its links. \param longest maximum time to keep a
+  /// link
   explicit KeepingDriver(Driver& driver,
                          std::chrono::milliseconds longest = std::chrono::minutes(1));
   ~KeepingDriver() override;
@@ -29,7 +29,7 @@ class KeepingDriver final : public Driver {
   std::unique_ptr<Link> Open(StringView connectionString, StringView user,
                              StringView password) override;
 
-  /// Closes what is kept, and keeps nothing more until something is opened again.
+  /// Closes all kept links, and keeps no more until the next Open.
   void CloseKept() noexcept;
 
  private:

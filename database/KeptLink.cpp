@@ -7,7 +7,7 @@
 namespace ktrv::database {
 namespace {
 
-/// Whether nothing but rows is another behind the text than before it.
+/// Whether the statement changes rows only, not session settings.
 bool ChangesRowsAlone(StringView text) {
   for (const SqlToken& token : TokenizeSql(text)) {
     if (token.KindOf == SqlToken::Kind::Space) continue;
@@ -29,7 +29,7 @@ decltype(auto) KeptLink::Run(Work&& work) {
   }
 }
 
-/// A statement that tells its link what became of it.
+/// A statement that reports failures and cancels to its link.
 class KeptLink::Watched final : public Statement {
  public:
   Watched(KeptLink& link, std::unique_ptr<Statement> statement)
@@ -48,7 +48,7 @@ class KeptLink::Watched final : public Statement {
     return link_.Run([&] { return statement_->Fetch(rows); });
   }
   void Cancel() noexcept override {
-    link_.asOpened_ = false;  // some engines are told late, and would cancel what comes next
+    link_.asOpened_ = false;  // some engines handle it late and would cancel the next statement
     statement_->Cancel();
   }
 
@@ -69,7 +69,7 @@ KeptLink::~KeptLink() {
   try {
     store_->Keep(address_, std::move(link_));
   } catch (...) {
-    // It is closed.
+    // The link is closed instead.
   }
 }
 

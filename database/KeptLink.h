@@ -7,7 +7,7 @@
 
 namespace ktrv::database {
 
-/// A link that goes back to the store at its end, when nothing of its use is left on it.
+/// A link that is returned to the store when it is destroyed, if it is unchanged since opening.
 class KeptLink final : public Link {
  public:
   KeptLink(std::shared_ptr<LinkStore> store, LinkStore::Address address,
@@ -29,7 +29,7 @@ class KeptLink final : public Link {
  private:
   class Watched;
 
-  /// Runs what a link or a statement is asked for. What fails leaves it as nobody knows.
+  /// Runs an operation. After a failure the state of the link is unknown.
   template <class Work>
   decltype(auto) Run(Work&& work);
 
@@ -37,7 +37,7 @@ class KeptLink final : public Link {
   LinkStore::Address address_;
   std::shared_ptr<LinkFacts> facts_;
   std::unique_ptr<Link> link_;
-  std::atomic<bool> asOpened_ = true;  ///< a cancel comes on another thread
+  std::atomic<bool> asOpened_ = true;  ///< atomic: Cancel is called on another thread
   bool inTransaction_ = false;
 };
 

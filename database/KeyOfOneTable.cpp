@@ -5,7 +5,7 @@
 namespace ktrv::database {
 namespace {
 
-/// What stands right before the table's own name; empty when nothing does.
+/// The qualifier directly before the table's name; empty if there is none.
 StringView QualifierOf(StringView table) {
   const std::size_t point = table.rfind(u'.');
   if (point == StringView::npos) return {};

@@ -6,16 +6,16 @@
 
 namespace ktrv::database {
 
-/// A line of the catalogue's answer to the question for a table's primary key.
+/// One row of the catalogue's list of primary key columns.
 struct KeyLine {
   String Catalog;
   String Schema;
   String Column;
 };
 
-/// The names of the key's columns. A catalogue that is asked without a schema may list the tables
-/// of the name in every schema; only one of them counts: that of the schema (or, on engines without
-/// schemas, the catalogue) before the point in the table's name, else the first.
+/// The names of the key's columns. Without a schema, a catalogue may list tables of this name in
+/// several schemas. Only one counts: the one of the schema (on engines without schemas: the
+/// catalogue) in the table's name, otherwise the first.
 std::vector<String> KeyOfOneTable(const std::vector<KeyLine>& lines, StringView table);
 
 }  // namespace ktrv::database

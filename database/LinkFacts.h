@@ -10,8 +10,8 @@
 
 namespace ktrv::database {
 
-/// What every link to the same database tells alike, asked once. An answer that tells nothing is
-/// not remembered. Any thread.
+/// Caches facts that are equal for all links to one database. Negative answers are not cached.
+/// Thread-safe.
 class LinkFacts {
  public:
   std::vector<String> KeyColumns(Link& link, StringView table);           ///< \throws Error

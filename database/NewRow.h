@@ -8,10 +8,10 @@
 
 namespace ktrv::database {
 
-/// A row that was to be added: by this it is found again when nobody knows whether it was stored.
+/// Identifies a new row whose insert has an unknown outcome, to find it later.
 struct NewRow {
-  std::map<String, Variant> Values;  ///< by column; those that were set
-  std::vector<String> SameBefore;    ///< keys of rows that held the same before, as far as known
+  std::map<String, Variant> Values;  ///< by column name; only those that were set
+  std::vector<String> SameBefore;    ///< keys of earlier rows with the same values, if known
 };
 
 }  // namespace ktrv::database

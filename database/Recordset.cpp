@@ -87,7 +87,7 @@ void Recordset::Open(StringView source, Connection& connection, OpenOptions opti
   statement->Execute({});
   const bool hasRows = !statement->Columns().empty();
   if (hasRows) contents->ReadAll(*statement);
-  connection.StatementWorked();  // not before its rows are there
+  connection.StatementWorked();  // only after its rows were read
   if (hasRows) Take(std::move(contents));
 }
 

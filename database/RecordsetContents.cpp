@@ -9,7 +9,7 @@
 namespace ktrv::database {
 namespace {
 
-constexpr std::size_t kRowsOfBlock = 1000;  // of a result that is read at once
+constexpr std::size_t kRowsOfBlock = 1000;  // for synchronous reading
 
 std::unique_ptr<RowBlock> BlockOfRow(const std::vector<std::optional<String>>& cells) {
   auto block = std::make_unique<RowBlock>(cells.size(), 1);
@@ -85,7 +85,7 @@ TableWriter::Cells Recordset::Contents::Insert(const std::shared_ptr<SharedLink>
   try {
     table.Insert(cells, Pending, key);
     transaction.Commit();
-    InDoubt = true;  // stored, but nobody knows it before the row is here
+    InDoubt = true;  // until the row is in Rows, an exception leaves the outcome unknown
   } catch (...) {
     InDoubt = !transaction.RollBack();
     throw;
@@ -129,7 +129,7 @@ void Recordset::Contents::RowsCame(std::unique_ptr<RowBlock> rows) {
   Rows.Append(std::move(rows));
 }
 
-// The events come last and from copies, because their code may replace the recordset.
+// Events are called last and through copies, because handlers may replace the recordset.
 
 void Recordset::Contents::RowsTaken() {
   const std::int64_t count = Rows.Count();

@@ -8,15 +8,16 @@
 
 namespace ktrv::database {
 
-/// All that an open recordset holds. It stays where it is while the recordset is moved.
+/// The state of an open recordset. Its address does not change when the recordset is moved.
 class Recordset::Contents final : public BackgroundFetch::Receiver {
  public:
-  /// Values by column that the current row has not been written with yet.
+  /// New values by column that are not written yet.
   using PendingValues = ColumnValues;
 
   explicit Contents(bool updatable) : Updatable(updatable) {}
 
-  /// Goes behind the rows that have come, a closure of the user-interface thread each.
+  /// Starts the background fetch; each block is appended by one closure on the user-interface
+  /// thread.
   void StartFetch(const Environment& environment, DatabaseAddress address, std::size_t blockRows);
   void ReadAll(Statement& statement);
 
@@ -24,7 +25,7 @@ class Recordset::Contents final : public BackgroundFetch::Receiver {
   bool OnRow() const { return Adding || Position < Rows.Count(); }
   Variant Value(std::size_t column) const;
 
-  /// The link to update through. \throws Error NotUpdatable when there is none any more
+  /// The link for updates. \throws Error NotUpdatable if there is none
   std::shared_ptr<SharedLink> UpdateLink() const;
   void Write();
   bool FindAdded(const NewRow& row);
@@ -35,24 +36,24 @@ class Recordset::Contents final : public BackgroundFetch::Receiver {
   void RowsTaken() override;
   void FetchEnded(const Error* error, EventStatus status) override;
 
-  Recordset* Owner = nullptr;  ///< whose events are called; follows the moves
+  Recordset* Owner = nullptr;  ///< its events are called; updated by moves
   String Source;
   std::vector<Column> Columns;
   RowStore Rows;
   std::int64_t Position = 0;
-  std::unique_ptr<BackgroundFetch> Fetch;  ///< null unless rows are still to come
+  std::unique_ptr<BackgroundFetch> Fetch;  ///< null unless a fetch is running
 
   bool Updatable;
   bool Adding = false;
   PendingValues Pending;
-  NewRow Added;                              ///< what Write was last to add
-  bool InDoubt = false;                      ///< whether it is stored
-  std::shared_ptr<SharedLink> OwnLink;       ///< of a recordset that was opened on a string
-  std::weak_ptr<SharedLink> ConnectionLink;  ///< of the connection, or the own one
+  NewRow Added;                              ///< the row of the last insert
+  bool InDoubt = false;                      ///< whether the outcome of the insert is unknown
+  std::shared_ptr<SharedLink> OwnLink;       ///< if opened by a connection string
+  std::weak_ptr<SharedLink> ConnectionLink;  ///< the link of the connection, or OwnLink
 
  private:
   TableWriter::Cells CellsOfRow() const;
-  /// \return the new row
+  /// \return the cells of the new row
   TableWriter::Cells Insert(const std::shared_ptr<SharedLink>& link, TableWriter& table);
   void Append(const TableWriter::Cells& cells);
 };

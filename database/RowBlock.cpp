@@ -7,8 +7,8 @@
 namespace ktrv::database {
 namespace {
 
-// A row is one length for each cell and then the cells' units. Lengths that are no single unit are
-// marked; a long cell leads its text with the length as two units.
+// Layout of a row: one length unit per cell, then the text of all cells. kNull marks a null. kLong
+// marks a long cell, whose text starts with its length in two units.
 constexpr char16_t kNull = 0xFFFF;
 constexpr char16_t kLong = 0xFFFE;
 constexpr std::size_t kLongLengthUnits = 2;

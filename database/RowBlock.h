@@ -9,27 +9,27 @@
 
 namespace ktrv::database {
 
-/// Some rows of a result, packed: all cells are texts in one run of UTF-16 units, each row led by
-/// its cells' lengths. Filled by one thread and unchanged once it is handed on, so any thread may
-/// read it. What a text means (number, date) is the column's business.
+/// A block of rows in compact form: the text of all cells in one UTF-16 buffer, with the cell
+/// lengths before each row. Filled by one thread, then immutable and readable by any thread. The
+/// meaning of a text (number, date) depends on its column.
 class RowBlock {
  public:
-  /// \param columns number of cells in a row. \param rows how many rows to make room for.
+  /// \param columns cells per row. \param rows number of rows to reserve memory for
   explicit RowBlock(std::size_t columns, std::size_t rows = 0);
 
-  /// Starts a row; one Add or AddNull for each column must follow.
+  /// Starts a row. Exactly one Add or AddNull per column must follow.
   void BeginRow();
   void Add(StringView text);
   void AddNull();
 
-  /// Gives back memory that was reserved and not used.
+  /// Releases unused memory.
   void Finish();
 
   std::size_t Rows() const { return starts_.size(); }
   std::size_t Columns() const { return columns_; }
 
-  /// The text of a cell, valid while the block lives; nothing when it is null.
-  /// \pre row < Rows(), column < Columns().
+  /// The text of a cell; nullopt for null. Valid for the lifetime of the block. \pre row < Rows(),
+  /// column < Columns()
   std::optional<StringView> Cell(std::size_t row, std::size_t column) const;
 
  private:

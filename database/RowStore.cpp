@@ -31,7 +31,7 @@ std::size_t RowStore::BlockOf(std::int64_t row) const {
     return index < pieces_.size() && row >= pieces_[index].FirstRow &&
            row - pieces_[index].FirstRow < static_cast<std::int64_t>(pieces_[index].Block->Rows());
   };
-  // Most readers go from row to row.
+  // Most readers access rows sequentially.
   if (!holds(lastBlock_) && !holds(++lastBlock_)) {
     const auto next = std::upper_bound(
         pieces_.begin(), pieces_.end(), row,

@@ -9,19 +9,19 @@
 
 namespace ktrv::database {
 
-/// The rows of a result as they came, block by block, with the rows that were changed since. Read
-/// on one thread.
+/// The rows of a result in blocks, with later replacements of single rows. Not thread-safe.
 class RowStore {
  public:
-  /// Takes all of the block, or nothing of it when it throws.
+  /// Appends all rows of the block. Strong exception guarantee.
   void Append(std::unique_ptr<RowBlock> block);
 
-  /// Puts the one row of the block in the place of this row. Views of the old cells stay valid.
+  /// Replaces a row by the only row of the block. Views of the old cells stay valid.
   void Replace(std::int64_t row, std::unique_ptr<RowBlock> block);
 
   std::int64_t Count() const { return count_; }
 
-  /// Valid while the store lives; nothing when null. \pre row and column are in range.
+  /// The text of a cell; nullopt for null. Valid for the lifetime of the store. \pre row and column
+  /// are in range
   std::optional<StringView> Cell(std::int64_t row, std::size_t column) const;
 
  private:
@@ -32,7 +32,7 @@ class RowStore {
     std::unique_ptr<RowBlock> Block;
   };
   std::vector<Piece> pieces_;
-  mutable std::size_t lastBlock_ = 0;  ///< where the last row that was read stands
+  mutable std::size_t lastBlock_ = 0;  ///< block of the last access
   std::int64_t count_ = 0;
   std::vector<std::unique_ptr<RowBlock>> replacements_;
   std::map<std::int64_t, const RowBlock*> replaced_;

@@ -9,19 +9,19 @@ namespace ktrv::database {
 
 class PreparedStatement;
 
-/// The open link of a connection, with the statements that are prepared on it. Who only uses the
-/// link holds it weakly, so that closing the connection really ends the session.
+/// The open link of a connection, with its prepared statements. Other users hold it by weak_ptr, so
+/// that closing the connection ends the session.
 class SharedLink : public std::enable_shared_from_this<SharedLink> {
  public:
   explicit SharedLink(std::unique_ptr<Link> link) : link_(std::move(link)) {}
 
   Link& Get() const { return *link_; }
 
-  /// Between the beginning of a transaction and its end nothing may put another link in this one's
-  /// place: what follows would be stored without what came before.
+  /// Inside a transaction the link must not be replaced: the following statements would be stored
+  /// without the preceding ones.
   bool InTransaction = false;
 
-  /// A transaction on it could not be ended: what would run on it next might never be stored.
+  /// A transaction could not be ended, so later statements might never be committed.
   bool Unusable = false;
 
   PreparedStatement Prepare(StringView text, std::span<const Parameter> parameters);
@@ -31,10 +31,10 @@ class SharedLink : public std::enable_shared_from_this<SharedLink> {
   void Drop(const Statement* statement);
 
   std::unique_ptr<Link> link_;
-  std::vector<std::unique_ptr<Statement>> statements_;  // behind the link: they go before it
+  std::vector<std::unique_ptr<Statement>> statements_;  // after link_: destroyed before it
 };
 
-/// A statement that lasts as long as this handle and the link both do.
+/// A handle of a statement on a SharedLink. Valid as long as the link exists.
 class PreparedStatement {
  public:
   PreparedStatement() = default;
@@ -44,10 +44,10 @@ class PreparedStatement {
   PreparedStatement(PreparedStatement&& other) noexcept;
   PreparedStatement& operator=(PreparedStatement&& other) noexcept;
 
-  /// Null when the link is closed, or there never was one.
+  /// Null if the link is closed or there is no statement.
   Statement* Get() const { return link_.expired() ? nullptr : statement_; }
 
-  /// Whether it was prepared on this link.
+  /// Whether the statement belongs to this link and both are alive.
   bool IsOn(const std::shared_ptr<SharedLink>& link) const { return Get() && link_.lock() == link; }
 
  private:

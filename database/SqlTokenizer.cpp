@@ -20,7 +20,7 @@ bool IsNameUnit(char16_t unit) {
          unit == u'_' || unit == u'$' || unit == u'#' || unit == u'@' || unit >= 0x80;
 }
 
-/// Length up to and with the closing quote; a doubled one stands for itself.
+/// The length including the closing quote; a doubled quote is an escaped one.
 std::size_t QuotedLength(StringView rest, char16_t closing) {
   for (std::size_t at = 1; at < rest.size(); ++at) {
     if (rest[at] != closing) continue;

@@ -6,21 +6,21 @@
 
 namespace ktrv::database {
 
-/// One piece of an SQL text.
+/// A token of an SQL text.
 struct SqlToken {
   enum class Kind {
     Word,     ///< name, keyword or quoted name
     Number,   ///< numeric literal
-    Literal,  ///< text literal, quotes and an N in front included
-    Mark,     ///< operator or punctuation; "||" is one
+    Literal,  ///< text literal, including quotes and an N prefix
+    Mark,     ///< operator or punctuation; "||" is one token
     Space,    ///< blanks and comments
   };
   Kind KindOf;
-  StringView Text;  ///< as written; valid while the SQL text lives
+  StringView Text;  ///< as written; valid as long as the SQL text
 };
 
-/// The pieces of an SQL text in order; joined they give the text again. A literal, quoted name or
-/// comment that is not closed goes to the end of the text.
+/// The tokens of an SQL text in order; concatenated they give the text again. An unclosed literal,
+/// quoted name or comment extends to the end.
 std::vector<SqlToken> TokenizeSql(StringView sql);
 
 }  // namespace ktrv::database

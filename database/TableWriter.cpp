@@ -15,7 +15,7 @@ struct Query {
   StringView Table;
 };
 
-/// The parts of "SELECT list FROM table" with nothing, WHERE or ORDER BY behind.
+/// Parses "SELECT list FROM table", optionally followed by WHERE or ORDER BY.
 Query SingleTableQuery(StringView sql) {
   std::vector<SqlToken> tokens = TokenizeSql(sql);
   std::erase_if(tokens,
@@ -32,7 +32,7 @@ Query SingleTableQuery(StringView sql) {
   if (!isWord(0, u"SELECT") || isWord(1, u"DISTINCT") || from < 2 || from + 1 >= tokens.size()) {
     throw DataError(ErrorNumber::NotUpdatable);
   }
-  std::size_t last = from + 1;  // of the table's name
+  std::size_t last = from + 1;  // last token of the table's name
   while (isPoint(last + 1) && last + 2 < tokens.size()) last += 2;
   const bool anyJoin = std::any_of(tokens.begin(), tokens.end(), [](const SqlToken& token) {
     return EqualsIgnoringCase(token.Text, u"UNION") || EqualsIgnoringCase(token.Text, u"GROUP");
@@ -50,7 +50,8 @@ Query SingleTableQuery(StringView sql) {
   return {between(tokens[1], tokens[from - 1]), between(tokens[from + 1], tokens[last])};
 }
 
-/// SQL Server and Oracle refuse to compare texts without a limit.
+/// Whether the column cannot be compared: SQL Server and Oracle reject comparisons of unlimited
+/// texts.
 bool IsIncomparable(const Column& column, Engine engine) {
   return column.Size == 0 && IsTextType(column.Type) &&
          (engine == Engine::SqlServer || engine == Engine::Oracle);
@@ -60,7 +61,7 @@ bool Contains(const std::vector<String>& texts, const String& text) {
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-/// Of two keys that are whole numbers.
+/// Compares two keys that are decimal integers.
 bool IsGreaterKey(StringView key, StringView than) {
   return key.size() != than.size() ? key.size() > than.size() : key > than;
 }
@@ -100,13 +101,13 @@ TableWriter::TableWriter(Link& link, StringView query, const std::vector<Column>
   selectList_ = parts.SelectList;
   table_ = parts.Table;
   std::vector<String> names = link.KeyColumns(table_);
-  if (names.empty()) names = {u"ID"};  // every table of the address book that has a key has this
+  if (names.empty()) names = {u"ID"};  // the key of all tables of the address book that have one
   for (const String& name : names) {
     const auto column = std::find_if(columns_.begin(), columns_.end(), [&](const Column& each) {
       return EqualsIgnoringCase(each.Name, name);
     });
     if (column == columns_.end()) throw DataError(ErrorNumber::NotUpdatable);
-    // A driver that looks into every schema names a column once for each table of the name.
+    // A driver that searches all schemas may list a column once per schema.
     const auto index = static_cast<std::size_t>(column - columns_.begin());
     if (std::find(key_.begin(), key_.end(), index) == key_.end()) key_.push_back(index);
   }
@@ -127,8 +128,8 @@ void TableWriter::AddOldValueCondition(Condition& condition, std::size_t column,
   if (!cells[column]) {
     condition.Add(of.Name + u" IS NULL");
   } else if (engine == Engine::Sqlite) {
-    // Any kind of value may be in any column, and a fraction comes shortened to 15 digits: only the
-    // text that was read can be compared with.
+    // SQLite stores any type in any column, and its driver rounds fractions to 15 digits. So
+    // compare with the text that was read.
     condition.Add(u"CAST(" + of.Name + u" AS TEXT) = ?", {of.Name, DataType::VarWChar, 0},
                   *cells[column]);
   } else {
@@ -172,7 +173,7 @@ TableWriter::Condition TableWriter::ValueCondition(const Values& values) const {
 
 bool TableWriter::Holds(const Cells& cells, const Values& values) const {
   return std::all_of(values.begin(), values.end(), [&](const auto& each) {
-    // Engines may take "Ann" and "ANN" for the same.
+    // Engines may compare "Ann" and "ANN" as equal.
     const auto* text = std::get_if<String>(&each.second);
     if (!text) return true;
     return IsHeld(cells[each.first] ? StringView(*cells[each.first]) : StringView(), *text);
@@ -181,7 +182,7 @@ bool TableWriter::Holds(const Cells& cells, const Values& values) const {
 
 std::vector<TableWriter::Cells> TableWriter::RowsWith(const Values& values) {
   const Condition condition = ValueCondition(values);
-  if (condition.Text.empty()) return {};  // any row would do
+  if (condition.Text.empty()) return {};  // it would match every row
   const auto statement =
       Run(u"SELECT " + selectList_ + u" FROM " + table_ + u" WHERE " + condition.Text,
           condition.Parameters, condition.Values);
@@ -225,7 +226,7 @@ String TableWriter::KeyFoundByValues(const Values& values, const std::vector<Str
     if (!Contains(except, key)) keys.push_back(key);
   }
   if (keys.size() != 1) {
-    // None, because the engine stored something else; or somebody else added the same just now.
+    // None: the engine stored other values. Several: another user has just inserted the same.
     throw Error(ErrorNumber::DriverFailure,
                 u"The database does not tell the id that it gave to the new row");
   }
@@ -296,7 +297,7 @@ void TableWriter::Update(Cells& cells, const Values& values) {
     const bool isKey = std::find(key_.begin(), key_.end(), column) != key_.end();
     if (!isKey) AddOldValueCondition(condition, column, cells);
   }
-  // Only what changes is written: some engines count a row that stays the same as not found.
+  // Write only changed columns: some engines report an update without changes as no row found.
   const Values changed = ChangedOf(cells, values);
   bool isWritten = false;
   if (changed.empty()) {
@@ -304,7 +305,7 @@ void TableWriter::Update(Cells& cells, const Values& values) {
   } else if (const auto wasThere = Change(changed, condition)) {
     isWritten = *wasThere;
   } else {
-    isWritten = HoldsNow(cells, changed);  // SQL Server does not count with NOCOUNT on
+    isWritten = HoldsNow(cells, changed);  // with NOCOUNT ON, SQL Server returns no count
   }
   if (!isWritten) {
     throw DataError(Find(KeyCondition(cells)) ? ErrorNumber::RowChanged : ErrorNumber::RowGone);

@@ -8,43 +8,42 @@
 
 namespace ktrv::database {
 
-/// Writes rows of a query's result back to the one table that the query reads.
+/// Writes rows of a recordset back to the single table of its query.
 class TableWriter {
  public:
-  /// The texts of a row's cells, one for each column of the result.
+  /// The texts of a row's cells, one per column of the result.
   using Cells = std::vector<std::optional<String>>;
   using Values = ColumnValues;
 
-  /// \throws Error NotUpdatable when the query reads anything but one table, or the result lacks
-  /// the table's key.
+  /// \throws Error NotUpdatable if the query reads more than one table, or its result lacks the
+  /// table's key
   TableWriter(Link& link, StringView query, const std::vector<Column>& columns);
 
-  /// How the key of a new row will be known.
+  /// How the key of a new row will be determined.
   struct KeySource {
     bool Needed = false;             ///< the engine assigns it
-    bool Told = false;               ///< the engine tells it; else the row is found by its values
-    std::vector<String> SameBefore;  ///< keys of the rows that hold the same already, unless told
+    bool Told = false;               ///< the engine reports it; else found by values
+    std::vector<String> SameBefore;  ///< unless Told: keys of rows with the same values
   };
 
-  /// To be asked before a row of these values is added. \throws Error
+  /// Call before Insert. \throws Error
   KeySource FindKeySource(const Values& values);
 
-  /// Adds a row of these values alone, so that the table's defaults fill the rest. \param cells the
-  /// values are filled in, and the key that the engine assigned. \throws Error also when the row is
-  /// added and its key cannot be known
+  /// Inserts a row with only these values, so that the others get the table's defaults. \param
+  /// cells receives the values and the assigned key. \throws Error also if the row was inserted but
+  /// its key cannot be determined
   void Insert(Cells& cells, const Values& values, const KeySource& key);
 
-  /// The newest row that holds these values, of those that are not named by their key. \return
-  /// whether there is one. \param cells filled with it
+  /// Finds the newest row with these values, except rows with the keys in `except`. \return whether
+  /// there is one. \param cells receives it
   bool FindAdded(Cells& cells, const Values& values, const std::vector<String>& except);
 
-  /// Changes the row of this key, provided that the columns of the values still hold what the cells
-  /// say, those too whose value stays the same. \param cells the row as it was read; filled with
-  /// the new values. \throws Error RowChanged when one holds something else, RowGone when there is
-  /// no such row.
+  /// Updates the row with this key, if all columns in `values` still have the old values in
+  /// `cells`, also those whose value stays the same. \param cells the row as read; receives the new
+  /// values. \throws Error RowChanged if an old value differs; RowGone if the row no longer exists
   void Update(Cells& cells, const Values& values);
 
-  /// Reads the row of this key again. \throws Error RowGone when there is none.
+  /// Reads the row with this key again. \throws Error RowGone if it no longer exists
   void Read(Cells& cells);
 
  private:
@@ -54,15 +53,15 @@ class TableWriter {
   Condition KeyCondition(const Cells& cells) const;
   Condition ValueCondition(const Values& values) const;
   bool Holds(const Cells& cells, const Values& values) const;
-  /// The rows that hold these values, to the letter.
+  /// The rows with these values; texts are compared exactly.
   std::vector<Cells> RowsWith(const Values& values);
   String KeyFoundByValues(const Values& values, const std::vector<String>& except);
   Values ChangedOf(const Cells& cells, const Values& values) const;
-  /// Whether there was a row to change; nothing when the driver cannot tell.
+  /// \return whether a row was updated; nullopt if the driver cannot tell
   std::optional<bool> Change(const Values& values, const Condition& condition);
-  /// Whether the row of this key holds these values.
+  /// Whether the row with this key has these values.
   bool HoldsNow(const Cells& cells, const Values& values);
-  /// The first row that meets the condition; null when none does.
+  /// The first row that matches the condition; null if there is none.
   std::unique_ptr<RowBlock> Find(const Condition& condition);
   std::unique_ptr<Statement> Run(StringView text, const std::vector<Parameter>& parameters,
                                  const std::vector<Variant>& values);
@@ -72,7 +71,7 @@ class TableWriter {
   const std::vector<Column>& columns_;
   String selectList_;
   String table_;
-  std::vector<std::size_t> key_;  // columns of the result
+  std::vector<std::size_t> key_;  // column indices
 };
 
 }  // namespace ktrv::database

@@ -21,7 +21,7 @@ void Transaction::Begin() {
   try {
     if (!link_->Get().Begin()) return;
   } catch (...) {
-    // It may have begun all the same.
+    // The transaction may have been started nevertheless.
     link_->Unusable = true;
     throw;
   }

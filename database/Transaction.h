@@ -7,32 +7,32 @@
 
 namespace ktrv::database {
 
-/// Makes the statements that run on a link while this lives one: all of them are stored, or none.
-/// Where the engine has no transactions each stands alone, as without this. One that begins within
-/// another is part of it, and leaves the end to that one.
+/// A transaction on a link; rolled back by the destructor unless it was committed. Without support
+/// by the engine, each statement is committed separately. A nested transaction is part of the outer
+/// one, which decides on commit or rollback.
 ///
 ///   Transaction transaction(connection);
 ///   try {
 ///     ... commands and recordsets on the connection ...
 ///     transaction.Commit();
 ///   } catch (...) {
-///     if (!transaction.RollBack()) ... nobody knows what is stored: look before it is done again
+///     if (!transaction.RollBack()) ... outcome unknown: check the data before a retry
 ///     throw;
 ///   }
 class Transaction {
  public:
-  /// On the connection's link, which is not replaced until the end. \throws Error as LiveLink
+  /// Uses the connection's link, which is not replaced until the end. \throws Error as LiveLink
   explicit Transaction(Connection& connection);
   explicit Transaction(std::shared_ptr<SharedLink> link);
   ~Transaction() { RollBack(); }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
-  /// \throws Error after which RollBack tells that nobody knows what is stored
+  /// \throws Error; then RollBack returns false, because the outcome is unknown
   void Commit();
 
-  /// Undoes everything since the beginning, unless it is committed. \return whether it is certain
-  /// that nothing is stored: not when Commit was called, nor where nothing can be undone.
+  /// Rolls back unless committed. \return whether it is certain that nothing is stored; false after
+  /// a call of Commit, and if nothing can be rolled back
   bool RollBack() noexcept;
 
  private:
@@ -42,7 +42,7 @@ class Transaction {
 
   std::shared_ptr<SharedLink> link_;
   Connection* connection_ = nullptr;
-  State state_ = State::Standing;  ///< each statement for itself
+  State state_ = State::Standing;  ///< Standing: each statement is committed separately
 };
 
 }  // namespace ktrv::database

@@ -4,13 +4,13 @@
 
 namespace ktrv::database {
 
-/// The text for PostgreSQL, which unites no number with a text, as the other engines do: where the
-/// same place of two united SELECTs holds columns of different names, such as ID and CODE, both are
-/// taken as texts. Everything else stays to the letter.
+/// For PostgreSQL, which rejects a UNION of a number with a text. Where the united SELECTs have
+/// columns with different names at the same place, such as ID and CODE, all are cast to text.
+/// Everything else stays unchanged.
 String UniteUnlikeColumns(StringView sql);
 
-/// The text for PostgreSQL, which gives the rows of a UNION in no order that a user could make out,
-/// where the other engines give them by their first column: with that order, unless it has one.
+/// For PostgreSQL, which returns the rows of a UNION in an arbitrary order, whereas other engines
+/// sort them by the first column. Adds ORDER BY 1 unless the text has ORDER BY or UNION ALL.
 String WithOrderOfUnion(StringView sql);
 
 }  // namespace ktrv::database

@@ -26,7 +26,7 @@ AdoLink::~AdoLink() {
   try {
     if (IsOpen()) connection_.Call(L"Close");
   } catch (const Error&) {
-    // The session is gone already; there is nothing to end.
+    // The session is closed already.
   }
 }
 
@@ -40,7 +40,7 @@ Engine AdoLink::AskEngine() const {
     const Object property = connection_.Part(L"Properties").Part(L"Item", {&name});
     return EngineOf(property.Get(L"Value").Text());
   } catch (const Error&) {
-    return Engine::Other;  // the provider does not tell
+    return Engine::Other;  // the provider does not report it
   }
 }
 
@@ -73,7 +73,7 @@ std::vector<String> AdoLink::AskKeyColumns(StringView table) const {
       rows.Call(L"MoveNext");
     }
   } catch (const Error&) {
-    lines.clear();  // the provider cannot tell
+    lines.clear();  // the provider does not support it
   }
   return KeyOfOneTable(lines, table);
 }

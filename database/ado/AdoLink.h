@@ -8,10 +8,10 @@
 
 namespace ktrv::database::ado {
 
-/// A session through ADO. Belongs to the thread that made it.
+/// A session through ADO. Use it only on the thread that created it.
 class AdoLink final : public Link {
  public:
-  /// Opens it. \throws Error
+  /// Opens the session. \throws Error
   AdoLink(StringView connectionString, StringView user, StringView password);
   ~AdoLink() override;
 
@@ -30,7 +30,7 @@ class AdoLink final : public Link {
   const Object& Connection() const { return connection_; }
   const Apartment& Surroundings() const { return apartment_; }
 
-  /// \throws Error the first failure that ADO noted since ForgetFailures, if there is one.
+  /// \throws Error the first error in ADO's Errors collection since ForgetFailures
   void PassUnlessFailed() const;
   void ForgetFailures() const;
 
@@ -38,10 +38,10 @@ class AdoLink final : public Link {
   Engine AskEngine() const;
   std::vector<String> AskKeyColumns(StringView table) const;
 
-  Apartment apartment_;  // first: its end must follow that of all objects
+  Apartment apartment_;  // first, so that it is destroyed after all COM objects
   Object connection_;
   Engine engine_ = Engine::Other;
-  std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
+  std::map<String, std::vector<String>> keyColumns_;  // cache by table
 };
 
 }  // namespace ktrv::database::ado

@@ -11,7 +11,7 @@ namespace {
 bool HasCom() {
   APTTYPE type = APTTYPE_CURRENT;
   APTTYPEQUALIFIER qualifier = APTTYPEQUALIFIER_NONE;
-  // A thread without COM of its own counts as in the multithreaded apartment while there is one.
+  // Without COM of its own, a thread is implicitly in the MTA while the process has one.
   return CoGetApartmentType(&type, &qualifier) == S_OK &&
          qualifier != APTTYPEQUALIFIER_IMPLICIT_MTA;
 }
@@ -20,7 +20,7 @@ bool HasCom() {
 
 Apartment::Apartment() {
   if (HasCom()) return;
-  // ADO's objects are registered for a single-threaded apartment; in one they are called directly.
+  // ADO is registered for single-threaded apartments; inside one, its calls need no marshalling.
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {
     throw Error(ErrorNumber::DriverFailure, u"COM cannot be used on this thread", u"ADODB");
   }

@@ -2,9 +2,9 @@
 
 namespace ktrv::database::ado {
 
-/// COM on the calling thread for as long as this lives. A thread that has COM already keeps it as
-/// it is: not even its count of uses may change, because its owner sees by that when COM is to end.
-/// On any other thread, such as one that fetches, it begins here and ends with this.
+/// Initialises COM on the calling thread for the object's lifetime. If the thread already uses COM,
+/// nothing changes, not even COM's initialisation count, because the owner of the thread relies on
+/// it.
 class Apartment {
  public:
   /// \throws Error
@@ -13,11 +13,11 @@ class Apartment {
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
 
-  /// Whether nobody else works in this apartment, so that messages may be handled while waiting.
+  /// Whether this object created the apartment. Then messages may be dispatched while waiting.
   bool IsOwn() const { return own_; }
 
-  /// Waits a few milliseconds for ADO's work in the background and handles the messages by which it
-  /// may be done. \pre IsOwn()
+  /// Waits up to 5 milliseconds for ADO's asynchronous work and dispatches messages, which it may
+  /// need. \pre IsOwn()
   void Wait() const;
 
  private:

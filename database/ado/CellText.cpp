@@ -16,7 +16,7 @@ String Digits(Number number) {
   return String(std::begin(digits), end);
 }
 
-/// The digits with a point before the last `places` of them.
+/// Inserts a decimal point before the last `places` digits.
 String WithPoint(String digits, std::size_t places, bool negative) {
   if (places > 0) {
     if (digits.size() <= places) digits.insert(0, places + 1 - digits.size(), u'0');
@@ -34,7 +34,7 @@ String CurrencyText(std::int64_t tenThousandths) {
   return text;
 }
 
-/// All 96 bits, and in the "C" locale, which the system's own conversion does not know.
+/// All 96 bits, in the "C" locale; the system's conversion uses the user's locale.
 String DecimalText(const DECIMAL& decimal) {
   std::uint64_t parts[3] = {decimal.Hi32, decimal.Mid32, decimal.Lo32};
   String digits;
@@ -93,7 +93,7 @@ std::optional<String> CellTextOf(const VARIANT& value) {
     case VT_UI8:
       return Digits(V_UI8(&value));
     case VT_R4:
-      return NumberText(V_R4(&value));  // a 4-byte fraction has fewer digits than an 8-byte one
+      return NumberText(V_R4(&value));  // a float needs fewer digits than a double
     case VT_R8:
       return database::CellTextOf(V_R8(&value));
     case VT_BOOL:

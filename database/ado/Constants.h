@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-/// ADO's published numbers, as far as the driver needs them.
+/// The constants of ADO that the driver needs.
 namespace ktrv::database::ado {
 
-/// Types of fields and parameters.
+/// Data types of fields and parameters.
 namespace AdoType {
 inline constexpr std::int32_t SmallInt = 2;
 inline constexpr std::int32_t Integer = 3;
@@ -33,7 +33,7 @@ inline constexpr std::int32_t VarWChar = 202;
 inline constexpr std::int32_t LongVarWChar = 203;
 }  // namespace AdoType
 
-/// Bits of an object's state.
+/// Bits of an object's State.
 namespace AdoState {
 inline constexpr std::int32_t Closed = 0;
 inline constexpr std::int32_t Open = 1;

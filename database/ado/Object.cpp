@@ -17,7 +17,7 @@ String CodeText(HRESULT code) {
   return FromUtf8(digits);
 }
 
-/// What a failed call left; frees its texts.
+/// The EXCEPINFO of a failed call; frees its texts.
 class Exception {
  public:
   Exception() = default;
@@ -135,7 +135,7 @@ Value Object::Invoke(const wchar_t* name, WORD kind, Arguments arguments) const 
   HRESULT code = object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_INVARIANT, &member);
   Exception exception;
   if (FAILED(code)) throw exception.AsError(code, name);
-  // Backwards, as automation has them. They stay the callers': nothing is freed here.
+  // In reverse order, as in DISPPARAMS. Shallow copies; the callers keep ownership.
   std::vector<VARIANT> passed;
   for (auto argument = std::rbegin(arguments); argument != std::rend(arguments); ++argument) {
     passed.push_back((*argument)->Raw());

@@ -7,16 +7,15 @@
 
 namespace ktrv::database::ado {
 
-/// Owns one reference to an automation object and speaks to it by the names of its members, as a
-/// script does. ADO's interfaces were extended, under new ids, with its versions, and a compiler's
-/// headers know the ids of one; the names work with each of them. A name costs little beside what
-/// is asked through it: rows come a thousand at a call.
+/// Owns one reference to an automation object and calls it late-bound, by member name. Versions of
+/// ADO have different interface ids, and a header knows only one of them; names work with all. The
+/// overhead is small, because each call fetches up to thousands of rows.
 class Object {
  public:
   Object() = default;
-  /// A new object of the class. \throws Error DriverFailure when there is no such class.
+  /// Creates an object of the class. \throws Error DriverFailure if the class is not available
   static Object Create(const wchar_t* programId);
-  /// The object that a call returned; null when it returned none.
+  /// The object in a returned value; null if there is none.
   explicit Object(const Value& value) noexcept;
 
   ~Object() { Release(); }
@@ -29,7 +28,7 @@ class Object {
 
   using Arguments = std::initializer_list<const Value*>;
 
-  // \throws Error with what the object says of the failure.
+  // All throw Error with the object's description of the failure.
   Value Get(const wchar_t* property, Arguments arguments = {}) const;
   Object Part(const wchar_t* property, Arguments arguments = {}) const;
   std::int64_t GetWhole(const wchar_t* property) const;
@@ -43,11 +42,11 @@ class Object {
   IDispatch* object_ = nullptr;
 };
 
-/// The number by which programs know a result code: the low half of those that ADO makes itself,
-/// the others as they are.
+/// Converts an HRESULT to an error number: for FACILITY_CONTROL (ADO's own errors) the low word,
+/// otherwise the HRESULT.
 std::int32_t NumberOf(HRESULT code) noexcept;
 
-/// Whether the failure says that the provider, or this ADO, cannot do what was asked at all.
+/// Whether the failure means that the provider or this version of ADO lacks the feature.
 bool IsUnsupported(const Error& failure) noexcept;
 
 }  // namespace ktrv::database::ado

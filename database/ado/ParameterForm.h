@@ -5,16 +5,16 @@
 
 namespace ktrv::database::ado {
 
-/// How a value goes into an ADO parameter.
+/// ADO type and size of a parameter value.
 struct ParameterForm {
-  std::int32_t Type = 0;  ///< of ADO
-  std::int64_t Size = 0;  ///< characters of a text, 1 or more; 0 for the other types
+  std::int32_t Type = 0;  ///< an AdoType
+  std::int64_t Size = 0;  ///< characters of a text, at least 1; 0 for other types
 
-  /// The form for the value. It follows the value where that is of another kind than the parameter:
-  /// ADO refuses such values instead of converting them.
+  /// The form for a value. If the value's type differs from the parameter's, it follows the value,
+  /// because ADO rejects such values instead of converting them.
   static ParameterForm Of(const Parameter& parameter, const Variant& value);
 
-  /// Whether a parameter of this form takes a value that needs that one.
+  /// Whether a parameter of this form accepts a value that needs the other one.
   bool Takes(const ParameterForm& other) const { return Type == other.Type && Size >= other.Size; }
 };
 

@@ -8,7 +8,7 @@
 namespace ktrv::database::ado {
 namespace {
 
-/// The elements of an array of VARIANTs for as long as this lives.
+/// Locked access to the elements of an array of VARIANTs.
 class Elements {
  public:
   explicit Elements(SAFEARRAY* array) : array_(array) {
@@ -61,7 +61,7 @@ std::unique_ptr<RowBlock> RowsOf(const Value& array, std::size_t columns) {
   const std::size_t rows = Count(cells, 2);
   auto block = std::make_unique<RowBlock>(columns, rows);
   const Elements elements(cells);
-  for (std::size_t cell = 0; cell < rows * columns; ++cell) {  // a row's cells stand together
+  for (std::size_t cell = 0; cell < rows * columns; ++cell) {  // the cells of a row are contiguous
     if (cell % columns == 0) block->BeginRow();
     const VARIANT& value = elements[cell];
     if (V_VT(&value) == VT_BSTR) {

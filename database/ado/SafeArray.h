@@ -8,11 +8,11 @@
 
 namespace ktrv::database::ado {
 
-/// An array of these values, which are copied. \throws std::bad_alloc
+/// Creates an array with copies of the values. \throws std::bad_alloc
 Value ArrayOf(std::initializer_list<Value> values);
 
-/// The rows of the two-dimensional array that a recordset gives them in: columns by rows.
-/// \throws Error DriverFailure when it is none with this many columns.
+/// Converts the two-dimensional array of GetRows (columns by rows). \throws Error DriverFailure if
+/// it has another shape
 std::unique_ptr<RowBlock> RowsOf(const Value& array, std::size_t columns);
 
 }  // namespace ktrv::database::ado

@@ -47,7 +47,7 @@ Value::Value(const Variant& value) : Value() {
   } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
     const bool fits = *whole >= Narrow::min() && *whole <= Narrow::max();
     V_VT(&raw_) = fits ? VT_I4 : VT_I8;
-    V_I8(&raw_) = *whole;  // its low half, which comes first, is the smaller one
+    V_I8(&raw_) = *whole;  // little-endian: the first four bytes are the VT_I4 value
   } else if (const auto* fraction = std::get_if<double>(&value)) {
     V_VT(&raw_) = VT_R8;
     V_R8(&raw_) = *fraction;

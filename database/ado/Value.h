@@ -9,22 +9,22 @@
 
 namespace ktrv::database::ado {
 
-/// Owns one VARIANT and all that it holds.
+/// Owns one VARIANT and its contents.
 class Value {
  public:
   Value() noexcept { VariantInit(&raw_); }
   explicit Value(std::int32_t number) noexcept;
   explicit Value(bool truth) noexcept;
-  explicit Value(StringView text);  ///< zeros in the text are kept. \throws std::bad_alloc
-  /// A reference of its own to the object.
+  explicit Value(StringView text);  ///< embedded zeros are kept. \throws std::bad_alloc
+  /// Adds a reference to the object.
   explicit Value(IDispatch* object) noexcept;
-  /// The value as ADO takes it. \throws Error DataConversion for a date that no VARIANT can hold:
-  /// those begin with the year 100.
+  /// Converts a database value. \throws Error DataConversion for a date before the year 100, which
+  /// a VARIANT cannot hold
   explicit Value(const Variant& value);
 
-  /// What stands for an optional argument that is left out.
+  /// The VARIANT for an omitted optional argument.
   static Value Missing() noexcept;
-  /// What lets a call write into the target, which must outlive this.
+  /// A by-reference VARIANT, so that a call can write to the target. The target must outlive it.
   static Value Reference(Value& target) noexcept;
 
   ~Value() { VariantClear(&raw_); }
@@ -34,17 +34,17 @@ class Value {
   const VARIANT& Raw() const { return raw_; }
   VARIANT& Raw() { return raw_; }
 
-  /// As a whole number or a truth; nothing when it is neither. \throws Error Overflow
+  /// As an integer or boolean; nullopt for other types. \throws Error Overflow
   std::optional<std::int64_t> Whole() const;
   bool Truth() const { return Whole().value_or(0) != 0; }
-  String Text() const;  ///< empty when it is no text
+  String Text() const;  ///< empty if it is not a text
 
  private:
   VARIANT raw_;
 };
 
-/// The text that a cell of this value holds; nothing for null. \throws Error DataConversion for a
-/// value that is no database's, such as an object.
+/// The cell text of a value; nullopt for null. \throws Error DataConversion for types that
+/// databases do not have, such as objects
 std::optional<String> CellTextOf(const VARIANT& value);
 
 }  // namespace ktrv::database::ado

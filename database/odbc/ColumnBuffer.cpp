@@ -16,7 +16,7 @@ DateTime Moment(const SQL_TIMESTAMP_STRUCT& timestamp) {
                                         std::chrono::day(timestamp.day)};
   return DateTime(std::chrono::local_days(day)) + std::chrono::hours(timestamp.hour) +
          std::chrono::minutes(timestamp.minute) + std::chrono::seconds(timestamp.second) +
-         std::chrono::milliseconds(timestamp.fraction / 1'000'000);  // it counts nanoseconds
+         std::chrono::milliseconds(timestamp.fraction / 1'000'000);  // nanoseconds
 }
 
 }  // namespace
@@ -49,7 +49,7 @@ void ColumnBuffer::AddTo(RowBlock& block, SQLHANDLE statement, const Dialogue& d
   if (form_ == Form::Double) return block.Add(*CellTextOf(double_));
   if (form_ == Form::Timestamp) return block.Add(*CellTextOf(Moment(timestamp_)));
   const auto room = static_cast<SQLLEN>((text_.size() - 1) * sizeof(char16_t));
-  // The length is what tells: drivers differ in whether they also warn of a text that was cut.
+  // Check the length: not all drivers also return a warning for truncated text.
   if (length_ < 0 || length_ > room) return AddInFull(block, statement, dialogue);
   block.Add({text_.data(), static_cast<std::size_t>(length_) / sizeof(char16_t)});
 }
@@ -65,7 +65,7 @@ void ColumnBuffer::AddInFull(RowBlock& block, SQLHANDLE statement, const Dialogu
                 SQL_HANDLE_STMT, statement, dialogue);
     if (result == SQL_NO_DATA) break;
     if (length == SQL_NULL_DATA) return block.AddNull();
-    const std::size_t room = chunk.size() - 1;  // the last unit is a closing zero
+    const std::size_t room = chunk.size() - 1;  // the last unit is the terminating zero
     const bool unknown = length == SQL_NO_TOTAL;
     const std::size_t units = unknown ? room : static_cast<std::size_t>(length) / sizeof(char16_t);
     text.append(chunk.data(), std::min(units, room));

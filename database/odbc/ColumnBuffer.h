@@ -8,17 +8,18 @@
 
 namespace ktrv::database::odbc {
 
-/// Takes one column's value of the row that was fetched, and adds it to a block as text. Numbers
-/// and dates come in the form in which they lose nothing, and are put into words here.
+/// Reads one column of the fetched row and adds it to a block as text. Numbers and dates are
+/// fetched in lossless binary form and converted to text here.
 class ColumnBuffer {
  public:
   enum class Form { Text, Double, Timestamp };
 
-  /// \param number from 1. \param units room for a text; 0 when the value is to be read after the
-  /// fetch, whatever its length.
+  /// \param number 1-based. \param units buffer size for a text; 0 to read the value after the
+  /// fetch, with any length
   ColumnBuffer(SQLUSMALLINT number, Form form, std::size_t units);
 
-  /// Has each fetch fill the buffer, unless it has no room. The buffer must not move afterwards.
+  /// Binds the buffer, if it has room, so that each fetch fills it. The buffer must not move
+  /// afterwards.
   void Bind(SQLHANDLE statement, const Dialogue& dialogue);
 
   /// \throws Error
@@ -33,7 +34,7 @@ class ColumnBuffer {
   std::vector<char16_t> text_;
   double double_ = 0;
   SQL_TIMESTAMP_STRUCT timestamp_ = {};
-  SQLLEN length_ = 0;  // in bytes, or SQL_NULL_DATA or SQL_NO_TOTAL
+  SQLLEN length_ = 0;  // in bytes; or SQL_NULL_DATA or SQL_NO_TOTAL
 };
 
 }  // namespace ktrv::database::odbc

@@ -6,11 +6,11 @@ namespace ktrv::database::odbc {
 namespace {
 
 struct StateNumber {
-  StringView Start;  // of the state
+  StringView Start;  // prefix of the SQLSTATE
   std::int32_t Number;
 };
 
-// The first that fits counts.
+// The first match counts.
 constexpr StateNumber kStates[] = {
     {u"42S02", ErrorNumber::TableNotFound},      {u"42P01", ErrorNumber::TableNotFound},
     {u"23", ErrorNumber::IntegrityViolation},    {u"28000", ErrorNumber::LoginFailed},
@@ -22,12 +22,12 @@ constexpr StateNumber kStates[] = {
 };
 
 std::int32_t NumberOfSqliteCode(std::int32_t code, StringView text) {
-  switch (code & 0xFF) {  // the extended codes keep the plain one in their low byte
+  switch (code & 0xFF) {  // the low byte of an extended code is the primary code
     case 1:
       return text.find(u"no such table") != StringView::npos ? ErrorNumber::TableNotFound
                                                              : ErrorNumber::SyntaxOrPermission;
-    case 5:  // another connection holds the file
-    case 6:  // or the table
+    case 5:  // SQLITE_BUSY: another connection holds a lock on the file
+    case 6:  // SQLITE_LOCKED: on the table
       return ErrorNumber::TimedOut;
     case 9:
       return ErrorNumber::CommandCancelled;

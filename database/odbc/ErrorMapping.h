@@ -6,9 +6,9 @@
 
 namespace ktrv::database::odbc {
 
-/// The number for a failure that ODBC reports. \param state five characters. \param native the
-/// engine's own code. \param sqlite whether SQLite's driver reports it, which has one state for all
-/// and says more by its code and text.
+/// Maps an ODBC failure to an error number. \param state SQLSTATE, five characters. \param native
+/// the engine's error code. \param sqlite whether it is SQLite's driver, which uses one SQLSTATE
+/// for everything, so that its code and text decide
 std::int32_t NumberOfFailure(StringView state, std::int32_t native, StringView text, bool sqlite);
 
 }  // namespace ktrv::database::odbc

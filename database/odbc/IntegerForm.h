@@ -6,13 +6,13 @@
 
 namespace ktrv::database::odbc {
 
-/// How a whole number goes into a parameter.
+/// C and SQL type of an integer parameter.
 struct IntegerForm {
   SQLSMALLINT InMemory = SQL_C_SLONG;
   SQLSMALLINT InDatabase = SQL_INTEGER;
   SQLULEN Digits = 10;
 
-  /// The smallest form that the number fits. Oracle's driver has none of 8 bytes, and ids fit 4.
+  /// The smallest form for the number. Oracle's driver does not support 8 bytes, and ids fit in 4.
   static IntegerForm Of(std::int64_t number);
 
   bool operator==(const IntegerForm&) const = default;

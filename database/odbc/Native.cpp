@@ -7,7 +7,7 @@ namespace ktrv::database::odbc {
 namespace {
 
 constexpr SQLSMALLINT kStateUnits = 5;
-constexpr SQLSMALLINT kTextUnits = 1024;  // longer texts are cut, which only shortens a message
+constexpr SQLSMALLINT kTextUnits = 1024;  // longer messages are truncated
 
 struct Diagnostic {
   String State;

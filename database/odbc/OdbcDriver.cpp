@@ -22,8 +22,8 @@ std::unique_lock<std::mutex> AloneWhereNeeded(StringView connectionString) {
 
 }  // namespace
 
-/// Made at the first open, so that a machine without ODBC fails there and not when the component
-/// loads.
+/// The environment handle, allocated by the first Open. So on a machine without ODBC opening fails,
+/// not loading of the component.
 class OdbcDriver::LazyEnvironment {
  public:
   SQLHANDLE Get() {

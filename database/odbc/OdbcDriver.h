@@ -6,8 +6,8 @@
 
 namespace ktrv::database {
 
-/// Opens links through ODBC's driver manager: unixODBC here and under Wine, the system's own on
-/// Windows. One object serves any number of threads.
+/// Opens links through the ODBC driver manager: unixODBC natively and under Wine, the system's on
+/// Windows. Thread-safe.
 class OdbcDriver final : public Driver {
  public:
   OdbcDriver();

@@ -45,8 +45,8 @@ SQL_TIMESTAMP_STRUCT Timestamp(DateTime moment) {
   return timestamp;
 }
 
-/// The text with each half of a pair that stands alone replaced. PostgreSQL's driver takes such a
-/// half and whatever follows it for one character, MariaDB's refuses the whole text.
+/// Replaces unpaired surrogates. PostgreSQL's driver combines one with the following unit;
+/// MariaDB's rejects the whole text.
 String WellFormed(String text) {
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (IsHighSurrogate(text[at]) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
@@ -102,7 +102,7 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
     timestamp_ = Timestamp(*moment);
     result = bind(SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &timestamp_);
   } else {
-    // SQLite keeps a date as text: in one form, so that equal dates compare equal.
+    // SQLite stores dates as text. Use one format, so that equal dates compare equal.
     result =
         BindText(statement, number, parameter, TextForDriver(*CellTextOf(value), engine, dialogue));
   }

@@ -5,14 +5,15 @@
 
 namespace ktrv::database::odbc {
 
-/// The text as the engine's driver can take it. \throws Error when it can take none of it
+/// Prepares a text for the engine's driver. \throws Error DataConversion if the driver cannot send
+/// it
 String TextForDriver(String text, Engine engine, const Dialogue& dialogue);
 
-/// One value on its way into a statement, in the form that the driver reads.
+/// The value of one parameter, in the form that the driver reads.
 class ParameterBuffer {
  public:
-  /// Binds the value; the buffer must stay where it is until the statement was executed.
-  /// \param number from 1. \throws Error
+  /// Binds the value. The buffer must not move until the statement is executed. \param number
+  /// 1-based. \throws Error
   void Bind(SQLHANDLE statement, SQLUSMALLINT number, const Parameter& parameter,
             const Variant& value, Engine engine, const Dialogue& dialogue);
 

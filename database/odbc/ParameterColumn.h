@@ -8,13 +8,13 @@
 
 namespace ktrv::database::odbc {
 
-/// The values of one parameter for many runs of a statement, side by side as the driver reads them.
+/// The values of one parameter for many executions of a statement, as a contiguous array.
 class ParameterColumn {
  public:
   using Rows = std::span<const std::vector<Variant>>;
 
-  /// Binds the values at the index of all rows; they must stay here until the statement was
-  /// executed. \return false when they are not all texts or all whole numbers. \throws Error
+  /// Binds the values at `index` of all rows. They must stay here until the statement is executed.
+  /// \return false unless all are texts or all are 4-byte integers. \throws Error
   bool Bind(SQLHANDLE statement, std::size_t index, const Parameter& parameter, Rows rows,
             Engine engine, const Dialogue& dialogue);
 

@@ -5,12 +5,12 @@
 
 namespace ktrv::database::odbc {
 
-/// How a text goes into a parameter.
+/// SQL type and size of a text parameter.
 struct TextForm {
   SQLSMALLINT InDatabase = SQL_WVARCHAR;
-  std::size_t Size = 1;  ///< units, 1 or more
+  std::size_t Size = 1;  ///< in UTF-16 units, at least 1
 
-  /// As narrow as the parameter is declared, unless the text would lose by it.
+  /// The declared type, but wide if narrow text would lose characters.
   static TextForm Of(const Parameter& parameter, StringView text);
 };
 
