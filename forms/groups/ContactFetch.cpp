@@ -34,7 +34,7 @@ ContactFetch::ContactFetch(Services& services, BookDatabase& database, controls:
 void ContactFetch::Begin() {
   Cancel();
   if (rows_) {
-    // Its end may be on its way already and is no end of what begins now.
+    // Its completion event may be posted already and must not be taken for that of the new fetch.
     rows_->FetchProgress = nullptr;
     rows_->FetchComplete = nullptr;
   }
@@ -63,7 +63,7 @@ void ContactFetch::Open(const String& query) {
               .Async = true});
   rows->Disconnect();
   grid_.Bind(rows.get());
-  // The former rows go only now that the grid no longer shows them.
+  // Destroy the previous recordset only after the grid is bound to the new one.
   rows_ = std::move(rows);
 }
 
@@ -88,7 +88,7 @@ void ContactFetch::Progress(std::int64_t rows) {
 }
 
 void ContactFetch::Complete(const Error* error, EventStatus status) {
-  if (status == EventStatus::Cancelled) return;  // whoever cancelled it went on
+  if (status == EventStatus::Cancelled) return;  // whoever cancelled it handles the consequences
   const bool complete = services_.Trap(context_, false, [&] {
     grid_.RowsArrived();
     if (error) throw Error(*error);

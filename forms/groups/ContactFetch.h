@@ -12,26 +12,27 @@
 
 namespace ktrv::forms {
 
-/// Fills a list of the group dialog from a query in the background, with its label and bar.
+/// Fills a list of the group dialog by a background query and shows the progress in its label and
+/// bar.
 class ContactFetch {
  public:
   enum class State { Idle, Loading, Complete, Failed };
 
-  /// Everything given must outlive the fetch. \param context text of its error records.
+  /// All references must outlive the fetch. \param context context text of its error records
   ContactFetch(Services& services, BookDatabase& database, controls::FlexGrid& grid,
                controls::Label& label, controls::ProgressBar& bar, StringView context);
 
-  /// The state changed.
+  /// Raised when the state has changed.
   std::function<void()> Changed;
 
-  /// Gives up what still runs and shows the label and the bar for what is to come.
+  /// Cancels a running fetch and shows the label and the bar for the next one.
   void Begin();
-  /// Rows that will come, as far as is known.
+  /// Sets the expected number of rows; ignored unless positive.
   void SetTotal(std::int64_t rows);
-  /// Starts to fetch the query's rows, 500 a block, and binds the grid to them; the rows of the
-  /// last query go. \throws Error
+  /// Starts the fetch in blocks of 500 rows and binds the grid to it. The rows of the previous
+  /// query are released. \throws Error
   void Open(const String& query);
-  /// Leaves the list as it stands and tells the user why it is not the one that was asked for.
+  /// Shows the reason for a failure and sets the state Failed; the list stays as it is.
   void Fail(StringView reason);
   void Cancel();
 
@@ -50,7 +51,7 @@ class ContactFetch {
   String context_;
   std::unique_ptr<database::Recordset> rows_;
   State state_ = State::Idle;
-  bool lost_ = false;  ///< rows that came could not be taken in
+  bool lost_ = false;  ///< fetched rows could not be added to the grid
 };
 
 }  // namespace ktrv::forms

@@ -90,8 +90,8 @@ void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
 }
 
 void ContactOpening::WriteRow(const ContactRow& contact) {
-  // Rows may have come and gone while the editor was open. Those picked already are what is sent
-  // to.
+  // Rows may have changed while the editor was open. Picked rows are updated too, because messages
+  // are sent to them.
   for (controls::FlexGrid* grid : {&list_, &picked_}) {
     const ContactColumns columns(*grid);
     const int row = columns.Find(contact.Kind, contact.Id);

@@ -11,40 +11,40 @@ namespace ktrv::forms {
 
 struct ContactRow;
 
-/// Opens contacts, and groups offered as recipients, over the group dialog, and keeps the rows of
-/// both lists as they are in the database afterwards. All throw Error.
+/// Opens contacts and groups from the group dialog, and updates their rows in both lists
+/// afterwards. All methods throw Error.
 class ContactOpening {
  public:
   /// Shows the contact editor modally.
   using Editor = std::function<ContactResult(const ContactRequest& request)>;
-  /// Shows the properties of a group modally. \return whether contacts were opened over them
+  /// Shows the properties of a group modally. \return whether contacts were opened from there
   using GroupProperties = std::function<bool(const String& groupId, const String& groupName)>;
 
-  /// Where the dialog works, and of which type its contacts are.
+  /// The type of the dialog's group and contacts.
   struct Kind {
     TypeOfGroup Groups;
-    TypeOfContact Contacts;  ///< with local groups; with shared ones all are shared
+    TypeOfContact Contacts;  ///< for local groups; for shared groups all contacts are shared
   };
-  /// All must outlive this.
+  /// All references must outlive the object.
   ContactOpening(Services& services, GroupCommands& commands, controls::FlexGrid& list,
                  controls::FlexGrid& picked, Kind kind);
 
   Editor OpenEditor;
   GroupProperties OpenGroup;
-  /// Contacts were opened over the properties of a group: the list no longer shows all as it is.
+  /// Raised after contacts were opened from the properties of a group: the list may be out of date.
   std::function<void()> ListIsStale;
 
-  /// Whether a contact was made or opened: other lists may show it as it was.
+  /// Whether a contact was created or opened; other lists may be out of date then.
   bool HasOpenedContacts() const { return hasOpenedContacts_; }
-  /// Of the contacts that are opened here.
+  /// The type of contacts opened here.
   TypeOfContact SharedMode() const {
     return IsShared() ? TypeOfContact::SharedContact : kind_.Contacts;
   }
 
-  /// Lets the user make a contact in the folder and appends it to the list. In a remote folder, and
-  /// in one that is gone, none can be made, which the user is told.
+  /// Opens the editor for a new contact in the folder and appends the contact to the list. Shows a
+  /// message instead if the folder is remote or no longer exists.
   void New(std::int32_t folderId);
-  /// Shows the item of the list's current row.
+  /// Opens the item of the list's current row.
   void Properties();
 
  private:
@@ -53,9 +53,9 @@ class ContactOpening {
   bool IsShared() const { return kind_.Groups == TypeOfGroup::SharedGroup; }
   void EditContact(int row);
   void ShowGroup(const String& groupId, const String& groupName);
-  /// Writes the row's texts where it is listed, in both lists.
+  /// Updates the item's row in both lists, if it is there.
   void WriteRow(const ContactRow& contact);
-  /// Reads the contact's texts. \return whether there is such a contact.
+  /// Reads the contact from the database. \return whether it exists
   bool Read(const String& contactId, ContactRow& contact);
 
   Services& services_;

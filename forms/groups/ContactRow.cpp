@@ -12,7 +12,7 @@ using controls::Image;
 
 namespace {
 
-/// In the order of the lists' queries. Column 0 is the grid's own.
+/// In the column order of the list queries. Column 0 is the grid's fixed column.
 constexpr std::array<StringView, 7> kKeys = {
     u"FIXED", u"ID", u"NAME", u"MOBILENO", u"COUNTRYCODE", u"CONTACTTYPE", u"MOBILE_DISPLAY"};
 
@@ -39,7 +39,7 @@ void ContactColumns::LayOut(FlexGrid& grid) {
     GridColumn& column = grid.ColumnAt(static_cast<int>(index));
     column.Key = kKeys[index];
     column.Hidden = true;
-    column.HeadingPicture = Image::None;  // rows that were bound anew are not sorted
+    column.HeadingPicture = Image::None;  // newly bound rows are unsorted
   }
   GridColumn& name = grid.ColumnAt(grid.ColIndex(u"NAME"));
   name.Heading = u"Name";
@@ -49,7 +49,7 @@ void ContactColumns::LayOut(FlexGrid& grid) {
   mobile.Heading = u"Mobile No.";
   mobile.Width = 1650;
   mobile.Hidden = false;
-  // The picture of a row's kind stands in front of it.
+  // Shows the picture of the kind at the start of each row.
   grid.FixedColumnShows = grid.ColIndex(u"CONTACTTYPE");
   GridColumn& kind = grid.ColumnAt(0);
   kind.Width = 350;

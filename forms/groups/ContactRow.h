@@ -5,7 +5,7 @@
 
 namespace ktrv::forms {
 
-/// One contact, group or remote contact of a list, its texts without blanks at both ends.
+/// One contact, group or remote contact of a list; texts are trimmed.
 struct ContactRow {
   String Id;
   String Name;
@@ -15,18 +15,18 @@ struct ContactRow {
   String Kind;
 };
 
-/// The columns of both lists, found by their keys once.
+/// Access to the columns of a list; column indices are looked up once.
 class ContactColumns {
  public:
-  /// \param grid laid out by LayOut; must outlive this.
+  /// \param grid laid out by LayOut; must outlive the object
   explicit ContactColumns(controls::FlexGrid& grid);
 
-  /// Keys, captions and pictures of a list. Done after each binding.
+  /// Sets keys, headings and pictures of the columns. Call it after each binding.
   static void LayOut(controls::FlexGrid& grid);
-  /// Takes all rows away and leaves the laid-out columns.
+  /// Removes all rows; the columns stay laid out.
   static void Empty(controls::FlexGrid& grid);
 
-  /// Puts the sort indicator on the heading of the column and takes it off the others.
+  /// Shows the sort indicator in the heading of the column only.
   static void ShowOrder(controls::FlexGrid& grid, int sorted, controls::SortOrder order);
 
   int Id() const { return id_; }
@@ -37,9 +37,9 @@ class ContactColumns {
   ContactRow Read(int row) const;
   String ReadId(int row) const { return Trimmed(row, id_); }
   String ReadKind(int row) const { return Trimmed(row, kind_); }
-  /// The first row of this kind and id; 0 when there is none. Ids of different kinds may be equal.
+  /// The first row with this kind and id; 0 if there is none. Ids are unique only within a kind.
   int Find(StringView kind, StringView id) const;
-  /// Writes all but id and kind.
+  /// Writes all cells except id and kind.
   void Write(int row, const ContactRow& contact) const;
   void Add(ContactRow contact) const;
 
@@ -55,7 +55,7 @@ class ContactColumns {
   int mobileDisplay_;
 };
 
-/// Country code, a blank and the mobile number; the number alone without a country code.
+/// Country code, blank and mobile number; without a country code only the number.
 String MobileDisplayOf(StringView countryCode, StringView mobileNo);
 
 }  // namespace ktrv::forms

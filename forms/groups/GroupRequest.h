@@ -8,35 +8,36 @@
 
 namespace ktrv::forms {
 
-/// What the group dialog is opened for.
+/// Arguments of the group dialog.
 struct GroupRequest {
   ktrv::LoadGroupFor LoadGroupFor = ktrv::LoadGroupFor::AddModify;
-  ModeOfOperation Mode = ModeOfOperation::Add;  ///< has no meaning for the picker
+  ModeOfOperation Mode = ModeOfOperation::Add;  ///< not used by the picker
   TypeOfGroup GroupType = TypeOfGroup::LocalGroup;
-  /// Of the contacts that are opened over a dialog of local groups.
+  /// The type of contacts opened from a dialog for local groups.
   TypeOfContact SharedMode = TypeOfContact::LocalContact;
-  String FolderId = u"0";     ///< decimal, of a new group
-  String GroupId = {};        ///< decimal, of the group to modify
-  String GroupName = {};      ///< the same group's, as the opener knows it
-  bool ExpandGroups = false;  ///< the picker gives the members of picked groups
+  String FolderId = u"0";     ///< decimal id of a new group's folder
+  String GroupId = {};        ///< decimal id of the group to modify
+  String GroupName = {};      ///< its name, as known to the opener
+  bool ExpandGroups = false;  ///< the picker returns members instead of groups
 };
 
 struct NamedGroup {
-  String Id;  ///< empty for a local group, which is kept by the host
+  String Id;  ///< empty for a local group, which the host stores
   String Name;
 };
 
-/// What the group editor leaves.
+/// Result of the group editor.
 struct GroupResult {
   TypeOfGroup GroupType = TypeOfGroup::LocalGroup;
-  std::optional<NamedGroup> Saved = {};  ///< nothing when it was closed without saving
-  /// The group that was inserted and not finished, after a cancel.
+  std::optional<NamedGroup> Saved = {};  ///< nullopt if closed without saving
+  /// After a cancel: the group whose save failed after its row was inserted.
   std::optional<NamedGroup> Unfinished = {};
-  /// Whether contacts were made or opened over the dialog, whatever became of the group.
+  /// Whether contacts were created or opened from the dialog, even if the group was not saved.
   bool HasOpenedContacts = false;
 };
 
-/// What a picker leaves. A host may keep a collection after the next selection replaced it.
+/// Result of the picker. Shared pointers, because hosts may keep a collection after the next
+/// selection.
 struct Recipients {
   std::shared_ptr<TextCollection> Selected = std::make_shared<TextCollection>();
   std::shared_ptr<TextCollection> MobileNos = std::make_shared<TextCollection>();

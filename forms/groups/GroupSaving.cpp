@@ -7,7 +7,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// The names with commas between them; of many, the first ones and how many more there are.
+/// The names, separated by commas; at most five, followed by the number of others.
 String Listed(const std::vector<String>& names) {
   constexpr std::size_t kMost = 5;
   String text;
@@ -40,8 +40,8 @@ void GroupSaving::FindCreated() {
 
 GroupSaving::Attempt GroupSaving::Write(const String& name) {
   JobProgress progress(display_.Progress, u"Saving Group...", display_.Members.Rows() - 1);
-  // Whatever can be refused is looked at before the first statement that writes, where others
-  // cannot come between. The user is asked when the locks are gone.
+  // All checks come before the first write, in the same transaction. The user is asked after the
+  // locks are released.
   GroupStore::Saving saving(store_, place_.Database.Open());
   if (const String hindrance = Hindrance(progress); !hindrance.empty()) return {false, hindrance};
   if (request_.Mode == ModeOfOperation::Modify) {
@@ -94,7 +94,7 @@ String GroupSaving::Hindrance(JobProgress& progress) {
 }
 
 void GroupSaving::TakeCreatedGroup() {
-  // When a later statement failed, the next OK goes on with the group that is there now.
+  // If a later statement failed, the next OK continues with the existing group.
   if (!store_.GroupId().empty()) request_.Mode = ModeOfOperation::Modify;
 }
 

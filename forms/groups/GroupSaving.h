@@ -8,8 +8,8 @@
 
 namespace ktrv::forms {
 
-/// What OK does with a group that the database holds: looks for what is in the way, asks before
-/// another user's changes are replaced, and writes.
+/// Saves a shared group: checks whether it can be saved, asks before replacing another user's
+/// changes, and writes.
 class GroupSaving {
  public:
   struct Display {
@@ -18,27 +18,28 @@ class GroupSaving {
     JobProgress::Display Progress;
   };
 
-  /// All must outlive it. \param request becomes one to modify once a new group is in the database.
+  /// All references must outlive the object. \param request its mode becomes Modify when a new
+  /// group is stored
   GroupSaving(Workplace& place, GroupRequest& request, GroupStore& store, Display display);
 
-  /// \return false when the user does not want what is there to be replaced. \throws Error; when
-  /// something is in the way, after the user was told; Stopped when the user ended it
+  /// \return false if the user does not want to replace another user's changes. \throws Error, with
+  /// a message before if the group cannot be saved; Stopped if the user cancels
   bool Save(const String& name);
-  /// Looks what became of an insert whose outcome is unknown. \throws Error
+  /// Checks whether a failed insert has stored the group after all. \throws Error
   void FindCreated();
 
  private:
   struct Attempt {
     bool Written = false;
-    String Hindrance;  ///< why not; empty when another user has changed the group
+    String Hindrance;  ///< reason for refusal; empty if another user has changed the group
   };
-  /// Looks and writes, in one transaction where there is one. \throws Error, Stopped
+  /// Checks and writes in one transaction, if supported. \throws Error, Stopped
   Attempt Write(const String& name);
-  /// What the user is to be told instead of saving; empty when nothing is in the way.
+  /// The message that refuses to save; empty if nothing prevents saving.
   String Hindrance(JobProgress& progress);
   void TakeCreatedGroup();
   bool ChangesMayBeReplaced();
-  /// Tells the user. \throws Error with the same text, for the log
+  /// Shows the message. \throws Error with the same text, for the log
   [[noreturn]] void Refuse(const String& message);
 
   Workplace& place_;

@@ -10,17 +10,17 @@
 namespace ktrv::forms {
 namespace {
 
-/// Units that a membership holds of an id.
+/// Maximum length of an id in a membership, in UTF-16 units.
 constexpr std::size_t kLongestId = 50;
 
-/// Members that are written at once, where the database can.
+/// Rows per batch insert of members.
 constexpr std::size_t kTogether = 500;
 
 String TrimmedText(const Variant& value) {
   return String(Trim(ToText(value)));
 }
 
-/// Members of one kind, looked for in blocks.
+/// Looks up members of one kind in blocks.
 class Search {
  public:
   Search(GroupCommands& commands, GroupCommand among, GroupCommand amongMany)
@@ -30,7 +30,7 @@ class Search {
     rows_.emplace_back(row, std::move(id));
     if (rows_.size() == data::GroupQueries::kAmongMany) Look();
   }
-  /// Rows whose ids were not found.
+  /// The rows whose ids were not found.
   std::vector<int> Missing() {
     if (!rows_.empty()) Look();
     return std::move(missing_);
@@ -77,11 +77,11 @@ void GroupStore::Saving::Finish() {
 }
 
 void GroupStore::Saving::Fail() {
-  // The failure that came first is the one to be told.
+  // Exceptions here are swallowed: the caller rethrows the first failure.
   try {
     if (!store_.hasWritten_) return Undo();
     transaction_.Commit();
-    // Some engines undo all of it when a statement fails.
+    // Some engines roll back the whole transaction when a statement fails.
     if (store_.HasVanished()) return Forget();
   } catch (...) {
     store_.Doubt();
@@ -119,7 +119,7 @@ std::optional<StoredGroup> GroupStore::Read(const String& groupId, Details* deta
     const String type = TrimmedText(members.Field(u"CONTACT_TYPE"));
     stored.Members.Add(id, type);
     if (!details || type != u"S") continue;
-    // As a number: other programs may have written "08".
+    // Compare as numbers: other programs may have stored "08".
     const auto number = ParseInteger(id);
     details->ContactIds.Add(number ? ToDecimal(*number) : id);
   }
@@ -128,7 +128,7 @@ std::optional<StoredGroup> GroupStore::Read(const String& groupId, Details* deta
 
 void GroupStore::Load() {
   Details details;
-  // A group that is gone already is refused when it is saved, as one that goes later.
+  // If the group no longer exists, saving it will be refused.
   known_ = Read(groupId_, &details).value_or(StoredGroup{groupName_, {}});
   attempted_ = before_ = known_;
   contactIds_ = std::move(details.ContactIds);
@@ -149,7 +149,7 @@ void GroupStore::TakeAsKnown() {
 }
 
 GroupStore::Place GroupStore::LookAtFolder(const String& folderId) {
-  if (LeadingNumber(folderId) == 0) return Place::Fit;  // outside folders
+  if (LeadingNumber(folderId) == 0) return Place::Fit;  // main folder
   const auto folder = commands_.Execute(GroupCommand::Folder, {folderId});
   if (folder.EndOfFile()) return Place::Gone;
   return TrimmedText(folder.Field(u"TYPE")) == u"R" ? Place::Remote : Place::Fit;
@@ -191,7 +191,7 @@ void GroupStore::Create(const String& name, const String& folderId) {
   try {
     commands_.Execute(GroupCommand::InsertGroup, {name, folderId});
   } catch (const Error& error) {
-    // Refused, so nothing was inserted; after other failures something may have been.
+    // Refused, so nothing was inserted. After other failures the outcome is unknown.
     if (error.Number() == ErrorNumber::IntegrityViolation) creation_.reset();
     throw;
   }
@@ -202,7 +202,7 @@ void GroupStore::Create(const String& name, const String& folderId) {
 
 bool GroupStore::FindCreated() {
   const Creation creation = creation_.value();
-  // Names are unique, so the row of this name is the one that was inserted.
+  // Names are unique, so this is the inserted row.
   const auto rows = commands_.Execute(GroupCommand::GroupIdByName, {creation.Name});
   if (rows.EndOfFile()) {
     if (creation.Worked) {
@@ -213,8 +213,8 @@ bool GroupStore::FindCreated() {
   }
   const String id = ToText(rows.Field(u"ID"));
   if (!creation.Worked) {
-    // Somebody else's perhaps. One without members in the same folder is as good as ours, and one
-    // with all of ours is.
+    // It may be another user's group. In the same folder, one without members is as good as ours,
+    // and one with exactly our members is ours.
     Details details;
     const auto stored = Read(id, &details);
     const bool isOurs = stored && details.FolderId == creation.FolderId &&
@@ -236,8 +236,8 @@ void GroupStore::Became(const String& groupId, StoredGroup stored) {
 }
 
 bool GroupStore::HasVanished() {
-  if (groupId_.empty()) return false;  // it was not found by its name yet
-  // Of a new group its row alone counts: its members may be what failed.
+  if (groupId_.empty()) return false;  // not found by its name yet
+  // For a new group only its row counts, because the failure may have been in its members.
   if (created_) return commands_.Execute(GroupCommand::Group, {groupId_}).EndOfFile();
   const auto stored = Read(groupId_);
   return stored == before_;
@@ -254,8 +254,8 @@ void GroupStore::Rename(const String& name) {
   attempted_.Name = name;
   commands_.Execute(GroupCommand::RenameGroup, {name, groupId_});
   if (commands_.At(GroupCommand::RenameGroup).RecordsAffected() <= 0) {
-    // No row changed, which some engines say too when the name was the same already; or the driver
-    // cannot tell. Memberships written to a group that is gone would belong to none.
+    // No row was affected. Some engines report that also if the name was the same already, and some
+    // drivers cannot tell. So check: memberships of a deleted group would be orphans.
     const auto group = commands_.Execute(GroupCommand::Group, {groupId_});
     if (group.EndOfFile() || !database::IsHeld(ToText(group.Field(u"NAME")), name)) {
       throw Error(ErrorNumber::RowChanged, u"The group was deleted by another user");
@@ -277,8 +277,8 @@ void GroupStore::ReplaceMembers(controls::FlexGrid& members, JobProgress& progre
     const String kind = members.Text(row, columns.Kind());
     if (kind == ContactKind::Contact) letter = u"S";
     if (kind == ContactKind::RemoteContact) letter = u"R";
-    // A group is no valid member. It is stored with the letter of the row before it, which is what
-    // readers of the table have always found.
+    // A group is no valid member. It is stored with the type letter of the preceding row, as
+    // readers of the table have always found it.
     block.push_back({members.Text(row, columns.Id()), letter});
     if (block.size() == kTogether || row + 1 == members.Rows()) {
       InsertMembers(block, progress);
@@ -313,7 +313,8 @@ bool GroupStore::InsertTogether(const std::vector<Member>& members) {
       writesTogether_ = false;
       break;
     case database::Command::Together::Undone: {
-      // A table without transactions keeps what was stored of them, which must not be stored twice.
+      // Without transactions, rows before the failed one may be stored and must not be inserted
+      // twice.
       const auto stored = Read(groupId_);
       if (stored != known_) {
         throw Error(ErrorNumber::RowChanged, u"The members of the group were written in part");

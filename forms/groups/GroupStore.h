@@ -14,40 +14,40 @@ namespace ktrv::forms {
 
 class JobProgress;
 
-/// Reads and writes one group and its memberships, one statement after the other. It
-/// knows what it read and wrote, so that nothing is written twice after a failure and nothing over
-/// what another user wrote meanwhile. All throw Error.
+/// Reads and writes one group and its memberships. Keeps track of what it has read and written, so
+/// that after a failure nothing is written twice, and changes of other users are not overwritten
+/// unnoticed. All methods throw Error; those with a progress also throw Stopped.
 class GroupStore {
  public:
   /// \param commands must outlive the store. \param groupId empty for a new group. \param groupName
-  /// as the opener knows it
+  /// as known to the opener
   GroupStore(GroupCommands& commands, String groupId, String groupName);
 
   /// Empty until a new group is in the database.
   const String& GroupId() const { return groupId_; }
 
-  /// Whether a group has the name; in Modify another one than this. The database compares.
+  /// Whether a group has the name; for Modify, another group. Compared by the database.
   bool IsNameTaken(const String& name, ModeOfOperation mode);
 
-  /// Reads what the dialog is going to show.
+  /// Reads the group for display in the dialog.
   void Load();
-  /// The group as it was read, or written since.
+  /// The group as last read or written.
   const StoredGroup& Known() const { return known_; }
-  /// Ids of the members that are contacts, as Load found them, in the form in which contacts have
-  /// them. They are handed over: the next call gets none.
+  /// The ids of the members that are contacts, as read by Load, in the format of contact ids. Moves
+  /// them out: the next call returns none.
   TextIndex TakeContactIds() { return std::exchange(contactIds_, {}); }
 
-  /// One attempt to save, in a transaction where the engine has one: so nobody comes between the
-  /// looks and the writes, and a lost link leaves the group as it was.
+  /// One attempt to save, in a transaction if the engine supports it. Checks and writes belong to
+  /// the same transaction, and a lost link rolls it back.
   class Saving {
    public:
     Saving(GroupStore& store, database::Connection& connection);
-    /// All is written. \throws Error after which Fail is to be called
+    /// Commits. \throws Error; call Fail then
     void Finish();
-    /// A statement failed. Those before it stay done, which readers of the tables count on; when
-    /// there were none, it is undone itself.
+    /// Call after a failed statement. Commits the statements before it, because readers of the
+    /// tables rely on that. If there were none, rolls back.
     void Fail();
-    /// Something else broke it off: nothing of it stays, where it can be undone.
+    /// Call after any other failure. Rolls back if possible.
     void Undo();
 
    private:
@@ -59,36 +59,36 @@ class GroupStore {
   };
 
   enum class Now { AsKnown, Changed, Gone };
-  /// What has become of the group.
+  /// Reads the group again and compares it with the known state.
   Now LookAgain();
-  /// What LookAgain found is known from here on.
+  /// Accepts the state found by LookAgain as known.
   void TakeAsKnown();
 
   enum class Place { Fit, Remote, Gone };
-  /// Whether the folder can take a new group.
+  /// Whether the folder can hold a new group.
   Place LookAtFolder(const String& folderId);
 
-  /// Names of the members whose ids no membership can hold.
+  /// The names of members whose ids are too long for a membership.
   static std::vector<String> TooLong(controls::FlexGrid& members);
-  /// Names of the members that are in the database no more.
+  /// The names of members that no longer exist in the database.
   std::vector<String> Missing(controls::FlexGrid& members, JobProgress& progress);
 
-  /// Inserts the group, which has an id then.
+  /// Inserts the group and determines its id.
   void Create(const String& name, const String& folderId);
-  /// Whether an insert was begun and the group's id is not known.
+  /// Whether an insert was started and the id is still unknown.
   bool IsCreationOpen() const { return creation_.has_value(); }
-  /// Looks what became of that insert. \return whether the group is there, and its id is known
-  /// then. Else nothing was inserted, and Create may be called again. \throws Error also
-  /// when it was inserted and is not found.
+  /// Determines the outcome of that insert. \return true if the group exists; its id is known then.
+  /// False if nothing was inserted; Create may be called again. \throws Error also if the insert
+  /// succeeded but the row is not found
   bool FindCreated();
 
-  /// \throws Error RowChanged when the group is no longer there.
+  /// \throws Error RowChanged if the group no longer exists
   void Rename(const String& name);
 
   /// Replaces all memberships by the rows of the grid.
   void ReplaceMembers(controls::FlexGrid& members, JobProgress& progress);
 
-  /// Whether the group was written in part.
+  /// Whether the group was written only partly.
   bool IsIncomplete() const { return incomplete_; }
 
  private:
@@ -103,36 +103,35 @@ class GroupStore {
   struct Creation {
     String Name;
     String FolderId;
-    bool Worked = false;  ///< the insert; else its outcome is unknown
+    bool Worked = false;  ///< whether the insert succeeded; else its outcome is unknown
   };
 
-  /// Nothing when there is no such group.
-  /// \param details what else is to be known of the group
+  /// \param details receives more columns unless null. \return nullopt if there is no such group
   std::optional<StoredGroup> Read(const String& groupId, Details* details = nullptr);
   void Became(const String& groupId, StoredGroup stored);
-  /// Writes the memberships behind those that are known. \throws Error
+  /// Inserts memberships in addition to the known ones. \throws Error
   void InsertMembers(const std::vector<Member>& members, JobProgress& progress);
   bool InsertTogether(const std::vector<Member>& members);
-  /// Whether nothing of this attempt is there. \throws Error
+  /// Whether nothing of this attempt is stored. \throws Error
   bool HasVanished();
-  /// Nobody knows whether anything of this attempt is stored.
+  /// Call if the outcome of this attempt is unknown. A new group must be looked up again then.
   void Doubt();
 
   GroupCommands& commands_;
   String groupId_;
   const String groupName_;
   StoredGroup known_;
-  /// What known_ becomes if the last statement worked although it failed.
+  /// The value of known_ if the last statement succeeded although it reported a failure.
   StoredGroup attempted_;
-  /// What known_ was before the last attempt to save, of which nobody may know what is stored.
+  /// The value of known_ before the last attempt to save, whose outcome may be unknown.
   StoredGroup before_;
   TextIndex contactIds_;
-  bool hasWritten_ = false;  ///< a statement of this attempt worked
-  StoredGroup found_;        ///< by LookAgain
+  bool hasWritten_ = false;  ///< a statement of this attempt has succeeded
+  StoredGroup found_;        ///< result of LookAgain
   std::optional<Creation> creation_;
-  std::optional<Creation> created_;  ///< by this attempt
+  std::optional<Creation> created_;  ///< set if this attempt has inserted the group
   bool incomplete_ = false;
-  bool writesTogether_ = true;  ///< as far as is known
+  bool writesTogether_ = true;  ///< until a batch insert turns out to be unsupported
 };
 
 }  // namespace ktrv::forms

@@ -7,7 +7,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// Often enough for the eye, seldom enough to cost nothing.
+/// Interval between repaints: smooth, but with negligible cost.
 constexpr std::chrono::milliseconds kPaintEvery{100};
 
 std::int32_t BarValue(std::int64_t steps) {
@@ -38,7 +38,7 @@ JobProgress::~JobProgress() {
 
 void JobProgress::Say(StringView text) {
   display_.Label.SetCaption(String(text));
-  // What follows may take its time before the first step is done.
+  // Paint now, because the first step may take a long time.
   display_.Label.Refresh();
 }
 

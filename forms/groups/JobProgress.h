@@ -10,34 +10,34 @@
 
 namespace ktrv::forms {
 
-/// The user ended a job.
+/// Thrown when the user has cancelled a job.
 struct Stopped {};
 
-/// The label and the bar that tell how far a job has come that keeps the dialog busy, and the
-/// button that ends it. They show while this object lives; the dialog is painted meanwhile, and
-/// locked.
+/// Shows the progress of a job that blocks the dialog in a label and a bar, and cancels it with a
+/// button. During the object's lifetime label and bar are visible, the dialog is repainted and only
+/// the button can be used.
 class JobProgress {
  public:
   struct Display {
     controls::Label& Label;
     controls::ProgressBar& Bar;
-    controls::CommandButton& Stop;  ///< says "&Stop" when the job takes its time
+    controls::CommandButton& Stop;  ///< has the caption "&Stop" during long jobs
   };
 
-  /// \param steps how often Advance will be called, as far as is known.
+  /// \param steps expected number of Advance calls
   JobProgress(Display display, StringView text, std::int64_t steps);
   ~JobProgress();
   JobProgress(const JobProgress&) = delete;
   JobProgress& operator=(const JobProgress&) = delete;
 
   void Say(StringView text);
-  /// More steps than were known.
+  /// Adds steps to the expected number.
   void Extend(std::int64_t steps);
-  /// One step is done. \throws Stopped
+  /// Counts a completed step. \throws Stopped
   void Advance();
-  /// The same for jobs that keep what they did. \return false when the user stopped it
+  /// The same for jobs that keep their result so far. \return false if the user has cancelled
   bool GoesOn();
-  /// To be called often where no step is done for a while. \throws Stopped
+  /// Handles input; call it often during long steps. \throws Stopped
   void Look();
 
  private:

@@ -9,8 +9,8 @@ namespace {
 constexpr StringView kContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadGroupContacts(), Module: frmGroupsNew()";
 
-/// The names with commas between, as far as a label has room, and how many more there are. A label
-/// underlines what stands behind a single "&".
+/// The names, separated by commas, as far as they fit in a label, and the number of others. "&" is
+/// doubled, because a label would underline the next character.
 String Joined(const std::vector<String>& names) {
   constexpr std::size_t kRoom = 30;
   String text;
@@ -23,7 +23,7 @@ String Joined(const std::vector<String>& names) {
   return text + u" and " + ToDecimal(static_cast<std::int64_t>(names.size() - joined)) + u" more";
 }
 
-/// Keeps a grid as it looks while many rows come.
+/// Suspends painting of a grid while many rows are added.
 class RedrawPause {
  public:
   explicit RedrawPause(controls::FlexGrid& grid) : grid_(grid) { grid_.SetRedraw(false); }
@@ -67,10 +67,10 @@ void MemberList::Load() {
         data::GroupQueries::Members(data::FoldedDialect(database_.DbType), store_.GroupId());
     const std::int64_t members = commands_.Count(GroupCommand::CountMembers, store_.GroupId());
     fetch_.SetTotal(members);
-    // The whole group, also remote members, which one family does not list.
+    // The number of all members, including remote ones, which the SQL query text does not list.
     ShowCount(members);
-    // Before the list is asked for: what another user adds in between is a difference then, and
-    // not a member that is lost.
+    // Before the fetch: if another user adds a member in between, saving detects the difference
+    // instead of deleting the member.
     store_.Load();
     fetch_.Open(query);
     return true;
@@ -97,8 +97,8 @@ void MemberList::Loaded() {
 }
 
 void MemberList::RemoveStrangers() {
-  // One family's text lists every contact whose id is some member's, and a remote contact's code
-  // may be the id of a contact who has nothing to do with the group.
+  // The SQL query text joins every membership to a contact by id, so a remote contact's code may
+  // select an unrelated contact.
   const TextIndex contacts = store_.TakeContactIds();
   const ContactColumns columns(display_.Grid);
   for (int row = display_.Grid.Rows() - 1; row >= 1; --row) {
@@ -128,7 +128,7 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
   std::vector<String> leftOut;
   {
     const RedrawPause pause(display_.Grid);
-    // Rows that are there already often came in the same order.
+    // Duplicates often come in the order of the list.
     std::size_t guess = 0;
     for (const int row : rows) {
       if (!progress.GoesOn()) break;
@@ -148,7 +148,7 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
 
 void MemberList::RemoveSelected() {
   display_.Grid.RemoveSelected();
-  // From the rows that stayed: databases without keys may have given one of them twice.
+  // Rebuild from the remaining rows: a database without keys may have returned an id twice.
   ReadIds();
   ShowCount(Count());
   ShowLeftOut({});

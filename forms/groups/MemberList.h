@@ -10,8 +10,8 @@ namespace ktrv::forms {
 
 class JobProgress;
 
-/// The right list of the group dialog: members of a group, or recipients picked. An id stands in it
-/// at most once, whatever its kind: a contact keeps a group of the same number out.
+/// The right list of the group dialog: members of a group, or picked recipients. Each id occurs at
+/// most once, regardless of its kind: a contact excludes a group with the same id.
 class MemberList {
  public:
   struct Display {
@@ -22,31 +22,29 @@ class MemberList {
     controls::Label& LeftOut;
   };
 
-  /// All must outlive the list.
+  /// All references must outlive the object.
   MemberList(Services& services, BookDatabase& database, GroupCommands& commands, GroupStore& store,
              Display display);
 
-  /// It began or ended to load.
+  /// Raised when loading has started or ended.
   std::function<void()> Changed;
 
-  /// No members.
+  /// Clears the list; it is complete then.
   void Empty();
-  /// Reads the group into the store and starts to fill the list with its members.
-  /// Failures are logged and shown.
+  /// Reads the group into the store and starts to load the list. Failures are logged and shown.
   void Load();
-  /// Says that the members could not be loaded.
+  /// Shows that the members could not be loaded.
   void Fail();
-  /// Gives up loading.
+  /// Cancels loading.
   void Cancel();
-  /// Whether all members are there: not while they load, nor after that failed. Until then nothing
-  /// can be added or removed, and nothing may be saved, since members that did not come would be
-  /// lost.
+  /// Whether all members are in the list: false while loading and after a failure. Then the list
+  /// must not be changed or saved, because missing members would be deleted.
   bool IsComplete() const { return complete_; }
   bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
 
-  /// Appends these rows of the other list unless their ids are there already. Those that another
-  /// kind's row of the same id kept out are named beside the list until it changes again. Where the
-  /// user stops it, the rows before that are there.
+  /// Appends rows of the other list whose ids are not in this one. Rows that are excluded by a row
+  /// of another kind with the same id are named in a label until the next change. If the user
+  /// cancels, the rows appended so far stay.
   void Take(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
   void RemoveSelected();
 
@@ -68,7 +66,7 @@ class MemberList {
   ContactFetch fetch_;
   bool complete_ = false;
   TextIndex ids_;              ///< the ids in the grid
-  std::vector<String> kinds_;  ///< of each of them
+  std::vector<String> kinds_;  ///< the kind of each id
 };
 
 }  // namespace ktrv::forms

@@ -9,13 +9,13 @@ namespace ktrv::forms {
 class JobProgress;
 
 struct PickOptions {
-  bool ExpandGroups = false;  ///< gives the members of a picked group
-  /// Whether the country code stands before a contact's number in the list of mobile numbers.
+  bool ExpandGroups = false;  ///< return the members of picked groups
+  /// Whether mobile numbers of contacts get the country code as prefix.
   bool PrefixCountryCode = false;
 };
 
-/// Turns the rows of the picker's right list into recipients. \param current who is being turned,
-/// so that a failure can be told with a name. \throws Error
+/// Converts the rows of the picker's right list to recipients. \param current receives the name of
+/// the row in progress, for failure messages. \throws Error
 Recipients PickRecipients(GroupCommands& commands, controls::FlexGrid& picked, PickOptions options,
                           JobProgress& progress, String& current);
 

@@ -6,19 +6,18 @@
 
 namespace ktrv::forms {
 
-/// What a picker hands back, while it is being put together.
+/// Builds the result of a picker.
 class RecipientResult {
  public:
-  /// \param prefixCountryCode whether the country code stands before a contact's number in the list
-  /// of mobile numbers.
-  /// \param rows how many are known to come, more or fewer.
+  /// \param prefixCountryCode whether mobile numbers of contacts get the country code as prefix
+  /// \param rows expected number of recipients
   RecipientResult(bool prefixCountryCode, std::size_t rows);
 
-  // All throw Error InvalidProcedureCall when the id is longer than 15 units.
+  // All: \throws Error InvalidProcedureCall if the id is longer than 15 units
   void AddContact(const ContactRow& contact);
   void AddGroup(const ContactRow& group);
   void AddRemoteContact(const ContactRow& contact);
-  /// A member of an expanded group, whatever its kind: given back as a contact, and its name joins
+  /// Adds a member of an expanded group, as a contact whatever its kind. Its name is appended to
   /// the names text.
   void AddGroupMember(const ContactRow& member);
 
@@ -29,7 +28,7 @@ class RecipientResult {
   String MobileNoOf(const ContactRow& contact) const;
 
   bool prefixCountryCode_;
-  std::int64_t number_ = 0;  ///< of the last pair of items
+  std::int64_t number_ = 0;  ///< number of the last entry
   Recipients result_;
   TextBuffer namesText_;
 };

@@ -10,7 +10,7 @@ using data::GroupQueries::Purpose;
 
 namespace {
 
-/// Filling the selector logs under this name too.
+/// FillSelector logs under this name too.
 constexpr StringView kContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadFolderContacts(), Module: frmGroupsNew()";
 constexpr StringView kNotLoaded = u"The contacts could not be loaded.";
@@ -36,7 +36,7 @@ bool SourceList::FillSelector() {
     display_.Selector.AddItem(u"Shared Contacts", 0);
     auto folders = commands_.Execute(GroupCommand::Folders);
     for (; !folders.EndOfFile(); folders.MoveNext()) {
-      // One that cannot be offered keeps no other from being offered.
+      // A folder that fails does not affect the others.
       services_.Trap(kContext, [&] { AddFolder(folders); });
     }
     return true;
@@ -46,7 +46,7 @@ bool SourceList::FillSelector() {
 void SourceList::AddFolder(const database::Recordset& folder) {
   using Limits = std::numeric_limits<std::int32_t>;
   const std::int64_t id = ToInteger(folder.Field(u"ID"));
-  // Cut to what an item can carry it would be another folder's.
+  // Truncated, it would be the id of another folder.
   if (id < Limits::min() || id > Limits::max()) throw Error(ErrorNumber::Overflow, u"Overflow");
   display_.Selector.AddItem(ToText(folder.Field(u"NAME")), static_cast<std::int32_t>(id));
 }

@@ -7,7 +7,7 @@
 
 namespace ktrv::forms {
 
-/// The left list of the group dialog: the candidates of the source that its user chose.
+/// The left list of the group dialog: the candidates from the selected source.
 class SourceList {
  public:
   struct Display {
@@ -17,37 +17,37 @@ class SourceList {
     controls::ProgressBar& Bar;
   };
 
-  /// All must outlive the list.
+  /// All references must outlive the object.
   SourceList(Services& services, BookDatabase& database, GroupCommands& commands, Display display);
 
-  /// It began or ended to load.
+  /// Raised when loading has started or ended.
   std::function<void()> Changed;
 
-  /// Fills the selector with the shared contacts and every folder. Failures are logged. \return
+  /// Fills the selector with the shared contacts and all folders. Failures are logged. \return
   /// whether it is filled
   bool FillSelector();
 
-  /// Fills the list with what the source offers. Failures are logged and shown. A source that could
-  /// not be loaded offers nobody: those of the former one would be taken for its people.
-  /// \param folderId a text without a number counts as 0, the shared contacts.
+  /// Starts to load the candidates of a source. Failures are logged and shown; the list is empty
+  /// then, so that it does not show candidates of the previous source.
+  /// \param folderId a text without a number counts as 0, the shared contacts
   void Load(data::GroupQueries::Purpose purpose, StringView folderId);
-  /// Says that nothing could be loaded.
+  /// Clears the list and shows that it could not be loaded.
   void Fail();
   void Cancel();
   bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
-  /// Whether all that the source offers is there: not while it loads, nor after that failed.
+  /// Whether all candidates are in the list: false while loading and after a failure.
   bool IsComplete() const {
     return !IsLoading() && fetch_.CurrentState() != ContactFetch::State::Failed;
   }
 
-  /// Selects and shows the first row from `startRow` on whose name begins with the text.
-  /// \return whether there is one.
+  /// Selects the first row from `startRow` whose name starts with the text, and scrolls to it.
+  /// \return whether there is one
   bool Find(StringView text, int startRow);
 
-  /// TYPE and NAME of the source that was asked for last; empty when they could not be read.
+  /// TYPE and NAME of the last requested source; empty if they could not be read.
   const String& Kind() const { return kind_; }
   const String& Name() const { return name_; }
-  /// The text that fills the list.
+  /// The query of the list.
   const String& Query() const { return query_; }
 
  private:

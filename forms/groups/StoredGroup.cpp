@@ -3,7 +3,7 @@
 namespace ktrv::forms {
 namespace {
 
-/// FNV-1a, and behind it the finalizer of splitmix64, so that sums do not cancel out.
+/// FNV-1a, followed by the finalizer of splitmix64, so that sums do not cancel out.
 std::uint64_t Fingerprint(std::uint64_t start, StringView id, StringView type) {
   std::uint64_t hash = start;
   const auto take = [&](char16_t unit) { hash = (hash ^ unit) * 0x00000100000001B3; };
@@ -19,7 +19,7 @@ std::uint64_t Fingerprint(std::uint64_t start, StringView id, StringView type) {
 
 void Memberships::Add(StringView id, StringView type) {
   ++count_;
-  sums_[0] += Fingerprint(0xCBF29CE484222325, id, type);  // the offset that FNV defines
+  sums_[0] += Fingerprint(0xCBF29CE484222325, id, type);  // FNV's offset basis
   sums_[1] += Fingerprint(0x9E3779B97F4A7C15, id, type);
 }
 

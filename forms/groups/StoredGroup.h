@@ -7,13 +7,12 @@
 
 namespace ktrv::forms {
 
-/// Memberships whatever their order: how many there are and the sums of two fingerprints of each.
-/// It takes the same few bytes for any number. Two different lists are taken for the same by an
-/// accident of 1 in 2^128.
+/// Memberships regardless of their order, represented by their number and the sums of two hashes,
+/// so the memory is constant. Different ones compare equal by chance with a probability of 2^-128.
 class Memberships {
  public:
-  /// \param id a contact's id or a remote contact's code. \param type "S" for a contact, "R" for a
-  /// remote contact
+  /// \param id a contact's id or a remote contact's code. \param type "S": contact; "R": remote
+  /// contact
   void Add(StringView id, StringView type);
   std::size_t Count() const { return count_; }
   bool operator==(const Memberships&) const = default;
@@ -23,7 +22,7 @@ class Memberships {
   std::array<std::uint64_t, 2> sums_{};
 };
 
-/// A group as its rows in the database have it.
+/// A group as stored in the database.
 struct StoredGroup {
   String Name;
   Memberships Members;

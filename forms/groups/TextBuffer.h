@@ -4,18 +4,18 @@
 
 namespace ktrv::forms {
 
-/// A text that is put together from many pieces, in a buffer that grows by large steps and counts
-/// separately how much of it is in use.
+/// Builds a text from many pieces in a buffer that grows by large steps. Its used length is counted
+/// separately.
 class TextBuffer {
  public:
-  /// Units by which the buffer grows when a piece no longer fits.
+  /// Number of units by which the buffer grows.
   static constexpr std::size_t kGrowth = 5000;
 
   void Append(StringView piece);
 
   std::size_t Used() const { return used_; }
   std::size_t Capacity() const { return buffer_.size(); }
-  /// The pieces so far.
+  /// The text so far.
   String Text() const { return buffer_.substr(0, used_); }
 
  private:

@@ -15,7 +15,7 @@ namespace {
 constexpr int kNameRowHeight = 660;
 constexpr StringView kSavingContacts = u"Saving contacts...";
 
-/// Context texts of error records. Log readers match them literally, irregular as they are.
+/// Context texts of error records. Log readers match them literally, including irregularities.
 namespace Context {
 constexpr StringView kFormLoad =
     u"KTRVAddressBook: Error occurred. Sub:Form_Load() Module: frmGroupsNew()";
@@ -61,7 +61,7 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
     grid->FontName = u"Arial";
     ContactColumns::Empty(*grid);
   }
-  chkGroup.SetEnabled(false);  // it tells, and decides nothing
+  chkGroup.SetEnabled(false);  // for display only
   for (controls::Control* control :
        std::initializer_list<controls::Control*>{&lblLoadingFolder, &pbrFolder, &lblLoadingGrp,
                                                  &PbrGrp, &lblLeftOut, &lblSave, &pbrSave}) {
@@ -118,7 +118,7 @@ void frmGroupsNew::Form_Load() {
     InitAdoCommands();
     return true;
   });
-  // Without a database the dialog opens too, and shows no more rights than with one.
+  // Without a connection the dialog opens too, with the same restrictions.
   place_.Services.Trap(Context::kFormLoad, [&] {
     ApplyRights();
     if (IsPicker()) {
@@ -157,7 +157,8 @@ void frmGroupsNew::Form_QueryUnload() {
 
 void frmGroupsNew::InitAdoCommands() {
   commands_.Prepare(data::GroupQueries::Commands());
-  // Last, so that a dialog which is opened while the server is away works when it is back.
+  // Open last: after a failure the prepared commands exist, so the dialog works when the server is
+  // back.
   if (IsShared()) place_.Database.Open();
 }
 
@@ -208,7 +209,7 @@ void frmGroupsNew::ShowSource(bool connected) {
     cboContactType.SetListIndex(0);
     LoadFolderContacts(u"0");
   }
-  // Only from here on, so that the first source is asked for once.
+  // Connected only now, so that the first source is loaded once.
   cboContactType.Click = [this] { cboContactType_Click(); };
 }
 
@@ -230,7 +231,7 @@ void frmGroupsNew::LoadGroupContacts() {
 void frmGroupsNew::LoadMembers() {
   const bool typed = txtGroupName.Text() != shownName_;
   members_.Load();
-  // What the opener knows of the group may be old, and OK would undo another user's rename.
+  // The opener's name may be out of date; saving it would revert another user's rename.
   if (!typed && !store_.Known().Name.empty()) ShowGroupName(store_.Known().Name);
 }
 
@@ -309,7 +310,7 @@ void frmGroupsNew::vsfGroupContacts_AfterDataRefresh() {
 
 void frmGroupsNew::cmdOK_Click() {
   const controls::Form::Stay stay(*this);
-  // Nobody wanted to pick from lists that were not there.
+  // If the lists were not loaded before, an empty selection was not intended.
   if (ConnectAgain() && IsPicker() && members_.Count() == 0) return;
   if (store_.IsCreationOpen() && !FindCreatedGroup()) return;
   if (!Validate_Data()) return;
@@ -351,7 +352,7 @@ bool frmGroupsNew::Validate_Data() {
   return place_.Services.Trap(Context::kValidate, false, [&] {
     const String name(Trim(txtGroupName.Text()));
     if (name.empty()) return refuse(u"Please enter the Group Name.");
-    // Local groups are not stored here, so nothing is known of their names.
+    // Names of local groups are not known here.
     if (IsShared() && store_.IsNameTaken(name, request_.Mode)) {
       return refuse(u"A group with that name already exists. Please use a different group name.");
     }
@@ -367,7 +368,7 @@ bool frmGroupsNew::MembersMayBeReplaced() {
           : StringView(u"The members of the group could not be loaded. Saving now would remove "
                        u"them from the group."),
       MessageStyle::Exclamation);
-  // The next OK may find them.
+  // Load again, for the next OK.
   if (!members_.IsLoading() && IsLoaded()) LoadMembers();
   return false;
 }

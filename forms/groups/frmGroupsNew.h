@@ -18,22 +18,22 @@
 
 namespace ktrv::forms {
 
-/// Modal dialog with two uses: it creates or modifies a group, or it picks recipients. Local groups
-/// are kept by the host, and nothing of them is read or written here.
+/// Modal dialog with two uses: edit a group or pick recipients. Local groups are stored by the
+/// host; the dialog neither reads nor writes them.
 class frmGroupsNew final : public controls::Form {
  public:
   frmGroupsNew(Workplace place, GroupRequest request);
   ~frmGroupsNew() override;
 
-  // What it opens over itself, on a workplace of its own. Set by the opener.
+  // Open other dialogs, on a workplace of their own. Set by the opener.
   std::function<ContactResult(Workplace place, const ContactRequest& request)> OpenContact;
   std::function<GroupResult(Workplace place, const GroupRequest& request)> OpenProperties;
 
-  /// What it was opened for; a new group becomes one to modify once it is in the database.
+  /// The request. For a new group, Mode becomes Modify when it is in the database.
   const GroupRequest& Request() const { return request_; }
-  /// What the group editor leaves, once it is closed.
+  /// The result of the group editor; final after the dialog has closed.
   GroupResult Result() const;
-  /// What the picker leaves, once it is closed; nothing when it was closed without OK.
+  /// The result of the picker; nullopt if closed without OK.
   const std::optional<Recipients>& Picked() const { return picked_; }
 
   controls::Label lblGroupName{*this, {150, 210, 1200, 255}, u"Group Name"};
@@ -64,9 +64,9 @@ class frmGroupsNew final : public controls::Form {
   controls::CommandButton cmdCancel{
       *this, {10200, 6810, 1350, 390}, u"&Cancel", controls::CommandButton::Key::Escape};
 
-  /// Makes the prepared commands. \throws Error
+  /// Creates the prepared statements. \throws Error
   void InitAdoCommands();
-  /// Whether OK may save; tells the user why not.
+  /// Whether the input is valid; shows a message if not.
   bool Validate_Data();
   bool Save_Data();
   void LoadFolderContacts(StringView folderId);
@@ -107,7 +107,7 @@ class frmGroupsNew final : public controls::Form {
   void LoadChosenSource();
   bool MembersMayBeReplaced();
   void Take(const std::vector<int>& rows);
-  /// Loads what an outage kept from the dialog when it was opened. \return whether it did.
+  /// After a failed connection at opening: connects and loads again. \return whether it did
   bool ConnectAgain();
   bool FindCreatedGroup();
   void ShowNotSaved();
@@ -124,8 +124,8 @@ class frmGroupsNew final : public controls::Form {
   SourceList sources_;
   MemberList members_;
   ContactOpening contacts_;
-  String shownName_;        ///< the group's, before the user typed another
-  bool connected_ = false;  ///< the sources could be asked for
+  String shownName_;        ///< the group's name as loaded
+  bool connected_ = false;  ///< the selector could be filled
   std::optional<NamedGroup> saved_;
   std::optional<Recipients> picked_;
 };
