@@ -9,7 +9,8 @@ CaseFolding::CaseFolding(const Language& language) : capitals_(0x10000, u'\0') {
     capitals_[unit] = static_cast<char16_t>(unit);
   }
   language.ToUpper(capitals_);
-  // Halves of a pair mean nothing alone, and the table happens to hold two of them side by side.
+  // Surrogates have no case alone, but the table contains the pair DBFF DC00, which ToUpper may
+  // change.
   for (char16_t unit = 0xD800; unit < 0xE000; ++unit) capitals_[unit] = unit;
 }
 

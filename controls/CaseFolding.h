@@ -6,8 +6,8 @@ namespace ktrv::controls {
 
 class Language;
 
-/// The capital of every UTF-16 unit in a table, so that a million names can be compared regardless
-/// of case between two keys of a typist.
+/// A table of the upper case of each UTF-16 unit, so that a million names can be searched
+/// case-insensitively between two keystrokes.
 class CaseFolding {
  public:
   explicit CaseFolding(const Language& language);
@@ -15,7 +15,7 @@ class CaseFolding {
   char16_t Fold(char16_t unit) const { return capitals_[unit]; }
   String Folded(StringView text) const;
 
-  /// \param prefix folded.
+  /// \param prefix already folded
   bool StartsWith(StringView text, StringView prefix) const;
 
  private:

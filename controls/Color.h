@@ -4,7 +4,7 @@
 
 namespace ktrv::controls {
 
-/// A system colour as it is stored in a property: 0x80000000 plus the system colour's index.
+/// System colours: 0x80000000 plus the index of the Windows system colour.
 inline constexpr std::uint32_t kSystemWindowBackground = 0x80000005;
 inline constexpr std::uint32_t kSystemButtonFace = 0x8000000F;
 inline constexpr std::uint32_t kSystemButtonShadow = 0x80000010;

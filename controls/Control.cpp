@@ -49,7 +49,7 @@ void Control::SetFocus() {
 }
 
 void Control::LeaveFormerFocus() {
-  // While another window had the keyboard, nobody was told that this form's control lost it.
+  // There is no LostFocus notification while another window has the keyboard focus.
   for (Control* other : form_.controls_) {
     if (other == this || !other->hasFocus_) continue;
     other->UserFocuses(false);
@@ -65,7 +65,7 @@ void Control::UserFocuses(bool has) {
   if (has == hasFocus_) return;
   hasFocus_ = has;
   if (has) LeaveFormerFocus();
-  if (hasFocus_ != has) return;  // an event took it on
+  if (hasFocus_ != has) return;  // an event handler has moved the focus
   const auto& event = has ? GotFocus : LostFocus;
   if (event) event();
 }

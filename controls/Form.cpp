@@ -9,7 +9,7 @@ namespace ktrv::controls {
 Form::Form(Screen& screen, Design design) : screen_(screen), design_(std::move(design)) {}
 
 Form::~Form() {
-  // The controls, and with them their peers, went before.
+  // Members of derived forms, the controls and their peers, are destroyed already.
   self_.reset();
 }
 
@@ -27,7 +27,7 @@ void Form::Load() {
 
 void Form::Show() {
   Load();
-  if (!loaded_) return;  // Form_Load unloaded it
+  if (!loaded_) return;  // Form_Load has unloaded it
   if (!std::exchange(visible_, true)) Form_Resize();
   if (loaded_ && peer_) peer_->Show();
 }
@@ -41,7 +41,7 @@ void Form::ShowModal() {
   modal_ = true;
   peer_->ShowModal();
   modal_ = false;
-  // The loop is over and with it every event of the form, so nothing of it is at work any more.
+  // The modal loop has ended, so no event handler of the form is running.
   Unload();
   TearDown();
 }
@@ -62,7 +62,7 @@ void Form::Unload() {
   if (!peer_) return;
   peer_->Hide();
   if (modal_) return;
-  // A peer may be the one that reported the event which unloads the form: let it return first.
+  // The caller may be an event of a peer. Let it return before the peer is destroyed.
   PostTearDown();
 }
 
@@ -78,12 +78,12 @@ Form::Stay::Stay(Form& form) : form_(form) {
 }
 
 Form::Stay::~Stay() {
-  // A modal form's windows go when its loop has ended.
+  // The windows of a modal form are destroyed after its loop.
   if (--form_.stays_ > 0 || form_.loaded_ || form_.modal_ || !form_.peer_) return;
   try {
     form_.PostTearDown();
   } catch (...) {
-    // Without memory the hidden windows wait until the form is shown again or goes.
+    // Out of memory: the hidden windows stay until the form is shown again or destroyed.
   }
 }
 
@@ -98,7 +98,7 @@ Form::Work::~Work() {
   try {
     form_.SetPointer(formerPointer_);
   } catch (...) {
-    // The job's own failure matters more than the shape of the pointer.
+    // A failure of the job is more important than the pointer shape.
   }
 }
 

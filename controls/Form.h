@@ -14,7 +14,7 @@ namespace ktrv::controls {
 class CommandButton;
 class Control;
 
-/// The window of one form. Made by the Screen when the form is loaded.
+/// The window of a form. Created by the Screen when the form is loaded.
 class FormPeer {
  public:
   virtual ~FormPeer() = default;
@@ -22,24 +22,24 @@ class FormPeer {
   virtual void CaptionChanged() = 0;
   virtual void SizeChanged() = 0;
   virtual void PointerChanged() = 0;
-  /// Shows the window, in front and with the focus in it, and returns.
+  /// Shows the window in front with the focus and returns.
   virtual void Show() = 0;
-  /// Shows the window with the thread's other windows disabled and returns when Hide was called.
+  /// Shows the window and disables the other windows of the thread. Returns after Hide.
   virtual void ShowModal() = 0;
-  /// Takes the window out of sight at once and makes ShowModal return. The window itself goes, or
-  /// is shown again, when no event of the form runs any more.
+  /// Hides the window at once and ends ShowModal. The window is destroyed, or shown again, when no
+  /// event handler of the form is running.
   virtual void Hide() = 0;
-  /// While the form works: paints the thread's windows and takes the input that has come. A press
-  /// of the button that ends the work calls Form::UserStops; everything else that was typed and
-  /// clicked is dropped. No other message is handed out, so nobody's code runs in it.
+  /// Called during Form::Work: paints the windows of the thread and processes pending input. A
+  /// press of the stop button calls Form::UserStops; all other input is discarded. Other messages
+  /// stay in the queue, so no event handlers run.
   virtual void TakeInput() = 0;
 };
 
-/// A dialog or window. Loaded when it is first shown: its window and its controls' peers are made,
-/// then Form_Load runs, then Form_Resize, then it appears. Unloaded by Unload or by its user's
-/// close button, also from within its own events: it is gone from sight at once, and its peers go
-/// later, when none of them can be at work. A form that does something in Form_QueryUnload calls
-/// Unload in its destructor.
+/// A dialog or window. On the first Show it is loaded: its window and the peers of its controls are
+/// created, then Form_Load, then Form_Resize run, then it is shown. It is unloaded by Unload or the
+/// close button, also from its own event handlers. Then it is hidden at once, and its peers are
+/// destroyed later, when none of them is in use. A form with a Form_QueryUnload must call Unload in
+/// its destructor.
 class Form {
  public:
   struct Design {
@@ -47,7 +47,7 @@ class Form {
     int Width = 0;  ///< inner size in twips
     int Height = 0;
     bool Resizable = false;
-    int MinimumWidth = 0;  ///< smallest inner size that the user can choose, twips
+    int MinimumWidth = 0;  ///< minimum inner size in twips
     int MinimumHeight = 0;
   };
 
@@ -56,18 +56,19 @@ class Form {
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
 
-  /// Loads it unless it is loaded, shows it and returns. Shown again, it comes to the front.
+  /// Loads the form if necessary, shows it and returns. If it is shown already, brings it to the
+  /// front.
   void Show();
-  /// Loads and shows it modally with no owner; returns when it is unloaded.
+  /// Loads the form and shows it modally without an owner. Returns after it is unloaded.
   void ShowModal();
-  /// Makes the window and runs Form_Load, without showing it.
+  /// Creates the window and runs Form_Load without showing it.
   void Load();
-  /// Runs Form_QueryUnload and takes the window away. No effect when it is not loaded or on its way
-  /// out.
+  /// Runs Form_QueryUnload and hides the window. No effect if the form is not loaded or is being
+  /// unloaded.
   void Unload();
   bool IsLoaded() const { return loaded_; }
   bool IsVisible() const { return visible_; }
-  /// Whether it is unloaded, its window has gone too and no event of it runs that kept it.
+  /// Whether it is unloaded, its window is destroyed and no Stay exists.
   bool IsGone() const { return !loaded_ && !peer_ && stays_ == 0; }
 
   const Design& Layout() const { return design_; }
@@ -75,7 +76,7 @@ class Form {
   void SetCaption(String caption);
   int ScaleWidth() const { return design_.Width; }
   int ScaleHeight() const { return design_.Height; }
-  /// Makes the form another inner size, in twips.
+  /// Changes the inner size, in twips.
   void Resize(int width, int height);
 
   MousePointer Pointer() const { return pointer_; }
@@ -84,8 +85,8 @@ class Form {
   Screen& Display() const { return screen_; }
   const std::vector<Control*>& Controls() const { return controls_; }
 
-  /// Keeps the peers of a form that is unloaded meanwhile until the event that made this is over:
-  /// for events in which a message box or a dialog runs a message loop of its own.
+  /// Delays the destruction of an unloaded form's peers until the object is destroyed. For event
+  /// handlers in which a message box or dialog runs a nested message loop.
   class Stay {
    public:
     explicit Stay(Form& form);
@@ -97,9 +98,9 @@ class Form {
     Form& form_;
   };
 
-  /// A job that keeps the thread busy while this lives: the form shows the hourglass and takes no
-  /// input but a press of the one button, by the mouse, its letter or Escape. Closing the window is
-  /// such a press too.
+  /// A job that blocks the thread. During its lifetime the form shows the hourglass and accepts
+  /// only a press of the stop button, by mouse, access key or Escape. Closing the window has the
+  /// same effect.
   class Work {
    public:
     /// \param stop a button of the form; both must outlive the work.
@@ -108,8 +109,8 @@ class Form {
     Work(const Work&) = delete;
     Work& operator=(const Work&) = delete;
 
-    /// Paints, takes input, and tells whether the work is to end. To be called several times a
-    /// second.
+    /// Repaints and processes input. Call it several times per second. \return whether the work
+    /// must stop
     bool IsToStop();
 
    private:
@@ -117,14 +118,14 @@ class Form {
     const MousePointer formerPointer_;
   };
   bool IsWorking() const { return stop_ != nullptr; }
-  /// The button that ends the work; null without any.
+  /// The stop button of the running work; null without work.
   CommandButton* StopButton() const { return stop_; }
-  /// The user, or the end of the host, ends the work. No effect without any.
+  /// The user or the end of the host stops the work. No effect without work.
   void UserStops() { stopped_ = true; }
 
-  /// The user made the window another inner size, in twips.
+  /// The user changed the inner size, in twips.
   void UserResizes(int width, int height);
-  /// The user asked to close the window.
+  /// The user requested to close the window.
   void UserCloses() {
     if (IsWorking()) return UserStops();
     if (loaded_ && Form_MayClose()) Unload();
@@ -133,16 +134,16 @@ class Form {
  protected:
   virtual void Form_Load() {}
   virtual void Form_Resize() {}
-  /// Whether the user may close the window. Not asked when it goes for another reason.
+  /// Whether the user may close the window. Not called when the program unloads the form.
   virtual bool Form_MayClose() { return true; }
-  /// The window is about to go; it cannot be kept.
+  /// The form is about to be unloaded. Cannot be cancelled.
   virtual void Form_QueryUnload() {}
 
  private:
   friend class Control;
 
   void TearDown();
-  /// Tears the form down later, when it is still unloaded then and nothing wants it to stay.
+  /// Posts TearDown, which runs unless the form was loaded again or a Stay exists.
   void PostTearDown();
 
   Screen& screen_;
@@ -157,7 +158,7 @@ class Form {
   int stays_ = 0;
   CommandButton* stop_ = nullptr;
   bool stopped_ = false;
-  /// Tells closures that wait on the screen whether the form is still there.
+  /// For posted closures: expired when the form has been destroyed.
   std::shared_ptr<Form*> self_ = std::make_shared<Form*>(this);
 };
 

@@ -2,7 +2,7 @@
 
 namespace ktrv::controls {
 
-/// A place and size in twips (1440 an inch) inside the container.
+/// Position and size in twips (1/1440 inch), relative to the container.
 struct Rectangle {
   int Left = 0;
   int Top = 0;

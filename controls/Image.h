@@ -2,10 +2,10 @@
 
 namespace ktrv::controls {
 
-/// The pictures that the component draws itself, sharp at every resolution.
+/// Pictures that the component draws itself, at any resolution.
 enum class Image {
   None,
-  SharedContacts,  ///< the root of the tree
+  SharedContacts,  ///< root of the tree
   Group,
   Folder,
   RemoteFolder,

@@ -2,12 +2,12 @@
 
 #include <cstdint>
 
-/// The codes with which controls report keys and mouse buttons.
+/// Codes of keys and mouse buttons in events.
 namespace ktrv::controls {
 
 enum class MouseButton : std::int16_t { Left = 1, Right = 2, Middle = 4 };
 
-/// Keys held with a key or a button, added up.
+/// Modifier keys, as a bit mask.
 namespace ShiftMask {
 inline constexpr std::int16_t None = 0;
 inline constexpr std::int16_t Shift = 1;
@@ -21,7 +21,7 @@ inline constexpr std::int16_t Escape = 27;
 inline constexpr std::int16_t Delete = 46;
 }  // namespace KeyCode
 
-/// The pointer's shape over a form or a control.
+/// The mouse pointer over a form or control.
 enum class MousePointer { Default, Hourglass, SizeWestEast };
 
 }  // namespace ktrv::controls

@@ -6,16 +6,16 @@
 
 namespace ktrv::controls {
 
-/// What the user's language decides about text.
+/// Text functions that depend on the user's language.
 class Language {
  public:
   virtual ~Language() = default;
 
-  /// The capital of each unit, one for one, so that positions stay.
+  /// Converts each unit to upper case; the length stays the same.
   virtual void ToUpper(String& text) const = 0;
 
-  /// Appends bytes whose order is the order of the texts in the user's language (accented letters
-  /// beside their base letters, case last). Not meant to be kept or shown.
+  /// Appends a binary sort key. Comparing keys bytewise gives the collation order of the user's
+  /// language: accented letters next to their base letters, case last. Do not store or show it.
   virtual void AppendSortKey(StringView text, std::string& keys) const = 0;
 };
 

@@ -7,21 +7,21 @@
 
 namespace ktrv::controls {
 
-/// One item of a popup menu.
+/// An item of a popup menu.
 struct MenuItem {
   String Name{};
-  String Caption{};  ///< "-" is a separator
+  String Caption{};  ///< "-": separator
   bool Visible = true;
   bool Enabled = true;
   std::function<void()> Click{};
 };
 
-/// A menu that pops up. Items keep their place; invisible ones are left out when it is shown.
+/// A popup menu. Invisible items are skipped when it is shown.
 struct Menu {
   String Caption{};
   std::vector<MenuItem> Items{};
 
-  /// Null when there is no item of this name.
+  /// The item with this name; null if there is none.
   MenuItem* Find(StringView name);
 };
 

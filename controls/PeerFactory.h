@@ -33,7 +33,7 @@ class TreeViewPeer;
 class UpDown;
 class UpDownPeer;
 
-/// Makes the peers of one form's controls. A peer must not outlive its control.
+/// Creates the peers of a form's controls. A peer must not outlive its control.
 class PeerFactory {
  public:
   virtual ~PeerFactory() = default;

@@ -28,7 +28,7 @@ std::vector<int> RowSelection::Rows() const {
 
 void RowSelection::Add(int first, int last) {
   if (first > last) return;
-  // The ranges that the new one meets or touches become one with it.
+  // Merge with ranges that overlap or are adjacent.
   const auto begin = std::lower_bound(ranges_.begin(), ranges_.end(), first - 1,
                                       [](const Range& range, int row) { return range.Last < row; });
   auto end = begin;

@@ -4,10 +4,11 @@
 
 namespace ktrv::controls {
 
-/// The selected rows of a grid, kept as ranges: all of a million rows are one of them.
+/// The selected rows of a grid, stored as ranges. Selecting a million adjacent rows takes one
+/// range.
 class RowSelection {
  public:
-  /// Both ends belong to it.
+  /// Inclusive range.
   struct Range {
     int First = 0;
     int Last = 0;
@@ -15,7 +16,7 @@ class RowSelection {
     bool operator==(const Range&) const = default;
   };
 
-  /// From top to bottom; no two of them touch.
+  /// Sorted; neither overlapping nor adjacent.
   const std::vector<Range>& Ranges() const { return ranges_; }
   bool Contains(int row) const;
   int Count() const;
@@ -24,7 +25,7 @@ class RowSelection {
   void Clear() { ranges_.clear(); }
   void Add(int first, int last);
   void Remove(int first, int last);
-  /// The row is gone from the grid; those behind it moved up.
+  /// The row was removed from the grid; later rows moved up.
   void RowGone(int row);
 
  private:

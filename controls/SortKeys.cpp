@@ -8,7 +8,7 @@
 namespace ktrv::controls {
 namespace {
 
-/// The first bytes of a key as a number: most comparisons end here, without a look at the keys.
+/// The first bytes of a key as an integer. Most comparisons need nothing else.
 constexpr std::size_t kHeadSize = 8;
 
 struct Entry {

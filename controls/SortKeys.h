@@ -11,15 +11,14 @@ namespace ktrv::controls {
 
 class Language;
 
-/// The sort keys of many texts, each made once and kept in one run of bytes.
+/// The sort keys of many texts in one contiguous buffer; each is created once.
 class SortKeys {
  public:
   SortKeys(const Language& language, std::size_t count);
 
   void Add(StringView text);
 
-  /// The places of the texts, counted from 0 in the order of Add, in the order of their keys; texts
-  /// alike in the order in which they were added.
+  /// The indices of the texts (0-based, in order of Add), sorted by key. Stable.
   std::vector<std::uint32_t> Order(bool ascending) const;
 
  private:
