@@ -6,12 +6,12 @@
 
 namespace ktrv::windows {
 
-/// A plain window in a cool bar that holds a label and the box it names.
+/// Creates a plain child window of a cool bar, for a label and its box.
 HWND CreateBand(HWND coolBar);
 
-/// Puts the label and then the box into their band, one beside the other.
+/// Places the label and the box side by side in their band.
 /// \param boxWidth twips
-/// \return the size that they need, pixels
+/// \return the required size in pixels
 SIZE LayOutLabelAndBox(HWND label, HWND box, HFONT font, Scale scale, int boxWidth);
 
 }  // namespace ktrv::windows

@@ -6,10 +6,10 @@
 
 namespace ktrv::windows {
 
-/// The clipboard's text; nothing when it holds none or another program does not let go of it.
+/// The text of the clipboard; nullopt if it holds none or another program keeps it open.
 std::optional<String> ReadClipboard();
 
-/// \throws Error when another program does not let go of the clipboard.
+/// \throws Error if another program keeps the clipboard open
 void WriteClipboard(StringView text);
 
 }  // namespace ktrv::windows

@@ -54,7 +54,7 @@ Scale ControlWindow::CurrentScale() const {
 }
 
 void ControlWindow::Place() {
-  // A window inside another control's is that one's to place.
+  // A window inside another control's is placed by that control.
   if (!handle_ || GetParent(handle_) != form_.Handle()) return;
   const RECT place = CurrentScale().ToPixels(control_.Bounds());
   SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
@@ -67,7 +67,7 @@ void ControlWindow::ShowVisible() {
 
 void ControlWindow::ShowEnabled() {
   if (!handle_) return;
-  // A disabled window that kept the focus would swallow every key.
+  // A disabled window with the focus would swallow all keys.
   if (!control_.Enabled() && GetFocus() == handle_) form_.FocusNext();
   EnableWindow(handle_, control_.Enabled());
 }
@@ -92,8 +92,8 @@ void ControlWindow::ApplyScale() {
 }
 
 void ControlWindow::ReportFocus(bool has, HWND other) {
-  // A message box or another program takes the focus for a while; within the form it is still
-  // here.
+  // If the focus leaves the form (message box, other program), the control still has it within the
+  // form.
   if (!has && !IsChild(form_.Handle(), other)) return;
   if (has) form_.RememberFocus(handle_);
   if (control_.HasFocus() != has) control_.UserFocuses(has);
@@ -112,14 +112,14 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
     }
     if (self->form_.IsLocked(window, message)) return 0;
     if (message == WM_NOTIFY || message == WM_COMMAND) {
-      // From windows inside this one; a container passes the other half on by itself.
+      // From child windows of this one. Containers forward only one of the two themselves.
       if (const auto answer = FormWindow::Reflect(message, wParam, lParam)) return answer;
     }
     return self->OnMessage(message, wParam, lParam);
   });
   if (handled) return *handled;
   const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-  // What follows calls the form's code, which may take this very window away: it is looked up anew.
+  // The form's code called here may destroy this window, so it is looked up again.
   Guard(0, [&] {
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
       if (ControlWindow* self = From(window)) {

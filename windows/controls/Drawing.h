@@ -15,10 +15,10 @@ inline void GiveBackImageList(HIMAGELIST list) {
 }
 using UniqueImageList = Unique<HIMAGELIST, GiveBackImageList>;
 
-/// The picture as a square of `size` pixels with transparency.
+/// Draws the picture as a square of `size` pixels with transparency.
 UniqueBitmap DrawBitmap(controls::Image image, int size);
 UniqueIcon DrawIcon(controls::Image image, int size);
-/// The pictures in this order, Image::None as an empty one.
+/// Draws the pictures in order; Image::None gives an empty one.
 UniqueImageList DrawImageList(std::span<const controls::Image> images, int size);
 
 }  // namespace ktrv::windows

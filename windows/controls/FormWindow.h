@@ -15,8 +15,7 @@ namespace ktrv::windows {
 
 class ControlWindow;
 
-/// The window of one form and what its controls' windows share: the resolution, the font, the
-/// focus.
+/// The window of a form, and what the windows of its controls share: DPI, font, focus.
 class FormWindow final : public controls::FormPeer {
  public:
   explicit FormWindow(controls::Form& form);
@@ -24,13 +23,13 @@ class FormWindow final : public controls::FormPeer {
   FormWindow(const FormWindow&) = delete;
   FormWindow& operator=(const FormWindow&) = delete;
 
-  /// The form whose window this is; null for windows of others.
+  /// The object of a form's window; null for other windows.
   static FormWindow* From(HWND window);
 
-  /// The window of the form; null when it has none.
+  /// The window of the form; null if it has none.
   static FormWindow* Of(const controls::Form& form);
 
-  /// To be called when all controls have their windows.
+  /// Call when all controls have their windows.
   void Realised();
 
   HWND Handle() const { return handle_; }
@@ -42,18 +41,19 @@ class FormWindow final : public controls::FormPeer {
   void Add(ControlWindow& window);
   void Remove(ControlWindow& window);
 
-  /// Gives a control's window the focus, at once or when the form is shown.
+  /// Sets the focus to a control's window, now or when the form is shown.
   void Focus(HWND control);
-  /// To the next control in tab order.
+  /// Moves the focus to the next control in tab order.
   void FocusNext(bool backward = false);
-  /// The control's window that has the focus; it gets it again when the form becomes active.
+  /// Stores the focused control, to restore the focus when the form is activated.
   void RememberFocus(HWND control) { focus_ = control; }
 
-  /// Goes to the control that the letter stands underlined for, or presses it.
-  /// \return false when there is none.
+  /// Handles an access key: focuses or presses its control.
+  /// \return false if no control has it
   bool TakeMnemonic(wchar_t letter);
 
-  /// Tells a control's window what its parent heard of it. Nothing: not one of ours, or unhandled.
+  /// Reflects a notification from the parent to the control's window. nullopt: not one of ours, or
+  /// not handled.
   static std::optional<LRESULT> Reflect(UINT message, WPARAM wParam, LPARAM lParam);
 
   void CaptionChanged() override;
@@ -65,18 +65,17 @@ class FormWindow final : public controls::FormPeer {
   void TakeInput() override;
 
   bool IsWorking() const { return form_.IsWorking(); }
-  /// Whether the form takes no such message to this window of it, because it works.
+  /// Whether the message to one of the form's windows is discarded during Form::Work.
   bool IsLocked(HWND window, UINT message) const;
-  /// \return whether the message is a key's; one that presses the button which ends the work did
-  /// so.
+  /// Handles a keyboard message during Form::Work: Escape and the stop button's access key stop the
+  /// work. \return whether it is a keyboard message
   bool TakeKeyWhileWorking(const MSG& message);
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static const wchar_t* ClassName();
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  /// Shows the form where it takes neither the front nor the keyboard from what is open and modal,
-  /// and disabled until that is closed.
+  /// Shows the form behind the open modal window, disabled and without activation.
   void ShowBehind(ModalDisabling& open);
   void PressButtonOf(WORD command);
   static std::optional<LRESULT> BackgroundOf(HWND control, HDC target);
@@ -102,7 +101,7 @@ class FormWindow final : public controls::FormPeer {
   std::vector<ControlWindow*> windows_;
   HWND focus_ = nullptr;
   bool placed_ = false;
-  bool hidden_ = false;  ///< Hide was called since it was last shown
+  bool hidden_ = false;  ///< Hide was called since the last Show
   std::optional<ModalDisabling> disabling_;
 };
 

@@ -8,7 +8,7 @@ namespace ktrv::windows {
 
 namespace {
 
-/// What the control with the focus would do with this message.
+/// Queries which keys the focused control handles itself.
 LRESULT CodeOf(MSG& message) {
   return SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
                       reinterpret_cast<LPARAM>(&message));
@@ -22,8 +22,8 @@ bool TakeKeyDown(HWND form, MSG& message) {
       if (wants & DLGC_WANTTAB || GetKeyState(VK_CONTROL) < 0) return false;
       SendMessageW(form, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0, FALSE);
       return true;
-    // Posted: the command may open another dialog, and no loop is to run inside the hook.
-    // A key that is still held from the window before presses no button of this one.
+    // Posted, because the command may open a dialog, and no message loop may run inside the hook.
+    // An auto-repeat of a key held down since the previous window is ignored.
     case VK_RETURN:
       if (!IsRepeated(message.lParam)) PostMessageW(form, WM_COMMAND, IDOK, 0);
       return true;
@@ -39,8 +39,7 @@ bool TakeMessage(MSG& message) {
   HWND form = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   FormWindow* owner = FormWindow::From(form);
   if (!owner) return false;
-  // A disabled window that is the active one still gets keys, and so does one that was disabled
-  // after the key went down.
+  // A disabled window still gets keys while it is active, or if it was disabled after key-down.
   if (!IsWindowEnabled(form)) {
     return message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
   }
@@ -52,7 +51,7 @@ bool TakeMessage(MSG& message) {
       if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) return false;
       return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     case WM_SYSCHAR:
-      // Letters that no control has stay for the system menu.
+      // Other letters are left to the system menu.
       return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     default:
       return false;
@@ -67,7 +66,7 @@ MessageHook::MessageHook()
 LRESULT CALLBACK MessageHook::Procedure(int code, WPARAM wParam, LPARAM lParam) {
   return Guard<LRESULT>(0, [&] {
     auto& message = *reinterpret_cast<MSG*>(lParam);
-    // A message that is only looked at comes again.
+    // With PM_NOREMOVE the message will come again.
     if (code == HC_ACTION && wParam == PM_REMOVE && TakeMessage(message)) {
       message.message = WM_NULL;
     }

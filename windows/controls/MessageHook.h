@@ -6,9 +6,9 @@
 
 namespace ktrv::windows {
 
-/// Makes Tab, Alt with a letter, Enter and Escape work in our forms although the host hands its
-/// messages out without knowing them for dialogs. It watches the messages that this thread reads
-/// and takes those keys of our forms that the control with the focus does not want for itself.
+/// A WH_GETMESSAGE hook for dialog keys (Tab, access keys, Enter, Escape) in our forms, because the
+/// host's message loop does not call IsDialogMessage for them. Handles keys that the focused
+/// control does not handle itself.
 class MessageHook {
  public:
   MessageHook();

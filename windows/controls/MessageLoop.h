@@ -4,9 +4,9 @@
 
 namespace ktrv::windows {
 
-/// Hands this thread's messages out until `done`. A request to quit that arrives meanwhile is
-/// posted again for the host's own loop.
-/// \return false when it ended before `done`: by such a request or because messages cannot be read.
+/// Dispatches messages of this thread until `done` returns true. A WM_QUIT is posted again for the
+/// host's loop.
+/// \return false if it ended early: after WM_QUIT or if GetMessage failed
 bool RunMessages(const std::function<bool()>& done);
 
 }  // namespace ktrv::windows

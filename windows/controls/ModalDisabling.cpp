@@ -15,7 +15,7 @@ ModalDisabling*& LastOfThisThread() {
 ModalDisabling::ModalDisabling(HWND modal, HWND owner)
     : modal_(modal), owner_(owner), active_(GetActiveWindow()), outer_(LastOfThisThread()) {
   LastOfThisThread() = this;
-  // A box that nothing owns disables the thread's windows by itself.
+  // A message box without owner disables the thread's windows itself.
   if (modal_ || owner_) {
     EnumThreadWindows(GetCurrentThreadId(), &Disable, reinterpret_cast<LPARAM>(this));
   }
@@ -34,7 +34,7 @@ ModalDisabling::~ModalDisabling() {
     if (inner->active_ == modal_) inner->active_ = active_;
     return;
   }
-  // The last one disabled first, so that the windows come back in the order in which they went.
+  // In reverse order of disabling.
   for (auto window = disabled_.rbegin(); window != disabled_.rend(); ++window) {
     if (IsWindow(*window)) EnableWindow(*window, TRUE);
   }

@@ -6,28 +6,27 @@
 
 namespace ktrv::windows {
 
-/// Keeps the user from the other windows of this thread while a modal form or a message box is
-/// open. They nest; when an outer one ends first, what it disabled stays disabled until the inner
-/// one ends.
+/// Disables the other windows of this thread while a modal form or message box is open. Nestable;
+/// if an outer one ends first, its windows stay disabled until the inner one ends.
 class ModalDisabling {
  public:
-  /// \param modal the form; null for a message box, whose window is not there yet.
-  /// \param owner of a message box, which the box itself disables and enables again.
+  /// \param modal the form; null for a message box, which has no window yet
+  /// \param owner owner of a message box; the box itself disables and enables it
   explicit ModalDisabling(HWND modal, HWND owner = nullptr);
-  /// Enables what it disabled. To be done while the modal window, or the owner of the box, is still
-  /// there: otherwise the system finds no window of ours to make active and takes another
-  /// program's.
+  /// Enables the windows again. Must run while the modal window or the box's owner still exists.
+  /// Otherwise the system finds no window of ours to activate and activates another program's.
   ~ModalDisabling();
   ModalDisabling(const ModalDisabling&) = delete;
   ModalDisabling& operator=(const ModalDisabling&) = delete;
 
-  /// The one that was opened last on this thread and is still open; null when none is.
+  /// The innermost open one on this thread; null if there is none.
   static ModalDisabling* Innermost();
 
   HWND Modal() const { return modal_; }
-  /// Disables one more window until this ends.
+  /// Disables another window until this one ends.
   void Add(HWND window);
-  /// The window that the user can work with meanwhile; null when there is none.
+  /// The window of the thread that the user can work with: visible and enabled; null if there is
+  /// none.
   static HWND Front();
 
  private:

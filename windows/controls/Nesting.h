@@ -2,7 +2,7 @@
 
 namespace ktrv::windows {
 
-/// Counts how deep inside something the program is.
+/// Increments a nesting depth for its lifetime.
 class Nesting {
  public:
   explicit Nesting(int& depth) : depth_(depth) { ++depth_; }

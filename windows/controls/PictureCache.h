@@ -6,10 +6,10 @@
 
 namespace ktrv::windows {
 
-/// Pictures drawn once and shown often.
+/// A cache of icons by picture and size.
 class PictureCache {
  public:
-  /// In the middle of the cell, left out where it is wider than the cell. \param size pixels
+  /// Draws the picture centred in the cell, clipped to it. \param size pixels
   void Draw(HDC target, controls::Image image, const RECT& cell, int size);
 
  private:

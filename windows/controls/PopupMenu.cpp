@@ -7,8 +7,8 @@ namespace ktrv::windows {
 
 namespace {
 
-/// Item i has the command i + 1; 0 means that nothing was chosen. Separators stand only between
-/// visible items.
+/// Item i has the command id i + 1; 0 means no selection. Separators are added only between visible
+/// items.
 UniqueMenu Build(const controls::Menu& menu) {
   UniqueMenu popup(CreatePopupMenu());
   bool any = false;
@@ -33,14 +33,14 @@ UniqueMenu Build(const controls::Menu& menu) {
 void ShowPopupMenu(HWND owner, controls::Menu& menu, POINT place) {
   const UniqueMenu popup = Build(menu);
   if (GetMenuItemCount(popup.Get()) <= 0) return;
-  // Otherwise a click elsewhere would not close it.
+  // Required so that a click outside closes the menu.
   SetForegroundWindow(owner);
   const UINT side = GetSystemMetrics(SM_MENUDROPALIGNMENT) ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
   const BOOL chosen = TrackPopupMenuEx(popup.Get(), side | TPM_RIGHTBUTTON | TPM_RETURNCMD, place.x,
                                        place.y, owner, nullptr);
   PostMessageW(owner, WM_NULL, 0, 0);
   if (chosen <= 0) return;
-  // A copy: the command may change the menu.
+  // A copy, because the command may change the menu.
   const auto click = menu.Items[static_cast<std::size_t>(chosen - 1)].Click;
   if (click) click();
 }

@@ -6,7 +6,7 @@
 
 namespace ktrv::windows {
 
-/// Shows the menu at a place on the screen, in pixels, and runs the chosen item's Click.
+/// Shows the menu and runs the selected item's Click. \param place screen position in pixels
 void ShowPopupMenu(HWND owner, controls::Menu& menu, POINT place);
 
 }  // namespace ktrv::windows

@@ -60,7 +60,7 @@ LRESULT CALLBACK PostQueue::Procedure(HWND window, UINT message, WPARAM wParam, 
   return Guard<LRESULT>(0, [&]() -> LRESULT {
     KillTimer(window, kTimer);
     auto* self = reinterpret_cast<PostQueue*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    // A closure may close the queue: it is kept until the slice is over.
+    // shared_from_this: a closure may close the queue.
     if (self) self->shared_from_this()->Drain();
     return 0;
   });
@@ -68,7 +68,7 @@ LRESULT CALLBACK PostQueue::Procedure(HWND window, UINT message, WPARAM wParam, 
 
 void PostQueue::Drain() {
   {
-    // A closure may run a message loop of its own, in which later ones are to be heard of.
+    // A closure may run a nested message loop, in which new closures must be announced.
     const std::lock_guard lock(mutex_);
     announced_ = false;
   }
@@ -96,7 +96,7 @@ std::function<void()> PostQueue::Next() {
 void PostQueue::Continue() {
   const std::lock_guard lock(mutex_);
   if (closures_.empty() || !target_ || std::exchange(announced_, true)) return;
-  // A posted message would overtake all input; a timer's comes last.
+  // A posted message would have priority over input; WM_TIMER has the lowest.
   SetTimer(target_, kTimer, USER_TIMER_MINIMUM, nullptr);
 }
 

@@ -11,17 +11,16 @@
 
 namespace ktrv::windows {
 
-/// Closures that other threads hand to the thread that made the queue. They run from its message
-/// loop, in the order in which they came; when the user does something meanwhile, that goes first.
-/// Closures that come after Close, or wait then, are dropped. Shared, because threads may
-/// still hold it when its screen is gone.
+/// Runs closures posted by any thread on the thread that created the queue, from its message loop,
+/// in FIFO order. User input has priority. Pending and later closures are dropped by Close. Shared,
+/// because other threads may outlive the screen.
 class PostQueue : public std::enable_shared_from_this<PostQueue> {
  public:
   static std::shared_ptr<PostQueue> Make();
 
-  /// Any thread.
+  /// Thread-safe.
   void Post(std::function<void()> closure);
-  /// On the queue's own thread.
+  /// Call it on the queue's own thread.
   void Close();
 
  private:
@@ -30,12 +29,12 @@ class PostQueue : public std::enable_shared_from_this<PostQueue> {
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void Drain();
   std::function<void()> Next();
-  /// Comes back to the rest: behind the user's input when some waits.
+  /// Schedules the next slice, with lower priority than user input.
   void Continue();
 
   std::mutex mutex_;
   Closures closures_;
-  HWND target_ = nullptr;  ///< null once closed
+  HWND target_ = nullptr;  ///< null after Close
   bool announced_ = false;
   UniqueWindow window_;
 };

@@ -6,7 +6,7 @@ namespace ktrv::windows {
 
 namespace {
 
-// These came with Windows 10; before it every window had the system's one resolution.
+// Functions of Windows 10. Before, all windows had the system DPI.
 template <class Function>
 Function* User32(const char* name) {
   return reinterpret_cast<Function*>(
@@ -20,7 +20,7 @@ int SystemDpi() {
   return dpi;
 }
 
-/// At the system's resolution.
+/// The message font at system DPI.
 LOGFONTW SystemMessageFont() {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
@@ -63,7 +63,7 @@ SIZE Scale::Outer(SIZE inner, DWORD style, DWORD exStyle) const {
 }
 
 UniqueFont MessageFont(Scale scale) {
-  // A monitor of its own resolution scales the system's.
+  // Scales from the system DPI to the DPI of the monitor.
   LOGFONTW font = SystemMessageFont();
   font.lfHeight = MulDiv(font.lfHeight, scale.Dpi(), SystemDpi());
   return UniqueFont(CreateFontIndirectW(&font));

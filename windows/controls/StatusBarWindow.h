@@ -9,7 +9,7 @@ class StatusBarWindow final : public Peer<controls::StatusBarPeer> {
  public:
   StatusBarWindow(FormWindow& form, controls::StatusBar& bar);
 
-  /// The progress bar that lies over a panel and moves with it.
+  /// Registers the progress bar over a panel, so that it moves with the panel.
   void SetGuest(HWND progressBar, int panel);
 
   void BoundsChanged() override {}
@@ -25,8 +25,8 @@ class StatusBarWindow final : public Peer<controls::StatusBarPeer> {
   int guestPanel_ = 0;
 };
 
-/// Makes the status bar the progress bar's parent and lays the bar over a panel (1-based; below 1:
-/// leaves it where it is).
+/// Makes the status bar the parent of the progress bar and moves it over a panel (1-based; less
+/// than 1: does not move it).
 void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel);
 
 }  // namespace ktrv::windows

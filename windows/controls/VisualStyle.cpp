@@ -16,7 +16,7 @@ VisualStyle::VisualStyle() {
   request.lpResourceName = MAKEINTRESOURCEW(2);
   request.hModule = ThisModule();
   context_ = CreateActCtxW(&request);
-  // Without the manifest the controls work all the same, in the host's looks.
+  // Without the manifest the controls work too, with the host's visual style.
   active_ = context_ != INVALID_HANDLE_VALUE && ActivateActCtx(context_, &cookie_);
 }
 

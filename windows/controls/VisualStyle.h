@@ -4,9 +4,8 @@
 
 namespace ktrv::windows {
 
-/// While it lives, windows that this thread makes are those of the common controls that the
-/// module's manifest (resource 2) asks for: drawn in the user's theme whatever the host's own
-/// manifest says.
+/// Activates the module's manifest (resource 2) on this thread for its lifetime. Windows created
+/// meanwhile use the themed common controls, whatever the host's manifest says.
 class VisualStyle {
  public:
   VisualStyle();

@@ -19,8 +19,8 @@ void Win32Language::ToUpper(String& text) const {
 
 void Win32Language::AppendSortKey(StringView text, std::string& keys) const {
   if (text.empty()) return;
-  // Accents and case decide only between texts that are alike without them; half-width forms and
-  // the two Japanese alphabets are the same letters.
+  // Accents and case are compared only if the texts are otherwise equal. Half-width forms and the
+  // two Japanese syllabaries are treated as equal.
   constexpr DWORD kFlags = LCMAP_SORTKEY | NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE;
   const std::wstring wide = ToWide(text);
   const int length = static_cast<int>(wide.size());

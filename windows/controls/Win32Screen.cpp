@@ -43,7 +43,7 @@ std::int16_t Win32Screen::ShowMessage(StringView text, StringView title, std::in
   const ModalDisabling* open = ModalDisabling::Innermost();
   if (owner && !IsWindowEnabled(owner) && open && open->Modal()) owner = open->Modal();
   const ModalDisabling others(nullptr, owner);
-  // Without an owner the thread's windows would stay open to the user meanwhile.
+  // Without an owner the thread's windows would stay enabled.
   const UINT modality = owner ? 0U : static_cast<UINT>(MB_TASKMODAL | MB_SETFOREGROUND);
   return static_cast<std::int16_t>(MessageBoxW(owner, ToWide(text).c_str(), ToWide(title).c_str(),
                                                static_cast<UINT>(style) | modality));

@@ -9,7 +9,7 @@
 
 namespace ktrv::windows {
 
-/// The display of the thread that makes it, which has to hand out messages while forms are open.
+/// The display of the thread that creates it. That thread must pump messages while forms are open.
 class Win32Screen final : public controls::Screen {
  public:
   Win32Screen();
@@ -23,7 +23,7 @@ class Win32Screen final : public controls::Screen {
   void Post(std::function<void()> closure) override { queue_->Post(std::move(closure)); }
   const controls::Language& UserLanguage() const override { return language_; }
 
-  /// Post for threads that may outlive this screen: then it does nothing.
+  /// A Post function for threads that may outlive the screen; then it does nothing.
   std::function<void(std::function<void()>)> Poster() const;
 
  private:
