@@ -46,7 +46,7 @@ Command::Together Command::ExecuteTogether(std::vector<std::vector<Variant>> row
   try {
     for (auto& values : rows) Convert(values);
   } catch (const Error&) {
-    return Together::CannotRun;  // those before it can be run
+    return Together::CannotRun;  // the caller can run the valid rows one by one
   }
   Statement& statement = Prepare(link);
   if (!link->Get().SetMark()) return Together::CannotRun;
@@ -56,7 +56,7 @@ Command::Together Command::ExecuteTogether(std::vector<std::vector<Variant>> row
     try {
       link->Get().RollBackToMark();
     } catch (const Error&) {
-      throw error;  // what came first is what is told
+      throw error;  // report the first failure
     }
     return Together::Undone;
   }
@@ -68,7 +68,7 @@ void Command::Convert(std::vector<Variant>& values) const {
   if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
   for (std::size_t index = 0; index < values.size(); ++index) {
     const Parameter& parameter = parameters_[index];
-    constexpr bool kNarrow = true;  // whole numbers are 4 bytes
+    constexpr bool kNarrow = true;  // integer parameters have 4 bytes
     values[index] = ConvertTo(parameter.Type, values[index], parameter.Size, kNarrow);
   }
 }

@@ -10,7 +10,8 @@ constexpr std::size_t kMost = 4;
 
 }  // namespace
 
-// Links end outside the lock: who waits for it may be the user. So they are declared before it.
+// Links are destroyed outside the lock, because the user-interface thread may wait for it. So they
+// are declared before it.
 
 void LinkStore::Open() {
   const std::lock_guard lock(mutex_);

@@ -13,34 +13,33 @@
 
 namespace ktrv::database {
 
-/// Links that nobody uses, for the next who opens the same: a few, each for a while, after which a
-/// thread of the store closes it. Any thread.
+/// Unused links, for the next Open with the same address: at most four, each for a limited time. A
+/// thread of the store closes them after that. Thread-safe.
 class LinkStore : public std::enable_shared_from_this<LinkStore> {
  public:
   /// Connection string, user and password.
   using Address = std::tuple<String, String, String>;
   using Clock = std::chrono::steady_clock;
 
-  /// \param longest time that a link is kept
+  /// \param longest maximum time to keep a link
   explicit LinkStore(std::chrono::milliseconds longest) : longest_(longest) {}
 
-  /// From here on links are kept; before, and behind Close, they are closed at once.
+  /// Starts keeping links. Before it and after Close, they are closed at once.
   void Open();
 
   struct Found {
-    std::unique_ptr<Link> Unused;  ///< null when there is none
+    std::unique_ptr<Link> Unused;  ///< null if there is none
     Clock::duration Idle;
   };
-  /// The link that was used last of those to the address.
+  /// The most recently used link to the address.
   Found Take(const Address& address);
   void Keep(const Address& address, std::unique_ptr<Link> link);
-  /// Closes those to the address.
+  /// Closes the kept links to the address.
   void Drop(const Address& address);
 
   std::shared_ptr<LinkFacts> FactsOf(const Address& address);
 
-  /// Closes all, and forgets what is known of their databases. The store's thread is gone behind
-  /// it.
+  /// Closes all links, clears the cached facts, and joins the store's thread.
   void Close() noexcept;
 
  private:
@@ -49,11 +48,11 @@ class LinkStore : public std::enable_shared_from_this<LinkStore> {
     std::unique_ptr<Link> Unused;
     Clock::time_point Since;
   };
-  /// One of the store's threads, from the first link that is kept until none is left.
+  /// A thread of the store; runs from the first kept link until none is left.
   struct Watch {
     EndFlag Ended = std::make_shared<std::atomic<bool>>(false);
     bool Stopped = false;
-    bool Left = false;  ///< it closes nothing more
+    bool Left = false;  ///< it closes no more links
   };
 
   void StartWatch();
@@ -63,7 +62,7 @@ class LinkStore : public std::enable_shared_from_this<LinkStore> {
   std::mutex mutex_;
   std::condition_variable stopped_;
   bool open_ = false;
-  std::list<Kept> kept_;  // in the order of their time
+  std::list<Kept> kept_;  // sorted by time
   std::map<Address, std::shared_ptr<LinkFacts>> facts_;
   std::shared_ptr<Watch> watch_;
 };

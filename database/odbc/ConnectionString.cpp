@@ -6,7 +6,7 @@
 namespace ktrv::database::odbc {
 namespace {
 
-/// Takes the first "keyword=value" off the string.
+/// Removes the first "keyword=value" from the string and returns it.
 std::pair<StringView, String> TakePair(StringView& rest) {
   const std::size_t equals = rest.find_first_of(u"=;");
   if (equals == StringView::npos || rest[equals] == u';') {
@@ -21,7 +21,7 @@ std::pair<StringView, String> TakePair(StringView& rest) {
     std::size_t at = 1;
     for (; at < rest.size(); ++at) {
       if (rest[at] == u'}' && rest.substr(at, 2) != u"}}") break;
-      if (rest[at] == u'}') ++at;  // a doubled one stands for itself
+      if (rest[at] == u'}') ++at;  // a doubled brace is an escaped one
       value += rest[at];
     }
     rest.remove_prefix(std::min(at + 1, rest.size()));
@@ -76,7 +76,7 @@ String CompleteConnectionString(StringView connectionString, StringView user, St
   const auto addDefault = [&](StringView keyword, StringView value) {
     if (!HasKeyword(complete, keyword)) complete = WithKeyword(complete, keyword, value);
   };
-  // Statements of an array that it sends at once.
+  // Statements of a parameter array that are sent in one batch.
   if (driver.find(u"POSTGRES") != String::npos) addDefault(u"BatchSize", u"500");
   if (driver.find(u"SQLITE") == String::npos) return complete;
   addDefault(u"StepAPI", u"1");

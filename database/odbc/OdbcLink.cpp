@@ -16,7 +16,7 @@ ConnectionHandle NewConnection(SQLHANDLE environment) {
   return ConnectionHandle(raw);
 }
 
-/// The name in a column of the row that was fetched; empty for null.
+/// The text of a column in the fetched row, at most 255 units; empty for null.
 String ShortText(const StatementHandle& statement, SQLUSMALLINT column) {
   char16_t text[256] = {};
   SQLLEN length = 0;
@@ -31,7 +31,7 @@ OdbcLink::OdbcLink(SQLHANDLE environment, StringView connectionString, StringVie
                    StringView password)
     : connection_(NewConnection(environment)) {
   const String complete = CompleteConnectionString(connectionString, user, password);
-  // A path of this form is for a driver of the other system, which takes bytes.
+  // A Unix path means a Unix driver under Wine, whose connection string is UTF-8.
   const bool utf8 = KeywordValue(complete, u"Database").substr(0, 1) == u"/";
   SQLRETURN result = SQL_ERROR;
   if (utf8) {
@@ -50,7 +50,7 @@ OdbcLink::OdbcLink(SQLHANDLE environment, StringView connectionString, StringVie
 }
 
 OdbcLink::~OdbcLink() {
-  // A session with an open transaction refuses to end.
+  // SQLDisconnect fails while a transaction is open.
   if (!SQL_SUCCEEDED(SQLDisconnect(connection_.Get()))) {
     SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), SQL_ROLLBACK);
     SQLDisconnect(connection_.Get());
@@ -61,8 +61,8 @@ void OdbcLink::LearnAboutDriver() {
   const String driver = Information(SQL_DRIVER_NAME);
   if (!driver.empty()) dialogue_.Source = driver;
   engine_ = EngineOf(Information(SQL_DBMS_NAME));
-  // Only the build of SQLite's driver for Windows has the wide functions. The other one cuts each
-  // UTF-16 unit to a byte when it is called by them.
+  // Only the Windows build of SQLite's driver has wide functions. The other build would truncate
+  // each UTF-16 unit to a byte.
   dialogue_.Utf8 = engine_ == Engine::Sqlite && driver.find(u".dll") == String::npos;
   SQLUSMALLINT furtherResults = SQL_FALSE;
   SQLGetFunctions(connection_.Get(), SQL_API_SQLMORERESULTS, &furtherResults);
@@ -73,7 +73,7 @@ void OdbcLink::LearnAboutDriver() {
   SQLUINTEGER extensions = 0;
   SQLGetInfo(connection_.Get(), SQL_GETDATA_EXTENSIONS, &extensions, sizeof extensions, nullptr);
   constexpr SQLUINTEGER kNeeded = SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER | SQL_GD_BOUND;
-  // MySQL's driver says that it can, but gives wrong lengths for long texts beyond the first plane.
+  // MySQL's driver claims support, but returns wrong lengths for long texts with surrogate pairs.
   canReadAgain_ = (extensions & kNeeded) == kNeeded && engine_ != Engine::MySql;
 }
 
@@ -108,12 +108,12 @@ std::vector<String> OdbcLink::AskKeyColumns(StringView table) const {
   const String name = NameInCatalogue(table, engine_);
   const StatementHandle statement = NewStatement();
   const std::string bytes = ToUtf8(name);
-  // A newer Wine finds no key when it is asked in wide characters.
+  // Newer versions of Wine find no key with the wide function.
   const bool narrow = dialogue_.Utf8 || bytes.size() == name.size();
   const SQLRETURN result =
       narrow ? SQLPrimaryKeys(statement.Get(), nullptr, 0, nullptr, 0, Narrow(bytes), SQL_NTS)
              : SQLPrimaryKeysW(statement.Get(), nullptr, 0, nullptr, 0, Wide(name), SQL_NTS);
-  if (!SQL_SUCCEEDED(result)) return {};  // the driver cannot tell
+  if (!SQL_SUCCEEDED(result)) return {};  // not supported by the driver
   constexpr SQLUSMALLINT kCatalog = 1;
   constexpr SQLUSMALLINT kSchema = 2;
   constexpr SQLUSMALLINT kColumnName = 4;
@@ -150,8 +150,8 @@ void OdbcLink::Run(StringView text) {
 bool OdbcLink::Begin() {
   if (!hasTransactions_) return false;
   if (engine_ == Engine::Sqlite) {
-    // Its driver would begin one that reads first, and fails without waiting when it is to write
-    // while another writes.
+    // The driver would start a deferred transaction. That fails without waiting if it wants to
+    // write while another connection writes.
     Run(u"BEGIN IMMEDIATE");
   } else {
     CommitEachStatement(false);
@@ -168,7 +168,7 @@ void OdbcLink::Commit() {
 
 void OdbcLink::RollBack() {
   if (engine_ == Engine::Sqlite) return Run(u"ROLLBACK");
-  // In this order, as the other would commit.
+  // Roll back first: switching autocommit on would commit.
   Checked(SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), SQL_ROLLBACK), SQL_HANDLE_DBC,
           connection_.Get(), dialogue_);
   CommitEachStatement(true);
@@ -184,7 +184,7 @@ bool OdbcLink::SetMark() {
     case Engine::SqlServer:
       Run(u"SAVE TRANSACTION KTRV_MARK");
       return true;
-    case Engine::Sqlite:  // needs none: it has no line
+    case Engine::Sqlite:  // not needed: no network round trips to save
     case Engine::Other:
       break;
   }
