@@ -61,7 +61,7 @@ void GridRows::Remove(int row) {
   }
   Materialise();
   const Reference reference = At(row);
-  if (reference & kOwn) own_[reference & ~kOwn] = {};  // its place is not used again
+  if (reference & kOwn) own_[reference & ~kOwn] = {};  // indices of own_ are not reused
   order_.erase(order_.begin() + row);
 }
 
@@ -76,7 +76,7 @@ void GridRows::Remove(const RowSelection& rows) {
     if (range == rows.Ranges().end() || row < range->First) {
       order_[kept++] = reference;
     } else if (reference & kOwn) {
-      own_[reference & ~kOwn] = {};  // its place is not used again
+      own_[reference & ~kOwn] = {};  // indices of own_ are not reused
     }
   }
   order_.resize(kept);
@@ -131,7 +131,7 @@ StringView GridRows::CellOf(Reference reference, int column) const {
     const auto change = changed_.find({reference, column});
     if (change != changed_.end()) return change->second;
   }
-  // Column 0 is the grid's own fixed column.
+  // Column 0 is the grid's fixed column.
   const auto index = static_cast<std::size_t>(column) - 1;
   if (column == 0 || index >= source_->Columns().size()) return {};
   return source_->CellText(reference, index).value_or(StringView());

@@ -5,7 +5,7 @@
 namespace ktrv::controls {
 namespace {
 
-constexpr std::size_t kUnits = 4;  // in the eight bytes of a row
+constexpr std::size_t kUnits = 4;  // fit in the eight bytes of a row
 
 template <class Fold>
 std::uint64_t HeadOf(StringView text, Fold&& fold) {

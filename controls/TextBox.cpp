@@ -9,14 +9,14 @@
 namespace ktrv::controls {
 namespace {
 
-/// At most `room` units of the text, without half a surrogate pair at the end.
+/// At most `room` units of the text, without splitting a surrogate pair.
 StringView Cut(StringView text, std::size_t room) {
   if (text.size() <= room) return text;
   const bool splitsPair = room > 0 && IsHighSurrogate(text[room - 1]);
   return text.substr(0, splitsPair ? room - 1 : room);
 }
 
-/// Where the beginning of a surrogate pair stands without its end; npos when there is none.
+/// The position of an unpaired high surrogate; npos if there is none.
 std::size_t HalfPair(StringView text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (!IsHighSurrogate(text[i])) continue;
@@ -77,7 +77,7 @@ String TextBox::Admitted(StringView text) const {
 void TextBox::UserTypes(StringView text) {
   String typed = Admitted(text);
   if (typed.empty() && !text.empty()) return;
-  // A control code is a command to the box (paste, copy), not a character.
+  // A control character is a command (paste, copy), not text.
   if (typed.size() == 1 && typed.front() < u' ') return;
   const auto start = static_cast<std::size_t>(selectionStart_);
   const auto length = static_cast<std::size_t>(selectionLength_);
@@ -96,7 +96,7 @@ void TextBox::UserTypes(StringView text) {
 
 void TextBox::UserChanges(String text) {
   if (text == text_) return;
-  // A box that is full takes what fits of a pasted text, were it half a surrogate pair.
+  // A full box truncates pasted text, possibly inside a surrogate pair.
   const bool full = maxLength_ > 0 && text.size() >= static_cast<std::size_t>(maxLength_);
   const std::size_t half = full ? HalfPair(text) : String::npos;
   if (half != String::npos) text.erase(half, 1);

@@ -10,22 +10,22 @@
 
 namespace ktrv::controls {
 
-/// An item of a tree view. Belongs to the tree; gone when it or the tree's items are removed.
+/// A node of a tree view. Owned by the tree; destroyed by Remove or Clear.
 struct TreeNode {
   String Key;
   String Text;
   String Tag;
-  int ImageIndex = 0;          ///< index in the tree's image list, from 1; 0 for none
-  int SelectedImageIndex = 0;  ///< 0: as ImageIndex
+  int ImageIndex = 0;          ///< 1-based index in the tree's image list; 0 for none
+  int SelectedImageIndex = 0;  ///< 0: same as ImageIndex
   TreeNode* Parent = nullptr;
   std::vector<TreeNode*> Children;
-  bool Expanded = false;  ///< may be set before there are children, which then show at once
+  bool Expanded = false;  ///< may be set before children exist; they are visible then
 };
 
 class TreeViewPeer : public ControlPeer {
  public:
   virtual void NodeAdded(TreeNode& node) = 0;
-  /// The node and all below it are about to go.
+  /// The node and its descendants are about to be removed.
   virtual void NodeRemoving(TreeNode& node) = 0;
   virtual void Cleared() = 0;
   virtual void NodeTextChanged(TreeNode& node) = 0;
@@ -36,47 +36,46 @@ class TreeViewPeer : public ControlPeer {
 /// A tree of nodes with unique keys, in insertion order.
 class TreeView final : public ControlOf<TreeViewPeer> {
  public:
-  /// \param images pictures of the indexes from 1 on.
+  /// \param images the image list; indices start at 1
   TreeView(Form& form, Rectangle bounds, std::vector<Image> images);
 
   std::function<void(TreeNode& node)> NodeClick;
   std::function<void(TreeNode& node)> Collapse;
   std::function<void(TreeNode& node)> Expand;
   std::function<void(std::int16_t keyCode, std::int16_t shift)> KeyDown;
-  /// Position in twips from the tree's left and top. The right button is reported over nodes only.
+  /// Position in twips relative to the tree. The right button is reported only over nodes.
   std::function<void(MouseButton button, std::int16_t shift, int x, int y)> MouseUp;
 
-  /// Adds a node behind the others of its parent. \param parentKey empty for the top level.
-  /// \throws Error ElementNotFound when there is no such parent, KeyNotUnique when the key is
-  /// taken.
+  /// Appends a node to its parent. \param parentKey empty for the top level. \throws Error
+  /// ElementNotFound if there is no such parent, KeyNotUnique if the key exists
   TreeNode& Add(StringView parentKey, String key, String text, int imageIndex,
                 int selectedImageIndex = 0);
-  /// Takes the node and all below it away. When it or one below it was selected, its next sibling,
-  /// else the previous one, else the parent is selected, without an event.
+  /// Removes the node and its descendants. If one of them was selected, selects the next sibling,
+  /// else the previous one, else the parent, without an event.
   void Remove(TreeNode& node);
   void Clear();
 
-  /// Null when there is no node of this key.
+  /// The node with this key; null if there is none.
   TreeNode* Find(StringView key) const;
   int Count() const { return static_cast<int>(nodes_.size()); }
-  /// In insertion order over the whole tree, counted from 1. \throws Error SubscriptOutOfRange
+  /// The node at a 1-based index in insertion order of the whole tree. \throws Error
+  /// SubscriptOutOfRange
   TreeNode& At(int index) const;
 
   TreeNode* SelectedNode() const { return selected_; }
   /// Selects the node (null: none) without an event.
   void Select(TreeNode* node);
   void SetText(TreeNode& node, String text);
-  /// Reports Expand or Collapse when it changes a node that has children, as the user's own click
-  /// does. Collapsed above the selected node it is selected in its place, without a click.
+  /// Raises Expand or Collapse if the state of a node with children changes. Collapsing an ancestor
+  /// of the selected node selects the ancestor, without NodeClick.
   void SetExpanded(TreeNode& node, bool expanded);
 
   const std::vector<Image>& Images() const { return images_; }
 
-  /// The user clicked the node or moved to it with the keyboard: it is selected and NodeClick
-  /// reported.
+  /// The user clicked the node or moved to it by keyboard. Selects it and raises NodeClick.
   void UserClicks(TreeNode& node);
-  /// The user expanded or collapsed the node. Collapsed above the selected one it is selected in
-  /// its place, which counts as a click: a node that nobody sees must not stay the chosen one.
+  /// The user expanded or collapsed the node. Collapsing an ancestor of the selected node selects
+  /// the ancestor and raises NodeClick, because a hidden node must not stay selected.
   void UserExpands(TreeNode& node, bool expanded);
   void UserPresses(std::int16_t keyCode, std::int16_t shift);
   void UserReleases(MouseButton button, std::int16_t shift, int x, int y);
@@ -84,7 +83,7 @@ class TreeView final : public ControlOf<TreeViewPeer> {
   void Realise(PeerFactory& factory) override;
 
  private:
-  /// The node that is selected when this one goes; null for none.
+  /// The node to select when this one is removed; null for none.
   TreeNode* Neighbour(const TreeNode& node) const;
   void ReportExpanded(TreeNode& node);
 
