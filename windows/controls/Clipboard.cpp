@@ -14,7 +14,7 @@ namespace {
 
 using UniqueMemory = Unique<HGLOBAL, [](HGLOBAL memory) { GlobalFree(memory); }>;
 
-/// The clipboard, open. Other programs hold it for moments at a time, so it is asked for again.
+/// Opens the clipboard. Retries, because other programs keep it open for short times.
 class OpenedClipboard {
  public:
   OpenedClipboard() {
@@ -43,7 +43,7 @@ std::optional<String> ReadClipboard() {
   HANDLE data = GetClipboardData(CF_UNICODETEXT);
   const auto* text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
   if (!text) return std::nullopt;
-  // The memory is another program's and may lack the final zero.
+  // The memory comes from another program and may lack the terminating zero.
   std::wstring_view units(text, GlobalSize(data) / sizeof(wchar_t));
   String result = FromWide(units.substr(0, units.find(L'\0')));
   GlobalUnlock(data);
@@ -62,7 +62,7 @@ void WriteClipboard(StringView text) {
     throw Error(ErrorNumber::ActionNotSupported, u"Can't open the clipboard", u"KTRVAddressBook",
                 GetLastError());
   }
-  memory.Release();  // it is the clipboard's now
+  memory.Release();  // now owned by the clipboard
 }
 
 }  // namespace ktrv::windows

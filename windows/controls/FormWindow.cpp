@@ -94,7 +94,7 @@ std::optional<LRESULT> FormWindow::Reflect(UINT message, WPARAM wParam, LPARAM l
     }
   }
   if (message == WM_COMMAND && lParam != 0) {
-    // A click that was on its way when the form was disabled.
+    // Ignores a click sent before the form was disabled.
     const bool click = HIWORD(wParam) == BN_CLICKED;
     HWND sender = reinterpret_cast<HWND>(lParam);
     if (click && !IsWindowEnabled(GetAncestor(sender, GA_ROOT))) return 0;
@@ -116,7 +116,7 @@ void FormWindow::PointerChanged() {
   GetCursorPos(&pointer);
   HWND under = WindowFromPoint(pointer);
   if (under != handle_ && !IsChild(handle_, under)) return;
-  // Nobody moves the mouse while the form works: the shape has to change by itself.
+  // The shape must change without a mouse move.
   PostMessageW(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under),
                MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
   if (form_.Pointer() == controls::MousePointer::Hourglass) {
@@ -151,7 +151,8 @@ void FormWindow::ShowBehind(ModalDisabling& open) {
 }
 
 void FormWindow::ShowModal() {
-  // A dialog that one of our own windows opened stays above it; a host's windows own none of ours.
+  // A dialog opened by one of our windows is owned by it and stays above it. Host windows own none
+  // of ours.
   HWND opener = GetActiveWindow();
   if (From(opener) && opener != handle_) {
     SetWindowLongPtrW(handle_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(opener));
@@ -166,7 +167,7 @@ void FormWindow::Hide() {
   hidden_ = true;
   disabling_.reset();
   if (handle_) ShowWindow(handle_, SW_HIDE);
-  // The modal loop may be waiting for a message.
+  // Wakes the modal loop.
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
@@ -252,7 +253,7 @@ bool FormWindow::SetPointerShape(HWND under, LPARAM lParam) const {
 }
 
 void FormWindow::OnDestroyed() {
-  // Not by us: its owner or the host took the window away, and the form has to know.
+  // Destroyed by its owner or the host, not by us; the form must be unloaded.
   SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
   handle_ = nullptr;
   disabling_.reset();

@@ -24,7 +24,7 @@ Layers operator+(Layers back, const Layers& front) {
   return back;
 }
 
-/// Head and shoulders; `floor` is where the shoulders end.
+/// Head and shoulders. \param floor the lower edge of the shoulders
 Layers Person(Dot head, double radius, double floor, std::uint32_t color) {
   return {{color, Ellipse{head, radius, radius}},
           {color, Ellipse{{head.X, floor}, radius * 1.75, floor - head.Y - radius - 0.5, floor}}};

@@ -8,13 +8,13 @@
 
 namespace ktrv::windows {
 
-/// One shape of a picture in its colour.
+/// A shape and its colour.
 struct Layer {
   std::uint32_t Color = 0;  ///< 0xRRGGBB
   Shape Form;
 };
 
-/// What a picture is drawn of, from the back to the front; nothing for Image::None.
+/// The layers of a picture from back to front; empty for Image::None.
 std::vector<Layer> LayersOf(controls::Image image);
 
 }  // namespace ktrv::windows

@@ -64,7 +64,7 @@ Shape Snapped(const Shape& shape, int size) {
   const auto* box = std::get_if<Box>(&shape);
   if (!box) return shape;
   const auto snap = [size](double units) { return std::round(units * size / 16) * 16 / size; };
-  // A thin bar keeps at least one pixel.
+  // A thin box keeps at least one pixel.
   const double pixel = 16.0 / size;
   const double left = snap(box->Left);
   const double top = snap(box->Top);

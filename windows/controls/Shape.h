@@ -5,7 +5,7 @@
 
 namespace ktrv::windows {
 
-/// A place on a picture's grid of 16 by 16 units, from its upper left corner.
+/// A point on the 16 x 16 grid of a picture; the origin is the upper left corner.
 struct Dot {
   double X = 0;
   double Y = 0;
@@ -19,23 +19,23 @@ struct Ellipse {
   double Floor = 16;
 };
 
-/// An upright box; its edges are moved onto whole pixels so that they stay sharp.
+/// A rectangle. Its edges are snapped to whole pixels, so that they stay sharp.
 struct Box {
   double Left = 0;
   double Top = 0;
   double Right = 0;
   double Bottom = 0;
-  double Radius = 0;  ///< of the rounded corners
+  double Radius = 0;  ///< of the corners
 };
 
-/// A line with round ends.
+/// A line with round caps.
 struct Line {
   Dot From;
   Dot To;
   double Thickness = 1;
 };
 
-/// A part of a ring, clockwise. Angles in degrees, 0 to the right.
+/// A part of a ring. Angles in degrees, clockwise, 0 is to the right.
 struct Arc {
   Dot Center;
   double Radius = 0;
@@ -50,10 +50,10 @@ struct Polygon {
 
 using Shape = std::variant<Ellipse, Box, Line, Arc, Polygon>;
 
-/// Whether the shape covers the place.
+/// Whether the point is inside the shape.
 bool Covers(const Shape& shape, Dot place);
 
-/// The shape with the edges that can be sharp on whole pixels of a picture `size` pixels wide.
+/// The shape with the edges of a box snapped to the pixels of a picture with `size` pixels.
 Shape Snapped(const Shape& shape, int size);
 
 }  // namespace ktrv::windows

@@ -30,7 +30,7 @@ void StatusBarWindow::PanelTextChanged(int panel) {
 
 void StatusBarWindow::OnFormResized() {
   if (!Handle()) return;
-  Send(WM_SIZE);  // moves itself to the bottom edge
+  Send(WM_SIZE);  // the bar moves itself to the bottom edge
   LayOut();
   RECT place{};
   GetWindowRect(Handle(), &place);
