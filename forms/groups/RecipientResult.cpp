@@ -5,8 +5,8 @@
 namespace ktrv::forms {
 namespace {
 
-/// The id in a column of 15, and the name. Hosts cut the name off behind it, so a longer id is a
-/// failure and not a wider column.
+/// The id padded to 15 units, followed by the name. Hosts cut off 15 units, so a longer id is an
+/// error.
 String PaddedName(const String& id, const String& name) {
   constexpr std::size_t kWidth = 15;
   if (id.size() > kWidth) {
