@@ -11,20 +11,20 @@ class CheckBoxPeer : public ControlPeer {
   virtual void CheckedChanged() = 0;
 };
 
-/// A check box with a caption.
+/// A box that is checked or not, with its caption behind it.
 class CheckBox final : public ControlOf<CheckBoxPeer> {
  public:
   CheckBox(Form& form, Rectangle bounds, String caption);
 
-  /// Raised when the state has changed, by the user or by the program.
+  /// The box became checked or cleared, by its user or by the program.
   std::function<void()> Click;
 
   const String& Caption() const { return caption_; }
   bool Checked() const { return checked_; }
-  /// Raises Click if the state changes.
+  /// Reports Click when it differs.
   void SetChecked(bool checked);
 
-  /// The user clicked the box. No effect while it is disabled or invisible.
+  /// The user changed the box; nothing happens while it is disabled or invisible.
   void UserClicks();
 
   void Realise(PeerFactory& factory) override;

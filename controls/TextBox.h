@@ -14,28 +14,28 @@ class TextBoxPeer : public ControlPeer {
   virtual void BackColorChanged() {}
 };
 
-/// A single-line text box.
+/// One line of text to type into.
 class TextBox final : public ControlOf<TextBoxPeer> {
  public:
-  /// \param maxLength maximum UTF-16 units for user input; 0: unlimited
+  /// \param maxLength most UTF-16 units that the user can type or paste; 0 for no limit.
   TextBox(Form& form, Rectangle bounds, int maxLength = 0);
 
   std::function<void()> Change;
-  /// Raised before a character is inserted. The handler may set the code to 0 to discard it.
+  /// A character is about to be typed; the handler may set the code to 0 to discard it.
   std::function<void(std::int16_t& code)> KeyPress;
-  /// Raised before a text of several characters is inserted (paste, input method). The handler may
-  /// change it, or clear it to reject it.
+  /// A text of several characters is about to come in, however: the keys and the menu that paste,
+  /// an input method. The handler may change it, or empty it to refuse it.
   std::function<void(String& text)> Insertion;
 
   const String& Text() const { return text_; }
-  /// Sets the text and raises Change if it differs. It may be longer than maxLength.
+  /// Sets the text (longer than maxLength is allowed, as in any Windows program) and reports Change
+  /// when it differs.
   void SetText(String text);
   int MaxLength() const { return maxLength_; }
-  /// The text truncated to maxLength without splitting a surrogate pair.
+  /// The text cut at maxLength as a user's would be, without splitting a surrogate pair.
   String Fitting(StringView text) const;
 
-  /// As last set by Select, UserSelects or an insertion; a display need not report every selection
-  /// of the user.
+  /// As the form or UserSelects set them; a display need not tell all that its user marks.
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }
   void Select(int start, int length);
@@ -43,19 +43,19 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   std::uint32_t BackColor() const { return backColor_; }
   void SetBackColor(std::uint32_t color);
 
-  /// Cue banner: grey text shown while the box is empty.
+  /// Grey text shown while the box is empty.
   String Cue;
 
-  /// What of a text may be inserted: filters a single unit by KeyPress, a longer text by Insertion.
-  /// Empty if rejected. A display that inserts text itself must call this for each insertion.
+  /// What the box takes of a text that is to come in, typed, pasted or composed: as KeyPress leaves
+  /// one unit, and Insertion more than one; empty when it is refused. A display that inserts texts
+  /// by itself must ask here for each.
   String Admitted(StringView text) const;
-  /// The user replaced the selection by this text. Inserts what is Admitted, truncated to maxLength
-  /// without splitting a surrogate pair. No effect for a rejected text.
+  /// The user replaced the selected text by this one, however: what is Admitted of it, cut at
+  /// maxLength without splitting a surrogate pair. Nothing happens to a text that is refused.
   void UserTypes(StringView text);
-  /// The user changed the selection. Does not notify the peer.
+  /// The user marked this on the display; the peer is not told.
   void UserSelects(int start, int length);
-  /// The box on the display now has this text. An unpaired surrogate caused by truncation is
-  /// removed.
+  /// The box on the display holds this text now. Half a surrogate pair, cut by the limit, goes.
   void UserChanges(String text);
 
   void Realise(PeerFactory& factory) override;

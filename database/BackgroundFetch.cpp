@@ -30,9 +30,8 @@ constexpr int kMostCancels = 8;  // at intervals that double: some 25 seconds
 
 }  // namespace
 
-/// State shared by the fetching thread and the user-interface thread. At most one closure is posted
-/// at a time and delivers one item, so the message queue is not flooded and the user interface
-/// stays responsive.
+/// What the fetching thread and the user-interface thread share. Only one closure is under way at a
+/// time and hands over one item, so a slow user interface is neither flooded nor held up.
 class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> {
  public:
   Exchange(std::function<void(std::function<void()>)> post, Receiver& receiver)
@@ -40,14 +39,15 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 
   // On the fetching thread.
 
-  /// Registers the statement for cancellation. \return false if the fetch is cancelled already
+  /// Makes the statement the one to be cancelled. \return false when nobody wants the rows any
+  /// more.
   bool Begin(Statement& statement) {
     const std::lock_guard lock(mutex_);
     statement_ = &statement;
     return !givenUp_;
   }
 
-  /// Call before the statement is destroyed. Waits for a running call of Cancel.
+  /// To be called before the statement ends. Waits for a cancel that is under way.
   void End() {
     std::unique_lock lock(mutex_);
     statement_ = nullptr;
@@ -55,7 +55,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     changed_.wait(lock, [this] { return !cancelling_; });
   }
 
-  /// Queues an item for delivery. \return false if the fetch is cancelled
+  /// \return false when nobody wants the rows any more.
   bool Hand(Item item) {
     {
       const std::lock_guard lock(mutex_);
@@ -67,15 +67,15 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     return true;
   }
 
-  /// Queues the end of the fetch. Retries until it succeeds, because otherwise the list would stay
-  /// in the loading state.
+  /// The last that is handed over: without it a list would be loading for ever, so it is tried
+  /// until it works.
   void HandEnd(Ended ended) noexcept {
     while (!TryToHandEnd(ended)) std::this_thread::sleep_for(kPatience);
   }
 
   // On the user-interface thread.
 
-  /// Cancels the fetch; never waits for the database.
+  /// Never waits for the database.
   void GiveUp() {
     std::unique_lock lock(mutex_);
     items_.clear();
@@ -100,15 +100,15 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
  private:
-  /// Cancels on a separate thread, because some drivers open a connection for it and some block
-  /// until the statement ends. \return false if no thread can be started
+  /// Cancels on a thread of its own, because some drivers connect anew for it, and some wait for
+  /// the statement. \return false when there is no thread to be had
   bool StartCancelling() noexcept {
     try {
       auto ended = std::make_shared<std::atomic<bool>>(false);
       Threads::OfProcess().Start(
           [mark = Threads::EndMark(ended), self = shared_from_this()]() mutable {
             self->CancelUntilEnded();
-            self.reset();  // before the end mark, after which the driver may be destroyed
+            self.reset();  // before the mark, behind which the driver may go away
           },
           ended);
       return true;
@@ -117,7 +117,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     }
   }
 
-  /// Retries, because engines ignore a cancel that arrives before the statement has started.
+  /// More than once, because an engine that was told before it had begun does not remember it.
   void CancelUntilEnded() noexcept {
     std::unique_lock lock(mutex_);
     auto patience = kPatience;
@@ -128,7 +128,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     }
   }
 
-  /// Unlocks during the call, because the user-interface thread may wait for the lock.
+  /// The lock is given up meanwhile: who waits for it may be the user.
   void CancelOnce(std::unique_lock<std::mutex>& lock) noexcept {
     cancelling_ = true;
     Statement& statement = *statement_;
@@ -182,7 +182,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     }
     bool taken = false;
     try {
-      // Before calling the receiver, which may throw.
+      // Before the receiver is called, because it may throw.
       if (more) PostDelivery();
       taken = TakeIn(item);
     } catch (...) {
@@ -193,7 +193,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     if (const auto* ended = std::get_if<Ended>(&item)) TellEnd(*ended);
   }
 
-  /// \return whether the item was a block of rows
+  /// \return whether it was rows.
   bool TakeIn(Item& item) const {
     if (!receiver_) return false;
     if (auto* columns = std::get_if<std::vector<Column>>(&item)) {
@@ -212,20 +212,20 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
   const std::function<void(std::function<void()>)> post_;
-  Receiver* receiver_;  // used on the user-interface thread only
+  Receiver* receiver_;  // of the user-interface thread alone
 
   std::mutex mutex_;
-  std::condition_variable changed_;  // signals changes of statement_ and cancelling_
+  std::condition_variable changed_;  // statement_ or cancelling_
   std::deque<Item> items_;
-  std::optional<Ended> end_;  // delivered after items_; allocates no memory
-  bool posted_ = false;       // a closure is posted
+  std::optional<Ended> end_;  // follows the items; needs no memory of its own
+  bool posted_ = false;       // a closure is under way
   bool givenUp_ = false;
   Statement* statement_ = nullptr;
-  bool cancelling_ = false;  // the statement must not be destroyed
+  bool cancelling_ = false;  // the statement must not end
 };
 
-/// The function of the fetching thread. Members are destroyed in reverse order: endMark_ last,
-/// after everything that needs the driver.
+/// What the thread runs. Its members end in reverse: the mark comes last, behind everything that
+/// could still need the driver.
 class BackgroundFetch::Worker {
  public:
   Worker(const Environment& environment, DatabaseAddress address, String text,
@@ -237,7 +237,7 @@ class BackgroundFetch::Worker {
         blockRows_(blockRows),
         exchange_(std::move(exchange)) {}
 
-  /// The thread's entry function; must not throw.
+  /// The edge of the thread: nothing may be thrown out of it.
   void operator()() noexcept {
     Ended ended;
     try {

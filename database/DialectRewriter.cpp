@@ -11,7 +11,7 @@ namespace {
 
 using Kind = SqlToken::Kind;
 
-/// Words that separate operands and cannot be operands.
+/// Words that stand between operands and never are one.
 constexpr StringView kKeywords[] = {
     u"ALL",    u"AND",    u"AS",   u"ASC",   u"BETWEEN", u"BY",     u"DESC",  u"DISTINCT", u"ELSE",
     u"END",    u"EXISTS", u"FROM", u"GROUP", u"HAVING",  u"IN",     u"INNER", u"INSERT",   u"INTO",
@@ -41,11 +41,11 @@ String Joined(const std::vector<String>& parts, StringView separator) {
 
 struct Operand {
   String Text;
-  bool Literal = false;  // a text literal, never null
+  bool Literal = false;  // a text that is never null
   bool Numeric = false;
 };
 
-/// Rewrites the text in one pass by recursive descent.
+/// Reads the text once from its start to its end, by recursive descent into parentheses.
 class Rewriter {
  public:
   Rewriter(StringView sql, Engine engine) : tokens_(TokenizeSql(sql)), engine_(engine) {}
@@ -59,15 +59,15 @@ class Rewriter {
     return text;
   }
 
-  /// Whether a parenthesis was not closed. Such a text must be sent unchanged, because rewriting
-  /// would close it.
+  /// Whether a parenthesis was still open at the end. The engine must see such a text as it is, and
+  /// not one that was made whole.
   bool LeftOpen() const { return unclosed_; }
 
  private:
   bool AtEnd() const { return next_ == tokens_.size(); }
   StringView Take() { return tokens_[next_++].Text; }
 
-  /// The position of the next token that is not a space; the end if there is none.
+  /// The token behind the blanks at the position; past the last when there is none.
   std::size_t Significant(std::size_t position) const {
     while (position < tokens_.size() && tokens_[position].KindOf == Kind::Space) ++position;
     return position;
@@ -87,7 +87,7 @@ class Rewriter {
                        [&](StringView mark) { return IsMark(tokens_[position], mark); });
   }
 
-  /// Rewrites up to a comma, a closing parenthesis or END, which it does not consume.
+  /// Up to the comma or parenthesis that ends it, or to the END of its CASE.
   String Sequence() {
     String text;
     bool behindMinus = false;
@@ -104,8 +104,7 @@ class Rewriter {
     return text;
   }
 
-  /// Rewrites a chain of operands with "+" or "||", which have equal precedence and are
-  /// left-associative.
+  /// Operands with "+" or "||" between them; both bind alike and from the left.
   String Chain(bool behindMinus) {
     std::vector<Operand> operands;
     operands.push_back(Term());
@@ -193,7 +192,7 @@ class Rewriter {
     return AtEnd() ? text : text.append(Take());
   }
 
-  /// The comma-separated arguments between parentheses. Consumes both parentheses.
+  /// What stands between parentheses, split at the commas. Both parentheses are taken.
   std::vector<String> Arguments() {
     Take();
     std::vector<String> arguments = {Sequence()};
@@ -219,8 +218,7 @@ class Rewriter {
       return u"COALESCE(" + Joined(arguments, u",") + u")";
     }
     if (isCalled(u"TO_CHAR") && arguments.size() == 1) {
-      // Unlike a cast, CONCAT gives a collation that MySQL can combine with any column's in a
-      // UNION.
+      // Unlike a cast, this leaves MySQL free to unite the text with any column's collation.
       if (engine_ == Engine::MySql) return u"CONCAT(" + arguments[0] + u")";
       const StringView type = engine_ == Engine::PostgreSql ? u"VARCHAR" : u"TEXT";
       return u"CAST(" + arguments[0] + u" AS " + String(type) + u")";

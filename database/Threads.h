@@ -11,19 +11,18 @@
 
 namespace ktrv::database {
 
-/// Set to true when a thread has finished and destroyed everything it owned.
+/// Tells that a thread has done its work, and all that it owned is gone.
 using EndFlag = std::shared_ptr<std::atomic<bool>>;
 
-/// The threads that the component has started in this process. They are never detached: the
-/// statically linked thread library confuses a thread that ends while it is being detached with the
-/// next one, which then never runs. Finished threads are joined by later calls.
+/// The threads of this process that the component started. They are never detached: the thread
+/// library that is linked into the DLL mixes up a thread that ends while it is being detached with
+/// the next one, which then never runs. Those that have ended are joined in passing.
 class Threads {
  public:
-  /// Never destroyed, because its destructor could not join threads that were killed at process
-  /// exit.
+  /// Lives for ever: a thread that the end of the process stops must not be missed by a destructor.
   static Threads& OfProcess();
 
-  /// Sets the flag when it is destroyed. Must be destroyed last of all that the thread owns.
+  /// Sets a flag at its own end; what a thread owns has to be gone before.
   class EndMark {
    public:
     explicit EndMark(EndFlag ended) : ended_(std::move(ended)) {}
@@ -36,7 +35,7 @@ class Threads {
     EndFlag ended_;
   };
 
-  /// \param work must own an EndMark for the flag. \throws std::system_error, std::bad_alloc
+  /// \param work owns an EndMark of the flag. \throws std::system_error, std::bad_alloc
   template <class Work>
   void Start(Work work, EndFlag ended) {
     const std::lock_guard lock(mutex_);
@@ -50,7 +49,7 @@ class Threads {
     }
   }
 
-  /// Joins the thread with this flag, if it has not been joined yet.
+  /// Waits for the thread of this flag, if it is still there.
   void Join(const EndFlag& ended) noexcept;
 
   std::size_t Count();

@@ -11,11 +11,11 @@ namespace {
 using Kind = SqlToken::Kind;
 using Tokens = std::vector<SqlToken>;
 
-/// One item of a select list: the tokens of its value, without alias.
+/// One place of a select list: the tokens of its value, without an alias.
 struct Item {
   std::size_t First = 0;
-  std::size_t Last = 0;  ///< inclusive
-  StringView Column;     ///< the column's name if the item is a plain column, else empty
+  std::size_t Last = 0;  ///< with it
+  StringView Column;     ///< name of the column that it is; empty when it is anything else
 };
 
 bool Is(const SqlToken& token, StringView word) {
@@ -42,7 +42,7 @@ Item ItemOf(const Tokens& tokens, std::size_t first, std::size_t end) {
   return item;
 }
 
-/// The select lists of all SELECTs outside parentheses.
+/// The select lists of the SELECTs that stand in no parentheses.
 std::vector<std::vector<Item>> SelectLists(const Tokens& tokens) {
   std::vector<std::vector<Item>> lists;
   std::size_t itemStart = 0;
@@ -67,7 +67,7 @@ std::vector<std::vector<Item>> SelectLists(const Tokens& tokens) {
   return lists;
 }
 
-/// Whether all lists have a plain column at this place, but not all with the same name.
+/// Whether the place holds a column in every list, and not everywhere one of the same name.
 bool IsUnlike(const std::vector<std::vector<Item>>& lists, std::size_t place) {
   const StringView first = lists.front()[place].Column;
   bool unlike = false;

@@ -43,8 +43,7 @@ bool AdoStatement::CommandTakes(std::span<const Variant> values) const {
   return true;
 }
 
-/// Creates a new command for each combination of parameter forms, because types of appended
-/// parameters cannot be changed reliably.
+/// A new one for each form of the values: parameters that were appended change their types badly.
 void AdoStatement::MakeCommand(std::span<const Variant> values) {
   command_.Release();
   arguments_.clear();
@@ -53,7 +52,7 @@ void AdoStatement::MakeCommand(std::span<const Variant> values) {
   command.PutReference(L"ActiveConnection", link_.Connection());
   command.Put(L"CommandText", Value(StringView(text_)));
   command.Put(L"CommandType", Value(kCommandText));
-  // A statement without parameters usually runs once, and some engines cannot prepare DDL.
+  // What has no parameters is run once as a rule, and some engines refuse to prepare definitions.
   command.Put(L"Prepared", Value(!parameters_.empty()));
   const Object collection = command.Part(L"Parameters");
   for (std::size_t index = 0; index < values.size(); ++index) {
@@ -104,8 +103,8 @@ void AdoStatement::Run() {
   }
 }
 
-/// Reads all further results. A failure after the first row count, such as a trigger's, is reported
-/// only there.
+/// A failure behind the first count, such as a trigger's, is known only when its result is asked
+/// for.
 void AdoStatement::PassFurtherResults() {
   while (rows_) {
     PassUnlessCancelled();
@@ -123,7 +122,7 @@ void AdoStatement::PassFurtherResults() {
   }
 }
 
-/// Waits until the rows are not executing any more. \return their state
+/// The state of the rows when they are no longer being made.
 std::int64_t AdoStatement::WaitForState() const {
   bool told = false;
   for (;;) {
@@ -133,7 +132,7 @@ std::int64_t AdoStatement::WaitForState() const {
       try {
         rows_.Call(L"Cancel");
       } catch (const Error&) {
-        // Execution has just ended.
+        // It has just ended by itself.
       }
     }
     link_.Surroundings().Wait();
@@ -147,7 +146,7 @@ std::unique_ptr<RowBlock> AdoStatement::Fetch(std::size_t rows) {
     CloseRows();
     return nullptr;
   }
-  constexpr std::size_t kMost = 100'000;  // limits the memory of the array that GetRows returns
+  constexpr std::size_t kMost = 100'000;  // of one call, whose array is in memory beside the block
   const Value count(static_cast<std::int32_t>(std::min(rows, kMost)));
   return RowsOf(rows_.Call(L"GetRows", {&count}), columns_.size());
 }
@@ -155,10 +154,10 @@ std::unique_ptr<RowBlock> AdoStatement::Fetch(std::size_t rows) {
 void AdoStatement::CloseRows() noexcept {
   if (!rows_) return;
   try {
-    // Close now, not when the object is released: on some engines an open cursor holds locks.
+    // At once, not with the object: a cursor keeps a lock in some engines.
     if (rows_.GetWhole(L"State") & AdoState::Open) rows_.Call(L"Close");
   } catch (...) {
-    // The session and its rows are gone already.
+    // The session is gone, and its rows with it.
   }
   rows_.Release();
 }

@@ -8,7 +8,7 @@
 
 namespace ktrv::database::ado {
 
-/// A statement on an ADO session, with the forward-only rows of its last execution.
+/// A text on an ADO session, with the forward-only rows of its last execution.
 class AdoStatement final : public Statement {
  public:
   AdoStatement(const AdoLink& link, String text, std::span<const Parameter> parameters);
@@ -34,9 +34,9 @@ class AdoStatement final : public Statement {
   const String text_;
   const std::vector<Parameter> parameters_;
   Object command_;                    // null before the first execution
-  std::vector<Object> arguments_;     // the parameters of command_
-  std::vector<ParameterForm> forms_;  // of the parameters
-  Object rows_;                       // null if there are no more
+  std::vector<Object> arguments_;     // its parameters
+  std::vector<ParameterForm> forms_;  // theirs
+  Object rows_;                       // null when there are no more
   std::atomic<bool> cancelled_ = false;
   std::vector<Column> columns_;
   std::int64_t rowsAffected_ = -1;

@@ -10,7 +10,7 @@ namespace ktrv::database::odbc {
 /// A session through ODBC.
 class OdbcLink final : public Link {
  public:
-  /// Opens the session. \throws Error
+  /// Opens it. \throws Error
   OdbcLink(SQLHANDLE environment, StringView connectionString, StringView user,
            StringView password);
   ~OdbcLink() override;
@@ -27,15 +27,15 @@ class OdbcLink final : public Link {
   bool SetMark() override;
   void RollBackToMark() override;
 
-  /// Allocates a statement handle. \throws Error
+  /// A statement handle of this session. \throws Error
   StatementHandle NewStatement() const;
 
   const Dialogue& HowToSpeak() const { return dialogue_; }
 
-  /// Whether SQLGetData can read a column again after its bound buffer was too small.
+  /// Whether a column can be read again in full after the bound buffer was too small for it.
   bool CanReadAgain() const { return canReadAgain_; }
 
-  /// Whether the driver supports SQLMoreResults.
+  /// Whether the driver tells what a statement gives behind its first result.
   bool HasFurtherResults() const { return hasFurtherResults_; }
 
  private:
@@ -51,7 +51,7 @@ class OdbcLink final : public Link {
   bool canReadAgain_ = false;
   bool hasFurtherResults_ = false;
   bool hasTransactions_ = false;
-  std::map<String, std::vector<String>> keyColumns_;  // cache by table
+  std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
 };
 
 }  // namespace ktrv::database::odbc

@@ -11,13 +11,13 @@ ComboBoxWindow::ComboBoxWindow(FormWindow& form, controls::ComboBox& control)
 }
 
 int ComboBoxWindow::ExtraHeight() const {
-  // The height of a combo box includes its drop-down list.
+  // A drop-down's height is that of the box with its list dropped down.
   return CurrentScale().Units(220);
 }
 
 void ComboBoxWindow::ItemsChanged() {
   int shown = static_cast<int>(Send(CB_GETCOUNT));
-  // Items are appended one by one. Only after a removal the list is rebuilt.
+  // Items are added one by one; only after a removal they are listed anew.
   if (shown > combo_.ListCount() || shown + 1 < combo_.ListCount()) {
     Send(CB_RESETCONTENT);
     shown = 0;

@@ -13,35 +13,33 @@ namespace ktrv::windows {
 
 class FormWindow;
 
-/// The window of one control: created with the form and subclassed; receives the notifications
-/// reflected by its parent. Handlers may use their members after calling the control, because a
-/// form stays alive during its events.
+/// The window of one control: made with the form, subclassed, told what its parent hears of it. A
+/// form outlives its own events, so handlers may use their members after they called the control.
 class ControlWindow {
  public:
   virtual ~ControlWindow();
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
 
-  /// Null after the operating system destroyed the window with its parent.
+  /// Null after the operating system destroyed it with its parent.
   HWND Handle() const { return handle_; }
 
-  /// The object of a control's window; null for other windows.
+  /// The control whose window this is; null for windows of others.
   static ControlWindow* From(HWND window);
 
-  /// Handles a WM_NOTIFY of this control; nullopt: not handled.
+  /// A WM_NOTIFY of this control. Nothing: unhandled.
   virtual std::optional<LRESULT> OnNotify(NMHDR& /*header*/) { return std::nullopt; }
-  /// Handles a WM_COMMAND of this control. \param code notification code
+  /// A WM_COMMAND of this control with its notification code.
   virtual void OnCommand(WORD /*code*/) {}
-  /// Called when all controls of the form have their windows.
+  /// All controls of the form have their windows now.
   virtual void OnFormRealised() {}
-  /// Called after a DPI change, when fonts and bounds are updated.
+  /// The form came to another resolution: fonts and bounds are renewed already.
   virtual void OnScaleChanged() {}
-  /// The background colour in the format of controls/Color.h; nullopt: the system's.
+  /// The colour behind the text, as properties store it. Nothing: the system's.
   virtual std::optional<std::uint32_t> BackColor() const { return std::nullopt; }
-  /// Called when the form's inner size has changed; for controls along its edges.
+  /// The form's inner size changed: for controls that lie along its edges.
   virtual void OnFormResized() {}
-  /// Called before a key presses a button while this control keeps the focus; commits pending
-  /// input.
+  /// The user presses a button by key, while this control has the focus and keeps it.
   virtual void FinishTyping() {}
 
   FormWindow& Owner() const { return form_; }
@@ -50,15 +48,15 @@ class ControlWindow {
  protected:
   ControlWindow(FormWindow& form, controls::Control& control);
 
-  /// Creates the window at the control's bounds. \param parent null: the form
+  /// Makes the window at the control's bounds. \param parent null: the form.
   void Create(const wchar_t* windowClass, DWORD style, DWORD exStyle = 0, HWND parent = nullptr);
 
-  /// Called before the window's own procedure. nullopt: pass the message on.
+  /// A message to the window before its own procedure sees it. Nothing: goes on to it.
   virtual std::optional<LRESULT> OnMessage(UINT, WPARAM, LPARAM) { return std::nullopt; }
-  /// Called after the window's own procedure.
+  /// After its own procedure has seen it.
   virtual void AfterMessage(UINT /*message*/) {}
 
-  /// Pixels by which the window is higher than the control.
+  /// Pixels that the window is higher than the control.
   virtual int ExtraHeight() const { return 0; }
 
   Scale CurrentScale() const;
@@ -69,7 +67,7 @@ class ControlWindow {
   void ShowText(StringView text);
   void TakeFocus();
   void PaintNow();
-  /// Applies the form's font and the control's bounds.
+  /// Gives the window the form's font and the control's bounds.
   void ApplyScale();
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -91,7 +89,7 @@ class ControlWindow {
   HWND handle_ = nullptr;
 };
 
-/// Base of peers of type `PeerType` that consist of one window.
+/// A peer of the type `PeerType` that is one window.
 template <class PeerType>
 class Peer : public PeerType, public ControlWindow {
  public:

@@ -42,13 +42,13 @@ void DatePickerWindow::ValueChanged() {
     Send(DTM_SETSYSTEMTIME, GDT_VALID, &time);
     return;
   }
-  // Some implementations reject GDT_NONE without a valid time.
+  // A time is passed with "none" too; without one the request is refused here and there.
   GetLocalTime(&time);
   Send(DTM_SETSYSTEMTIME, GDT_NONE, &time);
 }
 
 void DatePickerWindow::FinishTyping() {
-  // Typed digits are committed when the field or the picker loses the focus.
+  // The digits of a field count when the field is left, or the picker.
   Send(WM_KILLFOCUS);
   if (GetFocus() == Handle()) Send(WM_SETFOCUS);
 }
@@ -58,8 +58,8 @@ std::optional<LRESULT> DatePickerWindow::OnNotify(NMHDR& header) {
   const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(header);
   std::optional<DateTime> picked;
   if (change.dwFlags == GDT_VALID) picked = ToDateTime(change.st);
-  // The notification comes twice when the calendar closes, and also for a date out of range that
-  // the form keeps but the picker cannot show.
+  // Told twice for one change when the calendar closes, and for a day outside the range that the
+  // form keeps although the picker cannot show it.
   if (picked != picker_.Value()) picker_.UserPicks(picked);
   return 0;
 }

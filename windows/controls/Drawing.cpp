@@ -10,7 +10,7 @@ namespace ktrv::windows {
 
 namespace {
 
-/// Samples per pixel side, to compute how much of a pixel a shape covers.
+/// Places that are tried along each side of a pixel to find how much of it a shape covers.
 constexpr int kSamples = 8;
 
 int CoverageOf(const Shape& shape, int column, int row, int size) {
@@ -25,7 +25,7 @@ int CoverageOf(const Shape& shape, int column, int row, int size) {
   return covered * 255 / (kSamples * kSamples);
 }
 
-/// Alpha-blends a colour (0xRRGGBB) onto a premultiplied pixel (0xAARRGGBB).
+/// A colour of 0xRRGGBB laid over a pixel of 0xAARRGGBB whose colours are multiplied by alpha.
 std::uint32_t Over(std::uint32_t pixel, std::uint32_t color, int coverage) {
   const auto part = static_cast<std::uint32_t>(coverage);
   std::uint32_t result = 0;
@@ -48,7 +48,7 @@ void Fill(std::span<std::uint32_t> pixels, int size, const Layer& layer) {
   }
 }
 
-/// Converts premultiplied to straight alpha, as image lists and icons require it.
+/// Image lists and icons take colours that are not multiplied by alpha.
 std::uint32_t Straight(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
   if (alpha == 0) return 0;
@@ -65,7 +65,7 @@ UniqueBitmap DrawBitmap(controls::Image image, int size) {
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof info.bmiHeader;
   info.bmiHeader.biWidth = size;
-  info.bmiHeader.biHeight = -size;  // top-down
+  info.bmiHeader.biHeight = -size;  // from the top
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   void* bits = nullptr;
@@ -79,8 +79,8 @@ UniqueBitmap DrawBitmap(controls::Image image, int size) {
 
 UniqueIcon DrawIcon(controls::Image image, int size) {
   const UniqueBitmap color = DrawBitmap(image, size);
-  // Transparency comes from the alpha channel. A mask is required nevertheless, all zero. Its rows
-  // are WORD-aligned.
+  // The transparency stands in the colours; the mask only has to be there, all clear. Its rows are
+  // whole words.
   const std::vector<BYTE> clear(static_cast<std::size_t>((size + 15) / 16 * 2 * size));
   const UniqueBitmap mask(CreateBitmap(size, size, 1, 1, clear.data()));
   ICONINFO icon{TRUE, 0, 0, mask.Get(), color.Get()};

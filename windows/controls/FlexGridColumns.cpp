@@ -1,4 +1,4 @@
-// The columns of FlexGridWindow and their drawing.
+// The columns of FlexGridWindow and what is drawn in them.
 #include <algorithm>
 
 #include "windows/base/WideText.h"
@@ -35,8 +35,8 @@ std::vector<int> FlexGridWindow::VisibleColumns() const {
     if (!column.Hidden) visible.push_back(i);
     named = named || !column.Key.empty() || !column.Heading.empty();
   }
-  // Between Reset and the first rows a grid has only unnamed columns. The old headings stay until
-  // the new ones arrive, to avoid flicker and to keep the user's column order.
+  // A grid emptied to be filled anew has only unnamed columns for a moment. The old headings stay
+  // until the new ones come, so that nothing flickers and the user's order of the columns remains.
   return named ? visible : shown_;
 }
 
@@ -118,7 +118,7 @@ std::optional<LRESULT> FlexGridWindow::OnHeader(const NMHEADERW& header) {
 void FlexGridWindow::FitColumn(int listColumn) {
   const GridColumn* column = ColumnOf(listColumn);
   if (!column || column->Picture) return;
-  // The list view's own auto-size queries every row. Use only the visible ones.
+  // The list view's own fitting asks for every row; those on the screen are what the user sees.
   LRESULT width = Send(LVM_GETSTRINGWIDTH, 0, ToWide(column->Heading).c_str());
   const int first = static_cast<int>(Send(LVM_GETTOPINDEX)) + 1;
   const int last = std::min(first + static_cast<int>(Send(LVM_GETCOUNTPERPAGE)), grid_.Rows() - 1);

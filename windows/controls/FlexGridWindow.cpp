@@ -40,7 +40,7 @@ void FlexGridWindow::ApplyFont() {
   GetObjectW(Owner().Font(), sizeof font, &font);
   const std::wstring name = ToWide(grid_.FontName);
   lstrcpynW(font.lfFaceName, name.c_str(), LF_FACESIZE);
-  // The previous font is destroyed after the list view has the new one.
+  // The former font goes only when the list view no longer has it.
   UniqueFont former = std::exchange(font_, UniqueFont(CreateFontIndirectW(&font)));
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), TRUE);
 }
@@ -67,9 +67,10 @@ void FlexGridWindow::RowsChanged() {
 
 void FlexGridWindow::RowsAppended() {
   if (!Handle()) return;
-  // The list view redraws its scroll bar on each change, which takes longer than fetching a block.
+  // The list view draws its scroll bar anew each time, which takes longer than a block of rows
+  // takes to come.
   constexpr UINT kPause = 50;  // milliseconds
-  if (appended_) return;       // even a message to the list view takes longer than a row
+  if (appended_) return;       // even a question to the list view takes longer than a row
   if (Send(LVM_GETITEMCOUNT) == 0) return ShowAppended();
   appended_ = true;
   SetTimer(Handle(), kRowsTimer, kPause, nullptr);
@@ -90,19 +91,19 @@ void FlexGridWindow::RowShown(int row) {
 void FlexGridWindow::RedrawChanged() {
   if (!Handle()) return;
   if (!grid_.Redraw()) {
-    // LockWindowUpdate freezes the screen; WM_SETREDRAW saves the work of invisible painting.
+    // The one keeps the screen as it is, the other saves the work of painting what nobody sees.
     LockWindowUpdate(Handle());
     if (redrawOff_++ == 0) Send(WM_SETREDRAW, FALSE);
     return;
   }
   if (--redrawOff_ == 0) Send(WM_SETREDRAW, TRUE);
   LockWindowUpdate(nullptr);
-  // WM_SETREDRAW makes a hidden window visible.
+  // WM_SETREDRAW shows a hidden window.
   ShowVisible();
   RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-// Notifications of the list view.
+// What the list view asks and tells.
 
 std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
   switch (header.code) {
@@ -150,7 +151,7 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
     text = grid_.Text(item.iItem + 1, shown_[static_cast<std::size_t>(item.iSubItem)]);
   }
   if (column->Picture) {
-    // When painting, the picture replaces the text. Other requests (screen readers) get its name.
+    // On the screen the picture stands for the text; whoever asks otherwise wants it in words.
     text = painting_ ? String() : column->Picture(text).second;
   }
   std::wstring& given = given_[nextGiven_++ % given_.size()];
@@ -190,18 +191,17 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       ShowAppended();
       return 0;
     case WM_GETDLGCODE:
-      // Enter opens the row; the form must not handle it.
+      // Enter opens the row; it is not the form's.
       if (lParam && reinterpret_cast<const MSG*>(lParam)->wParam == VK_RETURN) {
         return DLGC_WANTMESSAGE | DLGC_WANTARROWS | DLGC_WANTCHARS;
       }
       return std::nullopt;
     case WM_KEYDOWN:
-      // No auto-repeat for commands: a held key would start the command again after each box it
-      // opened.
+      // A command is one press of its key: held, it would start again behind each box it opened.
       if (IsRepeated(lParam) && (wParam == VK_RETURN || wParam == VK_DELETE)) return 0;
       return OnKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
     case WM_CHAR:
-      // For the character of Enter the list view would start a search.
+      // Enter's character; the list view would look for a row that begins with it.
       return wParam < L' ' ? std::optional<LRESULT>(0) : std::nullopt;
     default:
       return std::nullopt;
@@ -219,7 +219,7 @@ bool FlexGridWindow::MayChangeSelection(UINT message) const {
       return true;
     case WM_MOUSEMOVE:
     case WM_TIMER:
-      return GetCapture() == Handle();  // rubber-band selection
+      return GetCapture() == Handle();  // a rubber band
     default:
       return false;
   }
@@ -235,7 +235,7 @@ bool FlexGridWindow::OnKey(WPARAM key) {
   grid_.UserPresses(static_cast<std::int16_t>(key), held);
   if (held == controls::ShiftMask::Ctrl) {
     if (key == 'A') grid_.SelectAll();
-    // Ctrl+Plus: the list view would measure all rows to fit its columns.
+    // The list view would measure every row to fit its columns.
     if (key == 'A' || key == VK_ADD) return true;
   }
   return key == VK_RETURN || key == VK_DELETE;

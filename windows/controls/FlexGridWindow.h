@@ -11,7 +11,7 @@
 
 namespace ktrv::windows {
 
-/// A virtual list view: it requests the cells it shows, so rows need no memory here.
+/// A list view that asks for the cells it shows, so that rows cost nothing here.
 class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
  public:
   FlexGridWindow(FormWindow& form, controls::FlexGrid& grid);
@@ -32,7 +32,7 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void AfterMessage(UINT message) override;
 
  private:
-  /// Suspends painting of the list view. Nestable.
+  /// Keeps the list view from painting. Calls may nest.
   class RedrawOff {
    public:
     explicit RedrawOff(FlexGridWindow& grid);
@@ -44,15 +44,15 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
     FlexGridWindow& grid_;
   };
 
-  /// Timer that shows appended rows together, after a short delay.
+  /// Rows that came are shown together, a little later.
   static constexpr UINT_PTR kRowsTimer = 0x4B54;
   void ShowAppended();
-  /// Applies the form's font with the grid's own font family, if it has one.
+  /// The form's font in the grid's own family, where it has one.
   void ApplyFont();
-  bool appended_ = false;  ///< rows were appended that are not shown yet
+  bool appended_ = false;  ///< rows came that are not shown
 
   std::vector<int> VisibleColumns() const;
-  /// The grid's column of a list view column; null if the grid no longer has it.
+  /// The grid's column of the list view's; null when the grid's columns went meanwhile.
   const controls::GridColumn* ColumnOf(int listColumn) const;
   HWND Header() const;
   void InsertColumn(int listColumn);
@@ -65,12 +65,12 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void OnItemChanged(const NMLISTVIEW& change);
   void OnRangeChanged(const NMLVODSTATECHANGE& change);
   void TakeSelection(int first, int last, bool selected);
-  /// Reads the selection from the list view. It does not notify of rows that Shift selections
-  /// deselect, nor of a range with a single row.
+  /// Takes the selection as it is on the screen. The list view tells neither the rows that are no
+  /// longer selected when Shift selects a range, nor a range of a single row.
   void ReadSelection();
   bool MayChangeSelection(UINT message) const;
   bool IsShown(int row, UINT state) const;
-  /// Whether exactly these rows are selected in the list view.
+  /// Whether the list view has just these rows selected.
   bool AreShown(const controls::RowSelection& rows) const;
   void OnClick(controls::MouseButton button, const NMITEMACTIVATE& click);
   LRESULT OnDraw(const NMLVCUSTOMDRAW& draw);
@@ -80,19 +80,19 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void FitColumn(int listColumn);
 
   controls::FlexGrid& grid_;
-  UniqueFont font_;            ///< null: the grid uses the form's font
-  UniqueImageList rowHeight_;  ///< its image size sets the row height
-  /// The grid's column for each list view column.
+  UniqueFont font_;            ///< none while the grid has the form's
+  UniqueImageList rowHeight_;  ///< a list view's rows are as high as its pictures
+  /// The grid's column of each of the list view's.
   std::vector<int> shown_;
-  /// The selection of the list view, as far as it was notified.
+  /// What the list view has selected, as far as it has told.
   controls::RowSelection selected_;
   int focused_ = 0;
-  controls::RowSelection::Range range_;  ///< range of the last notification since ReadSelection
+  controls::RowSelection::Range range_;  ///< told last since the selection was read
   PictureCache pictures_;
-  int changing_ = 0;  ///< > 0 while the program, not the user, changes the list view
+  int changing_ = 0;  ///< more than 0 while the form, not the user, changes the list view
   int redrawOff_ = 0;
   bool painting_ = false;
-  /// The last texts passed to the list view, which may use several at a time.
+  /// Texts that the list view was given last; it may look at more than one at a time.
   std::array<std::wstring, 4> given_;
   std::size_t nextGiven_ = 0;
 };

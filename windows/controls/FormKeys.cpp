@@ -1,4 +1,4 @@
-// Focus and keyboard handling of FormWindow.
+// The focus and the keys of FormWindow.
 #include <algorithm>
 #include <array>
 
@@ -16,14 +16,14 @@ wchar_t Capital(wchar_t letter) {
   return letter;
 }
 
-/// The access key in a window's text, as upper case; 0 if there is none.
+/// The capital of the letter behind the "&" in a window's text; 0 when there is none.
 wchar_t MnemonicOf(HWND window) {
   std::array<wchar_t, 128> text{};
   GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
   for (std::size_t i = 0; text[i] && text[i + 1]; ++i) {
     if (text[i] != L'&') continue;
     if (text[i + 1] != L'&') return Capital(text[i + 1]);
-    ++i;  // "&&" is a literal ampersand
+    ++i;  // two of them are the character itself
   }
   return 0;
 }
@@ -57,7 +57,7 @@ bool FormWindow::TakeMnemonic(wchar_t letter) {
       return true;
     }
     if (!(kind & DLGC_STATIC)) continue;
-    // A label belongs to the next control, which may be in another window: the band of a cool bar.
+    // A label names the control made after it, which may lie in another window: a cool bar's band.
     const auto named = std::find_if(window + 1, windows_.end(), [&](const ControlWindow* next) {
       return canBeUsed(next->Handle()) && GetWindowLongPtrW(next->Handle(), GWL_STYLE) & WS_TABSTOP;
     });
@@ -68,7 +68,7 @@ bool FormWindow::TakeMnemonic(wchar_t letter) {
 }
 
 void FormWindow::PressButtonOf(WORD command) {
-  // The key was pressed before a modal window was opened or Form::Work began.
+  // The key came before something modal was opened, or before the form began to work.
   if (!IsWindowEnabled(handle_) || IsWorking()) return;
   constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
   HWND focus = GetFocus();
@@ -113,7 +113,7 @@ HWND FormWindow::StopButton() const {
 }
 
 void FormWindow::TakeInput() {
-  // A window that requests painting endlessly must not block the work.
+  // A window that never ends to ask for painting must not keep the work.
   constexpr int kMost = 100;
   MSG message;
   for (int taken = 0; taken < kMost; ++taken) {
@@ -136,7 +136,7 @@ void FormWindow::RestoreFocus() {
 }
 
 HWND FormWindow::FirstControl() const {
-  // Boxes in a cool bar are first in tab order, but the initial focus is on a direct child.
+  // Boxes in a cool bar come first in tab order, but the form begins with what lies on itself.
   HWND first = GetNextDlgTabItem(handle_, nullptr, FALSE);
   HWND control = first;
   while (control && GetParent(control) != handle_) {

@@ -1,4 +1,4 @@
-// Size, position and DPI of FormWindow.
+// The size, the place and the resolution of FormWindow.
 #include <algorithm>
 
 #include "windows/controls/ControlWindow.h"
@@ -40,7 +40,7 @@ void FormWindow::OnSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED) return;
   for (ControlWindow* window : windows_) window->OnFormResized();
   const SIZE inner = InnerSize();
-  // Not a change if it is the form's own size rounded to pixels.
+  // The form's own size in whole pixels is no change of it.
   if (inner.cx == scale_.ToPixels(form_.ScaleWidth()) &&
       inner.cy == scale_.ToPixels(form_.ScaleHeight())) {
     return;

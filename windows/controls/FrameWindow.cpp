@@ -8,14 +8,13 @@ FrameWindow::FrameWindow(FormWindow& form, controls::Frame& control) : Peer(form
 }
 
 void FrameWindow::OnFormRealised() {
-  // The controls inside were created later and are below the frame in z-order; move it to the
-  // bottom.
+  // What stands in the frame was made after it, and so lies under it and would not be seen.
   SetWindowPos(Handle(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 std::optional<LRESULT> FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM) {
   if (message != WM_ERASEBKGND) return std::nullopt;
-  // A group box does not paint its inside, and its parent clips children. So paint it here.
+  // A group box leaves its inside to its parent, which does not paint behind its children.
   RECT inside{};
   GetClientRect(Handle(), &inside);
   FillRect(reinterpret_cast<HDC>(wParam), &inside, GetSysColorBrush(COLOR_BTNFACE));

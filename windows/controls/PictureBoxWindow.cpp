@@ -29,7 +29,7 @@ PictureBoxWindow::PictureBoxWindow(FormWindow& form, controls::PictureBox& box)
 }
 
 void PictureBoxWindow::VisibleChanged() {
-  // An area shown during a drag must be above its neighbours.
+  // What appears while the user drags lies over its neighbours.
   if (box_.Visible())
     SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   ShowVisible();
@@ -82,7 +82,7 @@ void PictureBoxWindow::Release(MouseButton button, LPARAM place) {
 void PictureBoxWindow::LoseMouse() {
   const auto button = std::exchange(held_, std::nullopt);
   if (!button) return;
-  // Another window captured the mouse, so there will be no button-up message. Simulate it.
+  // Another window took the mouse, whose release will not be told: what was begun ends here.
   POINT place{};
   GetCursorPos(&place);
   ScreenToClient(Handle(), &place);

@@ -8,13 +8,13 @@
 
 namespace ktrv::windows {
 
-/// A shape and its colour.
+/// One shape of a picture in its colour.
 struct Layer {
   std::uint32_t Color = 0;  ///< 0xRRGGBB
   Shape Form;
 };
 
-/// The layers of a picture from back to front; empty for Image::None.
+/// What a picture is drawn of, from the back to the front; nothing for Image::None.
 std::vector<Layer> LayersOf(controls::Image image);
 
 }  // namespace ktrv::windows

@@ -12,14 +12,14 @@ ProgressBarWindow::ProgressBarWindow(FormWindow& form, controls::ProgressBar& ba
 }
 
 void ProgressBarWindow::ValueChanged() {
-  // Painting each value takes longer than a step of the work, so updates are throttled.
+  // Each value is painted at once, which takes a common control longer than a step of the work.
   constexpr ULONGLONG kStill = 50;
   const bool atEnd = bar_.Value() == bar_.Min() || bar_.Value() == bar_.Max();
   const ULONGLONG now = GetTickCount64();
   if (!atEnd && now - shownAt_ < kStill) return;
   shownAt_ = now;
   Send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.Min()), bar_.Max());
-  // The theme animates increases, which lags behind a fast fetch; decreases are immediate.
+  // The theme glides up to a higher value and lags far behind a quick fetch; down it jumps.
   if (bar_.Value() < bar_.Max()) Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value() + 1));
   Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value()));
 }

@@ -13,7 +13,7 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
 
  private:
   controls::ProgressBar& bar_;
-  ULONGLONG shownAt_ = 0;  ///< GetTickCount64 of the last update
+  ULONGLONG shownAt_ = 0;  ///< milliseconds since the system started
 };
 
 }  // namespace ktrv::windows

@@ -47,7 +47,7 @@ void TextBoxWindow::TakeIn(String text) {
     ++behind;
   }
   const String inserted = text.substr(start, text.size() - behind - start);
-  // A typed character was filtered before.
+  // A character that was typed has been through the filter.
   if (typing_ || inserted.empty() || box_.Admitted(inserted) == inserted) {
     box_.UserChanges(std::move(text));
     return;
@@ -69,7 +69,7 @@ void TextBoxWindow::Paste() {
 
 std::optional<LRESULT> TextBoxWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const bool filters = box_.KeyPress || box_.Insertion;
-  // Otherwise the edit control would truncate the text before it is filtered.
+  // Left to itself the box would cut the text before the filter sees it.
   const bool pastes = message == WM_PASTE || (message == WM_KEYDOWN && wParam == VK_INSERT &&
                                               HeldKeys() == controls::ShiftMask::Shift);
   if (filters && pastes) {

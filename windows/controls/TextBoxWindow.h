@@ -18,15 +18,15 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  /// Handles a change of the edit control's text. An insertion by an input method, the context menu
-  /// or another program is filtered; what the filter rejects is removed again.
+  /// The box holds this text now. What came in, by an input method, the box's own menu or another
+  /// program, goes through the filter; what that refuses is taken out again.
   void TakeIn(String text);
-  /// Replaces the selection by the filtered text of the clipboard.
+  /// Puts the clipboard's text, as the filter leaves it, in the place of what is selected.
   void Paste();
 
   controls::TextBox& box_;
-  bool changing_ = false;  ///< the form, not the user, changes the text
-  bool typing_ = false;    ///< inserting a character that was filtered
+  bool changing_ = false;  ///< by the form, not by the user
+  bool typing_ = false;    ///< a character that went through the filter
 };
 
 }  // namespace ktrv::windows

@@ -33,15 +33,15 @@ ToolBarWindow::ToolBarWindow(FormWindow& form, controls::ToolBar& bar)
          RBS_VARHEIGHT | RBS_FIXEDORDER | CCS_NODIVIDER | CCS_NOPARENTALIGN | CCS_NORESIZE |
              WS_CLIPCHILDREN,
          WS_EX_TOOLWINDOW | WS_EX_CONTROLPARENT);
-  // The theme's background would be visible around the second band, which has none.
+  // The themes' own background would show around the second band, which is plain.
   SetWindowTheme(Handle(), L"", L"");
   MakeToolBar();
   OnFormResized();
 }
 
 void ToolBarWindow::MakeToolBar() {
-  // Not in the tab order, as usual for toolbars: the commands have keys and menus, and the focus
-  // stays on their target.
+  // Not in the tab order, as toolbars are: its commands have keys and menus of their own, and the
+  // focus stays on what they act on.
   toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
                              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
                                  TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT | CCS_NODIVIDER |
@@ -134,7 +134,7 @@ void ToolBarWindow::LayOutBand() {
   const SIZE least =
       LayOutLabelAndBox(label->Handle(), box->Handle(), Owner().Font(), CurrentScale(), width);
   SetBandChild(kSecondBand, band_, least, 0);
-  // The first band is as wide as its buttons; the second gets the rest.
+  // The first band is as wide as its buttons, the second takes the rest.
   Send(RB_MINIMIZEBAND, kToolBarBand);
   Send(RB_MAXIMIZEBAND, kSecondBand, FALSE);
   OnFormResized();

@@ -8,7 +8,7 @@
 
 namespace ktrv::windows {
 
-/// A cool bar; the toolbar and the box of the second band are its children.
+/// The cool bar; the toolbar and the second band's box are windows inside it.
 class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
  public:
   ToolBarWindow(FormWindow& form, controls::ToolBar& bar);
@@ -36,7 +36,7 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
   controls::ToolBar& bar_;
   UniqueImageList images_;
   HWND toolbar_ = nullptr;
-  HWND band_ = nullptr;  ///< parent of the label and box in the second band; null without one
+  HWND band_ = nullptr;  ///< holds the second band's label and box; null without one
 };
 
 }  // namespace ktrv::windows

@@ -41,7 +41,7 @@ void TreeViewWindow::OnScaleChanged() {
   UniqueImageList former =
       std::exchange(images_, DrawImageList(tree_.Images(), CurrentScale().Units(16)));
   Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.Get()));
-  Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // reset to the default for font and images
+  Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // anew, from the font and the pictures
   const auto height = Send(TVM_GETITEMHEIGHT);
   Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + CurrentScale().Units(3)));
 }
@@ -82,7 +82,7 @@ void TreeViewWindow::NodeAdded(TreeNode& node) {
       node.SelectedImageIndex > 0 ? node.SelectedImageIndex - 1 : insert.item.iImage;
   const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
   items_[&node] = item;
-  // An item can be expanded only after it has children.
+  // Without children its parent could not show that it is expanded.
   const bool isFirst =
       Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(insert.hParent)) ==
       reinterpret_cast<LRESULT>(item);
@@ -149,7 +149,7 @@ std::optional<LRESULT> TreeViewWindow::OnNotify(NMHDR& header) {
       return 0;
     case NM_RCLICK:
       OnRightClick();
-      return 1;  // suppresses WM_CONTEXTMENU: the form shows its menu itself
+      return 1;  // no WM_CONTEXTMENU: the form shows its menu itself
     case TVN_KEYDOWN:
       tree_.UserPresses(static_cast<std::int16_t>(reinterpret_cast<NMTVKEYDOWN&>(header).wVKey),
                         HeldKeys());
@@ -163,7 +163,7 @@ void TreeViewWindow::OnSelected(const NMTREEVIEWW& change) {
   if (changing_ > 0 || change.action == TVC_UNKNOWN) return;
   TreeNode* node = NodeOf(change.itemNew.lParam);
   if (!change.itemNew.hItem || !node) return;
-  // The order of TVN_SELCHANGED and NM_CLICK differs between implementations.
+  // Some trees select before they tell of the click, some after.
   if (change.action == TVC_BYMOUSE && std::exchange(clickReported_, true)) return;
   tree_.UserClicks(*node);
 }
@@ -171,8 +171,7 @@ void TreeViewWindow::OnSelected(const NMTREEVIEWW& change) {
 void TreeViewWindow::OnLeftClick() {
   const POINT place = Pointer(Handle());
   TreeNode* node = NodeAt(place);
-  // Already reported if the click changed the selection; a click on the selected node is reported
-  // too.
+  // Selecting it has been reported; a click on the selected node is one all the same.
   if (node && !std::exchange(clickReported_, true)) tree_.UserClicks(*node);
   Release(MouseButton::Left, place);
 }
@@ -180,7 +179,7 @@ void TreeViewWindow::OnLeftClick() {
 void TreeViewWindow::OnRightClick() {
   const POINT place = Pointer(Handle());
   TreeNode* node = NodeAt(place);
-  // No menu outside the nodes, even if a node was selected by keyboard since the last click.
+  // Beside the nodes there is no menu, also when the keyboard chose one since the last click.
   if (!node) return;
   SetFocus(Handle());
   tree_.Select(node);
@@ -192,7 +191,7 @@ void TreeViewWindow::OnMenuKey() {
   TreeNode* node = tree_.SelectedNode();
   if (!node) return;
   RECT text{};
-  // TVM_GETITEMRECT reads the item from the start of the result buffer.
+  // The tree takes the item in the place of its answer.
   const HTREEITEM item = ItemOf(*node);
   std::memcpy(&text, &item, sizeof(HTREEITEM));
   Send(TVM_GETITEMRECT, TRUE, &text);
@@ -206,8 +205,7 @@ void TreeViewWindow::Release(MouseButton button, POINT place) {
 }
 
 void TreeViewWindow::AfterMessage(UINT message) {
-  // When it gets the focus, the system's tree view selects its first item, which the user did not
-  // select.
+  // With the focus the system's tree selects its first item, which the user did not choose.
   if (message == WM_SETFOCUS && !tree_.SelectedNode()) SelectionChanged();
 }
 

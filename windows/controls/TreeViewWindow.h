@@ -29,7 +29,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
  private:
   HTREEITEM ItemOf(const controls::TreeNode& node) const;
   static controls::TreeNode* NodeOf(LPARAM data);
-  /// The node whose image or text is at the point. \param place pixels in the tree view
+  /// The node on whose picture or text the point lies, in pixels of the tree.
   controls::TreeNode* NodeAt(POINT place) const;
   void Expand(const controls::TreeNode& node);
   void Forget(const controls::TreeNode& node);
@@ -37,16 +37,16 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   void OnLeftClick();
   void OnRightClick();
   void OnMenuKey();
-  /// The system's tree view does not navigate without a selected node; selects the first one.
-  /// \return whether it did
+  /// Without a selected node the system's tree moves nowhere. \return whether the key chose the
+  /// first node.
   bool Enter(WPARAM key);
   void Release(controls::MouseButton button, POINT place);
 
   controls::TreeView& tree_;
   UniqueImageList images_;
   std::unordered_map<const controls::TreeNode*, HTREEITEM> items_;
-  int changing_ = 0;            ///< > 0 while the program, not the user, changes the tree
-  bool clickReported_ = false;  ///< since the left button was pressed
+  int changing_ = 0;            ///< more than 0 while the form, not the user, changes the tree
+  bool clickReported_ = false;  ///< since the left button went down
 };
 
 }  // namespace ktrv::windows

@@ -10,7 +10,7 @@ UpDownWindow::UpDownWindow(FormWindow& form, controls::UpDown& control)
 }
 
 void UpDownWindow::OnFormRealised() {
-  // The control's own position is not used, only the direction of a step.
+  // Its own numbers count for nothing; only which way an arrow points.
   Send(UDM_SETRANGE32, 0, 100);
   Send(UDM_SETPOS32, 0, 50);
   auto* buddy = dynamic_cast<ControlWindow*>(arrows_.Buddy().Display());
@@ -20,7 +20,7 @@ void UpDownWindow::OnFormRealised() {
 std::optional<LRESULT> UpDownWindow::OnNotify(NMHDR& header) {
   if (header.code != UDN_DELTAPOS) return std::nullopt;
   arrows_.UserSteps(reinterpret_cast<NMUPDOWN&>(header).iDelta > 0 ? 1 : -1);
-  return TRUE;  // keeps its position in the middle of the range
+  return TRUE;  // it stays in the middle of its own range
 }
 
 }  // namespace ktrv::windows

@@ -6,7 +6,7 @@ namespace ktrv::windows {
 
 class FormWindow;
 
-/// Creates the windows of a form's controls.
+/// Makes the windows of one form's controls.
 class WindowFactory final : public controls::PeerFactory {
  public:
   explicit WindowFactory(FormWindow& form) : form_(form) {}
