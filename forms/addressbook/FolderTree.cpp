@@ -15,6 +15,10 @@ constexpr int kRootImage = 1;
 constexpr int kGroupImage = 3;
 constexpr int kFolderImage = 4;
 
+/// Context text of error records, as log readers match it.
+constexpr StringView kBuild =
+    u"KTRVAddressBook: Error occurred. Sub : LoadTreeView, Module: frmAddressBook";
+
 String Joined(StringView kind, StringView id) {
   return String(kind) + String(id);
 }
@@ -32,8 +36,7 @@ bool IsTopLevel(StringView key) {
 
 }  // namespace
 
-FolderTree::FolderTree(BookDatabase& database, RunApplicationAt runAt, controls::TreeView& tree)
-    : database_(database), runAt_(runAt), tree_(tree) {
+FolderTree::FolderTree(Workplace& place, controls::TreeView& tree) : place_(place), tree_(tree) {
   Start();
 }
 
@@ -44,21 +47,23 @@ void FolderTree::Start() {
 }
 
 void FolderTree::Build() {
-  tree_.Clear();
-  try {
-    AddNodes();
-    Expand();
-  } catch (...) {
+  place_.Services.Trap(kBuild, [&] {
+    tree_.Clear();
+    try {
+      AddNodes();
+      Expand();
+    } catch (...) {
+      ShowCurrent();
+      throw;
+    }
     ShowCurrent();
-    throw;
-  }
-  ShowCurrent();
+  });
 }
 
 void FolderTree::AddNodes() {
   controls::TreeNode& root = tree_.Add({}, String(NodeKey::Shared), u"Shared Contacts", kRootImage);
   root.Tag = NodeKey::Shared;
-  if (runAt_ == RunApplicationAt::RuntAtServer) {
+  if (place_.User.IsAtServer()) {
     tree_.Select(&root);
     tree_.SetExpanded(root, true);
     MakeCurrent(root);
@@ -77,8 +82,8 @@ void FolderTree::ShowCurrent() {
 }
 
 void FolderTree::AddFolders(StringView query, StringView kind) {
-  database::Recordset folders(database_.Environment);
-  folders.Open(query, database_.ConnectionString);
+  database::Recordset folders(place_.Database.Environment);
+  folders.Open(query, place_.Database.ConnectionString);
   // PARENTFOLDERID is ignored: folders have only one level.
   for (; !folders.EndOfFile(); folders.MoveNext()) {
     tree_.Add(NodeKey::Shared, Joined(kind, ToText(folders.Field(u"ID"))),
@@ -87,8 +92,8 @@ void FolderTree::AddFolders(StringView query, StringView kind) {
 }
 
 void FolderTree::AddGroups() {
-  database::Recordset groups(database_.Environment);
-  groups.Open(Queries::kGroups, database_.ConnectionString);
+  database::Recordset groups(place_.Database.Environment);
+  groups.Open(Queries::kGroups, place_.Database.ConnectionString);
   for (; !groups.EndOfFile(); groups.MoveNext()) {
     AddGroupNode(ToText(groups.Field(u"ID")), ToText(groups.Field(u"NAME")),
                  ToDecimal(ToInteger(groups.Field(u"FOLDER_ID"))));
@@ -115,7 +120,7 @@ void FolderTree::Expand() {
   tree_.SetExpanded(tree_.At(1), shared.State == kExpanded);
   // The second node once was the top-level node of personal contacts. Its state is still applied to
   // whatever node is second now.
-  if (runAt_ == RunApplicationAt::RuntAtClient && tree_.Count() > 1) {
+  if (place_.User.RunAt == RunApplicationAt::RuntAtClient && tree_.Count() > 1) {
     tree_.SetExpanded(tree_.At(2), main.State == kExpanded);
   }
 }

@@ -4,8 +4,7 @@
 
 #include "controls/TreeView.h"
 #include "forms/addressbook/CurrentNode.h"
-#include "services/BookDatabase.h"
-#include "services/Enumerations.h"
+#include "services/Workplace.h"
 
 namespace ktrv::forms {
 
@@ -13,13 +12,13 @@ namespace ktrv::forms {
 /// and remote folders and groups; a group may also be below its shared folder.
 class FolderTree {
  public:
-  /// Database and tree must outlive the object.
-  FolderTree(BookDatabase& database, RunApplicationAt runAt, controls::TreeView& tree);
+  /// Place and tree must outlive the object.
+  FolderTree(Workplace& place, controls::TreeView& tree);
 
   /// Initial state of the window: no current node, top-level nodes expanded.
   void Start();
 
-  /// Rebuilds the tree from the database. Nodes added before a failure stay. \throws Error
+  /// Rebuilds the tree from the database. A failure is logged; nodes added before it stay.
   void Build();
 
   const CurrentNode& Current() const { return current_; }
@@ -53,8 +52,7 @@ class FolderTree {
   void ShowCurrent();
   void MakeCurrent(const controls::TreeNode& node);
 
-  BookDatabase& database_;
-  const RunApplicationAt runAt_;
+  Workplace& place_;
   controls::TreeView& tree_;
   std::array<TopLevelState, 2> topLevel_;
   CurrentNode current_;

@@ -3,7 +3,6 @@
 #include "forms/ContactKind.h"
 #include "forms/Messages.h"
 #include "forms/addressbook/ContactGridLayout.h"
-#include "forms/addressbook/frmAddressBook.h"
 
 namespace ktrv::forms {
 namespace {
@@ -20,50 +19,40 @@ constexpr StringView kProperties =
 
 }  // namespace
 
-ItemCommands::ItemCommands(Workplace& place, Editors& editors, frmAddressBook& window,
-                           FolderTree& folders, ContactList& list)
+ItemCommands::ItemCommands(Workplace& place, Editors& editors, BookPanes panes)
     : place_(place),
-      window_(window),
-      folders_(folders),
-      list_(list),
+      panes_(panes),
       editors_(place, editors),
-      statements_(place.Database) {}
-
-ItemCommands::~ItemCommands() {
-  Stop();
-}
+      statements_(place.Database),
+      deletion_(place, panes_) {}
 
 void ItemCommands::Run(StringView context, const std::function<void()>& command) {
   // The window may be unloaded while its menu is open.
-  if (running_ || deletion_ || !window_.IsLoaded()) return;
+  if (running_ || IsDeleting() || !panes_.Window.IsLoaded()) return;
   struct Running {
     bool& Flag;
     ~Running() { Flag = false; }
   };
-  const controls::Form::Stay stay(window_);
+  const controls::Form::Stay stay(panes_.Window);
   running_ = true;
   const Running running{running_};
   place_.Services.Trap(context, command);
-}
-
-void ItemCommands::Say(StringView text) {
-  place_.Services.ShowMessage(text, MessageStyle::Exclamation);
 }
 
 // New items.
 
 void ItemCommands::New(StringView kind) {
   Run(Context::kNew, [&] {
-    const CurrentNode node = folders_.Current();
+    const CurrentNode node = panes_.Folders.Current();
     const bool isRemote = NodeKey::KindOf(node.Key) == NodeKey::RemoteFolder;
     if (kind == kNewGroup) {
       if (isRemote) {
-        return Say(Messages::kNoGroupInRemoteFolder);
+        return panes_.Say(Messages::kNoGroupInRemoteFolder);
       }
       NewGroup(node);
     } else {
       if (isRemote) {
-        return Say(Messages::kNoRemoteContactHere);
+        return panes_.Say(Messages::kNoRemoteContactHere);
       }
       NewContact(node);
     }
@@ -71,15 +60,15 @@ void ItemCommands::New(StringView kind) {
 }
 
 void ItemCommands::NewMember() {
-  if (NodeKey::KindOf(folders_.Current().Key) == NodeKey::SharedGroup) New({});
+  if (NodeKey::KindOf(panes_.Folders.Current().Key) == NodeKey::SharedGroup) New({});
 }
 
 std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
   // Without a current node, new items go to the main folder.
   if (node.Key.empty()) return u"0";
-  const controls::TreeNode* place = window_.tvwContacts.Find(node.Key);
+  const controls::TreeNode* place = panes_.Tree.Find(node.Key);
   if (!place) {
-    Say(Messages::kPlaceIsGone);
+    panes_.Say(Messages::kPlaceIsGone);
     return std::nullopt;
   }
   if (NodeKey::KindOf(place->Key) == NodeKey::SharedGroup) place = place->Parent;
@@ -91,10 +80,10 @@ void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder) return;
   const auto contact = editors_.NewContact(*folder, MembershipAt(node));
-  if (!contact || !window_.IsLoaded()) return;
+  if (!contact || !panes_.Window.IsLoaded()) return;
   // A running fetch may or may not include the contact, and replaces appended rows.
-  if (list_.IsLoading()) return window_.LoadContacts();
-  if (folders_.Current().Key == node.Key) list_.Add(*contact, *folder);
+  if (panes_.List.IsLoading()) return panes_.LoadContacts();
+  if (panes_.Folders.Current().Key == node.Key) panes_.List.Add(*contact, *folder);
 }
 
 ContactCompanion ItemCommands::MembershipAt(const CurrentNode& node) {
@@ -130,16 +119,16 @@ void ItemCommands::NewGroup(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder) return;
   const GroupResult made = editors_.NewGroup(*folder);
-  if (!window_.IsLoaded()) return;
-  if (made.Saved) folders_.AddGroup(made.Saved->Id, made.Saved->Name, *folder);
+  if (!panes_.Window.IsLoaded()) return;
+  if (made.Saved) panes_.Folders.AddGroup(made.Saved->Id, made.Saved->Name, *folder);
   // A group's list contains no groups; all lists contain contacts.
   const bool isListed = made.Saved && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
-  if (isListed || made.HasOpenedContacts) window_.LoadContacts();
+  if (isListed || made.HasOpenedContacts) panes_.LoadContacts();
 }
 
 void ItemCommands::NewFolder() {
   Run(Context::kNewFolder, [&] {
-    if (editors_.NewFolder() && window_.IsLoaded()) RebuildTree();
+    if (editors_.NewFolder() && panes_.Window.IsLoaded()) panes_.RebuildTree();
   });
 }
 
@@ -147,23 +136,16 @@ void ItemCommands::NewFolder() {
 
 void ItemCommands::Properties() {
   Run(Context::kProperties, [&] {
-    if (window_.tvwContacts.HasFocus()) {
+    if (panes_.Tree.HasFocus()) {
       NodeProperties();
-    } else if (ContactGridLayout::HasRows(window_.vsfContacts)) {
+    } else if (ContactGridLayout::HasRows(panes_.Grid)) {
       RowProperties();
     }
   });
 }
 
-const controls::TreeNode* ItemCommands::ChosenNode() {
-  const controls::TreeNode* node = window_.tvwContacts.SelectedNode();
-  const String& current = folders_.Current().Key;
-  if (!node && !current.empty() && !window_.tvwContacts.Find(current)) Say(Messages::kPlaceIsGone);
-  return node;
-}
-
 void ItemCommands::NodeProperties() {
-  const controls::TreeNode* node = ChosenNode();
+  const controls::TreeNode* node = panes_.ChosenNode();
   if (!node) return;
   const String key = node->Key;
   const StringView kind = NodeKey::KindOf(key);
@@ -173,30 +155,30 @@ void ItemCommands::NodeProperties() {
   editors_.EditFolder(String(NodeKey::IdOf(key)),
                       isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder);
   // The folder may be mapped to another category now.
-  if (window_.IsLoaded()) RebuildTree(isRemote);
+  if (panes_.Window.IsLoaded()) panes_.RebuildTree(isRemote);
 }
 
 void ItemCommands::GroupProperties(const String& key) {
-  controls::TreeView& tree = window_.tvwContacts;
+  controls::TreeView& tree = panes_.Tree;
   const String id(NodeKey::IdOf(key));
   editors_.EditGroup(id, tree.Find(key)->Text);
-  if (!window_.IsLoaded()) return;
+  if (!panes_.Window.IsLoaded()) return;
   const auto name = statements_.GroupName(id);
   controls::TreeNode* node = tree.Find(key);
   if (name && node) tree.SetText(*node, *name);
   tree.Refresh();
-  window_.LoadContacts();
+  panes_.LoadContacts();
 }
 
 void ItemCommands::RowProperties() {
-  const controls::FlexGrid& grid = window_.vsfContacts;
+  const controls::FlexGrid& grid = panes_.Grid;
   const int row = grid.ChosenRow();
   if (row == 0) return;
   const auto cell = [&](StringView key) { return grid.Text(row, grid.ColIndex(key)); };
   const String type = cell(ContactGridLayout::kType);
   const String id = cell(ContactGridLayout::kId);
   if (type == ContactKind::RemoteContact) {
-    return Say(
+    return panes_.Say(
         u"This is a Shared Remote Contact. The detail of this contact can be edited from TALVERO "
         u"only.");
   }
@@ -204,19 +186,16 @@ void ItemCommands::RowProperties() {
     editors_.EditContact(id, cell(ContactGridLayout::kFolderId));
   } else if (type == ContactKind::Group) {
     const auto name = editors_.EditGroup(id, cell(ContactGridLayout::kName));
-    controls::TreeNode* node = window_.tvwContacts.Find(String(NodeKey::SharedGroup) + id);
-    if (name && node && window_.IsLoaded()) window_.tvwContacts.SetText(*node, *name);
+    controls::TreeNode* node = panes_.Tree.Find(String(NodeKey::SharedGroup) + id);
+    if (name && node && panes_.Window.IsLoaded()) panes_.Tree.SetText(*node, *name);
   } else {
     return;
   }
-  if (window_.IsLoaded()) window_.LoadContacts();
+  if (panes_.Window.IsLoaded()) panes_.LoadContacts();
 }
 
-void ItemCommands::RebuildTree(bool listIsStale) {
-  const String before = folders_.Current().Key;
-  window_.LoadTreeView();
-  // At the server a rebuild selects the root, which becomes current; the grid must follow.
-  if (listIsStale || folders_.Current().Key != before) window_.LoadContacts();
+void ItemCommands::Delete() {
+  Run(ItemDeletion::kContext, [&] { deletion_.Delete(); });
 }
 
 }  // namespace ktrv::forms

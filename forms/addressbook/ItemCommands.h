@@ -1,18 +1,14 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 
-#include "forms/addressbook/ContactList.h"
-#include "forms/addressbook/FolderTree.h"
+#include "forms/addressbook/BookPanes.h"
+#include "forms/addressbook/ItemDeletion.h"
 #include "forms/addressbook/ItemEditors.h"
 #include "forms/addressbook/ItemStatements.h"
-#include "forms/addressbook/RowDeletion.h"
 
 namespace ktrv::forms {
-
-class frmAddressBook;
 
 /// Item commands of the address book window: create, open, delete. They apply to the current node
 /// of the tree, or to the rows of the grid when the tree does not have the focus.
@@ -22,9 +18,7 @@ class frmAddressBook;
 class ItemCommands {
  public:
   /// All references must outlive the object.
-  ItemCommands(Workplace& place, Editors& editors, frmAddressBook& window, FolderTree& folders,
-               ContactList& list);
-  ~ItemCommands();
+  ItemCommands(Workplace& place, Editors& editors, BookPanes panes);
 
   static constexpr StringView kNewGroup = u"GR";
 
@@ -37,9 +31,9 @@ class ItemCommands {
   void Delete();
 
   /// Cancels a running deletion; called when the window closes.
-  void Stop();
+  void Stop() { deletion_.Stop(); }
   /// Whether a deletion is running in the background.
-  bool IsDeleting() const { return deletion_ != nullptr; }
+  bool IsDeleting() const { return deletion_.IsRunning(); }
 
  private:
   void Run(StringView context, const std::function<void()>& command);
@@ -52,37 +46,15 @@ class ItemCommands {
   /// returns nullopt.
   std::optional<String> FolderFor(const CurrentNode& node);
 
-  /// The selected node of the tree. Null if there is none; shows a message if that is because the
-  /// current node no longer exists.
-  const controls::TreeNode* ChosenNode();
   void NodeProperties();
   void GroupProperties(const String& key);
   void RowProperties();
-  /// Rebuilds the tree. Also reloads the list if it is stale or the current node has changed.
-  void RebuildTree(bool listIsStale = false);
-
-  void DeleteNode();
-  void SayThatGroupsRemain();
-  /// Queries whether the node is a folder with groups. If so, shows a message and rebuilds the
-  /// tree.
-  bool HoldsUnseenGroups(const String& key);
-  void ShowUnseenGroups();
-  bool DeleteItemOf(const String& key);
-  void RemoveNode(const String& key);
-  void DeleteRows(const CurrentNode& node);
-  void FinishDeletion();
-
-  bool Confirm(StringView question, std::int32_t buttons, std::int16_t wanted);
-  bool ConfirmDeletion();
-  void Say(StringView text);
 
   Workplace& place_;
-  frmAddressBook& window_;
-  FolderTree& folders_;
-  ContactList& list_;
+  const BookPanes panes_;
   ItemEditors editors_;
   ItemStatements statements_;
-  std::shared_ptr<RowDeletion> deletion_;
+  ItemDeletion deletion_;
   bool running_ = false;
 };
 

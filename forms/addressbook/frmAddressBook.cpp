@@ -50,11 +50,13 @@ frmAddressBook::frmAddressBook(Workplace place, Editors& editors)
       vsfContacts(*this, {}),
       picShadow(*this, {kTreeWidth, 0, kShadowWidth, 0}),
       place_(std::move(place)),
-      folderTree_(place_.Database, place_.User.RunAt, tvwContacts),
+      folderTree_(place_, tvwContacts),
       contactList_(place_.Services, place_.Database,
                    {*this, vsfContacts, StatusBar1, ProgressBar1}),
       splitter_(picSlider, picShadow),
-      commands_(place_, editors, *this, folderTree_, contactList_) {
+      commands_(place_, editors,
+                {place_.Services, *this, tvwContacts, vsfContacts, StatusBar1, folderTree_,
+                 contactList_}) {
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
   StatusBar1.AddPanel({.Width = 3000});
   ConnectToolBar();
@@ -101,12 +103,6 @@ void frmAddressBook::Form_QueryUnload() {
     contactList_.Close();
     place_.Database.Close();
   });
-}
-
-void frmAddressBook::LoadTreeView() {
-  place_.Services.Trap(
-      u"KTRVAddressBook: Error occurred. Sub : LoadTreeView, Module: frmAddressBook",
-      [&] { folderTree_.Build(); });
 }
 
 void frmAddressBook::LoadContacts() {

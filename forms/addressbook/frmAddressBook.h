@@ -43,7 +43,7 @@ class frmAddressBook final : public controls::Form {
   controls::ProgressBar ProgressBar1{*this, {}};
 
   /// Rebuilds the tree. A failure is logged; nodes added before it stay.
-  void LoadTreeView();
+  void LoadTreeView() { folderTree_.Build(); }
   /// Reloads the grid for the current node. A failure is logged and shown in the status bar.
   void LoadContacts();
   /// Sorts the grid by the column with this key and moves the sort indicator there.

@@ -1,72 +1,69 @@
-// The deleting part of ItemCommands.
+#include "forms/addressbook/ItemDeletion.h"
+
 #include <utility>
 
 #include "forms/addressbook/ContactGridLayout.h"
-#include "forms/addressbook/ItemCommands.h"
-#include "forms/addressbook/frmAddressBook.h"
 
 namespace ktrv::forms {
-namespace {
 
-/// Log readers match it literally, including the doubled prefix.
-constexpr StringView kContext =
-    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
-constexpr int kTextPanel = 1;
+ItemDeletion::ItemDeletion(Workplace& place, const BookPanes& panes)
+    : place_(place), panes_(panes), statements_(place.Database) {}
 
-}  // namespace
-
-void ItemCommands::Delete() {
-  Run(kContext, [&] {
-    if (window_.tvwContacts.HasFocus()) return DeleteNode();
-    const CurrentNode node = folders_.Current();
-    if (node.Key == NodeKey::Shared && place_.User.Rights == UserType::GeneralUser) return;
-    DeleteRows(node);
-  });
+ItemDeletion::~ItemDeletion() {
+  Stop();
 }
 
-bool ItemCommands::Confirm(StringView question, std::int32_t buttons, std::int16_t wanted) {
+void ItemDeletion::Delete() {
+  if (panes_.Tree.HasFocus()) return DeleteNode();
+  const CurrentNode node = panes_.Folders.Current();
+  if (node.Key == NodeKey::Shared && place_.User.Rights == UserType::GeneralUser) return;
+  DeleteRows(node);
+}
+
+bool ItemDeletion::Confirm(StringView question, std::int32_t buttons, std::int16_t wanted) {
   const std::int16_t answer = place_.Services.ShowMessage(
       question, buttons | MessageStyle::Question | MessageStyle::DefaultButton2);
   // If the window was unloaded meanwhile, the answer no longer applies.
-  return answer == wanted && window_.IsLoaded();
+  return answer == wanted && panes_.Window.IsLoaded();
 }
 
-bool ItemCommands::ConfirmDeletion() {
+bool ItemDeletion::ConfirmItems() {
   return Confirm(u"Are you sure you want to delete the selected item(s)?", MessageStyle::YesNo,
                  MessageAnswer::Yes);
 }
 
-void ItemCommands::DeleteNode() {
-  const controls::TreeNode* node = ChosenNode();
+void ItemDeletion::DeleteNode() {
+  const controls::TreeNode* node = panes_.ChosenNode();
   if (!node) return;
   const String key = node->Key;
-  if (key == NodeKey::Shared || key == NodeKey::Main) return Say(u"The item cannot be deleted.");
+  if (key == NodeKey::Shared || key == NodeKey::Main)
+    return panes_.Say(u"The item cannot be deleted.");
   if (!node->Children.empty()) return SayThatGroupsRemain();
   // Another user may have added groups, or the tree may be incomplete after a failure.
-  if (HoldsUnseenGroups(key) || !ConfirmDeletion()) return;
+  if (HoldsUnseenGroups(key) || !ConfirmItems()) return;
   if (DeleteItemOf(key)) RemoveNode(key);
 }
 
-void ItemCommands::SayThatGroupsRemain() {
+void ItemDeletion::SayThatGroupsRemain() {
   place_.Services.ShowMessage(
       u"Selected folder contains group(s) under it. Remove all group(s) first to delete selected "
       u"folder.",
       MessageStyle::Critical);
 }
 
-bool ItemCommands::HoldsUnseenGroups(const String& key) {
+bool ItemDeletion::HoldsUnseenGroups(const String& key) {
   if (NodeKey::KindOf(key) != NodeKey::SharedFolder) return false;
   if (!statements_.HoldsGroups(NodeKey::IdOf(key))) return false;
   ShowUnseenGroups();
   return true;
 }
 
-void ItemCommands::ShowUnseenGroups() {
+void ItemDeletion::ShowUnseenGroups() {
   SayThatGroupsRemain();
-  if (window_.IsLoaded()) RebuildTree();
+  if (panes_.Window.IsLoaded()) panes_.RebuildTree();
 }
 
-bool ItemCommands::DeleteItemOf(const String& key) {
+bool ItemDeletion::DeleteItemOf(const String& key) {
   const StringView kind = NodeKey::KindOf(key);
   const StringView id = NodeKey::IdOf(key);
   const auto confirmWhole = [&](StringView question) {
@@ -98,24 +95,24 @@ bool ItemCommands::DeleteItemOf(const String& key) {
   return false;
 }
 
-void ItemCommands::RemoveNode(const String& key) {
-  controls::TreeView& tree = window_.tvwContacts;
+void ItemDeletion::RemoveNode(const String& key) {
+  controls::TreeView& tree = panes_.Tree;
   if (controls::TreeNode* node = tree.Find(key)) tree.Remove(*node);
   tree.Refresh();
   if (controls::TreeNode* next = tree.SelectedNode()) {
     tree.UserClicks(*next);
   } else {
-    window_.LoadContacts();  // the list may show what was deleted
+    panes_.LoadContacts();  // the list may show what was deleted
   }
   // This click was not made with a mouse button, so it must not open a menu.
-  folders_.TakeClick();
+  panes_.Folders.TakeClick();
 }
 
-void ItemCommands::DeleteRows(const CurrentNode& node) {
-  const controls::FlexGrid& grid = window_.vsfContacts;
+void ItemDeletion::DeleteRows(const CurrentNode& node) {
+  const controls::FlexGrid& grid = panes_.Grid;
   // There may be a selection without a current row, e.g. after Ctrl+A.
   if (!ContactGridLayout::HasRows(grid) || grid.Selection().Count() == 0) {
-    return Say(u"No item(s) selected for deletion.");
+    return panes_.Say(u"No item(s) selected for deletion.");
   }
   const StringView kind = NodeKey::KindOf(node.Key);
   if (node.Key != NodeKey::Shared && kind != NodeKey::SharedFolder &&
@@ -128,28 +125,29 @@ void ItemCommands::DeleteRows(const CurrentNode& node) {
   const int type = grid.ColIndex(ContactGridLayout::kType);
   for (const int row : grid.SelectedRows())
     items.push_back({grid.Text(row, id), grid.Text(row, type)});
-  if (!ConfirmDeletion()) return;
-  deletion_ =
+  if (!ConfirmItems()) return;
+  rows_ =
       std::make_shared<RowDeletion>(place_.Services, place_.Database, kContext, std::move(items));
-  deletion_->Progress = [this, all = deletion_->Count()](std::size_t done) {
-    window_.StatusBar1.SetPanelText(
-        kTextPanel, u"Deleting item(s): " + ToDecimal(static_cast<std::int64_t>(done)) + u" of " +
-                        ToDecimal(static_cast<std::int64_t>(all)));
+  rows_->Progress = [this, all = rows_->Count()](std::size_t done) {
+    constexpr int kTextPanel = 1;
+    panes_.Status.SetPanelText(kTextPanel, u"Deleting item(s): " +
+                                               ToDecimal(static_cast<std::int64_t>(done)) +
+                                               u" of " + ToDecimal(static_cast<std::int64_t>(all)));
   };
-  deletion_->Done = [this] { FinishDeletion(); };
-  deletion_->Run();
+  rows_->Done = [this] { Finish(); };
+  rows_->Run();
 }
 
-void ItemCommands::FinishDeletion() {
-  const auto deletion = std::exchange(deletion_, nullptr);
-  if (deletion->HasDeletedGroup()) window_.LoadTreeView();
-  window_.LoadContacts();
+void ItemDeletion::Finish() {
+  const auto deletion = std::exchange(rows_, nullptr);
+  if (deletion->HasDeletedGroup()) panes_.Folders.Build();
+  panes_.LoadContacts();
 }
 
-void ItemCommands::Stop() {
-  if (!deletion_) return;
-  deletion_->Stop();
-  deletion_.reset();
+void ItemDeletion::Stop() {
+  if (!rows_) return;
+  rows_->Stop();
+  rows_.reset();
 }
 
 }  // namespace ktrv::forms
