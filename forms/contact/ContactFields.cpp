@@ -1,37 +1,11 @@
 #include "forms/contact/ContactFields.h"
 
-#include <array>
 #include <limits>
 
 #include "common/Global.h"
-#include "forms/contact/frmNewContact.h"
 
-namespace ktrv::forms::ContactFields {
+namespace ktrv::forms {
 namespace {
-
-struct TextColumn {
-  controls::TextBox frmNewContact::*Box;
-  StringView Name;
-};
-
-/// The columns that are stored as typed, in the order of reading and writing.
-constexpr std::array<TextColumn, 15> kTextColumns{{
-    {&frmNewContact::txtFname, u"FName"},
-    {&frmNewContact::txtMname, u"MName"},
-    {&frmNewContact::txtLname, u"LName"},
-    {&frmNewContact::txtCountryCode, u"CountryCode"},
-    {&frmNewContact::txtMobileno, u"Mobileno"},
-    {&frmNewContact::txtOfficePhone, u"OfficePhone"},
-    {&frmNewContact::txtHomePhone, u"HomePhone"},
-    {&frmNewContact::txtFax, u"Fax"},
-    {&frmNewContact::txtEmail, u"Email"},
-    {&frmNewContact::txtOrganisation, u"Organisation"},
-    {&frmNewContact::txtAddress, u"Address"},
-    {&frmNewContact::txtCity, u"City"},
-    {&frmNewContact::txtState, u"State"},
-    {&frmNewContact::txtCountry, u"Country"},
-    {&frmNewContact::txtZip, u"Zip"},
-}};
 
 Error TypeMismatch() {
   return Error(ErrorNumber::TypeMismatch, u"Type mismatch");
@@ -61,12 +35,12 @@ void ShowDate(const database::Recordset& row, StringView column, controls::DateP
   }
 }
 
-void ShowFolder(const database::Recordset& row, frmNewContact& dialog) {
+void ReadFolder(const database::Recordset& row, std::int16_t& folderId) {
   using Limits = std::numeric_limits<std::int16_t>;
   const Variant value = row.Field(u"FOLDER_ID");
   const auto* id = std::get_if<std::int64_t>(&value);
   if (id && *id >= Limits::min() && *id <= Limits::max()) {
-    dialog.FolderId = static_cast<std::int16_t>(*id);
+    folderId = static_cast<std::int16_t>(*id);
   }
 }
 
@@ -90,39 +64,39 @@ Variant ValueOf(const std::optional<DateTime>& date) {
 
 }  // namespace
 
-Entries EntriesOf(const frmNewContact& dialog) {
+ContactFields::Entries ContactFields::Current() const {
   Entries entries;
-  for (std::size_t index = 0; index < kTextColumns.size(); ++index) {
-    entries.Texts[index] = (dialog.*kTextColumns[index].Box).Text();
+  for (std::size_t index = 0; index < boxes_.Texts.size(); ++index) {
+    entries.Texts[index] = boxes_.Texts[index].Box.Text();
   }
-  entries.Age = dialog.txtAge.Text();
-  entries.Sex = dialog.cboSex.ListIndex();
-  entries.Birthday = dialog.dtBirthday.Value();
-  entries.Anniversary = dialog.dtAnniversary.Value();
-  entries.Hobby = dialog.txtHobby.Text();
+  entries.Age = boxes_.Age.Text();
+  entries.Sex = boxes_.Sex.ListIndex();
+  entries.Birthday = boxes_.Birthday.Value();
+  entries.Anniversary = boxes_.Anniversary.Value();
+  entries.Hobby = boxes_.Hobby.Text();
   return entries;
 }
 
-std::vector<Error> Show(const database::Recordset& row, frmNewContact& dialog) {
+std::vector<Error> ContactFields::Show(const database::Recordset& row, std::int16_t& folderId) {
   std::vector<Error> failures;
-  for (const TextColumn& column : kTextColumns) {
-    ShowText(row, column.Name, dialog.*column.Box);
-    if (&column == &kTextColumns.front()) ShowFolder(row, dialog);
+  for (const TextColumn& column : boxes_.Texts) {
+    ShowText(row, column.Name, column.Box);
+    if (&column == &boxes_.Texts.front()) ReadFolder(row, folderId);
   }
-  ShowText(row, u"AGE", dialog.txtAge);
-  dialog.cboSex.SetListIndex(SexIndexOf(ToText(Global::NullToDefault(row.Field(u"Sex"), u""))));
-  ShowDate(row, u"BIRTHDAY", dialog.dtBirthday, failures);
-  ShowDate(row, u"ANNIVERSARY", dialog.dtAnniversary, failures);
-  ShowText(row, u"HOBBY", dialog.txtHobby);
+  ShowText(row, u"AGE", boxes_.Age);
+  boxes_.Sex.SetListIndex(SexIndexOf(ToText(Global::NullToDefault(row.Field(u"Sex"), u""))));
+  ShowDate(row, u"BIRTHDAY", boxes_.Birthday, failures);
+  ShowDate(row, u"ANNIVERSARY", boxes_.Anniversary, failures);
+  ShowText(row, u"HOBBY", boxes_.Hobby);
   return failures;
 }
 
-void Write(const frmNewContact& dialog, const Entries* before, database::Recordset& row) {
-  const Entries now = EntriesOf(dialog);
+void ContactFields::Write(const Entries* before, database::Recordset& row) const {
+  const Entries now = Current();
   const auto changed = [&](auto member) { return !before || now.*member != before->*member; };
-  for (std::size_t index = 0; index < kTextColumns.size(); ++index) {
+  for (std::size_t index = 0; index < boxes_.Texts.size(); ++index) {
     if (before && now.Texts[index] == before->Texts[index]) continue;
-    row.SetField(kTextColumns[index].Name, now.Texts[index]);
+    row.SetField(boxes_.Texts[index].Name, now.Texts[index]);
   }
   // An empty box keeps the stored age.
   if (const StringView age = Trim(now.Age); !age.empty() && changed(&Entries::Age)) {
@@ -130,7 +104,7 @@ void Write(const frmNewContact& dialog, const Entries* before, database::Records
     if (!number) throw TypeMismatch();
     row.SetField(u"Age", *number);
   }
-  if (changed(&Entries::Sex)) row.SetField(u"Sex", SexOf(dialog.cboSex.Text()));
+  if (changed(&Entries::Sex)) row.SetField(u"Sex", SexOf(boxes_.Sex.Text()));
   // The anniversary is written only together with a birthday. Then a cleared anniversary is cleared
   // in the row too.
   if (now.Birthday) {
@@ -140,4 +114,4 @@ void Write(const frmNewContact& dialog, const Entries* before, database::Records
   if (changed(&Entries::Hobby)) row.SetField(u"Hobby", now.Hobby);
 }
 
-}  // namespace ktrv::forms::ContactFields
+}  // namespace ktrv::forms

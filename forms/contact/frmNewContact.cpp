@@ -36,6 +36,26 @@ frmNewContact::frmNewContact(Workplace place, ContactRequest request)
       FolderId(request.FolderId),
       place_(std::move(place)),
       request_(std::move(request)),
+      fields_({.Texts = {{{txtFname, u"FName"},
+                          {txtMname, u"MName"},
+                          {txtLname, u"LName"},
+                          {txtCountryCode, u"CountryCode"},
+                          {txtMobileno, u"Mobileno"},
+                          {txtOfficePhone, u"OfficePhone"},
+                          {txtHomePhone, u"HomePhone"},
+                          {txtFax, u"Fax"},
+                          {txtEmail, u"Email"},
+                          {txtOrganisation, u"Organisation"},
+                          {txtAddress, u"Address"},
+                          {txtCity, u"City"},
+                          {txtState, u"State"},
+                          {txtCountry, u"Country"},
+                          {txtZip, u"Zip"}}},
+               .Age = txtAge,
+               .Sex = cboSex,
+               .Birthday = dtBirthday,
+               .Anniversary = dtAnniversary,
+               .Hobby = txtHobby}),
       contactId_(Trim(request_.EditContactId)) {
   for (const StringView sex : {u"", u"Male", u"Female"}) cboSex.AddItem(String(sex));
   for (controls::TextBox* box : {&txtAge, &txtMobileno}) {
@@ -100,8 +120,8 @@ void frmNewContact::Populate_Data() {
   database::Recordset contact(place_.Database.Environment);
   contact.Open(data::ContactQueries::ById(contactId_), place_.Database.ConnectionString);
   if (!contact.EndOfFile()) {
-    const std::vector<Error> failures = ContactFields::Show(contact, *this);
-    shown_ = ContactFields::EntriesOf(*this);
+    const std::vector<Error> failures = fields_.Show(contact, FolderId);
+    shown_ = fields_.Current();
     for (const Error& failure : failures) {
       place_.Services.Trap(Context::kFormLoad, [&] { throw failure; });
     }
@@ -177,7 +197,7 @@ bool frmNewContact::Save_Data() {
 }
 
 void frmNewContact::Change(database::Recordset& contact, const ContactFields::Entries& before) {
-  ContactFields::Write(*this, &before, contact);
+  fields_.Write(&before, contact);
   contact.Update();
   contact.Resync();
 }
@@ -201,8 +221,8 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
   if (request_.With.Check) request_.With.Check(connection);
   contact.AddNew();
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
-  ContactFields::Write(*this, nullptr, contact);
-  const ContactFields::Entries entries = ContactFields::EntriesOf(*this);
+  fields_.Write(nullptr, contact);
+  const ContactFields::Entries entries = fields_.Current();
   // If the outcome of the commit is unknown, the next OK must find this row instead of inserting it
   // again.
   const auto remember = [&] { inDoubt_ = {contact.AddedRow(), entries}; };

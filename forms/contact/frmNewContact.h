@@ -130,6 +130,7 @@ class frmNewContact final : public controls::Form {
 
   Workplace place_;
   ContactRequest request_;
+  ContactFields fields_;
   String contactId_;  ///< trimmed id of the contact to edit
   /// Snapshot of the controls when they showed the contact; nullopt for a new contact, and if the
   /// contact does not exist or was not loaded completely.
