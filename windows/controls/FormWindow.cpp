@@ -1,16 +1,19 @@
 #include "windows/controls/FormWindow.h"
 
-#include <windowsx.h>
+#include <algorithm>
 
 #include "common/Error.h"
 #include "controls/Color.h"
+#include "controls/CommandButton.h"
 #include "controls/Control.h"
 #include "windows/base/Guard.h"
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/base/WindowClass.h"
 #include "windows/controls/ControlWindow.h"
+#include "windows/controls/Keys.h"
 #include "windows/controls/MessageLoop.h"
+#include "windows/controls/Mnemonic.h"
 #include "windows/controls/VisualStyle.h"
 
 namespace ktrv::windows {
@@ -258,6 +261,186 @@ void FormWindow::OnDestroyed() {
   handle_ = nullptr;
   disabling_.reset();
   form_.Unload();
+}
+
+// Focus and keys.
+
+void FormWindow::Focus(HWND control) {
+  focus_ = control;
+  if (IsWindowVisible(handle_) && IsWindowEnabled(handle_)) SetFocus(control);
+}
+
+void FormWindow::FocusNext(bool backward) {
+  HWND next = GetNextDlgTabItem(handle_, GetFocus(), backward);
+  if (!next) return;
+  if (SendMessageW(next, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
+    SendMessageW(next, EM_SETSEL, 0, -1);
+  SetFocus(next);
+}
+
+bool FormWindow::TakeMnemonic(wchar_t letter) {
+  std::vector<HWND> handles;
+  for (const ControlWindow* window : windows_) handles.push_back(window->Handle());
+  return PressMnemonic(handles, letter);
+}
+
+void FormWindow::PressButtonOf(WORD command) {
+  // The key came before something modal was opened, or before the form began to work.
+  if (!IsWindowEnabled(handle_) || IsWorking()) return;
+  constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
+  HWND focus = GetFocus();
+  if (command == IDOK && focus && SendMessageW(focus, WM_GETDLGCODE, 0, 0) & kPushButton) {
+    SendMessageW(focus, BM_CLICK, 0, 0);
+    return;
+  }
+  if (command == IDOK) {
+    if (ControlWindow* typedIn = ControlWindow::From(focus)) typedIn->FinishTyping();
+  }
+  for (controls::Control* control : form_.Controls()) {
+    auto* button = dynamic_cast<controls::CommandButton*>(control);
+    if (!button) continue;
+    if ((command == IDOK && button->IsDefault()) || (command == IDCANCEL && button->IsCancel())) {
+      button->UserClicks();
+      return;
+    }
+  }
+}
+
+bool FormWindow::TakeKeyWhileWorking(const MSG& message) {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  if (IsRepeated(message.lParam)) return true;
+  const bool isEscape = message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE;
+  const bool isLetter = message.message == WM_SYSKEYDOWN &&
+                        IsMnemonicOf(StopButton(), static_cast<wchar_t>(message.wParam));
+  if (isEscape || isLetter) form_.UserStops();
+  return true;
+}
+
+bool FormWindow::IsLocked(HWND window, UINT message) const {
+  if (!IsWorking() || window == StopButton()) return false;
+  return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+         (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == BM_CLICK;
+}
+
+HWND FormWindow::StopButton() const {
+  for (const ControlWindow* window : windows_) {
+    if (&window->Shown() == form_.StopButton()) return window->Handle();
+  }
+  return nullptr;
+}
+
+void FormWindow::TakeInput() {
+  // A window that never ends to ask for painting must not keep the work.
+  constexpr int kMost = 100;
+  MSG message;
+  for (int taken = 0; taken < kMost; ++taken) {
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT | PM_QS_PAINT)) return;
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      form_.UserStops();
+      return;
+    }
+    if (message.message == WM_PAINT || (message.hwnd && message.hwnd == StopButton())) {
+      DispatchMessageW(&message);
+    }
+  }
+}
+
+void FormWindow::RestoreFocus() {
+  HWND control = focus_ && IsWindowVisible(focus_) && IsWindowEnabled(focus_) ? focus_ : nullptr;
+  if (!control) control = FirstControl();
+  SetFocus(control ? control : handle_);
+}
+
+HWND FormWindow::FirstControl() const {
+  // Boxes in a cool bar come first in tab order, but the form begins with what lies on itself.
+  HWND first = GetNextDlgTabItem(handle_, nullptr, FALSE);
+  HWND control = first;
+  while (control && GetParent(control) != handle_) {
+    control = GetNextDlgTabItem(handle_, control, FALSE);
+    if (control == first) break;
+  }
+  return control;
+}
+
+// Size, place and resolution.
+
+DWORD FormWindow::Style() const {
+  const DWORD resizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+  return WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | (form_.Layout().Resizable ? resizable : 0U);
+}
+
+DWORD FormWindow::ExStyle() const {
+  return WS_EX_CONTROLPARENT | (form_.Layout().Resizable ? 0U : WS_EX_DLGMODALFRAME);
+}
+
+SIZE FormWindow::InnerSize() const {
+  RECT inner{};
+  GetClientRect(handle_, &inner);
+  return {inner.right, inner.bottom};
+}
+
+void FormWindow::SizeChanged() {
+  const SIZE inner{scale_.ToPixels(form_.ScaleWidth()), scale_.ToPixels(form_.ScaleHeight())};
+  const SIZE outer = scale_.Outer(inner, Style(), ExStyle());
+  SetWindowPos(handle_, nullptr, 0, 0, outer.cx, outer.cy,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::LimitSize(MINMAXINFO& limits) const {
+  const auto& layout = form_.Layout();
+  const SIZE inner{scale_.ToPixels(layout.MinimumWidth), scale_.ToPixels(layout.MinimumHeight)};
+  const SIZE outer = scale_.Outer(inner, Style(), ExStyle());
+  if (inner.cx > 0) limits.ptMinTrackSize.x = outer.cx;
+  if (inner.cy > 0) limits.ptMinTrackSize.y = outer.cy;
+}
+
+void FormWindow::OnSize(WPARAM kind) {
+  if (kind == SIZE_MINIMIZED) return;
+  for (ControlWindow* window : windows_) window->OnFormResized();
+  const SIZE inner = InnerSize();
+  // The form's own size in whole pixels is no change of it.
+  if (inner.cx == scale_.ToPixels(form_.ScaleWidth()) &&
+      inner.cy == scale_.ToPixels(form_.ScaleHeight())) {
+    return;
+  }
+  form_.UserResizes(scale_.ToTwips(inner.cx), scale_.ToTwips(inner.cy));
+}
+
+void FormWindow::OnScaleChanged(int dpi, const RECT& place) {
+  scale_ = Scale::At(dpi);
+  UniqueFont former = std::exchange(font_, MessageFont(scale_));
+  RenewIcons();
+  for (ControlWindow* window : windows_) window->ApplyScale();
+  SetWindowPos(handle_, nullptr, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  for (ControlWindow* window : windows_) window->OnFormResized();
+  RedrawWindow(handle_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void FormWindow::CenterOnMonitor() {
+  HWND active = GetActiveWindow();
+  HMONITOR monitor = MonitorFromWindow(active ? active : handle_, MONITOR_DEFAULTTOPRIMARY);
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  if (!GetMonitorInfoW(monitor, &info)) return;
+  const RECT& work = info.rcWork;
+  RECT window{};
+  GetWindowRect(handle_, &window);
+  const LONG width = std::min(window.right - window.left, work.right - work.left);
+  const LONG height = std::min(window.bottom - window.top, work.bottom - work.top);
+  SetWindowPos(handle_, nullptr, work.left + (work.right - work.left - width) / 2,
+               work.top + (work.bottom - work.top - height) / 2, width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::RenewIcons() {
+  const UniqueIcon small =
+      std::exchange(smallIcon_, DrawIcon(controls::Image::SharedContacts, scale_.Units(16)));
+  const UniqueIcon large =
+      std::exchange(largeIcon_, DrawIcon(controls::Image::SharedContacts, scale_.Units(32)));
+  SendMessageW(handle_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
+  SendMessageW(handle_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon_.Get()));
 }
 
 }  // namespace ktrv::windows

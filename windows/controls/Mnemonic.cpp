@@ -1,0 +1,57 @@
+#include "windows/controls/Mnemonic.h"
+
+#include <algorithm>
+#include <array>
+
+namespace ktrv::windows {
+
+namespace {
+
+wchar_t Capital(wchar_t letter) {
+  CharUpperBuffW(&letter, 1);
+  return letter;
+}
+
+/// The capital of the letter behind the "&" in a window's text; 0 when there is none.
+wchar_t MnemonicOf(HWND window) {
+  std::array<wchar_t, 128> text{};
+  GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  for (std::size_t i = 0; text[i] && text[i + 1]; ++i) {
+    if (text[i] != L'&') continue;
+    if (text[i + 1] != L'&') return Capital(text[i + 1]);
+    ++i;  // two of them are the character itself
+  }
+  return 0;
+}
+
+}  // namespace
+
+bool IsMnemonicOf(HWND window, wchar_t letter) {
+  return MnemonicOf(window) == Capital(letter);
+}
+
+bool PressMnemonic(std::span<const HWND> controls, wchar_t letter) {
+  const auto canBeUsed = [](HWND control) {
+    return IsWindowVisible(control) && IsWindowEnabled(control);
+  };
+  for (auto place = controls.begin(); place != controls.end(); ++place) {
+    HWND control = *place;
+    if (!canBeUsed(control) || !IsMnemonicOf(control, letter)) continue;
+    const LRESULT kind = SendMessageW(control, WM_GETDLGCODE, 0, 0);
+    if (kind & (DLGC_BUTTON | DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) {
+      SetFocus(control);
+      PostMessageW(control, BM_CLICK, 0, 0);
+      return true;
+    }
+    if (!(kind & DLGC_STATIC)) continue;
+    // A label names the control made after it, which may lie in another window: a cool bar's band.
+    const auto named = std::find_if(place + 1, controls.end(), [&](HWND next) {
+      return canBeUsed(next) && GetWindowLongPtrW(next, GWL_STYLE) & WS_TABSTOP;
+    });
+    if (named != controls.end()) SetFocus(*named);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace ktrv::windows
