@@ -1,23 +1,36 @@
-#include "windows/controls/CheckBoxWindow.h"
-
-#include "windows/base/WideText.h"
+#include "controls/CheckBox.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-CheckBoxWindow::CheckBoxWindow(FormWindow& form, controls::CheckBox& control)
-    : Peer(form, control), box_(control) {
-  Create(WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX);
-  ShowText(control.Caption());
-  CheckedChanged();
-}
+namespace {
 
-void CheckBoxWindow::CheckedChanged() {
-  Send(BM_SETCHECK, box_.Checked() ? BST_CHECKED : BST_UNCHECKED);
-}
+class CheckBoxWindow final : public Peer<controls::CheckBoxPeer> {
+ public:
+  CheckBoxWindow(FormWindow& form, controls::CheckBox& control)
+      : Peer(form, control), box_(control) {
+    Create(WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX);
+    ShowText(control.Caption());
+    CheckedChanged();
+  }
 
-void CheckBoxWindow::OnCommand(WORD code) {
-  const bool checked = Send(BM_GETCHECK) == BST_CHECKED;
-  if (code == BN_CLICKED && checked != box_.Checked()) box_.UserClicks();
+  void CheckedChanged() override {
+    Send(BM_SETCHECK, box_.Checked() ? BST_CHECKED : BST_UNCHECKED);
+  }
+  void OnCommand(WORD code) override {
+    const bool checked = Send(BM_GETCHECK) == BST_CHECKED;
+    if (code == BN_CLICKED && checked != box_.Checked()) box_.UserClicks();
+  }
+
+ private:
+  controls::CheckBox& box_;
+};
+
+}  // namespace
+
+std::unique_ptr<controls::CheckBoxPeer> WindowFactory::Make(controls::CheckBox& control) {
+  return std::make_unique<CheckBoxWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

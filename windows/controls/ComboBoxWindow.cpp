@@ -1,41 +1,56 @@
-#include "windows/controls/ComboBoxWindow.h"
-
+#include "controls/ComboBox.h"
 #include "windows/base/WideText.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-ComboBoxWindow::ComboBoxWindow(FormWindow& form, controls::ComboBox& control)
-    : Peer(form, control), combo_(control) {
-  Create(WC_COMBOBOXW, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST);
-  ItemsChanged();
-}
+namespace {
 
-int ComboBoxWindow::ExtraHeight() const {
-  // A drop-down's height is that of the box with its list dropped down.
-  return CurrentScale().Units(220);
-}
-
-void ComboBoxWindow::ItemsChanged() {
-  int shown = static_cast<int>(Send(CB_GETCOUNT));
-  // Items are added one by one; only after a removal they are listed anew.
-  if (shown > combo_.ListCount() || shown + 1 < combo_.ListCount()) {
-    Send(CB_RESETCONTENT);
-    shown = 0;
+class ComboBoxWindow final : public Peer<controls::ComboBoxPeer> {
+ public:
+  ComboBoxWindow(FormWindow& form, controls::ComboBox& control)
+      : Peer(form, control), combo_(control) {
+    Create(WC_COMBOBOXW, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST);
+    ItemsChanged();
   }
-  for (; shown < combo_.ListCount(); ++shown) {
-    Send(CB_ADDSTRING, 0, ToWide(combo_.List(shown)).c_str());
-  }
-  SelectionChanged();
-}
 
-void ComboBoxWindow::SelectionChanged() {
-  if (Send(CB_GETCURSEL) != combo_.ListIndex()) {
-    Send(CB_SETCURSEL, static_cast<WPARAM>(combo_.ListIndex()));
+  void ItemsChanged() override {
+    int shown = static_cast<int>(Send(CB_GETCOUNT));
+    // Items are added one by one; only after a removal they are listed anew.
+    if (shown > combo_.ListCount() || shown + 1 < combo_.ListCount()) {
+      Send(CB_RESETCONTENT);
+      shown = 0;
+    }
+    for (; shown < combo_.ListCount(); ++shown) {
+      Send(CB_ADDSTRING, 0, ToWide(combo_.List(shown)).c_str());
+    }
+    SelectionChanged();
   }
-}
+  void SelectionChanged() override {
+    if (Send(CB_GETCURSEL) != combo_.ListIndex()) {
+      Send(CB_SETCURSEL, static_cast<WPARAM>(combo_.ListIndex()));
+    }
+  }
+  void BackColorChanged() override { PaintNow(); }
+  void OnCommand(WORD code) override {
+    if (code == CBN_SELCHANGE) combo_.UserChooses(static_cast<int>(Send(CB_GETCURSEL)));
+  }
+  std::optional<std::uint32_t> BackColor() const override { return combo_.BackColor(); }
 
-void ComboBoxWindow::OnCommand(WORD code) {
-  if (code == CBN_SELCHANGE) combo_.UserChooses(static_cast<int>(Send(CB_GETCURSEL)));
+ private:
+  int ExtraHeight() const override {
+    // A drop-down's height is that of the box with its list dropped down.
+    return CurrentScale().Units(220);
+  }
+
+  controls::ComboBox& combo_;
+};
+
+}  // namespace
+
+std::unique_ptr<controls::ComboBoxPeer> WindowFactory::Make(controls::ComboBox& control) {
+  return std::make_unique<ComboBoxWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

@@ -1,19 +1,32 @@
-#include "windows/controls/CommandButtonWindow.h"
+#include "controls/CommandButton.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-CommandButtonWindow::CommandButtonWindow(FormWindow& form, controls::CommandButton& control)
-    : Peer(form, control), button_(control) {
-  Create(WC_BUTTONW, WS_TABSTOP | (control.IsDefault() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON));
-  TextChanged();
-}
+namespace {
 
-void CommandButtonWindow::TextChanged() {
-  ShowText(button_.Caption());
-}
+class CommandButtonWindow final : public Peer<controls::CommandButtonPeer> {
+ public:
+  CommandButtonWindow(FormWindow& form, controls::CommandButton& control)
+      : Peer(form, control), button_(control) {
+    Create(WC_BUTTONW, WS_TABSTOP | (control.IsDefault() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON));
+    TextChanged();
+  }
 
-void CommandButtonWindow::OnCommand(WORD code) {
-  if (code == BN_CLICKED) button_.UserClicks();
+  void TextChanged() override { ShowText(button_.Caption()); }
+  void OnCommand(WORD code) override {
+    if (code == BN_CLICKED) button_.UserClicks();
+  }
+
+ private:
+  controls::CommandButton& button_;
+};
+
+}  // namespace
+
+std::unique_ptr<controls::CommandButtonPeer> WindowFactory::Make(controls::CommandButton& control) {
+  return std::make_unique<CommandButtonWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

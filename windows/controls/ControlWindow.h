@@ -24,6 +24,16 @@ class ControlWindow {
   /// Null after the operating system destroyed it with its parent.
   HWND Handle() const { return handle_; }
 
+  Scale CurrentScale() const;
+
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageW(handle_, message, wParam, lParam);
+  }
+  template <class Structure>
+  LRESULT Send(UINT message, WPARAM wParam, Structure* structure) const {
+    return SendMessageW(handle_, message, wParam, reinterpret_cast<LPARAM>(structure));
+  }
+
   /// The control whose window this is; null for windows of others.
   static ControlWindow* From(HWND window);
 
@@ -59,8 +69,6 @@ class ControlWindow {
   /// Pixels that the window is higher than the control.
   virtual int ExtraHeight() const { return 0; }
 
-  Scale CurrentScale() const;
-
   void Place();
   void ShowVisible();
   void ShowEnabled();
@@ -69,14 +77,6 @@ class ControlWindow {
   void PaintNow();
   /// Gives the window the form's font and the control's bounds.
   void ApplyScale();
-
-  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-    return SendMessageW(handle_, message, wParam, lParam);
-  }
-  template <class Structure>
-  LRESULT Send(UINT message, WPARAM wParam, Structure* structure) const {
-    return SendMessageW(handle_, message, wParam, reinterpret_cast<LPARAM>(structure));
-  }
 
  private:
   friend class FormWindow;

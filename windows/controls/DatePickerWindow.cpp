@@ -1,4 +1,6 @@
-#include "windows/controls/DatePickerWindow.h"
+#include "controls/DatePicker.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
@@ -24,7 +26,16 @@ DateTime ToDateTime(const SYSTEMTIME& time) {
   return DateTime(local_days(date));
 }
 
-}  // namespace
+class DatePickerWindow final : public Peer<controls::DatePickerPeer> {
+ public:
+  DatePickerWindow(FormWindow& form, controls::DatePicker& control);
+  void ValueChanged() override;
+  std::optional<LRESULT> OnNotify(NMHDR& header) override;
+  void FinishTyping() override;
+
+ private:
+  controls::DatePicker& picker_;
+};
 
 DatePickerWindow::DatePickerWindow(FormWindow& form, controls::DatePicker& control)
     : Peer(form, control), picker_(control) {
@@ -62,6 +73,12 @@ std::optional<LRESULT> DatePickerWindow::OnNotify(NMHDR& header) {
   // form keeps although the picker cannot show it.
   if (picked != picker_.Value()) picker_.UserPicks(picked);
   return 0;
+}
+
+}  // namespace
+
+std::unique_ptr<controls::DatePickerPeer> WindowFactory::Make(controls::DatePicker& control) {
+  return std::make_unique<DatePickerWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

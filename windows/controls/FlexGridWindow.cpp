@@ -1,16 +1,79 @@
-#include "windows/controls/FlexGridWindow.h"
-
 #include <algorithm>
+#include <array>
+#include <string>
 
+#include "controls/FlexGrid.h"
 #include "windows/base/WideText.h"
+#include "windows/controls/Drawing.h"
 #include "windows/controls/FormWindow.h"
 #include "windows/controls/Keys.h"
-#include "windows/controls/Nesting.h"
+#include "windows/controls/ListColumns.h"
+#include "windows/controls/ListSelection.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-using controls::GridColumn;
 using controls::MouseButton;
+
+namespace {
+
+/// A list view that asks for the cells it shows, so that rows cost nothing here.
+class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
+ public:
+  FlexGridWindow(FormWindow& form, controls::FlexGrid& grid);
+
+  void ColumnsChanged() override;
+  void RowsChanged() override;
+  void RowsAppended() override;
+  void HeadingChanged(int column) override { columns_.HeadingChanged(column); }
+  void SelectionChanged() override;
+  void RowShown(int row) override;
+  void RedrawChanged() override;
+
+  std::optional<LRESULT> OnNotify(NMHDR& header) override;
+  void OnScaleChanged() override;
+
+ protected:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void AfterMessage(UINT message) override;
+
+ private:
+  /// Keeps the list view from painting. Calls may nest.
+  class RedrawOff {
+   public:
+    explicit RedrawOff(FlexGridWindow& grid);
+    ~RedrawOff();
+    RedrawOff(const RedrawOff&) = delete;
+    RedrawOff& operator=(const RedrawOff&) = delete;
+
+   private:
+    FlexGridWindow& grid_;
+  };
+
+  /// Rows that came are shown together, a little later.
+  static constexpr UINT_PTR kRowsTimer = 0x4B54;
+  void ShowAppended();
+  /// The form's font in the grid's own family, where it has one.
+  void ApplyFont();
+  bool appended_ = false;  ///< rows came that are not shown
+
+  void GiveCell(LVITEMW& item);
+  LRESULT FindItem(const NMLVFINDITEMW& search);
+  bool MayChangeSelection(UINT message) const;
+  void OnClick(controls::MouseButton button, const NMITEMACTIVATE& click);
+  bool OnKey(WPARAM key);
+
+  controls::FlexGrid& grid_;
+  UniqueFont font_;            ///< none while the grid has the form's
+  UniqueImageList rowHeight_;  ///< a list view's rows are as high as its pictures
+  ListColumns columns_;
+  ListSelection selection_;
+  int redrawOff_ = 0;
+  bool painting_ = false;
+  /// Texts that the list view was given last; it may look at more than one at a time.
+  std::array<std::wstring, 4> given_;
+  std::size_t nextGiven_ = 0;
+};
 
 FlexGridWindow::RedrawOff::RedrawOff(FlexGridWindow& grid) : grid_(grid) {
   if (grid_.redrawOff_++ == 0) grid_.Send(WM_SETREDRAW, FALSE);
@@ -23,7 +86,7 @@ FlexGridWindow::RedrawOff::~RedrawOff() {
 }
 
 FlexGridWindow::FlexGridWindow(FormWindow& form, controls::FlexGrid& grid)
-    : Peer(form, grid), grid_(grid) {
+    : Peer(form, grid), grid_(grid), columns_(*this, grid), selection_(*this, grid) {
   Create(WC_LISTVIEWW, WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS,
          WS_EX_CLIENTEDGE);
   constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_HEADERDRAGDROP |
@@ -51,7 +114,27 @@ void FlexGridWindow::OnScaleChanged() {
       rowHeight_,
       UniqueImageList(ImageList_Create(1, CurrentScale().Units(19), ILC_COLOR32, 0, 0)));
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_.Get()));
-  for (std::size_t i = 0; i < shown_.size(); ++i) UpdateColumn(static_cast<int>(i));
+  columns_.Update();
+}
+
+void FlexGridWindow::ColumnsChanged() {
+  if (!Handle()) return;
+  const auto ignoring = selection_.Ignoring();
+  if (!columns_.AreOthers()) {
+    if (columns_.AreNamed()) columns_.Update();
+    return;
+  }
+  const RedrawOff off(*this);
+  columns_.Replace();
+}
+
+void FlexGridWindow::SelectionChanged() {
+  if (!Handle()) return;
+  if (appended_) ShowAppended();
+  const auto ignoring = selection_.Ignoring();
+  if (!selection_.HasMany()) return selection_.Show();
+  const RedrawOff off(*this);
+  selection_.Show();
 }
 
 // Rows.
@@ -59,10 +142,10 @@ void FlexGridWindow::OnScaleChanged() {
 void FlexGridWindow::RowsChanged() {
   if (!Handle()) return;
   if (std::exchange(appended_, false)) KillTimer(Handle(), kRowsTimer);
-  const Nesting changing(changing_);
+  const auto ignoring = selection_.Ignoring();
   const RedrawOff off(*this);
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1), LVSICF_NOSCROLL);
-  ShowSelection();
+  selection_.Show();
 }
 
 void FlexGridWindow::RowsAppended() {
@@ -78,7 +161,7 @@ void FlexGridWindow::RowsAppended() {
 
 void FlexGridWindow::ShowAppended() {
   if (std::exchange(appended_, false)) KillTimer(Handle(), kRowsTimer);
-  const Nesting changing(changing_);
+  const auto ignoring = selection_.Ignoring();
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1),
        LVSICF_NOSCROLL | LVSICF_NOINVALIDATEALL);
 }
@@ -113,16 +196,17 @@ std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
     case LVN_ODFINDITEMW:
       return FindItem(reinterpret_cast<const NMLVFINDITEMW&>(header));
     case LVN_ITEMCHANGED:
-      OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+      selection_.OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
       return 0;
     case LVN_ODSTATECHANGED:
-      OnRangeChanged(reinterpret_cast<const NMLVODSTATECHANGE&>(header));
+      selection_.OnRangeChanged(reinterpret_cast<const NMLVODSTATECHANGE&>(header));
       return 0;
     case LVN_COLUMNCLICK: {
       const int listColumn = reinterpret_cast<const NMLISTVIEW&>(header).iSubItem;
-      if (!ColumnOf(listColumn)) return 0;
+      const auto column = columns_.Find(listColumn);
+      if (!column) return 0;
       SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-      grid_.UserClicksHeading(shown_[static_cast<std::size_t>(listColumn)]);
+      grid_.UserClicksHeading(*column);
       SetCursor(LoadCursorW(nullptr, IDC_ARROW));
       return 0;
     }
@@ -133,26 +217,26 @@ std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
       OnClick(MouseButton::Right, reinterpret_cast<const NMITEMACTIVATE&>(header));
       return 1;
     case NM_DBLCLK:
-      ReadSelection();
+      selection_.Read();
       if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) grid_.UserDoubleClicks();
       return 0;
     case NM_CUSTOMDRAW:
-      return OnDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+      return columns_.OnDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
     default:
       return std::nullopt;
   }
 }
 
 void FlexGridWindow::GiveCell(LVITEMW& item) {
-  const GridColumn* column = ColumnOf(item.iSubItem);
+  const auto column = columns_.Find(item.iSubItem);
   if (!(item.mask & LVIF_TEXT) || !column) return;
   String text;
   if (item.iItem >= 0 && item.iItem < grid_.Rows() - 1) {
-    text = grid_.Text(item.iItem + 1, shown_[static_cast<std::size_t>(item.iSubItem)]);
+    text = grid_.Text(item.iItem + 1, *column);
   }
-  if (column->Picture) {
+  if (const auto& picture = grid_.ColumnAt(*column).Picture) {
     // On the screen the picture stands for the text; whoever asks otherwise wants it in words.
-    text = painting_ ? String() : column->Picture(text).second;
+    text = painting_ ? String() : picture(text).second;
   }
   std::wstring& given = given_[nextGiven_++ % given_.size()];
   given = ToWide(text);
@@ -161,15 +245,16 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
 
 LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) {
   if (appended_) ShowAppended();
-  if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !ColumnOf(0)) return -1;
+  const auto column = columns_.Find(0);
+  if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !column) return -1;
   const String text = FromWide(search.lvfi.psz);
-  int row = grid_.FindRow(text, search.iStart + 1, shown_.front());
-  if (row < 0 && search.lvfi.flags & LVFI_WRAP) row = grid_.FindRow(text, 1, shown_.front());
+  int row = grid_.FindRow(text, search.iStart + 1, *column);
+  if (row < 0 && search.lvfi.flags & LVFI_WRAP) row = grid_.FindRow(text, 1, *column);
   return row < 0 ? -1 : row - 1;
 }
 
 void FlexGridWindow::OnClick(MouseButton button, const NMITEMACTIVATE& click) {
-  ReadSelection();
+  selection_.Read();
   LVHITTESTINFO test{};
   test.pt = click.ptAction;
   Send(LVM_SUBITEMHITTEST, 0, &test);
@@ -183,8 +268,8 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       return std::nullopt;
     case WM_NOTIFY: {
       const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-      if (header.hwndFrom != Header()) return std::nullopt;
-      return OnHeader(reinterpret_cast<const NMHEADERW&>(header));
+      if (header.hwndFrom != columns_.Header()) return std::nullopt;
+      return columns_.OnHeader(reinterpret_cast<const NMHEADERW&>(header));
     }
     case WM_TIMER:
       if (wParam != kRowsTimer) return std::nullopt;
@@ -227,7 +312,7 @@ bool FlexGridWindow::MayChangeSelection(UINT message) const {
 
 void FlexGridWindow::AfterMessage(UINT message) {
   if (message == WM_PAINT) painting_ = false;
-  if (MayChangeSelection(message)) ReadSelection();
+  if (MayChangeSelection(message)) selection_.Read();
 }
 
 bool FlexGridWindow::OnKey(WPARAM key) {
@@ -239,6 +324,12 @@ bool FlexGridWindow::OnKey(WPARAM key) {
     if (key == 'A' || key == VK_ADD) return true;
   }
   return key == VK_RETURN || key == VK_DELETE;
+}
+
+}  // namespace
+
+std::unique_ptr<controls::FlexGridPeer> WindowFactory::Make(controls::FlexGrid& control) {
+  return std::make_unique<FlexGridWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

@@ -1,15 +1,28 @@
-#include "windows/controls/LabelWindow.h"
+#include "controls/Label.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-LabelWindow::LabelWindow(FormWindow& form, controls::Label& label)
-    : Peer(form, label), label_(label) {
-  Create(WC_STATICW, SS_LEFT);
-  TextChanged();
-}
+namespace {
 
-void LabelWindow::TextChanged() {
-  ShowText(label_.Caption());
+class LabelWindow final : public Peer<controls::LabelPeer> {
+ public:
+  LabelWindow(FormWindow& form, controls::Label& label) : Peer(form, label), label_(label) {
+    Create(WC_STATICW, SS_LEFT);
+    TextChanged();
+  }
+
+  void TextChanged() override { ShowText(label_.Caption()); }
+
+ private:
+  controls::Label& label_;
+};
+
+}  // namespace
+
+std::unique_ptr<controls::LabelPeer> WindowFactory::Make(controls::Label& control) {
+  return std::make_unique<LabelWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

@@ -1,10 +1,12 @@
-#include "windows/controls/PictureBoxWindow.h"
-
+#include <windows.h>
 #include <windowsx.h>
 
+#include "controls/PictureBox.h"
 #include "windows/base/Module.h"
 #include "windows/base/WindowClass.h"
+#include "windows/controls/ControlWindow.h"
 #include "windows/controls/Keys.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
@@ -21,7 +23,26 @@ MouseButton ButtonOf(WPARAM held) {
   return held & MK_RBUTTON ? MouseButton::Right : MouseButton::Left;
 }
 
-}  // namespace
+class PictureBoxWindow final : public Peer<controls::PictureBoxPeer> {
+ public:
+  PictureBoxWindow(FormWindow& form, controls::PictureBox& box);
+  void VisibleChanged() override;
+  void BackColorChanged() override { PaintNow(); }
+
+ protected:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void Report(const controls::PictureBox::MouseEvent& event, controls::MouseButton button,
+              LPARAM place) const;
+  void Press(controls::MouseButton button, LPARAM place);
+  void Release(controls::MouseButton button, LPARAM place);
+  void LoseMouse();
+  void Paint(HDC target) const;
+
+  controls::PictureBox& box_;
+  std::optional<controls::MouseButton> held_;  ///< pressed here and not released yet
+};
 
 PictureBoxWindow::PictureBoxWindow(FormWindow& form, controls::PictureBox& box)
     : Peer(form, box), box_(box) {
@@ -106,6 +127,12 @@ void PictureBoxWindow::Paint(HDC target) const {
     const UniqueBrush brush(CreateSolidBrush(color));
     FillRect(target, &area, brush.Get());
   }
+}
+
+}  // namespace
+
+std::unique_ptr<controls::PictureBoxPeer> WindowFactory::Make(controls::PictureBox& control) {
+  return std::make_unique<PictureBoxWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

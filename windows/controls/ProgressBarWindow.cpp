@@ -1,34 +1,47 @@
-#include "windows/controls/ProgressBarWindow.h"
-
+#include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
 #include "windows/controls/StatusBarWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-ProgressBarWindow::ProgressBarWindow(FormWindow& form, controls::ProgressBar& bar)
-    : Peer(form, bar), bar_(bar) {
-  Create(PROGRESS_CLASSW, PBS_SMOOTH);
-  ValueChanged();
-}
+namespace {
 
-void ProgressBarWindow::ValueChanged() {
-  // Each value is painted at once, which takes a common control longer than a step of the work.
-  constexpr ULONGLONG kStill = 50;
-  const bool atEnd = bar_.Value() == bar_.Min() || bar_.Value() == bar_.Max();
-  const ULONGLONG now = GetTickCount64();
-  if (!atEnd && now - shownAt_ < kStill) return;
-  shownAt_ = now;
-  Send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.Min()), bar_.Max());
-  // The theme glides up to a higher value and lags far behind a quick fetch; down it jumps.
-  if (bar_.Value() < bar_.Max()) Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value() + 1));
-  Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value()));
-}
+class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
+ public:
+  ProgressBarWindow(FormWindow& form, controls::ProgressBar& bar) : Peer(form, bar), bar_(bar) {
+    Create(PROGRESS_CLASSW, PBS_SMOOTH);
+    ValueChanged();
+  }
 
-void ProgressBarWindow::PlacedIn(controls::StatusBar& statusBar, int panel) {
-  auto* host = dynamic_cast<StatusBarWindow*>(statusBar.Display());
-  if (!host || !Handle()) return;
-  PlaceProgressBar(host->Handle(), Handle(), panel);
-  host->SetGuest(Handle(), panel);
+  void ValueChanged() override {
+    // Each value is painted at once, which takes a common control longer than a step of the work.
+    constexpr ULONGLONG kStill = 50;
+    const bool atEnd = bar_.Value() == bar_.Min() || bar_.Value() == bar_.Max();
+    const ULONGLONG now = GetTickCount64();
+    if (!atEnd && now - shownAt_ < kStill) return;
+    shownAt_ = now;
+    Send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.Min()), bar_.Max());
+    // The theme glides up to a higher value and lags far behind a quick fetch; down it jumps.
+    if (bar_.Value() < bar_.Max()) Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value() + 1));
+    Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value()));
+  }
+  void PlacedIn(controls::StatusBar& statusBar, int panel) override {
+    auto* host = dynamic_cast<StatusBarWindow*>(statusBar.Display());
+    if (!host || !Handle()) return;
+    PlaceProgressBar(host->Handle(), Handle(), panel);
+    host->SetGuest(Handle(), panel);
+  }
+
+ private:
+  controls::ProgressBar& bar_;
+  ULONGLONG shownAt_ = 0;  ///< milliseconds since the system started
+};
+
+}  // namespace
+
+std::unique_ptr<controls::ProgressBarPeer> WindowFactory::Make(controls::ProgressBar& control) {
+  return std::make_unique<ProgressBarWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

@@ -5,6 +5,7 @@
 #include "controls/Form.h"
 #include "windows/base/WideText.h"
 #include "windows/controls/FormWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
@@ -58,6 +59,10 @@ void StatusBarWindow::LayOut() {
   if (guest_ && IsChild(Handle(), guest_) && guestPanel_ <= bar_.PanelCount()) {
     PlaceProgressBar(Handle(), guest_, guestPanel_);
   }
+}
+
+std::unique_ptr<controls::StatusBarPeer> WindowFactory::Make(controls::StatusBar& control) {
+  return std::make_unique<StatusBarWindow>(form_, control);
 }
 
 void PlaceProgressBar(HWND statusBar, HWND progressBar, int panel) {

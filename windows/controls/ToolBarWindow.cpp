@@ -1,17 +1,21 @@
-#include "windows/controls/ToolBarWindow.h"
-
+#include <windows.h>
 #include <uxtheme.h>
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "controls/Form.h"
 #include "controls/Label.h"
 #include "controls/TextBox.h"
+#include "controls/ToolBar.h"
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/controls/Band.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/Drawing.h"
 #include "windows/controls/FormWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
@@ -25,7 +29,36 @@ BYTE StyleOf(const controls::ToolBar::Button& button) {
   return static_cast<BYTE>(button.DropDown ? style | BTNS_DROPDOWN : style);
 }
 
-}  // namespace
+/// The cool bar; the toolbar and the second band's box are windows inside it.
+class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
+ public:
+  ToolBarWindow(FormWindow& form, controls::ToolBar& bar);
+
+  void BoundsChanged() override {}
+  void ButtonsChanged() override;
+
+  void OnFormRealised() override;
+  void OnFormResized() override;
+  void OnScaleChanged() override;
+
+ protected:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void MakeToolBar();
+  void MakeImages();
+  void MakeBand();
+  void LayOutBand();
+  void FitToolBar();
+  void SetBandChild(UINT band, HWND child, SIZE least, UINT style);
+  std::optional<LRESULT> OnBarNotify(NMHDR& header);
+  void DropDown(int command);
+
+  controls::ToolBar& bar_;
+  UniqueImageList images_;
+  HWND toolbar_ = nullptr;
+  HWND band_ = nullptr;  ///< holds the second band's label and box; null without one
+};
 
 ToolBarWindow::ToolBarWindow(FormWindow& form, controls::ToolBar& bar)
     : Peer(form, bar), bar_(bar) {
@@ -193,6 +226,12 @@ void ToolBarWindow::DropDown(int command) {
   MapWindowPoints(toolbar_, Owner().Handle(), reinterpret_cast<POINT*>(&place), 2);
   bar_.UserDropsDown(String(bar_.Buttons()[index].Key), CurrentScale().ToTwips(place.left),
                      CurrentScale().ToTwips(place.bottom));
+}
+
+}  // namespace
+
+std::unique_ptr<controls::ToolBarPeer> WindowFactory::Make(controls::ToolBar& control) {
+  return std::make_unique<ToolBarWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

@@ -1,26 +1,40 @@
-#include "windows/controls/UpDownWindow.h"
-
 #include "controls/TextBox.h"
+#include "controls/UpDown.h"
+#include "windows/controls/ControlWindow.h"
+#include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
 
-UpDownWindow::UpDownWindow(FormWindow& form, controls::UpDown& control)
-    : Peer(form, control), arrows_(control) {
-  Create(UPDOWN_CLASSW, UDS_ARROWKEYS);
-}
+namespace {
 
-void UpDownWindow::OnFormRealised() {
-  // Its own numbers count for nothing; only which way an arrow points.
-  Send(UDM_SETRANGE32, 0, 100);
-  Send(UDM_SETPOS32, 0, 50);
-  auto* buddy = dynamic_cast<ControlWindow*>(arrows_.Buddy().Display());
-  if (buddy) Send(UDM_SETBUDDY, reinterpret_cast<WPARAM>(buddy->Handle()));
-}
+class UpDownWindow final : public Peer<controls::UpDownPeer> {
+ public:
+  UpDownWindow(FormWindow& form, controls::UpDown& control)
+      : Peer(form, control), arrows_(control) {
+    Create(UPDOWN_CLASSW, UDS_ARROWKEYS);
+  }
 
-std::optional<LRESULT> UpDownWindow::OnNotify(NMHDR& header) {
-  if (header.code != UDN_DELTAPOS) return std::nullopt;
-  arrows_.UserSteps(reinterpret_cast<NMUPDOWN&>(header).iDelta > 0 ? 1 : -1);
-  return TRUE;  // it stays in the middle of its own range
+  void OnFormRealised() override {
+    // Its own numbers count for nothing; only which way an arrow points.
+    Send(UDM_SETRANGE32, 0, 100);
+    Send(UDM_SETPOS32, 0, 50);
+    auto* buddy = dynamic_cast<ControlWindow*>(arrows_.Buddy().Display());
+    if (buddy) Send(UDM_SETBUDDY, reinterpret_cast<WPARAM>(buddy->Handle()));
+  }
+  std::optional<LRESULT> OnNotify(NMHDR& header) override {
+    if (header.code != UDN_DELTAPOS) return std::nullopt;
+    arrows_.UserSteps(reinterpret_cast<NMUPDOWN&>(header).iDelta > 0 ? 1 : -1);
+    return TRUE;  // it stays in the middle of its own range
+  }
+
+ private:
+  controls::UpDown& arrows_;
+};
+
+}  // namespace
+
+std::unique_ptr<controls::UpDownPeer> WindowFactory::Make(controls::UpDown& control) {
+  return std::make_unique<UpDownWindow>(form_, control);
 }
 
 }  // namespace ktrv::windows

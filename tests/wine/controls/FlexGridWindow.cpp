@@ -1,5 +1,3 @@
-#include "windows/controls/FlexGridWindow.h"
-
 #include <array>
 #include <gtest/gtest.h>
 

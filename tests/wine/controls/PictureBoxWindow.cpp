@@ -1,5 +1,3 @@
-#include "windows/controls/PictureBoxWindow.h"
-
 #include <gtest/gtest.h>
 
 #include "controls/PictureBox.h"

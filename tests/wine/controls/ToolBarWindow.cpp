@@ -1,5 +1,3 @@
-#include "windows/controls/ToolBarWindow.h"
-
 #include <gtest/gtest.h>
 
 #include "controls/Label.h"

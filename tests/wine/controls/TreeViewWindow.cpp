@@ -1,5 +1,3 @@
-#include "windows/controls/TreeViewWindow.h"
-
 #include <cstring>
 #include <gtest/gtest.h>
 

@@ -1,36 +1,23 @@
-// The selection of FlexGridWindow, told both ways.
+#include "windows/controls/ListSelection.h"
+
 #include <algorithm>
 #include <utility>
 
-#include "windows/controls/FlexGridWindow.h"
-#include "windows/controls/Nesting.h"
-
 namespace ktrv::windows {
 
-void FlexGridWindow::SelectionChanged() {
-  if (!Handle()) return;
-  if (appended_) ShowAppended();
-  const Nesting changing(changing_);
-  // One row after another would be painted otherwise.
-  const bool many = selected_.Count() > 100 || grid_.Selection().Count() > 100;
-  if (!many) return ShowSelection();
-  const RedrawOff off(*this);
-  ShowSelection();
-}
-
-void FlexGridWindow::SetItemState(int item, UINT state, UINT mask) {
+void ListSelection::SetItemState(int item, UINT state, UINT mask) {
   LVITEMW change{};
   change.state = state;
   change.stateMask = mask;
-  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(item), &change);
+  list_.Send(LVM_SETITEMSTATE, static_cast<WPARAM>(item), &change);
 }
 
-void FlexGridWindow::ShowSelection() {
+void ListSelection::Show() {
   const auto& wanted = grid_.Selection();
   constexpr int kAll = -1;
   // The row from which Shift selects would be an earlier list's, or one that went elsewhere.
   if (grid_.Row() == 0 || focused_ != grid_.Row() || wanted.Ranges() != selected_.Ranges()) {
-    Send(LVM_SETSELECTIONMARK, 0, grid_.Row() - 1);
+    list_.Send(LVM_SETSELECTIONMARK, 0, grid_.Row() - 1);
   }
   if (wanted.Ranges() != selected_.Ranges()) {
     if (selected_.Count() > 1000) {
@@ -54,8 +41,8 @@ void FlexGridWindow::ShowSelection() {
   }
 }
 
-void FlexGridWindow::OnItemChanged(const NMLISTVIEW& change) {
-  if (changing_ > 0 || !(change.uChanged & LVIF_STATE)) return;
+void ListSelection::OnItemChanged(const NMLISTVIEW& change) {
+  if (ignoring_ > 0 || !(change.uChanged & LVIF_STATE)) return;
   const UINT difference = change.uNewState ^ change.uOldState;
   if (change.iItem >= 0 && change.uNewState & LVIS_FOCUSED) {
     // The old state may tell of a focus that an earlier change took.
@@ -65,24 +52,25 @@ void FlexGridWindow::OnItemChanged(const NMLISTVIEW& change) {
   }
   const int last = change.iItem < 0 ? grid_.Rows() - 1 : change.iItem + 1;
   if (difference & LVIS_SELECTED) {
-    TakeSelection(std::max(change.iItem + 1, 1), last, change.uNewState & LVIS_SELECTED);
+    Take(std::max(change.iItem + 1, 1), last, change.uNewState & LVIS_SELECTED);
   } else if (difference & LVIS_FOCUSED) {
     grid_.UserSelectsRange(1, 0, true, focused_);
   }
 }
 
-void FlexGridWindow::OnRangeChanged(const NMLVODSTATECHANGE& change) {
-  if (changing_ > 0 || !((change.uNewState ^ change.uOldState) & LVIS_SELECTED)) return;
+void ListSelection::OnRangeChanged(const NMLVODSTATECHANGE& change) {
+  if (ignoring_ > 0 || !((change.uNewState ^ change.uOldState) & LVIS_SELECTED)) return;
   range_ = {change.iFrom + 1, change.iTo + 1};
-  TakeSelection(change.iFrom + 1, change.iTo + 1, change.uNewState & LVIS_SELECTED);
+  Take(change.iFrom + 1, change.iTo + 1, change.uNewState & LVIS_SELECTED);
 }
 
-bool FlexGridWindow::IsShown(int row, UINT state) const {
-  return Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row - 1), static_cast<LPARAM>(state)) != 0;
+bool ListSelection::IsShown(int row, UINT state) const {
+  return list_.Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row - 1), static_cast<LPARAM>(state)) !=
+         0;
 }
 
-bool FlexGridWindow::AreShown(const controls::RowSelection& rows) const {
-  if (static_cast<int>(Send(LVM_GETSELECTEDCOUNT)) != rows.Count()) return false;
+bool ListSelection::AreShown(const controls::RowSelection& rows) const {
+  if (static_cast<int>(list_.Send(LVM_GETSELECTEDCOUNT)) != rows.Count()) return false;
   // Of many rows the ends of each range tell enough: only a range changes without a word.
   const bool many = rows.Count() > 1000;
   for (const auto& range : rows.Ranges()) {
@@ -94,12 +82,12 @@ bool FlexGridWindow::AreShown(const controls::RowSelection& rows) const {
   return true;
 }
 
-void FlexGridWindow::ReadSelection() {
-  if (!Handle() || changing_ > 0) return;
+void ListSelection::Read() {
+  if (!list_.Handle() || ignoring_ > 0) return;
   const auto range = std::exchange(range_, {});
   constexpr auto kFromTheFirst = static_cast<WPARAM>(-1);
   if (focused_ > 0 && !IsShown(focused_, LVIS_FOCUSED)) {
-    focused_ = static_cast<int>(Send(LVM_GETNEXTITEM, kFromTheFirst, LVNI_FOCUSED)) + 1;
+    focused_ = static_cast<int>(list_.Send(LVM_GETNEXTITEM, kFromTheFirst, LVNI_FOCUSED)) + 1;
     grid_.UserSelectsRange(1, 0, true, focused_);
   }
   if (AreShown(selected_)) return;
@@ -108,7 +96,7 @@ void FlexGridWindow::ReadSelection() {
   if (range.First == 0 || !AreShown(shown)) {
     shown.Clear();
     WPARAM item = kFromTheFirst;
-    for (LRESULT next = 0; (next = Send(LVM_GETNEXTITEM, item, LVNI_SELECTED)) >= 0;) {
+    for (LRESULT next = 0; (next = list_.Send(LVM_GETNEXTITEM, item, LVNI_SELECTED)) >= 0;) {
       item = static_cast<WPARAM>(next);
       shown.Add(static_cast<int>(next) + 1, static_cast<int>(next) + 1);
     }
@@ -117,7 +105,7 @@ void FlexGridWindow::ReadSelection() {
   grid_.UserSelects(selected_.Rows(), focused_);
 }
 
-void FlexGridWindow::TakeSelection(int first, int last, bool selected) {
+void ListSelection::Take(int first, int last, bool selected) {
   if (selected) {
     selected_.Add(first, last);
   } else {

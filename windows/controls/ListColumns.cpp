@@ -1,0 +1,160 @@
+#include "windows/controls/ListColumns.h"
+
+#include <algorithm>
+
+#include "windows/base/WideText.h"
+
+namespace ktrv::windows {
+
+using controls::GridColumn;
+using controls::Image;
+
+namespace {
+
+int FormatOf(const GridColumn& column) {
+  int format = column.Align == GridColumn::Alignment::Center  ? HDF_CENTER
+               : column.Align == GridColumn::Alignment::Right ? HDF_RIGHT
+                                                              : HDF_LEFT;
+  if (column.HeadingPicture == Image::SortAscending) format |= HDF_SORTUP;
+  if (column.HeadingPicture == Image::SortDescending) format |= HDF_SORTDOWN;
+  return format | HDF_STRING;
+}
+
+}  // namespace
+
+std::vector<int> ListColumns::Visible() const {
+  std::vector<int> visible;
+  bool named = false;
+  for (int i = 0; i < grid_.Cols(); ++i) {
+    const GridColumn& column = grid_.ColumnAt(i);
+    if (!column.Hidden) visible.push_back(i);
+    named = named || !column.Key.empty() || !column.Heading.empty();
+  }
+  // A grid emptied to be filled anew has only unnamed columns for a moment. The old headings stay
+  // until the new ones come, so that nothing flickers and the user's order of the columns remains.
+  return named ? visible : shown_;
+}
+
+std::optional<int> ListColumns::Find(int listColumn) const {
+  if (listColumn < 0 || listColumn >= static_cast<int>(shown_.size())) return std::nullopt;
+  const int column = shown_[static_cast<std::size_t>(listColumn)];
+  return column < grid_.Cols() ? std::optional(column) : std::nullopt;
+}
+
+bool ListColumns::AreNamed() const {
+  return std::any_of(shown_.begin(), shown_.end(), [this](int column) {
+    return column < grid_.Cols() && !grid_.ColumnAt(column).Key.empty();
+  });
+}
+
+void ListColumns::Replace() {
+  std::vector<int> visible = Visible();
+  while (list_.Send(LVM_DELETECOLUMN, 0)) {
+  }
+  shown_ = std::move(visible);
+  for (int place = 0; place < static_cast<int>(shown_.size()); ++place) {
+    LVCOLUMNW insert{};
+    insert.mask = LVCF_WIDTH;
+    insert.cx = list_.CurrentScale().ToPixels(grid_.ColumnAt(*Find(place)).Width);
+    list_.Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(place), &insert);
+    UpdateColumn(place);
+  }
+}
+
+void ListColumns::Update() {
+  for (int place = 0; place < static_cast<int>(shown_.size()); ++place) UpdateColumn(place);
+}
+
+void ListColumns::UpdateColumn(int listColumn) {
+  const auto place = Find(listColumn);
+  if (!place) return;
+  const GridColumn& column = grid_.ColumnAt(*place);
+  const int width = list_.CurrentScale().ToPixels(column.Width);
+  if (list_.Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(listColumn)) != width) {
+    list_.Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(listColumn), width);
+  }
+  std::wstring heading = ToWide(column.Heading);
+  LVCOLUMNW change{};
+  change.mask = LVCF_TEXT | LVCF_FMT;
+  change.fmt = FormatOf(column);
+  change.pszText = heading.data();
+  list_.Send(LVM_SETCOLUMNW, static_cast<WPARAM>(listColumn), &change);
+  HDITEMW item{};
+  item.mask = HDI_FORMAT;
+  item.fmt = FormatOf(column);
+  SendMessageW(Header(), HDM_SETITEMW, static_cast<WPARAM>(listColumn),
+               reinterpret_cast<LPARAM>(&item));
+}
+
+void ListColumns::HeadingChanged(int column) {
+  const auto place = std::find(shown_.begin(), shown_.end(), column);
+  if (list_.Handle() && place != shown_.end())
+    UpdateColumn(static_cast<int>(place - shown_.begin()));
+}
+
+std::optional<LRESULT> ListColumns::OnHeader(const NMHEADERW& header) {
+  switch (header.hdr.code) {
+    case HDN_BEGINDRAG:
+      return grid_.UserCanMoveColumns ? std::nullopt : std::optional<LRESULT>(TRUE);
+    case HDN_DIVIDERDBLCLICKW:
+      Fit(header.iItem);
+      return 0;
+    case HDN_ENDTRACKW:
+      if (const auto column = Find(header.iItem);
+          column && header.pitem && header.pitem->mask & HDI_WIDTH) {
+        grid_.ColumnAt(*column).Width = list_.CurrentScale().ToTwips(header.pitem->cxy);
+      }
+      return std::nullopt;
+    default:
+      return std::nullopt;
+  }
+}
+
+void ListColumns::Fit(int listColumn) {
+  const auto place = Find(listColumn);
+  if (!place) return;
+  GridColumn& column = grid_.ColumnAt(*place);
+  if (column.Picture) return;
+  // The list view's own fitting asks for every row; those on the screen are what the user sees.
+  LRESULT width = list_.Send(LVM_GETSTRINGWIDTH, 0, ToWide(column.Heading).c_str());
+  const int first = static_cast<int>(list_.Send(LVM_GETTOPINDEX)) + 1;
+  const int last =
+      std::min(first + static_cast<int>(list_.Send(LVM_GETCOUNTPERPAGE)), grid_.Rows() - 1);
+  for (int row = first; row <= last; ++row) {
+    const String text = grid_.Text(row, *place);
+    width = std::max(width, list_.Send(LVM_GETSTRINGWIDTH, 0, ToWide(text).c_str()));
+  }
+  const LRESULT fitted = width + list_.CurrentScale().Units(16);
+  list_.Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(listColumn), static_cast<LPARAM>(fitted));
+  column.Width = list_.CurrentScale().ToTwips(static_cast<int>(fitted));
+}
+
+LRESULT ListColumns::OnDraw(const NMLVCUSTOMDRAW& draw) {
+  switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+      return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT:
+      return CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPOSTPAINT:
+      DrawPictures(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
+      return CDRF_DODEFAULT;
+    default:
+      return CDRF_DODEFAULT;
+  }
+}
+
+void ListColumns::DrawPictures(HDC target, int item) {
+  for (int place = 0; place < static_cast<int>(shown_.size()); ++place) {
+    const auto column = Find(place);
+    if (!column || !grid_.ColumnAt(*column).Picture || item >= grid_.Rows() - 1) continue;
+    const Image image = grid_.ColumnAt(*column).Picture(grid_.Text(item + 1, *column)).first;
+    if (image == Image::None) continue;
+    RECT cell{};
+    cell.top = place;
+    cell.left = place == 0 ? LVIR_LABEL : LVIR_BOUNDS;
+    list_.Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(item), &cell);
+    pictures_.Draw(target, image, cell, list_.CurrentScale().Units(16));
+  }
+}
+
+}  // namespace ktrv::windows
