@@ -1,10 +1,10 @@
-#include "windows/controls/Shape.h"
+#include "controls/Shape.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
-namespace ktrv::windows {
+namespace ktrv::controls {
 
 namespace {
 
@@ -72,4 +72,4 @@ Shape Snapped(const Shape& shape, int size) {
              std::max(snap(box->Bottom), top + pixel), box->Radius};
 }
 
-}  // namespace ktrv::windows
+}  // namespace ktrv::controls

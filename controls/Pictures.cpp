@@ -1,10 +1,18 @@
-#include "windows/controls/Pictures.h"
+#include "controls/Pictures.h"
 
-namespace ktrv::windows {
+#include <algorithm>
+
+#include "controls/Shape.h"
+
+namespace ktrv::controls {
 
 namespace {
 
-using controls::Image;
+/// One shape of a picture in its colour.
+struct Layer {
+  std::uint32_t Color = 0;  ///< 0xRRGGBB
+  Shape Form;
+};
 using Layers = std::vector<Layer>;
 
 constexpr std::uint32_t kWhite = 0xFFFFFF;
@@ -99,8 +107,7 @@ Layers Arrow(bool up) {
   return {{kInk, Polygon{{{3.5, 5.5}, {8, 10.5}, {12.5, 5.5}}}}};
 }
 
-}  // namespace
-
+/// What a picture is drawn of, from the back to the front; nothing for Image::None.
 Layers LayersOf(Image image) {
   switch (image) {
     case Image::SharedContacts:
@@ -133,4 +140,62 @@ Layers LayersOf(Image image) {
   return {};
 }
 
-}  // namespace ktrv::windows
+/// Places that are tried along each side of a pixel to find how much of it a shape covers.
+constexpr int kSamples = 8;
+
+int CoverageOf(const Shape& shape, int column, int row, int size) {
+  int covered = 0;
+  for (int y = 0; y < kSamples; ++y) {
+    for (int x = 0; x < kSamples; ++x) {
+      const Dot place{(column + (x + 0.5) / kSamples) * 16 / size,
+                      (row + (y + 0.5) / kSamples) * 16 / size};
+      covered += Covers(shape, place) ? 1 : 0;
+    }
+  }
+  return covered * 255 / (kSamples * kSamples);
+}
+
+/// A colour of 0xRRGGBB laid over a pixel of 0xAARRGGBB whose colours are multiplied by alpha.
+std::uint32_t Over(std::uint32_t pixel, std::uint32_t color, int coverage) {
+  const auto part = static_cast<std::uint32_t>(coverage);
+  std::uint32_t result = 0;
+  for (int shift = 0; shift < 32; shift += 8) {
+    const std::uint32_t front = shift == 24 ? 255 : (color >> shift) & 0xFF;
+    const std::uint32_t back = (pixel >> shift) & 0xFF;
+    result |= ((front * part + back * (255 - part) + 127) / 255) << shift;
+  }
+  return result;
+}
+
+void Fill(std::vector<std::uint32_t>& pixels, int size, const Layer& layer) {
+  const Shape shape = Snapped(layer.Form, size);
+  for (int row = 0; row < size; ++row) {
+    for (int column = 0; column < size; ++column) {
+      const int place = row * size + column;
+      std::uint32_t& pixel = pixels[static_cast<std::size_t>(place)];
+      pixel = Over(pixel, layer.Color, CoverageOf(shape, column, row, size));
+    }
+  }
+}
+
+/// The colours no longer multiplied by alpha.
+std::uint32_t Straight(std::uint32_t pixel) {
+  const std::uint32_t alpha = pixel >> 24;
+  if (alpha == 0) return 0;
+  std::uint32_t result = alpha << 24;
+  for (int shift = 0; shift < 24; shift += 8) {
+    result |= std::min(((pixel >> shift) & 0xFF) * 255 / alpha, 255U) << shift;
+  }
+  return result;
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> PixelsOf(Image image, int size) {
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(size * size));
+  for (const Layer& layer : LayersOf(image)) Fill(pixels, size, layer);
+  std::transform(pixels.begin(), pixels.end(), pixels.begin(), &Straight);
+  return pixels;
+}
+
+}  // namespace ktrv::controls

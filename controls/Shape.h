@@ -3,7 +3,7 @@
 #include <variant>
 #include <vector>
 
-namespace ktrv::windows {
+namespace ktrv::controls {
 
 /// A point on the 16 x 16 grid of a picture; the origin is the upper left corner.
 struct Dot {
@@ -56,4 +56,4 @@ bool Covers(const Shape& shape, Dot place);
 /// The shape with the edges of a box snapped to the pixels of a picture with `size` pixels.
 Shape Snapped(const Shape& shape, int size);
 
-}  // namespace ktrv::windows
+}  // namespace ktrv::controls
