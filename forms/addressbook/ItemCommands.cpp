@@ -1,5 +1,8 @@
 #include "forms/addressbook/ItemCommands.h"
 
+#include <limits>
+
+#include "common/Error.h"
 #include "forms/ContactKind.h"
 #include "forms/Messages.h"
 #include "forms/addressbook/ContactGridLayout.h"
@@ -17,12 +20,19 @@ constexpr StringView kProperties =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactProperties, Module: frmAddressBook";
 }  // namespace Context
 
+/// nullopt for a folder that the contact editor cannot take: it has 16 bits for the id.
+std::optional<std::int16_t> ShortId(StringView id) {
+  const auto number = ParseInteger(id);
+  if (!number || *number < 0 || *number > std::numeric_limits<std::int16_t>::max()) return {};
+  return static_cast<std::int16_t>(*number);
+}
+
 }  // namespace
 
 ItemCommands::ItemCommands(Workplace& place, Editors& editors, BookPanes panes)
     : place_(place),
       panes_(panes),
-      editors_(place, editors),
+      editors_(editors),
       statements_(place.Database),
       deletion_(place, panes_) {}
 
@@ -79,7 +89,13 @@ std::optional<String> ItemCommands::FolderFor(const CurrentNode& node) {
 void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder) return;
-  const auto contact = editors_.NewContact(*folder, MembershipAt(node));
+  const auto folderId = ShortId(*folder);
+  if (!folderId) throw Error(ErrorNumber::Overflow, u"Overflow");
+  const auto contact = editors_
+                           .Contact(place_.Another(), {.SharedMode = TypeOfContact::SharedContact,
+                                                       .FolderId = *folderId,
+                                                       .With = MembershipAt(node)})
+                           .Saved;
   if (!contact || !panes_.Window.IsLoaded()) return;
   // A running fetch may or may not include the contact, and replaces appended rows.
   if (panes_.List.IsLoading()) return panes_.LoadContacts();
@@ -118,17 +134,25 @@ ContactCompanion ItemCommands::MembershipAt(const CurrentNode& node) {
 void ItemCommands::NewGroup(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder) return;
-  const GroupResult made = editors_.NewGroup(*folder);
+  const GroupResult result =
+      editors_.Group(place_.Another(), {.GroupType = TypeOfGroup::SharedGroup,
+                                        .SharedMode = TypeOfContact::SharedContact,
+                                        .FolderId = *folder});
   if (!panes_.Window.IsLoaded()) return;
-  if (made.Saved) panes_.Folders.AddGroup(made.Saved->Id, made.Saved->Name, *folder);
+  // An unfinished group is in the database too.
+  const auto& made = result.Saved ? result.Saved : result.Unfinished;
+  if (made) panes_.Folders.AddGroup(made->Id, made->Name, *folder);
   // A group's list contains no groups; all lists contain contacts.
-  const bool isListed = made.Saved && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
-  if (isListed || made.HasOpenedContacts) panes_.LoadContacts();
+  const bool isListed = made && NodeKey::KindOf(node.Key) != NodeKey::SharedGroup;
+  if (isListed || result.HasOpenedContacts) panes_.LoadContacts();
 }
 
 void ItemCommands::NewFolder() {
   Run(Context::kNewFolder, [&] {
-    if (editors_.NewFolder() && panes_.Window.IsLoaded()) panes_.RebuildTree();
+    // The user can change the type by the editor's check box.
+    const FolderResult made =
+        editors_.Folder(place_.Another(), {.FolderType = TypeOfFolder::SharedFolder});
+    if (made.Saved && panes_.Window.IsLoaded()) panes_.RebuildTree();
   });
 }
 
@@ -152,16 +176,26 @@ void ItemCommands::NodeProperties() {
   if (kind == NodeKey::SharedGroup) return GroupProperties(key);
   const bool isRemote = kind == NodeKey::RemoteFolder;
   if (!isRemote && kind != NodeKey::SharedFolder) return;
-  editors_.EditFolder(String(NodeKey::IdOf(key)),
-                      isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder);
+  editors_.Folder(place_.Another(),
+                  {ModeOfOperation::Modify,
+                   isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder,
+                   String(NodeKey::IdOf(key))});
   // The folder may be mapped to another category now.
   if (panes_.Window.IsLoaded()) panes_.RebuildTree(isRemote);
+}
+
+GroupResult ItemCommands::EditGroup(const String& id, const String& name) {
+  return editors_.Group(place_.Another(), {.Mode = ModeOfOperation::Modify,
+                                           .GroupType = TypeOfGroup::SharedGroup,
+                                           .SharedMode = TypeOfContact::SharedContact,
+                                           .GroupId = id,
+                                           .GroupName = name});
 }
 
 void ItemCommands::GroupProperties(const String& key) {
   controls::TreeView& tree = panes_.Tree;
   const String id(NodeKey::IdOf(key));
-  editors_.EditGroup(id, tree.Find(key)->Text);
+  EditGroup(id, tree.Find(key)->Text);
   if (!panes_.Window.IsLoaded()) return;
   const auto name = statements_.GroupName(id);
   controls::TreeNode* node = tree.Find(key);
@@ -183,11 +217,18 @@ void ItemCommands::RowProperties() {
         u"only.");
   }
   if (type == ContactKind::Contact) {
-    editors_.EditContact(id, cell(ContactGridLayout::kFolderId));
+    // The folder of an existing contact does not change.
+    const auto folderId = ShortId(cell(ContactGridLayout::kFolderId));
+    editors_.Contact(place_.Another(), {.Mode = ModeOfOperation::Modify,
+                                        .SharedMode = TypeOfContact::SharedContact,
+                                        .FolderId = folderId.value_or(0),
+                                        .EditContactId = id});
   } else if (type == ContactKind::Group) {
-    const auto name = editors_.EditGroup(id, cell(ContactGridLayout::kName));
+    const GroupResult edited = EditGroup(id, cell(ContactGridLayout::kName));
     controls::TreeNode* node = panes_.Tree.Find(String(NodeKey::SharedGroup) + id);
-    if (name && node && panes_.Window.IsLoaded()) panes_.Tree.SetText(*node, *name);
+    if (edited.Saved && node && panes_.Window.IsLoaded()) {
+      panes_.Tree.SetText(*node, edited.Saved->Name);
+    }
   } else {
     return;
   }

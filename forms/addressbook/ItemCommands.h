@@ -3,9 +3,9 @@
 #include <functional>
 #include <optional>
 
+#include "forms/Editors.h"
 #include "forms/addressbook/BookPanes.h"
 #include "forms/addressbook/ItemDeletion.h"
-#include "forms/addressbook/ItemEditors.h"
 #include "forms/addressbook/ItemStatements.h"
 
 namespace ktrv::forms {
@@ -47,12 +47,13 @@ class ItemCommands {
   std::optional<String> FolderFor(const CurrentNode& node);
 
   void NodeProperties();
+  GroupResult EditGroup(const String& id, const String& name);
   void GroupProperties(const String& key);
   void RowProperties();
 
   Workplace& place_;
   const BookPanes panes_;
-  ItemEditors editors_;
+  Editors& editors_;
   ItemStatements statements_;
   ItemDeletion deletion_;
   bool running_ = false;
