@@ -28,52 +28,44 @@ DateTime ToDateTime(const SYSTEMTIME& time) {
 
 class DatePickerWindow final : public Peer<controls::DatePickerPeer> {
  public:
-  DatePickerWindow(FormWindow& form, controls::DatePicker& control);
-  void ValueChanged() override;
-  std::optional<LRESULT> OnNotify(NMHDR& header) override;
-  void FinishTyping() override;
+  DatePickerWindow(FormWindow& form, controls::DatePicker& control)
+      : Peer(form, control), picker_(control) {
+    Create(DATETIMEPICK_CLASSW, WS_TABSTOP | DTS_SHORTDATECENTURYFORMAT | DTS_SHOWNONE);
+    SYSTEMTIME range[2] = {ToSystemTime(controls::DatePicker::kEarliest),
+                           ToSystemTime(controls::DatePicker::kLatest)};
+    Send(DTM_SETRANGE, GDTR_MIN | GDTR_MAX, &range[0]);
+    ValueChanged();
+  }
+  void ValueChanged() override {
+    SYSTEMTIME time{};
+    if (picker_.Value()) {
+      time = ToSystemTime(*picker_.Value());
+      Send(DTM_SETSYSTEMTIME, GDT_VALID, &time);
+      return;
+    }
+    // A time is passed with "none" too; without one the request is refused here and there.
+    GetLocalTime(&time);
+    Send(DTM_SETSYSTEMTIME, GDT_NONE, &time);
+  }
+  std::optional<LRESULT> OnNotify(NMHDR& header) override {
+    if (header.code != DTN_DATETIMECHANGE) return std::nullopt;
+    const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(header);
+    std::optional<DateTime> picked;
+    if (change.dwFlags == GDT_VALID) picked = ToDateTime(change.st);
+    // Told twice for one change when the calendar closes, and for a day outside the range that the
+    // form keeps although the picker cannot show it.
+    if (picked != picker_.Value()) picker_.UserPicks(picked);
+    return 0;
+  }
+  void FinishTyping() override {
+    // The digits of a field count when the field is left, or the picker.
+    Send(WM_KILLFOCUS);
+    if (GetFocus() == Handle()) Send(WM_SETFOCUS);
+  }
 
  private:
   controls::DatePicker& picker_;
 };
-
-DatePickerWindow::DatePickerWindow(FormWindow& form, controls::DatePicker& control)
-    : Peer(form, control), picker_(control) {
-  Create(DATETIMEPICK_CLASSW, WS_TABSTOP | DTS_SHORTDATECENTURYFORMAT | DTS_SHOWNONE);
-  SYSTEMTIME range[2] = {ToSystemTime(controls::DatePicker::kEarliest),
-                         ToSystemTime(controls::DatePicker::kLatest)};
-  Send(DTM_SETRANGE, GDTR_MIN | GDTR_MAX, &range[0]);
-  ValueChanged();
-}
-
-void DatePickerWindow::ValueChanged() {
-  SYSTEMTIME time{};
-  if (picker_.Value()) {
-    time = ToSystemTime(*picker_.Value());
-    Send(DTM_SETSYSTEMTIME, GDT_VALID, &time);
-    return;
-  }
-  // A time is passed with "none" too; without one the request is refused here and there.
-  GetLocalTime(&time);
-  Send(DTM_SETSYSTEMTIME, GDT_NONE, &time);
-}
-
-void DatePickerWindow::FinishTyping() {
-  // The digits of a field count when the field is left, or the picker.
-  Send(WM_KILLFOCUS);
-  if (GetFocus() == Handle()) Send(WM_SETFOCUS);
-}
-
-std::optional<LRESULT> DatePickerWindow::OnNotify(NMHDR& header) {
-  if (header.code != DTN_DATETIMECHANGE) return std::nullopt;
-  const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(header);
-  std::optional<DateTime> picked;
-  if (change.dwFlags == GDT_VALID) picked = ToDateTime(change.st);
-  // Told twice for one change when the calendar closes, and for a day outside the range that the
-  // form keeps although the picker cannot show it.
-  if (picked != picker_.Value()) picker_.UserPicks(picked);
-  return 0;
-}
 
 }  // namespace
 

@@ -14,105 +14,90 @@ namespace {
 
 class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
  public:
-  TextBoxWindow(FormWindow& form, controls::TextBox& box);
-  void TextChanged() override;
-  void SelectionChanged() override;
+  TextBoxWindow(FormWindow& form, controls::TextBox& box) : Peer(form, box), box_(box) {
+    Create(WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+    if (box.MaxLength() > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(box.MaxLength()));
+    Send(EM_SETCUEBANNER, FALSE, ToWide(box.Cue).c_str());
+    TextChanged();
+  }
+  void TextChanged() override {
+    changing_ = true;
+    ShowText(box_.Text());
+    changing_ = false;
+    SelectionChanged();
+  }
+  void SelectionChanged() override {
+    const int start = box_.SelectionStart();
+    Send(EM_SETSEL, static_cast<WPARAM>(start), start + box_.SelectionLength());
+  }
   void BackColorChanged() override { PaintNow(); }
-  void OnCommand(WORD code) override;
+  void OnCommand(WORD code) override {
+    if (code != EN_CHANGE || changing_) return;
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle())), L'\0');
+    const int length = GetWindowTextW(Handle(), text.data(), static_cast<int>(text.size()) + 1);
+    text.resize(static_cast<std::size_t>(length));
+    TakeIn(FromWide(text));
+  }
   std::optional<std::uint32_t> BackColor() const override { return box_.BackColor(); }
 
  protected:
-  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+    const bool filters = box_.KeyPress || box_.Insertion;
+    // Left to itself the box would cut the text before the filter sees it.
+    const bool pastes = message == WM_PASTE || (message == WM_KEYDOWN && wParam == VK_INSERT &&
+                                                HeldKeys() == controls::ShiftMask::Shift);
+    if (filters && pastes) {
+      Paste();
+      return 0;
+    }
+    if (message != WM_CHAR || !box_.KeyPress) return std::nullopt;
+    auto code = static_cast<std::int16_t>(wParam);
+    box_.KeyPress(code);
+    if (code == 0) return 0;
+    typing_ = code >= u' ';
+    const LRESULT result =
+        DefSubclassProc(Handle(), message, static_cast<std::uint16_t>(code), lParam);
+    typing_ = false;
+    return result;
+  }
 
  private:
   /// The box holds this text now. What came in, by an input method, the box's own menu or another
   /// program, goes through the filter; what that refuses is taken out again.
-  void TakeIn(String text);
+  void TakeIn(String text) {
+    const StringView former = box_.Text();
+    const auto differs = std::ranges::mismatch(former, text);
+    const auto start = static_cast<std::size_t>(differs.in1 - former.begin());
+    std::size_t behind = 0;
+    while (behind < std::min(former.size(), text.size()) - start &&
+           former[former.size() - 1 - behind] == text[text.size() - 1 - behind]) {
+      ++behind;
+    }
+    const String inserted = text.substr(start, text.size() - behind - start);
+    // A character that was typed has been through the filter.
+    if (typing_ || inserted.empty() || box_.Admitted(inserted) == inserted) {
+      box_.UserChanges(std::move(text));
+      return;
+    }
+    box_.UserSelects(static_cast<int>(start), static_cast<int>(former.size() - behind - start));
+    TextChanged();
+    box_.UserTypes(inserted);
+  }
   /// Puts the clipboard's text, as the filter leaves it, in the place of what is selected.
-  void Paste();
+  void Paste() {
+    const auto text = ReadClipboard();
+    if (!text) return;
+    DWORD start = 0;
+    DWORD end = 0;
+    Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), &end);
+    box_.UserSelects(static_cast<int>(start), static_cast<int>(end - start));
+    box_.UserTypes(*text);
+  }
 
   controls::TextBox& box_;
   bool changing_ = false;  ///< by the form, not by the user
   bool typing_ = false;    ///< a character that went through the filter
 };
-
-TextBoxWindow::TextBoxWindow(FormWindow& form, controls::TextBox& box)
-    : Peer(form, box), box_(box) {
-  Create(WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
-  if (box.MaxLength() > 0) Send(EM_SETLIMITTEXT, static_cast<WPARAM>(box.MaxLength()));
-  Send(EM_SETCUEBANNER, FALSE, ToWide(box.Cue).c_str());
-  TextChanged();
-}
-
-void TextBoxWindow::TextChanged() {
-  changing_ = true;
-  ShowText(box_.Text());
-  changing_ = false;
-  SelectionChanged();
-}
-
-void TextBoxWindow::SelectionChanged() {
-  const int start = box_.SelectionStart();
-  Send(EM_SETSEL, static_cast<WPARAM>(start), start + box_.SelectionLength());
-}
-
-void TextBoxWindow::OnCommand(WORD code) {
-  if (code != EN_CHANGE || changing_) return;
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle())), L'\0');
-  const int length = GetWindowTextW(Handle(), text.data(), static_cast<int>(text.size()) + 1);
-  text.resize(static_cast<std::size_t>(length));
-  TakeIn(FromWide(text));
-}
-
-void TextBoxWindow::TakeIn(String text) {
-  const StringView former = box_.Text();
-  const auto differs = std::ranges::mismatch(former, text);
-  const auto start = static_cast<std::size_t>(differs.in1 - former.begin());
-  std::size_t behind = 0;
-  while (behind < std::min(former.size(), text.size()) - start &&
-         former[former.size() - 1 - behind] == text[text.size() - 1 - behind]) {
-    ++behind;
-  }
-  const String inserted = text.substr(start, text.size() - behind - start);
-  // A character that was typed has been through the filter.
-  if (typing_ || inserted.empty() || box_.Admitted(inserted) == inserted) {
-    box_.UserChanges(std::move(text));
-    return;
-  }
-  box_.UserSelects(static_cast<int>(start), static_cast<int>(former.size() - behind - start));
-  TextChanged();
-  box_.UserTypes(inserted);
-}
-
-void TextBoxWindow::Paste() {
-  const auto text = ReadClipboard();
-  if (!text) return;
-  DWORD start = 0;
-  DWORD end = 0;
-  Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), &end);
-  box_.UserSelects(static_cast<int>(start), static_cast<int>(end - start));
-  box_.UserTypes(*text);
-}
-
-std::optional<LRESULT> TextBoxWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  const bool filters = box_.KeyPress || box_.Insertion;
-  // Left to itself the box would cut the text before the filter sees it.
-  const bool pastes = message == WM_PASTE || (message == WM_KEYDOWN && wParam == VK_INSERT &&
-                                              HeldKeys() == controls::ShiftMask::Shift);
-  if (filters && pastes) {
-    Paste();
-    return 0;
-  }
-  if (message != WM_CHAR || !box_.KeyPress) return std::nullopt;
-  auto code = static_cast<std::int16_t>(wParam);
-  box_.KeyPress(code);
-  if (code == 0) return 0;
-  typing_ = code >= u' ';
-  const LRESULT result =
-      DefSubclassProc(Handle(), message, static_cast<std::uint16_t>(code), lParam);
-  typing_ = false;
-  return result;
-}
 
 }  // namespace
 

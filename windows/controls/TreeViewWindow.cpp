@@ -30,37 +30,191 @@ POINT Pointer(HWND window) {
 
 class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
  public:
-  TreeViewWindow(FormWindow& form, controls::TreeView& tree);
+  TreeViewWindow(FormWindow& form, controls::TreeView& tree) : Peer(form, tree), tree_(tree) {
+    Create(WC_TREEVIEWW,
+           WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
+               TVS_DISABLEDRAGDROP | TVS_INFOTIP,
+           WS_EX_CLIENTEDGE);
+    OnScaleChanged();
+    for (int index = 1; index <= tree.Count(); ++index) NodeAdded(tree.At(index));
+    SelectionChanged();
+  }
 
-  void NodeAdded(controls::TreeNode& node) override;
-  void NodeRemoving(controls::TreeNode& node) override;
-  void Cleared() override;
-  void NodeTextChanged(controls::TreeNode& node) override;
-  void NodeExpandedChanged(controls::TreeNode& node) override;
-  void SelectionChanged() override;
+  void NodeAdded(controls::TreeNode& node) override {
+    if (!Handle()) return;
+    const Nesting changing(changing_);
+    std::wstring text = ToWide(node.Text);
+    TVINSERTSTRUCTW insert{};
+    insert.hParent = node.Parent ? ItemOf(*node.Parent) : TVI_ROOT;
+    insert.hInsertAfter = TVI_LAST;
+    insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    insert.item.pszText = text.data();
+    insert.item.lParam = reinterpret_cast<LPARAM>(&node);
+    insert.item.iImage = node.ImageIndex > 0 ? node.ImageIndex - 1 : I_IMAGENONE;
+    insert.item.iSelectedImage =
+        node.SelectedImageIndex > 0 ? node.SelectedImageIndex - 1 : insert.item.iImage;
+    const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
+    items_[&node] = item;
+    // Without children its parent could not show that it is expanded.
+    const bool isFirst =
+        Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(insert.hParent)) ==
+        reinterpret_cast<LRESULT>(item);
+    if (node.Parent && node.Parent->Expanded && isFirst) Expand(*node.Parent);
+  }
+  void NodeRemoving(controls::TreeNode& node) override {
+    const Nesting changing(changing_);
+    Send(TVM_DELETEITEM, 0, ItemOf(node));
+    Forget(node);
+    SelectionChanged();
+  }
+  void Cleared() override {
+    const Nesting changing(changing_);
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    items_.clear();
+  }
+  void NodeTextChanged(controls::TreeNode& node) override {
+    std::wstring text = ToWide(node.Text);
+    TVITEMW item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = ItemOf(node);
+    item.pszText = text.data();
+    Send(TVM_SETITEMW, 0, &item);
+  }
+  void NodeExpandedChanged(controls::TreeNode& node) override { Expand(node); }
+  void SelectionChanged() override {
+    const Nesting changing(changing_);
+    const TreeNode* selected = tree_.SelectedNode();
+    Send(TVM_SELECTITEM, TVGN_CARET,
+         reinterpret_cast<LPARAM>(selected ? ItemOf(*selected) : nullptr));
+  }
 
-  std::optional<LRESULT> OnNotify(NMHDR& header) override;
-  void OnScaleChanged() override;
+  std::optional<LRESULT> OnNotify(NMHDR& header) override {
+    switch (header.code) {
+      case TVN_SELCHANGEDW:
+        OnSelected(reinterpret_cast<const NMTREEVIEWW&>(header));
+        return 0;
+      case TVN_ITEMEXPANDEDW: {
+        const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
+        TreeNode* node = NodeOf(change.itemNew.lParam);
+        if (changing_ == 0 && node) tree_.UserExpands(*node, change.action == TVE_EXPAND);
+        return 0;
+      }
+      case NM_CLICK:
+        OnLeftClick();
+        return 0;
+      case NM_RCLICK:
+        OnRightClick();
+        return 1;  // no WM_CONTEXTMENU: the form shows its menu itself
+      case TVN_KEYDOWN:
+        tree_.UserPresses(static_cast<std::int16_t>(reinterpret_cast<NMTVKEYDOWN&>(header).wVKey),
+                          HeldKeys());
+        return 0;
+      default:
+        return std::nullopt;
+    }
+  }
+  void OnScaleChanged() override {
+    UniqueImageList former =
+        std::exchange(images_, DrawImageList(tree_.Images(), CurrentScale().Units(16)));
+    Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.Get()));
+    Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // anew, from the font and the pictures
+    const auto height = Send(TVM_GETITEMHEIGHT);
+    Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + CurrentScale().Units(3)));
+  }
 
  protected:
-  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void AfterMessage(UINT message) override;
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+    if (message == WM_LBUTTONDOWN) clickReported_ = false;
+    if (message == WM_KEYDOWN && Enter(wParam)) return 0;
+    if (message == WM_CONTEXTMENU && lParam == -1) {
+      OnMenuKey();
+      return 0;
+    }
+    return std::nullopt;
+  }
+  void AfterMessage(UINT message) override {
+    // With the focus the system's tree selects its first item, which the user did not choose.
+    if (message == WM_SETFOCUS && !tree_.SelectedNode()) SelectionChanged();
+  }
 
  private:
-  HTREEITEM ItemOf(const controls::TreeNode& node) const;
-  static controls::TreeNode* NodeOf(LPARAM data);
+  HTREEITEM ItemOf(const controls::TreeNode& node) const {
+    const auto found = items_.find(&node);
+    return found == items_.end() ? nullptr : found->second;
+  }
+  static controls::TreeNode* NodeOf(LPARAM data) { return reinterpret_cast<TreeNode*>(data); }
   /// The node on whose picture or text the point lies, in pixels of the tree.
-  controls::TreeNode* NodeAt(POINT place) const;
-  void Expand(const controls::TreeNode& node);
-  void Forget(const controls::TreeNode& node);
-  void OnSelected(const NMTREEVIEWW& change);
-  void OnLeftClick();
-  void OnRightClick();
-  void OnMenuKey();
+  controls::TreeNode* NodeAt(POINT place) const {
+    TVHITTESTINFO test{};
+    test.pt = place;
+    Send(TVM_HITTEST, 0, &test);
+    if (!test.hItem || !(test.flags & TVHT_ONITEM)) return nullptr;
+    TVITEMW item{};
+    item.mask = TVIF_PARAM;
+    item.hItem = test.hItem;
+    Send(TVM_GETITEMW, 0, &item);
+    return NodeOf(item.lParam);
+  }
+  void Expand(const controls::TreeNode& node) {
+    const Nesting changing(changing_);
+    Send(TVM_EXPAND, node.Expanded ? TVE_EXPAND : TVE_COLLAPSE,
+         reinterpret_cast<LPARAM>(ItemOf(node)));
+  }
+  void Forget(const controls::TreeNode& node) {
+    items_.erase(&node);
+    for (const TreeNode* child : node.Children) Forget(*child);
+  }
+  void OnSelected(const NMTREEVIEWW& change) {
+    if (changing_ > 0 || change.action == TVC_UNKNOWN) return;
+    TreeNode* node = NodeOf(change.itemNew.lParam);
+    if (!change.itemNew.hItem || !node) return;
+    // Some trees select before they tell of the click, some after.
+    if (change.action == TVC_BYMOUSE && std::exchange(clickReported_, true)) return;
+    tree_.UserClicks(*node);
+  }
+  void OnLeftClick() {
+    const POINT place = Pointer(Handle());
+    TreeNode* node = NodeAt(place);
+    // Selecting it has been reported; a click on the selected node is one all the same.
+    if (node && !std::exchange(clickReported_, true)) tree_.UserClicks(*node);
+    Release(MouseButton::Left, place);
+  }
+  void OnRightClick() {
+    const POINT place = Pointer(Handle());
+    TreeNode* node = NodeAt(place);
+    // Beside the nodes there is no menu, also when the keyboard chose one since the last click.
+    if (!node) return;
+    SetFocus(Handle());
+    tree_.Select(node);
+    tree_.UserClicks(*node);
+    Release(MouseButton::Right, place);
+  }
+  void OnMenuKey() {
+    TreeNode* node = tree_.SelectedNode();
+    if (!node) return;
+    RECT text{};
+    // The tree takes the item in the place of its answer.
+    const HTREEITEM item = ItemOf(*node);
+    std::memcpy(&text, &item, sizeof(HTREEITEM));
+    Send(TVM_GETITEMRECT, TRUE, &text);
+    tree_.UserClicks(*node);
+    Release(MouseButton::Right, {text.left, text.bottom});
+  }
   /// Without a selected node the system's tree moves nowhere. \return whether the key chose the
   /// first node.
-  bool Enter(WPARAM key);
-  void Release(controls::MouseButton button, POINT place);
+  bool Enter(WPARAM key) {
+    constexpr WPARAM kWays[] = {VK_DOWN, VK_UP, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_RIGHT};
+    const bool isWay = std::find(std::begin(kWays), std::end(kWays), key) != std::end(kWays);
+    if (!isWay || tree_.SelectedNode() || tree_.Count() == 0) return false;
+    TreeNode& first = tree_.At(1);
+    tree_.Select(&first);
+    tree_.UserClicks(first);
+    return true;
+  }
+  void Release(controls::MouseButton button, POINT place) {
+    tree_.UserReleases(button, HeldKeys(), CurrentScale().ToTwips(place.x),
+                       CurrentScale().ToTwips(place.y));
+  }
 
   controls::TreeView& tree_;
   UniqueImageList images_;
@@ -68,209 +222,6 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   int changing_ = 0;            ///< more than 0 while the form, not the user, changes the tree
   bool clickReported_ = false;  ///< since the left button went down
 };
-
-TreeViewWindow::TreeViewWindow(FormWindow& form, controls::TreeView& tree)
-    : Peer(form, tree), tree_(tree) {
-  Create(WC_TREEVIEWW,
-         WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
-             TVS_DISABLEDRAGDROP | TVS_INFOTIP,
-         WS_EX_CLIENTEDGE);
-  OnScaleChanged();
-  for (int index = 1; index <= tree.Count(); ++index) NodeAdded(tree.At(index));
-  SelectionChanged();
-}
-
-void TreeViewWindow::OnScaleChanged() {
-  UniqueImageList former =
-      std::exchange(images_, DrawImageList(tree_.Images(), CurrentScale().Units(16)));
-  Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.Get()));
-  Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // anew, from the font and the pictures
-  const auto height = Send(TVM_GETITEMHEIGHT);
-  Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + CurrentScale().Units(3)));
-}
-
-HTREEITEM TreeViewWindow::ItemOf(const TreeNode& node) const {
-  const auto found = items_.find(&node);
-  return found == items_.end() ? nullptr : found->second;
-}
-
-TreeNode* TreeViewWindow::NodeOf(LPARAM data) {
-  return reinterpret_cast<TreeNode*>(data);
-}
-
-TreeNode* TreeViewWindow::NodeAt(POINT place) const {
-  TVHITTESTINFO test{};
-  test.pt = place;
-  Send(TVM_HITTEST, 0, &test);
-  if (!test.hItem || !(test.flags & TVHT_ONITEM)) return nullptr;
-  TVITEMW item{};
-  item.mask = TVIF_PARAM;
-  item.hItem = test.hItem;
-  Send(TVM_GETITEMW, 0, &item);
-  return NodeOf(item.lParam);
-}
-
-void TreeViewWindow::NodeAdded(TreeNode& node) {
-  if (!Handle()) return;
-  const Nesting changing(changing_);
-  std::wstring text = ToWide(node.Text);
-  TVINSERTSTRUCTW insert{};
-  insert.hParent = node.Parent ? ItemOf(*node.Parent) : TVI_ROOT;
-  insert.hInsertAfter = TVI_LAST;
-  insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
-  insert.item.pszText = text.data();
-  insert.item.lParam = reinterpret_cast<LPARAM>(&node);
-  insert.item.iImage = node.ImageIndex > 0 ? node.ImageIndex - 1 : I_IMAGENONE;
-  insert.item.iSelectedImage =
-      node.SelectedImageIndex > 0 ? node.SelectedImageIndex - 1 : insert.item.iImage;
-  const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
-  items_[&node] = item;
-  // Without children its parent could not show that it is expanded.
-  const bool isFirst =
-      Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(insert.hParent)) ==
-      reinterpret_cast<LRESULT>(item);
-  if (node.Parent && node.Parent->Expanded && isFirst) Expand(*node.Parent);
-}
-
-void TreeViewWindow::NodeRemoving(TreeNode& node) {
-  const Nesting changing(changing_);
-  Send(TVM_DELETEITEM, 0, ItemOf(node));
-  Forget(node);
-  SelectionChanged();
-}
-
-void TreeViewWindow::Forget(const TreeNode& node) {
-  items_.erase(&node);
-  for (const TreeNode* child : node.Children) Forget(*child);
-}
-
-void TreeViewWindow::Cleared() {
-  const Nesting changing(changing_);
-  Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
-  items_.clear();
-}
-
-void TreeViewWindow::NodeTextChanged(TreeNode& node) {
-  std::wstring text = ToWide(node.Text);
-  TVITEMW item{};
-  item.mask = TVIF_TEXT;
-  item.hItem = ItemOf(node);
-  item.pszText = text.data();
-  Send(TVM_SETITEMW, 0, &item);
-}
-
-void TreeViewWindow::NodeExpandedChanged(TreeNode& node) {
-  Expand(node);
-}
-
-void TreeViewWindow::Expand(const TreeNode& node) {
-  const Nesting changing(changing_);
-  Send(TVM_EXPAND, node.Expanded ? TVE_EXPAND : TVE_COLLAPSE,
-       reinterpret_cast<LPARAM>(ItemOf(node)));
-}
-
-void TreeViewWindow::SelectionChanged() {
-  const Nesting changing(changing_);
-  const TreeNode* selected = tree_.SelectedNode();
-  Send(TVM_SELECTITEM, TVGN_CARET,
-       reinterpret_cast<LPARAM>(selected ? ItemOf(*selected) : nullptr));
-}
-
-std::optional<LRESULT> TreeViewWindow::OnNotify(NMHDR& header) {
-  switch (header.code) {
-    case TVN_SELCHANGEDW:
-      OnSelected(reinterpret_cast<const NMTREEVIEWW&>(header));
-      return 0;
-    case TVN_ITEMEXPANDEDW: {
-      const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
-      TreeNode* node = NodeOf(change.itemNew.lParam);
-      if (changing_ == 0 && node) tree_.UserExpands(*node, change.action == TVE_EXPAND);
-      return 0;
-    }
-    case NM_CLICK:
-      OnLeftClick();
-      return 0;
-    case NM_RCLICK:
-      OnRightClick();
-      return 1;  // no WM_CONTEXTMENU: the form shows its menu itself
-    case TVN_KEYDOWN:
-      tree_.UserPresses(static_cast<std::int16_t>(reinterpret_cast<NMTVKEYDOWN&>(header).wVKey),
-                        HeldKeys());
-      return 0;
-    default:
-      return std::nullopt;
-  }
-}
-
-void TreeViewWindow::OnSelected(const NMTREEVIEWW& change) {
-  if (changing_ > 0 || change.action == TVC_UNKNOWN) return;
-  TreeNode* node = NodeOf(change.itemNew.lParam);
-  if (!change.itemNew.hItem || !node) return;
-  // Some trees select before they tell of the click, some after.
-  if (change.action == TVC_BYMOUSE && std::exchange(clickReported_, true)) return;
-  tree_.UserClicks(*node);
-}
-
-void TreeViewWindow::OnLeftClick() {
-  const POINT place = Pointer(Handle());
-  TreeNode* node = NodeAt(place);
-  // Selecting it has been reported; a click on the selected node is one all the same.
-  if (node && !std::exchange(clickReported_, true)) tree_.UserClicks(*node);
-  Release(MouseButton::Left, place);
-}
-
-void TreeViewWindow::OnRightClick() {
-  const POINT place = Pointer(Handle());
-  TreeNode* node = NodeAt(place);
-  // Beside the nodes there is no menu, also when the keyboard chose one since the last click.
-  if (!node) return;
-  SetFocus(Handle());
-  tree_.Select(node);
-  tree_.UserClicks(*node);
-  Release(MouseButton::Right, place);
-}
-
-void TreeViewWindow::OnMenuKey() {
-  TreeNode* node = tree_.SelectedNode();
-  if (!node) return;
-  RECT text{};
-  // The tree takes the item in the place of its answer.
-  const HTREEITEM item = ItemOf(*node);
-  std::memcpy(&text, &item, sizeof(HTREEITEM));
-  Send(TVM_GETITEMRECT, TRUE, &text);
-  tree_.UserClicks(*node);
-  Release(MouseButton::Right, {text.left, text.bottom});
-}
-
-void TreeViewWindow::Release(MouseButton button, POINT place) {
-  tree_.UserReleases(button, HeldKeys(), CurrentScale().ToTwips(place.x),
-                     CurrentScale().ToTwips(place.y));
-}
-
-void TreeViewWindow::AfterMessage(UINT message) {
-  // With the focus the system's tree selects its first item, which the user did not choose.
-  if (message == WM_SETFOCUS && !tree_.SelectedNode()) SelectionChanged();
-}
-
-bool TreeViewWindow::Enter(WPARAM key) {
-  constexpr WPARAM kWays[] = {VK_DOWN, VK_UP, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_RIGHT};
-  const bool isWay = std::find(std::begin(kWays), std::end(kWays), key) != std::end(kWays);
-  if (!isWay || tree_.SelectedNode() || tree_.Count() == 0) return false;
-  TreeNode& first = tree_.At(1);
-  tree_.Select(&first);
-  tree_.UserClicks(first);
-  return true;
-}
-
-std::optional<LRESULT> TreeViewWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_LBUTTONDOWN) clickReported_ = false;
-  if (message == WM_KEYDOWN && Enter(wParam)) return 0;
-  if (message == WM_CONTEXTMENU && lParam == -1) {
-    OnMenuKey();
-    return 0;
-  }
-  return std::nullopt;
-}
 
 }  // namespace
 
