@@ -92,6 +92,7 @@ TEST_F(GroupOperationsTest, EditedGroupIsRenamed) {
   EXPECT_EQ(main.EditGroup(1, u"3", 0, {}), 1);
   EXPECT_EQ(main.NewGroupId(), u"3");
   EXPECT_EQ(main.NewGroupName(), u"Best friends");
+  EXPECT_FALSE(IsConnected());
 }
 
 TEST_F(GroupOperationsTest, IdWithZerosKeepsNoGroupFromBeingSaved) {

@@ -53,6 +53,15 @@ class RecordsetAsyncTest : public testing::Test {
   std::optional<Error> failure;
 };
 
+TEST_F(RecordsetAsyncTest, DisconnectedOneKeepsItsRowsAndNoLink) {
+  driver.Answer(u"", {{u"ID", DataType::Integer}}, {{u"1"}, {u"2"}});
+  recordset.Open(u"SELECT ID FROM T", u"x", {.Lock = LockType::Optimistic});
+  EXPECT_EQ(driver.LinksAlive(), 1);
+  recordset.Disconnect();
+  EXPECT_EQ(driver.LinksAlive(), 0);
+  EXPECT_EQ(recordset.RecordCount(), 2);
+}
+
 TEST_F(RecordsetAsyncTest, FetchesAllRowsAndCompletesOnce) {
   Open(3000);
   ASSERT_TRUE(RunToEnd());

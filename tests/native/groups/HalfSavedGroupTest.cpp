@@ -28,6 +28,13 @@ struct HalfSavedGroup : tests::GroupsOnDatabase {
   void BreakOnce(StringView start, int n) {
     FailOnce(start, n, [] { throw std::bad_alloc(); });
   }
+  int ReadBacksOf(const std::function<void()>& work) {
+    int count = 0;
+    watched->BeforeExecute = [&](StringView text) { count += text.starts_with(kReadBack) ? 1 : 0; };
+    work();
+    watched->BeforeExecute = nullptr;
+    return count;
+  }
   String Groups() { return Query(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"); }
 };
 
@@ -188,6 +195,36 @@ TEST_F(HalfSavedGroup, NewGroupWhoseReadBackFailsIsNotStoredTwice) {
   EXPECT_EQ(Groups(), u"Team,Void,Crew");
   EXPECT_EQ(Left().GroupId, u"13");
   EXPECT_EQ(MembershipsOf(u"13"), u"1:S,2:S,3:S");
+}
+
+TEST_F(HalfSavedGroup, NewGroupThatWasFoundIsLookedForNoMore) {
+  AddWithThree(u"Crew");
+  FailOnce(kReadBack);
+  Press();
+  FailOnce(kInsertMember, 2);
+  Press();
+  ASSERT_TRUE(form->IsLoaded());
+  EXPECT_EQ(ReadBacksOf([this] { Press(); }), 0);
+  EXPECT_FALSE(form->IsLoaded());
+}
+
+TEST_F(HalfSavedAlone, NewGroupThatIsNotThereIsLookedForNoMore) {
+  AddWithThree(u"Crew");
+  FailOnce(kInsertGroup);
+  Press();
+  form->txtGroupName.SetText(u"");
+  EXPECT_EQ(ReadBacksOf([this] { Press(); }), 1);
+  EXPECT_EQ(ReadBacksOf([this] { Press(); }), 0);
+}
+
+TEST_F(HalfSavedAlone, NewGroupThatIsSomebodyElsesIsLookedForNoMore) {
+  AddWithThree(u"Crew");
+  FailOnce(kInsertGroup, 1,
+           [&] { Run(u"INSERT INTO SMS_ABGROUPS (NAME, FOLDER_ID) VALUES ('Crew', 0)"); });
+  Press();
+  EXPECT_EQ(ReadBacksOf([this] { Press(); }), 1);
+  EXPECT_EQ(ReadBacksOf([this] { Press(); }), 0);
+  EXPECT_EQ(Groups(), u"Team,Void,Crew");
 }
 
 TEST_F(HalfSavedGroup, NewGroupRenamedAfterAFailedReadBackIsOneGroup) {
