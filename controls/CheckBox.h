@@ -11,20 +11,20 @@ class CheckBoxPeer : public ControlPeer {
   virtual void CheckedChanged() = 0;
 };
 
-/// A box that is checked or not, with its caption behind it.
+/// A check box with a caption.
 class CheckBox final : public ControlOf<CheckBoxPeer> {
  public:
   CheckBox(Form& form, Rectangle bounds, String caption);
 
-  /// The box became checked or cleared, by its user or by the program.
+  /// Raised when the state has changed, by the user or by the program.
   std::function<void()> Click;
 
   const String& Caption() const { return caption_; }
   bool Checked() const { return checked_; }
-  /// Reports Click when it differs.
+  /// Raises Click if the state changes.
   void SetChecked(bool checked);
 
-  /// The user changed the box; nothing happens while it is disabled or invisible.
+  /// The user clicked the box. No effect while it is disabled or invisible.
   void UserClicks();
 
   void Realise(PeerFactory& factory) override;

@@ -16,41 +16,40 @@ class ComboBoxPeer : public ControlPeer {
   virtual void BackColorChanged() {}
 };
 
-/// A drop-down list: one of its items is chosen, or none. Items keep the order in which they were
-/// added, and each carries a number of the program's own.
+/// A drop-down list with at most one selected item. Items keep their insertion order and carry an
+/// integer for the program's use.
 class ComboBox final : public ControlOf<ComboBoxPeer> {
  public:
   ComboBox(Form& form, Rectangle bounds);
 
-  /// An item was chosen, by the user or by the program.
+  /// Raised when the selection has changed, by the user or by the program.
   std::function<void()> Click;
 
   void AddItem(String text, std::int32_t itemData = 0);
   void Clear();
   int ListCount() const { return static_cast<int>(items_.size()); }
-  /// Both \throw Error SubscriptOutOfRange outside 0 to ListCount - 1.
+  /// Both: \throws Error SubscriptOutOfRange outside 0 to ListCount() - 1
   const String& List(int index) const;
   std::int32_t ItemData(int index) const;
-  /// Index of the first item that has exactly this text; -1 when there is none.
+  /// The index of the first item with exactly this text; -1 if there is none.
   int IndexOf(StringView text) const;
 
-  /// The chosen item; -1 for none.
+  /// The index of the selected item; -1 for none.
   int ListIndex() const { return listIndex_; }
-  /// Reports Click when it differs. \throws Error InvalidPropertyValue outside -1 to ListCount - 1;
-  /// the choice stays.
+  /// Raises Click if the selection changes. \throws Error InvalidPropertyValue outside -1 to
+  /// ListCount() - 1; the selection stays
   void SetListIndex(int index);
 
-  /// The chosen item's text; empty when none is chosen.
+  /// The text of the selected item; empty for none.
   const String& Text() const;
-  /// Chooses the item that has exactly this text; the empty text chooses none unless an item has
-  /// it. \throws Error PropertyReadOnly when there is no such item: a drop-down list shows nothing
-  /// but its items. The choice stays.
+  /// Selects the first item with exactly this text; an empty text selects none, unless an item has
+  /// it. \throws Error PropertyReadOnly if there is no such item; the selection stays
   void SetText(StringView text);
 
   std::uint32_t BackColor() const { return backColor_; }
   void SetBackColor(std::uint32_t color);
 
-  /// The user chose the item; nothing happens while the list is disabled or invisible.
+  /// The user selected an item. No effect while the list is disabled or invisible.
   void UserChooses(int index);
 
   void Realise(PeerFactory& factory) override;

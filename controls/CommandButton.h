@@ -8,11 +8,11 @@ namespace ktrv::controls {
 
 class CommandButtonPeer : public ControlPeer {};
 
-/// A push button; "&" before a letter of its caption makes Alt with it press the button.
+/// A push button. "&" in the caption marks the access key.
 class CommandButton final : public ControlOf<CommandButtonPeer> {
  public:
-  /// The key that presses the button from anywhere in its form. Enter goes to the button that has
-  /// the focus, if one has it.
+  /// The key that presses the button wherever the focus is in the form. If a button has the focus,
+  /// Enter presses that one.
   enum class Key { None, Enter, Escape };
 
   CommandButton(Form& form, Rectangle bounds, String caption, Key key = Key::None);
@@ -24,8 +24,8 @@ class CommandButton final : public ControlOf<CommandButtonPeer> {
   bool IsDefault() const { return key_ == Key::Enter; }
   bool IsCancel() const { return key_ == Key::Escape; }
 
-  /// The user pressed the button; nothing happens while it is disabled or invisible. While its form
-  /// works, the button that ends the work does just that, and the others do nothing.
+  /// The user pressed the button. No effect while it is disabled or invisible. During Form::Work
+  /// only the stop button has an effect: it stops the work.
   void UserClicks();
 
   void Realise(PeerFactory& factory) override;

@@ -12,9 +12,9 @@ namespace ktrv::controls {
 class Form;
 class PeerFactory;
 
-/// Shows one control on a display. It is told what changed in the control, reads the new state from
-/// it, and calls the control's User… functions for what the user did. A control without a display
-/// has no peer and works all the same.
+/// Displays one control. It is notified of changes, reads the new state from the control, and calls
+/// the control's User... functions for user input. Without a display a control has no peer and
+/// works as well.
 class ControlPeer {
  public:
   virtual ~ControlPeer() = default;
@@ -22,15 +22,15 @@ class ControlPeer {
   virtual void BoundsChanged() = 0;
   virtual void VisibleChanged() = 0;
   virtual void EnabledChanged() = 0;
-  /// Caption or text.
+  /// The caption or text has changed.
   virtual void TextChanged() = 0;
   virtual void FocusRequested() = 0;
-  /// Paints again before it returns.
+  /// Repaints synchronously.
   virtual void RefreshRequested() = 0;
 };
 
-/// A part of a form. Controls are members of their form and are reached with Tab in the order in
-/// which they were made. All state is the control's own; the events are the form's to set.
+/// A part of a form. Controls are members of their form; the tab order is the order of
+/// construction. The control owns all state; the form sets the event handlers.
 class Control {
  public:
   Control(Form& form, Rectangle bounds);
@@ -55,28 +55,27 @@ class Control {
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool enabled);
 
-  /// Asks for the input focus; without a display the control has it at once.
+  /// Requests the input focus. Without a display the control gets it at once.
   void SetFocus();
   bool HasFocus() const { return hasFocus_; }
-  /// Paints again at once.
+  /// Repaints at once.
   void Refresh();
 
-  /// What a screen reader calls the control when no label stands before it; empty: the label's
-  /// text.
+  /// The name for screen readers; if empty, the text of the preceding label.
   String AccessibleName;
 
   Form& Parent() const { return form_; }
 
-  /// Makes the peer that shows this control; called once when the form is realised.
+  /// Creates the peer. Called once when the form is realised.
   virtual void Realise(PeerFactory& factory) = 0;
-  /// Takes the peer away when the form's window goes.
+  /// Destroys the peer when the form's window is destroyed.
   virtual void Unrealise() = 0;
 
-  /// The focus came or went. It leaves the control of the form that had it.
+  /// The control got or lost the focus. When it gets the focus, the previous control loses it.
   void UserFocuses(bool has);
 
  protected:
-  /// The peer, or null without a display.
+  /// The peer; null without a display.
   virtual ControlPeer* Peer() const = 0;
 
  private:
@@ -89,13 +88,13 @@ class Control {
   bool hasFocus_ = false;
 };
 
-/// A control that is shown by peers of the type `PeerType`.
+/// Base of controls whose peers have the type `PeerType`.
 template <class PeerType>
 class ControlOf : public Control {
  public:
   using Control::Control;
   void Unrealise() override { peer_.reset(); }
-  /// The peer, for another control's peer that works with its window; null without a display.
+  /// The peer, for use by peers of other controls; null without a display.
   PeerType* Display() const { return peer_.get(); }
 
  protected:

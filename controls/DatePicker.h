@@ -13,10 +13,10 @@ class DatePickerPeer : public ControlPeer {
   virtual void ValueChanged() = 0;
 };
 
-/// A date in the user's short form, with a check box in front that says whether there is one.
+/// A date in the user's short format, with a check box for no date.
 class DatePicker final : public ControlOf<DatePickerPeer> {
  public:
-  /// The days that every database can hold; the user can pick no other.
+  /// The range of dates that all databases support.
   static constexpr DateTime kEarliest{
       std::chrono::sys_days(std::chrono::year(1753) / 1 / 1).time_since_epoch()};
   static constexpr DateTime kLatest{
@@ -26,14 +26,15 @@ class DatePicker final : public ControlOf<DatePickerPeer> {
 
   std::function<void()> Change;
 
-  /// Nothing while the check box is cleared.
+  /// nullopt while the check box is cleared.
   const std::optional<DateTime>& Value() const { return value_; }
-  /// Reports Change when it differs. A date outside the days above counts as none, which is what
-  /// the user sees; whoever set it keeps it by looking for changes.
+  /// Raises Change if the value changes. A date out of range becomes nullopt, which is what the
+  /// user sees. A caller that must keep such a date has to detect whether the user changed the
+  /// value.
   void SetValue(std::optional<DateTime> value);
 
-  /// The user picked a date, or cleared the check box. A date outside the days above becomes the
-  /// nearest of them. Nothing happens while the picker is disabled or invisible.
+  /// The user picked a date or cleared the check box. A date out of range is clamped. No effect
+  /// while the picker is disabled or invisible.
   void UserPicks(std::optional<DateTime> value);
 
   void Realise(PeerFactory& factory) override;

@@ -6,8 +6,8 @@ namespace ktrv::controls {
 
 class FramePeer : public ControlPeer {};
 
-/// A captioned line around controls that belong together. They are made after the frame, with
-/// bounds of the form's like all others, so that what stands in the frame is what lies inside it.
+/// A group box. The controls inside are constructed after it, with bounds relative to the form;
+/// those within its bounds belong to it.
 class Frame final : public ControlOf<FramePeer> {
  public:
   Frame(Form& form, Rectangle bounds, String caption);

@@ -6,7 +6,7 @@ namespace ktrv::controls {
 
 class LabelPeer : public ControlPeer {};
 
-/// Text that names the control made after it; "&" before a letter makes Alt with it go there.
+/// A text that labels the next control. "&" marks the access key, which moves the focus there.
 class Label final : public ControlOf<LabelPeer> {
  public:
   Label(Form& form, Rectangle bounds, String caption);

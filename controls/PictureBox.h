@@ -13,11 +13,11 @@ class PictureBoxPeer : public ControlPeer {
   virtual void BackColorChanged() = 0;
 };
 
-/// A plain area that reports the mouse; while a button is down it holds the mouse, so positions may
-/// lie outside it.
+/// A plain area with mouse events. It captures the mouse while a button is down, so positions may
+/// be outside.
 class PictureBox final : public ControlOf<PictureBoxPeer> {
  public:
-  /// Position in twips from the area's left and top.
+  /// Position in twips relative to the area.
   using MouseEvent = std::function<void(MouseButton button, std::int16_t shift, int x, int y)>;
 
   PictureBox(Form& form, Rectangle bounds, MousePointer pointer = MousePointer::Default);

@@ -8,7 +8,7 @@ namespace ktrv::controls {
 
 namespace {
 
-/// One shape of a picture in its colour.
+/// A shape and its colour.
 struct Layer {
   std::uint32_t Color = 0;  ///< 0xRRGGBB
   Shape Form;
@@ -107,7 +107,7 @@ Layers Arrow(bool up) {
   return {{kInk, Polygon{{{3.5, 5.5}, {8, 10.5}, {12.5, 5.5}}}}};
 }
 
-/// What a picture is drawn of, from the back to the front; nothing for Image::None.
+/// The layers of a picture from back to front; empty for Image::None.
 Layers LayersOf(Image image) {
   switch (image) {
     case Image::SharedContacts:
@@ -140,7 +140,7 @@ Layers LayersOf(Image image) {
   return {};
 }
 
-/// Places that are tried along each side of a pixel to find how much of it a shape covers.
+/// Samples per pixel side, to compute how much of a pixel a shape covers.
 constexpr int kSamples = 8;
 
 int CoverageOf(const Shape& shape, int column, int row, int size) {
@@ -155,7 +155,7 @@ int CoverageOf(const Shape& shape, int column, int row, int size) {
   return covered * 255 / (kSamples * kSamples);
 }
 
-/// A colour of 0xRRGGBB laid over a pixel of 0xAARRGGBB whose colours are multiplied by alpha.
+/// Alpha-blends a colour (0xRRGGBB) onto a premultiplied pixel (0xAARRGGBB).
 std::uint32_t Over(std::uint32_t pixel, std::uint32_t color, int coverage) {
   const auto part = static_cast<std::uint32_t>(coverage);
   std::uint32_t result = 0;
@@ -178,7 +178,7 @@ void Fill(std::vector<std::uint32_t>& pixels, int size, const Layer& layer) {
   }
 }
 
-/// The colours no longer multiplied by alpha.
+/// Converts premultiplied to straight alpha.
 std::uint32_t Straight(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
   if (alpha == 0) return 0;

@@ -7,8 +7,8 @@
 
 namespace ktrv::controls {
 
-/// The picture as a square of `size` pixels, row by row from the top. A pixel is 0xAARRGGBB, its
-/// colours not multiplied by alpha; 0 where the picture leaves it out.
+/// Renders the picture as a square of `size` by `size` pixels, top-down. Pixels are 0xAARRGGBB with
+/// straight alpha; 0 where the picture is transparent.
 std::vector<std::uint32_t> PixelsOf(Image image, int size);
 
 }  // namespace ktrv::controls

@@ -11,11 +11,11 @@ class StatusBar;
 class ProgressBarPeer : public ControlPeer {
  public:
   virtual void ValueChanged() = 0;
-  /// Moves into the status bar's panel (1-based); 0 only makes the status bar its parent.
+  /// Moves into a panel of the status bar (1-based); 0: only makes the status bar its parent.
   virtual void PlacedIn(StatusBar& statusBar, int panel) = 0;
 };
 
-/// A bar that shows how far a task has come.
+/// A progress bar.
 class ProgressBar final : public ControlOf<ProgressBarPeer> {
  public:
   ProgressBar(Form& form, Rectangle bounds);
@@ -23,17 +23,14 @@ class ProgressBar final : public ControlOf<ProgressBarPeer> {
   std::int32_t Min() const { return min_; }
   std::int32_t Max() const { return max_; }
   std::int32_t Value() const { return value_; }
-  /// \throws Error InvalidPropertyValue unless min < max. A value outside is moved to the nearer
-  /// end.
+  /// Sets the range and clamps the value. \throws Error InvalidPropertyValue unless min < max
   void SetRange(std::int32_t min, std::int32_t max);
-  /// A value outside the range is moved to the nearer end: a count taken before a fetch may be out
-  /// of date by its end.
+  /// Sets the value, clamped to the range: a row count taken before a fetch may be outdated.
   void SetValue(std::int32_t value);
 
-  /// Puts the bar into a panel of the status bar: 1-based panel number. Its bounds are the panel's
-  /// from then on.
+  /// Moves the bar into a panel of the status bar (1-based). Its bounds are the panel's then.
   void PlaceIn(StatusBar& statusBar, int panel);
-  /// The panel that it was last placed in; 0 before.
+  /// The panel of the last PlaceIn; 0 before.
   int HostPanel() const { return hostPanel_; }
 
   void Realise(PeerFactory& factory) override;

@@ -8,28 +8,28 @@ namespace ktrv::controls {
 
 class StatusBarPeer : public ControlPeer {
  public:
-  /// Panels came, went or changed their width.
+  /// Panels were added, removed or resized.
   virtual void PanelsChanged() = 0;
   /// \param panel 1-based
   virtual void PanelTextChanged(int panel) = 0;
 };
 
-/// The bar at the bottom of a form, in panels counted from 1. It lies at the form's bottom edge
-/// whatever its bounds say; its height is the font's.
+/// The status bar of a form, with panels numbered from 1. Always at the bottom edge; its height
+/// depends on the font. Its bounds are ignored.
 class StatusBar final : public ControlOf<StatusBarPeer> {
  public:
   struct Panel {
     String Text{};
-    int Width = 0;         ///< twips; the least width when it springs
-    bool Springs = false;  ///< takes the width that the others leave
+    int Width = 0;         ///< twips; the minimum if Springs
+    bool Springs = false;  ///< takes the remaining width
   };
 
   explicit StatusBar(Form& form);
 
   int PanelCount() const { return static_cast<int>(panels_.size()); }
-  /// \throws Error SubscriptOutOfRange, as the others that take a panel number.
+  /// \throws Error SubscriptOutOfRange, as all members with a panel number do
   const Panel& PanelAt(int panel) const;
-  /// \return the new panel's number
+  /// \return the number of the new panel
   int AddPanel(Panel panel);
   void RemovePanel(int panel);
   void SetPanelText(int panel, String text);

@@ -14,28 +14,28 @@ class TextBoxPeer : public ControlPeer {
   virtual void BackColorChanged() {}
 };
 
-/// One line of text to type into.
+/// A single-line text box.
 class TextBox final : public ControlOf<TextBoxPeer> {
  public:
-  /// \param maxLength most UTF-16 units that the user can type or paste; 0 for no limit.
+  /// \param maxLength maximum UTF-16 units for user input; 0: unlimited
   TextBox(Form& form, Rectangle bounds, int maxLength = 0);
 
   std::function<void()> Change;
-  /// A character is about to be typed; the handler may set the code to 0 to discard it.
+  /// Raised before a character is inserted. The handler may set the code to 0 to discard it.
   std::function<void(std::int16_t& code)> KeyPress;
-  /// A text of several characters is about to come in, however: the keys and the menu that paste,
-  /// an input method. The handler may change it, or empty it to refuse it.
+  /// Raised before a text of several characters is inserted (paste, input method). The handler may
+  /// change it, or clear it to reject it.
   std::function<void(String& text)> Insertion;
 
   const String& Text() const { return text_; }
-  /// Sets the text (longer than maxLength is allowed, as in any Windows program) and reports Change
-  /// when it differs.
+  /// Sets the text and raises Change if it differs. It may be longer than maxLength.
   void SetText(String text);
   int MaxLength() const { return maxLength_; }
-  /// The text cut at maxLength as a user's would be, without splitting a surrogate pair.
+  /// The text truncated to maxLength without splitting a surrogate pair.
   String Fitting(StringView text) const;
 
-  /// As the form or UserSelects set them; a display need not tell all that its user marks.
+  /// As last set by Select, UserSelects or an insertion; a display need not report every selection
+  /// of the user.
   int SelectionStart() const { return selectionStart_; }
   int SelectionLength() const { return selectionLength_; }
   void Select(int start, int length);
@@ -43,19 +43,19 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   std::uint32_t BackColor() const { return backColor_; }
   void SetBackColor(std::uint32_t color);
 
-  /// Grey text shown while the box is empty.
+  /// Cue banner: grey text shown while the box is empty.
   String Cue;
 
-  /// What the box takes of a text that is to come in, typed, pasted or composed: as KeyPress leaves
-  /// one unit, and Insertion more than one; empty when it is refused. A display that inserts texts
-  /// by itself must ask here for each.
+  /// What of a text may be inserted: filters a single unit by KeyPress, a longer text by Insertion.
+  /// Empty if rejected. A display that inserts text itself must call this for each insertion.
   String Admitted(StringView text) const;
-  /// The user replaced the selected text by this one, however: what is Admitted of it, cut at
-  /// maxLength without splitting a surrogate pair. Nothing happens to a text that is refused.
+  /// The user replaced the selection by this text. Inserts what is Admitted, truncated to maxLength
+  /// without splitting a surrogate pair. No effect for a rejected text.
   void UserTypes(StringView text);
-  /// The user marked this on the display; the peer is not told.
+  /// The user changed the selection. Does not notify the peer.
   void UserSelects(int start, int length);
-  /// The box on the display holds this text now. Half a surrogate pair, cut by the limit, goes.
+  /// The box on the display now has this text. An unpaired surrogate caused by truncation is
+  /// removed.
   void UserChanges(String text);
 
   void Realise(PeerFactory& factory) override;

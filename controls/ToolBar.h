@@ -16,9 +16,8 @@ class ToolBarPeer : public ControlPeer {
   virtual void ButtonsChanged() = 0;
 };
 
-/// A flat toolbar in a cool bar across the form's top, with an optional second band that holds a
-/// labelled text box. It lies at the form's top edge whatever its bounds say; its height is known
-/// after Realise.
+/// A flat toolbar in a cool bar at the top edge of the form, with an optional second band for a
+/// labelled text box. Its bounds are ignored; its height is known after Realise.
 class ToolBar final : public ControlOf<ToolBarPeer> {
  public:
   struct Button {
@@ -27,14 +26,14 @@ class ToolBar final : public ControlOf<ToolBarPeer> {
     String ToolTip{};
     Image Picture = Image::None;
     bool Enabled = true;
-    bool DropDown = false;  ///< an arrow beside it that reports ButtonDropDown
+    bool DropDown = false;  ///< has an arrow that raises ButtonDropDown
   };
 
   explicit ToolBar(Form& form);
 
   std::function<void(const String& key)> ButtonClick;
-  /// The button's arrow was pressed; a menu may be shown at (x, y), twips from the form's inner
-  /// corner.
+  /// The button's arrow was pressed. \param x, y where to show a menu, in twips in the form's
+  /// client area
   std::function<void(const String& key, int x, int y)> ButtonDropDown;
 
   void AddButton(Button button);
@@ -42,12 +41,13 @@ class ToolBar final : public ControlOf<ToolBarPeer> {
   /// \throws Error ElementNotFound
   void SetButtonEnabled(StringView key, bool enabled);
 
-  /// Puts the label and the box into the cool bar's second band.
+  /// Puts the label and the box into the second band of the cool bar.
   void SetBand(Label& label, TextBox& box);
   Label* BandLabel() const { return bandLabel_; }
   TextBox* BandBox() const { return bandBox_; }
 
-  /// Clicks the button of this key unless it or the bar is disabled. \throws Error ElementNotFound
+  /// Clicks the button with this key, unless it or the bar is disabled. \throws Error
+  /// ElementNotFound
   void UserClicks(StringView key);
   void UserDropsDown(StringView key, int x, int y);
 

@@ -10,24 +10,25 @@ class TextBox;
 
 class UpDownPeer : public ControlPeer {};
 
-/// Two small arrows beside a text box, its buddy, that count the number in it up and down.
+/// An up-down control that increments and decrements the number in its buddy, a text box.
 class UpDown final : public ControlOf<UpDownPeer> {
  public:
-  /// \pre min <= max, step > 0
+  /// \pre Min <= Max, Step > 0
   struct Range {
     std::int32_t Min = 0;
     std::int32_t Max = 100;
     std::int32_t Step = 1;
   };
 
-  /// \param buddy made before, and made by the same form.
+  /// \param buddy must be constructed before, by the same form
   UpDown(Form& form, Rectangle bounds, TextBox& buddy, Range range);
 
   TextBox& Buddy() const { return buddy_; }
   const Range& Limits() const { return range_; }
 
-  /// The user pressed an arrow: so many steps up, or down when negative. A buddy without a number
-  /// counts as 0; the result stays in the range. Nothing happens while either is disabled.
+  /// The user pressed an arrow. \param steps number of steps; negative for down. A buddy without a
+  /// number counts as 0; the result is clamped to the range. No effect while either control is
+  /// disabled.
   void UserSteps(std::int32_t steps);
 
   void Realise(PeerFactory& factory) override;
