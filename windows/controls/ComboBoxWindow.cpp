@@ -17,7 +17,7 @@ class ComboBoxWindow final : public Peer<controls::ComboBoxPeer> {
 
   void ItemsChanged() override {
     int shown = static_cast<int>(Send(CB_GETCOUNT));
-    // Items are added one by one; only after a removal they are listed anew.
+    // Items are appended one by one. Only after a removal the list is rebuilt.
     if (shown > combo_.ListCount() || shown + 1 < combo_.ListCount()) {
       Send(CB_RESETCONTENT);
       shown = 0;
@@ -40,7 +40,7 @@ class ComboBoxWindow final : public Peer<controls::ComboBoxPeer> {
 
  private:
   int ExtraHeight() const override {
-    // A drop-down's height is that of the box with its list dropped down.
+    // The height of a combo box includes its drop-down list.
     return CurrentScale().Units(220);
   }
 

@@ -13,15 +13,16 @@ namespace ktrv::windows {
 
 class FormWindow;
 
-/// The window of one control: made with the form, subclassed, told what its parent hears of it. A
-/// form outlives its own events, so handlers may use their members after they called the control.
+/// The window of one control: created with the form and subclassed; receives the notifications
+/// reflected by its parent. Handlers may use their members after calling the control, because a
+/// form stays alive during its events.
 class ControlWindow {
  public:
   virtual ~ControlWindow();
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
 
-  /// Null after the operating system destroyed it with its parent.
+  /// Null after the operating system destroyed the window with its parent.
   HWND Handle() const { return handle_; }
 
   Scale CurrentScale() const;
@@ -34,22 +35,23 @@ class ControlWindow {
     return SendMessageW(handle_, message, wParam, reinterpret_cast<LPARAM>(structure));
   }
 
-  /// The control whose window this is; null for windows of others.
+  /// The object of a control's window; null for other windows.
   static ControlWindow* From(HWND window);
 
-  /// A WM_NOTIFY of this control. Nothing: unhandled.
+  /// Handles a WM_NOTIFY of this control; nullopt: not handled.
   virtual std::optional<LRESULT> OnNotify(NMHDR& /*header*/) { return std::nullopt; }
-  /// A WM_COMMAND of this control with its notification code.
+  /// Handles a WM_COMMAND of this control. \param code notification code
   virtual void OnCommand(WORD /*code*/) {}
-  /// All controls of the form have their windows now.
+  /// Called when all controls of the form have their windows.
   virtual void OnFormRealised() {}
-  /// The form came to another resolution: fonts and bounds are renewed already.
+  /// Called after a DPI change, when fonts and bounds are updated.
   virtual void OnScaleChanged() {}
-  /// The colour behind the text, as properties store it. Nothing: the system's.
+  /// The background colour in the format of controls/Color.h; nullopt: the system's.
   virtual std::optional<std::uint32_t> BackColor() const { return std::nullopt; }
-  /// The form's inner size changed: for controls that lie along its edges.
+  /// Called when the form's inner size has changed; for controls along its edges.
   virtual void OnFormResized() {}
-  /// The user presses a button by key, while this control has the focus and keeps it.
+  /// Called before a key presses a button while this control keeps the focus; commits pending
+  /// input.
   virtual void FinishTyping() {}
 
   FormWindow& Owner() const { return form_; }
@@ -58,15 +60,15 @@ class ControlWindow {
  protected:
   ControlWindow(FormWindow& form, controls::Control& control);
 
-  /// Makes the window at the control's bounds. \param parent null: the form.
+  /// Creates the window at the control's bounds. \param parent null: the form
   void Create(const wchar_t* windowClass, DWORD style, DWORD exStyle = 0, HWND parent = nullptr);
 
-  /// A message to the window before its own procedure sees it. Nothing: goes on to it.
+  /// Called before the window's own procedure. nullopt: pass the message on.
   virtual std::optional<LRESULT> OnMessage(UINT, WPARAM, LPARAM) { return std::nullopt; }
-  /// After its own procedure has seen it.
+  /// Called after the window's own procedure.
   virtual void AfterMessage(UINT /*message*/) {}
 
-  /// Pixels that the window is higher than the control.
+  /// Pixels by which the window is higher than the control.
   virtual int ExtraHeight() const { return 0; }
 
   void Place();
@@ -75,7 +77,7 @@ class ControlWindow {
   void ShowText(StringView text);
   void TakeFocus();
   void PaintNow();
-  /// Gives the window the form's font and the control's bounds.
+  /// Applies the form's font and the control's bounds.
   void ApplyScale();
 
  private:
@@ -89,7 +91,7 @@ class ControlWindow {
   HWND handle_ = nullptr;
 };
 
-/// A peer of the type `PeerType` that is one window.
+/// Base of peers of type `PeerType` that consist of one window.
 template <class PeerType>
 class Peer : public PeerType, public ControlWindow {
  public:

@@ -43,7 +43,7 @@ class DatePickerWindow final : public Peer<controls::DatePickerPeer> {
       Send(DTM_SETSYSTEMTIME, GDT_VALID, &time);
       return;
     }
-    // A time is passed with "none" too; without one the request is refused here and there.
+    // Some implementations reject GDT_NONE without a valid time.
     GetLocalTime(&time);
     Send(DTM_SETSYSTEMTIME, GDT_NONE, &time);
   }
@@ -52,13 +52,13 @@ class DatePickerWindow final : public Peer<controls::DatePickerPeer> {
     const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(header);
     std::optional<DateTime> picked;
     if (change.dwFlags == GDT_VALID) picked = ToDateTime(change.st);
-    // Told twice for one change when the calendar closes, and for a day outside the range that the
-    // form keeps although the picker cannot show it.
+    // The notification comes twice when the calendar closes, and also for a date out of range that
+    // the form keeps but the picker cannot show.
     if (picked != picker_.Value()) picker_.UserPicks(picked);
     return 0;
   }
   void FinishTyping() override {
-    // The digits of a field count when the field is left, or the picker.
+    // Typed digits are committed when the field or the picker loses the focus.
     Send(WM_KILLFOCUS);
     if (GetFocus() == Handle()) Send(WM_SETFOCUS);
   }

@@ -11,7 +11,7 @@ UniqueBitmap DrawBitmap(controls::Image image, int size) {
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof info.bmiHeader;
   info.bmiHeader.biWidth = size;
-  info.bmiHeader.biHeight = -size;  // from the top
+  info.bmiHeader.biHeight = -size;  // top-down
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   void* bits = nullptr;
@@ -23,8 +23,8 @@ UniqueBitmap DrawBitmap(controls::Image image, int size) {
 
 UniqueIcon DrawIcon(controls::Image image, int size) {
   const UniqueBitmap color = DrawBitmap(image, size);
-  // The transparency stands in the colours; the mask only has to be there, all clear. Its rows are
-  // whole words.
+  // Transparency comes from the alpha channel. A mask is required nevertheless, all zero. Its rows
+  // are WORD-aligned.
   const std::vector<BYTE> clear(static_cast<std::size_t>((size + 15) / 16 * 2 * size));
   const UniqueBitmap mask(CreateBitmap(size, size, 1, 1, clear.data()));
   ICONINFO icon{TRUE, 0, 0, mask.Get(), color.Get()};

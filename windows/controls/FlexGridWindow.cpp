@@ -17,7 +17,7 @@ using controls::MouseButton;
 
 namespace {
 
-/// A list view that asks for the cells it shows, so that rows cost nothing here.
+/// A virtual list view: it requests the cells it shows, so rows need no memory here.
 class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
  public:
   FlexGridWindow(FormWindow& form, controls::FlexGrid& grid);
@@ -38,7 +38,7 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void AfterMessage(UINT message) override;
 
  private:
-  /// Keeps the list view from painting. Calls may nest.
+  /// Suspends painting of the list view. Nestable.
   class RedrawOff {
    public:
     explicit RedrawOff(FlexGridWindow& grid);
@@ -50,12 +50,12 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
     FlexGridWindow& grid_;
   };
 
-  /// Rows that came are shown together, a little later.
+  /// Timer that shows appended rows together, after a short delay.
   static constexpr UINT_PTR kRowsTimer = 0x4B54;
   void ShowAppended();
-  /// The form's font in the grid's own family, where it has one.
+  /// Applies the form's font with the grid's own font family, if it has one.
   void ApplyFont();
-  bool appended_ = false;  ///< rows came that are not shown
+  bool appended_ = false;  ///< rows were appended that are not shown yet
 
   void GiveCell(LVITEMW& item);
   LRESULT FindItem(const NMLVFINDITEMW& search);
@@ -64,13 +64,13 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   bool OnKey(WPARAM key);
 
   controls::FlexGrid& grid_;
-  UniqueFont font_;            ///< none while the grid has the form's
-  UniqueImageList rowHeight_;  ///< a list view's rows are as high as its pictures
+  UniqueFont font_;            ///< null: the grid uses the form's font
+  UniqueImageList rowHeight_;  ///< its image size sets the row height
   ListColumns columns_;
   ListSelection selection_;
   int redrawOff_ = 0;
   bool painting_ = false;
-  /// Texts that the list view was given last; it may look at more than one at a time.
+  /// The last texts passed to the list view, which may use several at a time.
   std::array<std::wstring, 4> given_;
   std::size_t nextGiven_ = 0;
 };
@@ -103,7 +103,7 @@ void FlexGridWindow::ApplyFont() {
   GetObjectW(Owner().Font(), sizeof font, &font);
   const std::wstring name = ToWide(grid_.FontName);
   lstrcpynW(font.lfFaceName, name.c_str(), LF_FACESIZE);
-  // The former font goes only when the list view no longer has it.
+  // The previous font is destroyed after the list view has the new one.
   UniqueFont former = std::exchange(font_, UniqueFont(CreateFontIndirectW(&font)));
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), TRUE);
 }
@@ -150,10 +150,9 @@ void FlexGridWindow::RowsChanged() {
 
 void FlexGridWindow::RowsAppended() {
   if (!Handle()) return;
-  // The list view draws its scroll bar anew each time, which takes longer than a block of rows
-  // takes to come.
+  // The list view redraws its scroll bar on each change, which takes longer than fetching a block.
   constexpr UINT kPause = 50;  // milliseconds
-  if (appended_) return;       // even a question to the list view takes longer than a row
+  if (appended_) return;       // even a message to the list view takes longer than a row
   if (Send(LVM_GETITEMCOUNT) == 0) return ShowAppended();
   appended_ = true;
   SetTimer(Handle(), kRowsTimer, kPause, nullptr);
@@ -174,19 +173,19 @@ void FlexGridWindow::RowShown(int row) {
 void FlexGridWindow::RedrawChanged() {
   if (!Handle()) return;
   if (!grid_.Redraw()) {
-    // The one keeps the screen as it is, the other saves the work of painting what nobody sees.
+    // LockWindowUpdate freezes the screen; WM_SETREDRAW saves the work of invisible painting.
     LockWindowUpdate(Handle());
     if (redrawOff_++ == 0) Send(WM_SETREDRAW, FALSE);
     return;
   }
   if (--redrawOff_ == 0) Send(WM_SETREDRAW, TRUE);
   LockWindowUpdate(nullptr);
-  // WM_SETREDRAW shows a hidden window.
+  // WM_SETREDRAW makes a hidden window visible.
   ShowVisible();
   RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-// What the list view asks and tells.
+// Notifications of the list view.
 
 std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
   switch (header.code) {
@@ -235,7 +234,7 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
     text = grid_.Text(item.iItem + 1, *column);
   }
   if (const auto& picture = grid_.ColumnAt(*column).Picture) {
-    // On the screen the picture stands for the text; whoever asks otherwise wants it in words.
+    // When painting, the picture replaces the text. Other requests (screen readers) get its name.
     text = painting_ ? String() : picture(text).second;
   }
   std::wstring& given = given_[nextGiven_++ % given_.size()];
@@ -276,17 +275,18 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       ShowAppended();
       return 0;
     case WM_GETDLGCODE:
-      // Enter opens the row; it is not the form's.
+      // Enter opens the row; the form must not handle it.
       if (lParam && reinterpret_cast<const MSG*>(lParam)->wParam == VK_RETURN) {
         return DLGC_WANTMESSAGE | DLGC_WANTARROWS | DLGC_WANTCHARS;
       }
       return std::nullopt;
     case WM_KEYDOWN:
-      // A command is one press of its key: held, it would start again behind each box it opened.
+      // No auto-repeat for commands: a held key would start the command again after each box it
+      // opened.
       if (IsRepeated(lParam) && (wParam == VK_RETURN || wParam == VK_DELETE)) return 0;
       return OnKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
     case WM_CHAR:
-      // Enter's character; the list view would look for a row that begins with it.
+      // For the character of Enter the list view would start a search.
       return wParam < L' ' ? std::optional<LRESULT>(0) : std::nullopt;
     default:
       return std::nullopt;
@@ -304,7 +304,7 @@ bool FlexGridWindow::MayChangeSelection(UINT message) const {
       return true;
     case WM_MOUSEMOVE:
     case WM_TIMER:
-      return GetCapture() == Handle();  // a rubber band
+      return GetCapture() == Handle();  // rubber-band selection
     default:
       return false;
   }
@@ -320,7 +320,7 @@ bool FlexGridWindow::OnKey(WPARAM key) {
   grid_.UserPresses(static_cast<std::int16_t>(key), held);
   if (held == controls::ShiftMask::Ctrl) {
     if (key == 'A') grid_.SelectAll();
-    // The list view would measure every row to fit its columns.
+    // Ctrl+Plus: the list view would measure all rows to fit its columns.
     if (key == 'A' || key == VK_ADD) return true;
   }
   return key == VK_RETURN || key == VK_DELETE;

@@ -263,7 +263,7 @@ void FormWindow::OnDestroyed() {
   form_.Unload();
 }
 
-// Focus and keys.
+// Focus and keyboard.
 
 void FormWindow::Focus(HWND control) {
   focus_ = control;
@@ -285,7 +285,7 @@ bool FormWindow::TakeMnemonic(wchar_t letter) {
 }
 
 void FormWindow::PressButtonOf(WORD command) {
-  // The key came before something modal was opened, or before the form began to work.
+  // The key was pressed before a modal window was opened or Form::Work began.
   if (!IsWindowEnabled(handle_) || IsWorking()) return;
   constexpr LRESULT kPushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
   HWND focus = GetFocus();
@@ -330,7 +330,7 @@ HWND FormWindow::StopButton() const {
 }
 
 void FormWindow::TakeInput() {
-  // A window that never ends to ask for painting must not keep the work.
+  // A window that requests painting endlessly must not block the work.
   constexpr int kMost = 100;
   MSG message;
   for (int taken = 0; taken < kMost; ++taken) {
@@ -353,7 +353,7 @@ void FormWindow::RestoreFocus() {
 }
 
 HWND FormWindow::FirstControl() const {
-  // Boxes in a cool bar come first in tab order, but the form begins with what lies on itself.
+  // Boxes in a cool bar are first in tab order, but the initial focus is on a direct child.
   HWND first = GetNextDlgTabItem(handle_, nullptr, FALSE);
   HWND control = first;
   while (control && GetParent(control) != handle_) {
@@ -363,7 +363,7 @@ HWND FormWindow::FirstControl() const {
   return control;
 }
 
-// Size, place and resolution.
+// Size, position and DPI.
 
 DWORD FormWindow::Style() const {
   const DWORD resizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
@@ -399,7 +399,7 @@ void FormWindow::OnSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED) return;
   for (ControlWindow* window : windows_) window->OnFormResized();
   const SIZE inner = InnerSize();
-  // The form's own size in whole pixels is no change of it.
+  // Not a change if it is the form's own size rounded to pixels.
   if (inner.cx == scale_.ToPixels(form_.ScaleWidth()) &&
       inner.cy == scale_.ToPixels(form_.ScaleHeight())) {
     return;

@@ -14,14 +14,15 @@ class FrameWindow final : public Peer<controls::FramePeer> {
   }
 
   void OnFormRealised() override {
-    // What stands in the frame was made after it, and so lies under it and would not be seen.
+    // The controls inside were created later and are below the frame in z-order; move it to the
+    // bottom.
     SetWindowPos(Handle(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   }
 
  private:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM) override {
     if (message != WM_ERASEBKGND) return std::nullopt;
-    // A group box leaves its inside to its parent, which does not paint behind its children.
+    // A group box does not paint its inside, and its parent clips children. So paint it here.
     RECT inside{};
     GetClientRect(Handle(), &inside);
     FillRect(reinterpret_cast<HDC>(wParam), &inside, GetSysColorBrush(COLOR_BTNFACE));

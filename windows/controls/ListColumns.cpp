@@ -30,8 +30,8 @@ std::vector<int> ListColumns::Visible() const {
     if (!column.Hidden) visible.push_back(i);
     named = named || !column.Key.empty() || !column.Heading.empty();
   }
-  // A grid emptied to be filled anew has only unnamed columns for a moment. The old headings stay
-  // until the new ones come, so that nothing flickers and the user's order of the columns remains.
+  // Between Reset and the first rows a grid has only unnamed columns. The old headings stay until
+  // the new ones arrive, to avoid flicker and to keep the user's column order.
   return named ? visible : shown_;
 }
 
@@ -115,7 +115,7 @@ void ListColumns::Fit(int listColumn) {
   if (!place) return;
   GridColumn& column = grid_.ColumnAt(*place);
   if (column.Picture) return;
-  // The list view's own fitting asks for every row; those on the screen are what the user sees.
+  // The list view's own auto-size queries every row. Use only the visible ones.
   LRESULT width = list_.Send(LVM_GETSTRINGWIDTH, 0, ToWide(column.Heading).c_str());
   const int first = static_cast<int>(list_.Send(LVM_GETTOPINDEX)) + 1;
   const int last =

@@ -8,29 +8,30 @@
 
 namespace ktrv::windows {
 
-/// The columns of a grid that its list view shows, their headings and the pictures in them.
+/// The columns of a list view: shows a grid's visible columns, their headings and pictures.
 class ListColumns {
  public:
-  /// Both must outlive this.
+  /// Both must outlive the object.
   ListColumns(ControlWindow& list, controls::FlexGrid& grid) : list_(list), grid_(grid) {}
 
-  /// Whether other columns are to be shown than those that are.
+  /// Whether the shown columns differ from the grid's visible ones.
   bool AreOthers() const { return Visible() != shown_; }
-  /// Takes the columns out and puts those in that are to be shown.
+  /// Replaces all columns of the list view by the visible ones of the grid.
   void Replace();
+  /// Whether a shown column has a key.
   bool AreNamed() const;
-  /// Shows headings and widths anew.
+  /// Updates headings and widths.
   void Update();
   void HeadingChanged(int column);
 
-  /// The grid's column of the list view's; nothing when the grid's columns went meanwhile.
+  /// The grid's column of a list view column; nullopt if the grid no longer has it.
   std::optional<int> Find(int listColumn) const;
 
-  /// A WM_NOTIFY of the list view's header. Nothing: unhandled.
+  /// Handles a WM_NOTIFY of the header control. nullopt: not handled.
   std::optional<LRESULT> OnHeader(const NMHEADERW& header);
   LRESULT OnDraw(const NMLVCUSTOMDRAW& draw);
 
-  /// The list view's window with the headings.
+  /// The list view's header control.
   HWND Header() const { return reinterpret_cast<HWND>(list_.Send(LVM_GETHEADER)); }
 
  private:
@@ -41,7 +42,7 @@ class ListColumns {
 
   ControlWindow& list_;
   controls::FlexGrid& grid_;
-  /// The grid's column of each of the list view's.
+  /// The grid's column for each list view column.
   std::vector<int> shown_;
   PictureCache pictures_;
 };

@@ -15,7 +15,7 @@ void ListSelection::SetItemState(int item, UINT state, UINT mask) {
 void ListSelection::Show() {
   const auto& wanted = grid_.Selection();
   constexpr int kAll = -1;
-  // The row from which Shift selects would be an earlier list's, or one that went elsewhere.
+  // Otherwise the anchor of Shift selections would be a row of the previous list or a moved row.
   if (grid_.Row() == 0 || focused_ != grid_.Row() || wanted.Ranges() != selected_.Ranges()) {
     list_.Send(LVM_SETSELECTIONMARK, 0, grid_.Row() - 1);
   }
@@ -45,7 +45,7 @@ void ListSelection::OnItemChanged(const NMLISTVIEW& change) {
   if (ignoring_ > 0 || !(change.uChanged & LVIF_STATE)) return;
   const UINT difference = change.uNewState ^ change.uOldState;
   if (change.iItem >= 0 && change.uNewState & LVIS_FOCUSED) {
-    // The old state may tell of a focus that an earlier change took.
+    // uOldState may report a focus that an earlier change has removed.
     focused_ = change.iItem + 1;
   } else if (difference & LVIS_FOCUSED && focused_ == change.iItem + 1) {
     focused_ = 0;
@@ -71,7 +71,8 @@ bool ListSelection::IsShown(int row, UINT state) const {
 
 bool ListSelection::AreShown(const controls::RowSelection& rows) const {
   if (static_cast<int>(list_.Send(LVM_GETSELECTEDCOUNT)) != rows.Count()) return false;
-  // Of many rows the ends of each range tell enough: only a range changes without a word.
+  // With many rows check only the ends of each range: only whole ranges change without a
+  // notification.
   const bool many = rows.Count() > 1000;
   for (const auto& range : rows.Ranges()) {
     const int step = many ? std::max(range.Last - range.First, 1) : 1;

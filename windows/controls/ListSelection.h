@@ -6,39 +6,40 @@
 
 namespace ktrv::windows {
 
-/// The selection and the focused row of a grid and of its list view, kept the same both ways.
+/// Synchronises selection and focused row of a grid and its list view, in both directions.
 class ListSelection {
  public:
-  /// Both must outlive this.
+  /// Both must outlive the object.
   ListSelection(ControlWindow& list, controls::FlexGrid& grid) : list_(list), grid_(grid) {}
 
-  /// While the result lives, what the list view tells is the form's doing, not the user's.
+  /// Ignores the list view's notifications during the result's lifetime, because the program causes
+  /// them.
   [[nodiscard]] Nesting Ignoring() { return Nesting(ignoring_); }
 
-  /// Shows the grid's.
+  /// Applies the grid's selection and current row to the list view.
   void Show();
-  /// Whether Show has rows to change that would be painted one after another.
+  /// Whether Show may change so many rows that painting each of them would take long.
   bool HasMany() const { return selected_.Count() > 100 || grid_.Selection().Count() > 100; }
 
   void OnItemChanged(const NMLISTVIEW& change);
   void OnRangeChanged(const NMLVODSTATECHANGE& change);
-  /// Takes the selection as it is on the screen. The list view tells neither the rows that are no
-  /// longer selected when Shift selects a range, nor a range of a single row.
+  /// Reads the selection from the list view. It does not notify of rows that Shift selections
+  /// deselect, nor of a range with a single row.
   void Read();
 
  private:
   void SetItemState(int item, UINT state, UINT mask);
   void Take(int first, int last, bool selected);
   bool IsShown(int row, UINT state) const;
-  /// Whether the list view has just these rows selected.
+  /// Whether exactly these rows are selected in the list view.
   bool AreShown(const controls::RowSelection& rows) const;
 
   ControlWindow& list_;
   controls::FlexGrid& grid_;
-  /// What the list view has selected, as far as it has told.
+  /// The selection of the list view, as far as it was notified.
   controls::RowSelection selected_;
   int focused_ = 0;
-  controls::RowSelection::Range range_;  ///< told last since the selection was read
+  controls::RowSelection::Range range_;  ///< range of the last notification since Read
   int ignoring_ = 0;
 };
 

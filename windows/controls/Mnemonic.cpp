@@ -12,14 +12,14 @@ wchar_t Capital(wchar_t letter) {
   return letter;
 }
 
-/// The capital of the letter behind the "&" in a window's text; 0 when there is none.
+/// The access key in a window's text, as upper case; 0 if there is none.
 wchar_t MnemonicOf(HWND window) {
   std::array<wchar_t, 128> text{};
   GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
   for (std::size_t i = 0; text[i] && text[i + 1]; ++i) {
     if (text[i] != L'&') continue;
     if (text[i + 1] != L'&') return Capital(text[i + 1]);
-    ++i;  // two of them are the character itself
+    ++i;  // "&&" is a literal ampersand
   }
   return 0;
 }
@@ -44,7 +44,7 @@ bool PressMnemonic(std::span<const HWND> controls, wchar_t letter) {
       return true;
     }
     if (!(kind & DLGC_STATIC)) continue;
-    // A label names the control made after it, which may lie in another window: a cool bar's band.
+    // A label belongs to the next control, which may be in another window: the band of a cool bar.
     const auto named = std::find_if(place + 1, controls.end(), [&](HWND next) {
       return canBeUsed(next) && GetWindowLongPtrW(next, GWL_STYLE) & WS_TABSTOP;
     });

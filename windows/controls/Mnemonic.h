@@ -6,11 +6,11 @@
 
 namespace ktrv::windows {
 
-/// Whether the letter stands underlined in the window's text, as a capital or not.
+/// Whether the letter is the access key in the window's text, case-insensitive.
 bool IsMnemonicOf(HWND window, wchar_t letter);
 
-/// Goes to the control that the letter stands underlined for, or presses it. \param controls in the
-/// order of their making, null for those that are gone. \return false when there is none
+/// Handles an access key: focuses or presses its control. \param controls in order of construction;
+/// null for destroyed windows. \return false if no control has the key
 bool PressMnemonic(std::span<const HWND> controls, wchar_t letter);
 
 }  // namespace ktrv::windows

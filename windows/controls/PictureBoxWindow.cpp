@@ -29,7 +29,7 @@ class PictureBoxWindow final : public Peer<controls::PictureBoxPeer> {
     Create(PlainClass(), 0);
   }
   void VisibleChanged() override {
-    // What appears while the user drags lies over its neighbours.
+    // An area shown during a drag must be above its neighbours.
     if (box_.Visible())
       SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     ShowVisible();
@@ -89,7 +89,7 @@ class PictureBoxWindow final : public Peer<controls::PictureBoxPeer> {
   void LoseMouse() {
     const auto button = std::exchange(held_, std::nullopt);
     if (!button) return;
-    // Another window took the mouse, whose release will not be told: what was begun ends here.
+    // Another window captured the mouse, so there will be no button-up message. Simulate it.
     POINT place{};
     GetCursorPos(&place);
     ScreenToClient(Handle(), &place);

@@ -15,14 +15,14 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
   }
 
   void ValueChanged() override {
-    // Each value is painted at once, which takes a common control longer than a step of the work.
+    // Painting each value takes longer than a step of the work, so updates are throttled.
     constexpr ULONGLONG kStill = 50;
     const bool atEnd = bar_.Value() == bar_.Min() || bar_.Value() == bar_.Max();
     const ULONGLONG now = GetTickCount64();
     if (!atEnd && now - shownAt_ < kStill) return;
     shownAt_ = now;
     Send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.Min()), bar_.Max());
-    // The theme glides up to a higher value and lags far behind a quick fetch; down it jumps.
+    // The theme animates increases, which lags behind a fast fetch; decreases are immediate.
     if (bar_.Value() < bar_.Max()) Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value() + 1));
     Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value()));
   }
@@ -35,7 +35,7 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
 
  private:
   controls::ProgressBar& bar_;
-  ULONGLONG shownAt_ = 0;  ///< milliseconds since the system started
+  ULONGLONG shownAt_ = 0;  ///< GetTickCount64 of the last update
 };
 
 }  // namespace

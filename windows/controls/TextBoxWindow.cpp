@@ -43,7 +43,7 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
  protected:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
     const bool filters = box_.KeyPress || box_.Insertion;
-    // Left to itself the box would cut the text before the filter sees it.
+    // Otherwise the edit control would truncate the text before it is filtered.
     const bool pastes = message == WM_PASTE || (message == WM_KEYDOWN && wParam == VK_INSERT &&
                                                 HeldKeys() == controls::ShiftMask::Shift);
     if (filters && pastes) {
@@ -62,8 +62,8 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
   }
 
  private:
-  /// The box holds this text now. What came in, by an input method, the box's own menu or another
-  /// program, goes through the filter; what that refuses is taken out again.
+  /// Handles a change of the edit control's text. An insertion by an input method, the context menu
+  /// or another program is filtered; what the filter rejects is removed again.
   void TakeIn(String text) {
     const StringView former = box_.Text();
     const auto differs = std::ranges::mismatch(former, text);
@@ -74,7 +74,7 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
       ++behind;
     }
     const String inserted = text.substr(start, text.size() - behind - start);
-    // A character that was typed has been through the filter.
+    // A typed character was filtered before.
     if (typing_ || inserted.empty() || box_.Admitted(inserted) == inserted) {
       box_.UserChanges(std::move(text));
       return;
@@ -83,7 +83,7 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
     TextChanged();
     box_.UserTypes(inserted);
   }
-  /// Puts the clipboard's text, as the filter leaves it, in the place of what is selected.
+  /// Replaces the selection by the filtered text of the clipboard.
   void Paste() {
     const auto text = ReadClipboard();
     if (!text) return;
@@ -95,8 +95,8 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
   }
 
   controls::TextBox& box_;
-  bool changing_ = false;  ///< by the form, not by the user
-  bool typing_ = false;    ///< a character that went through the filter
+  bool changing_ = false;  ///< the form, not the user, changes the text
+  bool typing_ = false;    ///< inserting a character that was filtered
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ BYTE StyleOf(const controls::ToolBar::Button& button) {
   return static_cast<BYTE>(button.DropDown ? style | BTNS_DROPDOWN : style);
 }
 
-/// The cool bar; the toolbar and the second band's box are windows inside it.
+/// A cool bar; the toolbar and the box of the second band are its children.
 class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
  public:
   ToolBarWindow(FormWindow& form, controls::ToolBar& bar) : Peer(form, bar), bar_(bar) {
@@ -37,7 +37,7 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
            RBS_VARHEIGHT | RBS_FIXEDORDER | CCS_NODIVIDER | CCS_NOPARENTALIGN | CCS_NORESIZE |
                WS_CLIPCHILDREN,
            WS_EX_TOOLWINDOW | WS_EX_CONTROLPARENT);
-    // The themes' own background would show around the second band, which is plain.
+    // The theme's background would be visible around the second band, which has none.
     SetWindowTheme(Handle(), L"", L"");
     MakeToolBar();
     OnFormResized();
@@ -104,8 +104,8 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
 
  private:
   void MakeToolBar() {
-    // Not in the tab order, as toolbars are: its commands have keys and menus of their own, and the
-    // focus stays on what they act on.
+    // Not in the tab order, as usual for toolbars: the commands have keys and menus, and the focus
+    // stays on their target.
     toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
                                WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT |
                                    TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
@@ -143,7 +143,7 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
     const SIZE least =
         LayOutLabelAndBox(label->Handle(), box->Handle(), Owner().Font(), CurrentScale(), width);
     SetBandChild(kSecondBand, band_, least, 0);
-    // The first band is as wide as its buttons, the second takes the rest.
+    // The first band is as wide as its buttons; the second gets the rest.
     Send(RB_MINIMIZEBAND, kToolBarBand);
     Send(RB_MAXIMIZEBAND, kSecondBand, FALSE);
     OnFormResized();
@@ -196,7 +196,7 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
   controls::ToolBar& bar_;
   UniqueImageList images_;
   HWND toolbar_ = nullptr;
-  HWND band_ = nullptr;  ///< holds the second band's label and box; null without one
+  HWND band_ = nullptr;  ///< parent of the label and box in the second band; null without one
 };
 
 }  // namespace

@@ -55,7 +55,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
         node.SelectedImageIndex > 0 ? node.SelectedImageIndex - 1 : insert.item.iImage;
     const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
     items_[&node] = item;
-    // Without children its parent could not show that it is expanded.
+    // An item can be expanded only after it has children.
     const bool isFirst =
         Send(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(insert.hParent)) ==
         reinterpret_cast<LRESULT>(item);
@@ -104,7 +104,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
         return 0;
       case NM_RCLICK:
         OnRightClick();
-        return 1;  // no WM_CONTEXTMENU: the form shows its menu itself
+        return 1;  // suppresses WM_CONTEXTMENU: the form shows its menu itself
       case TVN_KEYDOWN:
         tree_.UserPresses(static_cast<std::int16_t>(reinterpret_cast<NMTVKEYDOWN&>(header).wVKey),
                           HeldKeys());
@@ -117,7 +117,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     UniqueImageList former =
         std::exchange(images_, DrawImageList(tree_.Images(), CurrentScale().Units(16)));
     Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.Get()));
-    Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // anew, from the font and the pictures
+    Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(-1));  // reset to the default for font and images
     const auto height = Send(TVM_GETITEMHEIGHT);
     Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + CurrentScale().Units(3)));
   }
@@ -133,7 +133,8 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     return std::nullopt;
   }
   void AfterMessage(UINT message) override {
-    // With the focus the system's tree selects its first item, which the user did not choose.
+    // When it gets the focus, the system's tree view selects its first item, which the user did not
+    // select.
     if (message == WM_SETFOCUS && !tree_.SelectedNode()) SelectionChanged();
   }
 
@@ -143,7 +144,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     return found == items_.end() ? nullptr : found->second;
   }
   static controls::TreeNode* NodeOf(LPARAM data) { return reinterpret_cast<TreeNode*>(data); }
-  /// The node on whose picture or text the point lies, in pixels of the tree.
+  /// The node whose image or text is at the point. \param place pixels in the tree view
   controls::TreeNode* NodeAt(POINT place) const {
     TVHITTESTINFO test{};
     test.pt = place;
@@ -168,21 +169,22 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     if (changing_ > 0 || change.action == TVC_UNKNOWN) return;
     TreeNode* node = NodeOf(change.itemNew.lParam);
     if (!change.itemNew.hItem || !node) return;
-    // Some trees select before they tell of the click, some after.
+    // The order of TVN_SELCHANGED and NM_CLICK differs between implementations.
     if (change.action == TVC_BYMOUSE && std::exchange(clickReported_, true)) return;
     tree_.UserClicks(*node);
   }
   void OnLeftClick() {
     const POINT place = Pointer(Handle());
     TreeNode* node = NodeAt(place);
-    // Selecting it has been reported; a click on the selected node is one all the same.
+    // Already reported if the click changed the selection; a click on the selected node is reported
+    // too.
     if (node && !std::exchange(clickReported_, true)) tree_.UserClicks(*node);
     Release(MouseButton::Left, place);
   }
   void OnRightClick() {
     const POINT place = Pointer(Handle());
     TreeNode* node = NodeAt(place);
-    // Beside the nodes there is no menu, also when the keyboard chose one since the last click.
+    // No menu outside the nodes, even if a node was selected by keyboard since the last click.
     if (!node) return;
     SetFocus(Handle());
     tree_.Select(node);
@@ -193,15 +195,15 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     TreeNode* node = tree_.SelectedNode();
     if (!node) return;
     RECT text{};
-    // The tree takes the item in the place of its answer.
+    // TVM_GETITEMRECT reads the item from the start of the result buffer.
     const HTREEITEM item = ItemOf(*node);
     std::memcpy(&text, &item, sizeof(HTREEITEM));
     Send(TVM_GETITEMRECT, TRUE, &text);
     tree_.UserClicks(*node);
     Release(MouseButton::Right, {text.left, text.bottom});
   }
-  /// Without a selected node the system's tree moves nowhere. \return whether the key chose the
-  /// first node.
+  /// The system's tree view does not navigate without a selected node; selects the first one.
+  /// \return whether it did
   bool Enter(WPARAM key) {
     constexpr WPARAM kWays[] = {VK_DOWN, VK_UP, VK_HOME, VK_END, VK_PRIOR, VK_NEXT, VK_RIGHT};
     const bool isWay = std::find(std::begin(kWays), std::end(kWays), key) != std::end(kWays);
@@ -219,8 +221,8 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   controls::TreeView& tree_;
   UniqueImageList images_;
   std::unordered_map<const controls::TreeNode*, HTREEITEM> items_;
-  int changing_ = 0;            ///< more than 0 while the form, not the user, changes the tree
-  bool clickReported_ = false;  ///< since the left button went down
+  int changing_ = 0;            ///< > 0 while the program, not the user, changes the tree
+  bool clickReported_ = false;  ///< since the left button was pressed
 };
 
 }  // namespace

@@ -15,7 +15,7 @@ class UpDownWindow final : public Peer<controls::UpDownPeer> {
   }
 
   void OnFormRealised() override {
-    // Its own numbers count for nothing; only which way an arrow points.
+    // The control's own position is not used, only the direction of a step.
     Send(UDM_SETRANGE32, 0, 100);
     Send(UDM_SETPOS32, 0, 50);
     auto* buddy = dynamic_cast<ControlWindow*>(arrows_.Buddy().Display());
@@ -24,7 +24,7 @@ class UpDownWindow final : public Peer<controls::UpDownPeer> {
   std::optional<LRESULT> OnNotify(NMHDR& header) override {
     if (header.code != UDN_DELTAPOS) return std::nullopt;
     arrows_.UserSteps(reinterpret_cast<NMUPDOWN&>(header).iDelta > 0 ? 1 : -1);
-    return TRUE;  // it stays in the middle of its own range
+    return TRUE;  // keeps its position in the middle of the range
   }
 
  private:

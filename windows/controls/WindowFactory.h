@@ -6,7 +6,7 @@ namespace ktrv::windows {
 
 class FormWindow;
 
-/// Makes the windows of one form's controls, each in the source of the window.
+/// Creates the windows of a form's controls. Each Make is defined in the source of its window.
 class WindowFactory final : public controls::PeerFactory {
  public:
   explicit WindowFactory(FormWindow& form) : form_(form) {}
