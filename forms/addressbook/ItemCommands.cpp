@@ -20,7 +20,7 @@ constexpr StringView kProperties =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactProperties, Module: frmAddressBook";
 }  // namespace Context
 
-/// nullopt for a folder that the contact editor cannot take: it has 16 bits for the id.
+/// nullopt if the id is not a number or exceeds the 16 bits of the contact editor.
 std::optional<std::int16_t> ShortId(StringView id) {
   const auto number = ParseInteger(id);
   if (!number || *number < 0 || *number > std::numeric_limits<std::int16_t>::max()) return {};

@@ -102,7 +102,7 @@ void ItemDeletion::RemoveNode(const String& key) {
   if (controls::TreeNode* next = tree.SelectedNode()) {
     tree.UserClicks(*next);
   } else {
-    panes_.LoadContacts();  // the list may show what was deleted
+    panes_.LoadContacts();  // the list may show deleted items
   }
   // This click was not made with a mouse button, so it must not open a menu.
   panes_.Folders.TakeClick();
