@@ -16,23 +16,23 @@ enum class CursorLocation : std::int32_t { Server = 2, Client = 3 };
 enum class CursorType : std::int32_t { ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
 enum class LockType : std::int32_t { ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
 
-/// How a recordset is opened.
+/// Options of Recordset::Open.
 struct OpenOptions {
   CursorType Cursor = CursorType::ForwardOnly;
   LockType Lock = LockType::ReadOnly;
-  /// Fetches on a thread and a link of its own; Open returns at once, rows arrive in blocks on the
-  /// user-interface thread, each followed by FetchProgress, the last by FetchComplete.
+  /// Fetches on a separate thread and link. Open returns at once. Blocks of rows arrive on the
+  /// user-interface thread, each followed by FetchProgress; after the last one, FetchComplete.
   bool Async = false;
 };
 
-/// The rows of a query, with a current row. Rows that have come can be read while others are still
-/// being fetched. Movable, while events run too; belongs to the user-interface thread. Its methods
-/// may be called from its own events, which may also destroy or replace it.
+/// The rows of a query, with a current row. Rows can be read while others are still being fetched.
+/// Movable, also during a fetch. Use it on the user-interface thread only. Its methods may be
+/// called from its own events, which may also destroy or replace it.
 class Recordset {
  public:
-  /// \param progress rows fetched so far; \param maxProgress rows known to come, or the same.
+  /// \param progress rows fetched so far. \param maxProgress total rows if known, else the same
   using FetchProgressEvent = std::function<void(std::int64_t progress, std::int64_t maxProgress)>;
-  /// \param error the failure when status is ErrorsOccurred, else null.
+  /// \param error the failure if status is ErrorsOccurred, else null
   using FetchCompleteEvent = std::function<void(const Error* error, EventStatus status)>;
 
   explicit Recordset(Environment environment);
@@ -41,84 +41,82 @@ class Recordset {
   Recordset& operator=(Recordset&&) noexcept;
 
   CursorLocation Location = CursorLocation::Server;
-  /// Rows a block of an asynchronous fetch: the "Background Fetch Size". 1 or more.
+  /// Rows per block of an asynchronous fetch ("Background Fetch Size"); at least 1.
   std::int64_t BackgroundFetchSize = 1000;
   FetchProgressEvent FetchProgress;
   FetchCompleteEvent FetchComplete;
 
-  /// Opens on a link of its own made from the connection string. \throws Error ObjectOpen when
-  /// open, NoCommandText when the text is empty, the driver's otherwise (an asynchronous open
-  /// reports the driver's failures through FetchComplete instead, and stays open with the rows that
-  /// have come).
+  /// Opens on a link of its own. \throws Error ObjectOpen if open; NoCommandText for an empty text;
+  /// else the driver's. After an asynchronous open, failures of the driver are reported through
+  /// FetchComplete instead, and the recordset stays open with the rows fetched so far.
   void Open(StringView source, StringView connectionString, OpenOptions options = {});
 
-  /// Opens on the connection; an asynchronous fetch takes a link of its own to the same database.
+  /// Opens on the connection. An asynchronous fetch uses a link of its own to the same database.
   void Open(StringView source, Connection& connection, OpenOptions options = {});
 
-  /// Takes it off its connection; the rows stay readable. No update is possible any more.
+  /// Detaches from the connection. The rows stay readable; updates are no longer possible.
   void Disconnect();
 
-  /// Stops a running fetch without waiting; the rows that have come stay. FetchComplete comes later
-  /// with status Cancelled.
+  /// Cancels a running fetch without waiting. Fetched rows stay. FetchComplete follows with status
+  /// Cancelled.
   void Cancel();
 
-  /// Closes and forgets the rows. No event of the fetch that ran arrives any more.
-  /// \throws Error ObjectClosed when closed.
+  /// Closes and releases the rows. No more events of its fetch follow. \throws Error ObjectClosed
+  /// if closed
   void Close();
 
-  ObjectState State() const;  ///< Fetching while rows are still to come.
+  ObjectState State() const;  ///< Fetching while the fetch is running.
 
-  // Reading through the current row. All throw ObjectClosed when closed.
-  bool EndOfFile() const;        ///< behind the last row that has come
-  bool BeginningOfFile() const;  ///< no row has come
-  // A move first writes what is pending in the current row, as Update does.
-  void MoveFirst();  ///< \throws Error NoCurrentRecord when no row has come
-  void MoveNext();   ///< \throws Error NoCurrentRecord when already behind the last row
-  void MoveTo(std::int64_t row);  ///< 0-based. \throws Error NoCurrentRecord outside the rows
+  // Reading the current row. All throw ObjectClosed if closed.
+  bool EndOfFile() const;        ///< after the last row fetched so far
+  bool BeginningOfFile() const;  ///< no row fetched yet
+  // A move first calls Update for pending changes of the current row.
+  void MoveFirst();               ///< \throws Error NoCurrentRecord if there is no row
+  void MoveNext();                ///< \throws Error NoCurrentRecord if already after the last row
+  void MoveTo(std::int64_t row);  ///< 0-based. \throws Error NoCurrentRecord out of range
 
-  /// Value in the current row of the column of this name, regardless of case.
-  /// \throws Error ItemNotFound, NoCurrentRecord
+  /// The value of a column in the current row. Column names are case-insensitive. \throws Error
+  /// ItemNotFound, NoCurrentRecord
   Variant Field(StringView name) const;
 
-  /// Changes the value in the current row until Update. \throws Error NotUpdatable, ItemNotFound,
-  /// NoCurrentRecord, DataConversion when the value does not fit the column's type
+  /// Sets a pending value in the current row, until Update. \throws Error NotUpdatable,
+  /// ItemNotFound, NoCurrentRecord; DataConversion if the value does not fit the column's type
   void SetField(StringView name, const Variant& value);
 
-  // Reading without moving, for lists.
-  std::int64_t RecordCount() const;  ///< rows that have come
+  // Random access, for lists.
+  std::int64_t RecordCount() const;  ///< rows fetched so far
   const std::vector<Column>& Columns()
       const;  ///< empty until the first rows of an asynchronous fetch
   std::optional<std::size_t> ColumnIndex(StringView name) const;
-  /// The cell's text; nothing when null. Valid until Close. \pre row and column are in range.
+  /// The text of a cell; nullopt for null. Valid until Close. \pre row and column are in range
   std::optional<StringView> CellText(std::int64_t row, std::size_t column) const;
 
   /// Adds an empty row and makes it current. \throws Error NotUpdatable
   void AddNew();
 
-  /// Writes the changed fields of the current row to the table that the query named: an insert
-  /// after AddNew, with the id read back in one transaction where the engine has them, else an
-  /// update that finds the row by its key and by the values that the fields which were set had when
-  /// it was read, set to the same or not. \throws Error RowChanged when one of them has another
-  /// value now, RowGone when the row is gone, else the driver's; the pending values stay.
+  /// Writes the pending values to the table of the query. After AddNew: an insert, with the id read
+  /// back, in one transaction if the engine supports it. Otherwise an update with optimistic
+  /// locking: it finds the row by its key and by the old values of all fields that were set, also
+  /// of those set to the same value. \throws Error RowChanged if an old value has changed; RowGone
+  /// if the row no longer exists; else the driver's. The pending values stay then.
   void Update();
   void CancelUpdate();
 
-  /// What became of a new row whose Update failed: whether nobody knows if it is stored, because
-  /// it was sent and could not be undone. Before it is sent again, FindAdded must look for it. An
-  /// Update within a transaction is undone by that; what it says counts.
+  /// Whether it is unknown if the new row of a failed Update is stored, because it was sent and
+  /// could not be rolled back. Before a second attempt, look for it with FindAdded. Inside an outer
+  /// transaction, that transaction's outcome decides.
   bool IsInDoubt() const;
-  /// The new row that Update was last to add; good for as long as wanted.
+  /// The row of the last insert by Update; a copy.
   NewRow AddedRow() const;
-  /// Looks for a row that holds what the new one was to hold, and makes it current, as Update would
-  /// have done. \return false when there is none. \throws Error
+  /// Searches for a row with the values of the new one. If found, makes it current, as Update would
+  /// have done. \return false if there is none. \throws Error
   bool FindAdded(const NewRow& row);
 
-  /// Reads the current row and all its values again from the database; after an insert by the id
-  /// that the engine assigned. \throws Error RowGone when it is gone.
+  /// Reads the current row again; after an insert, by the id that the engine assigned. \throws
+  /// Error RowGone if it no longer exists
   void Resync();
 
-  /// Takes the whole result of a statement that was executed; stays closed when it has none.
-  /// \pre closed
+  /// Reads the whole result of an executed statement. Stays closed if it has none. \pre closed
   void ReadAll(Statement& statement);
 
  private:
@@ -128,7 +126,7 @@ class Recordset {
   Contents& Opened() const;
 
   Environment environment_;
-  std::unique_ptr<Contents> contents_;  // null when closed
+  std::unique_ptr<Contents> contents_;  // null: closed
 };
 
 }  // namespace ktrv::database
