@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <optional>
@@ -11,6 +10,7 @@
 #include <utility>
 #include <variant>
 
+#include "database/Canceller.h"
 #include "database/Threads.h"
 
 namespace ktrv::database {
@@ -26,7 +26,6 @@ struct Ended {
 using Item = std::variant<std::vector<Column>, std::unique_ptr<RowBlock>, Ended>;
 
 constexpr std::chrono::milliseconds kPatience{100};
-constexpr int kMostCancels = 8;  // at intervals that double: some 25 seconds
 
 }  // namespace
 
@@ -34,26 +33,26 @@ constexpr int kMostCancels = 8;  // at intervals that double: some 25 seconds
 /// time and hands over one item, so a slow user interface is neither flooded nor held up.
 class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> {
  public:
-  Exchange(std::function<void(std::function<void()>)> post, Receiver& receiver)
-      : post_(std::move(post)), receiver_(&receiver) {}
+  Exchange(std::function<void(std::function<void()>)> post, std::shared_ptr<ThreadState> thread,
+           Receiver& receiver)
+      : post_(std::move(post)), thread_(std::move(thread)), receiver_(&receiver) {}
 
   // On the fetching thread.
 
   /// Makes the statement the one to be cancelled. \return false when nobody wants the rows any
-  /// more.
+  /// more. \throws std::system_error, std::bad_alloc
   bool Begin(Statement& statement) {
-    const std::lock_guard lock(mutex_);
-    statement_ = &statement;
-    return !givenUp_;
+    {
+      const std::lock_guard lock(mutex_);
+      if (givenUp_) return false;
+    }
+    canceller_->Begin(statement);
+    canceller_->StartThread();
+    return true;
   }
 
   /// To be called before the statement ends. Waits for a cancel that is under way.
-  void End() {
-    std::unique_lock lock(mutex_);
-    statement_ = nullptr;
-    changed_.notify_all();
-    changed_.wait(lock, [this] { return !cancelling_; });
-  }
+  void End() { canceller_->End(); }
 
   /// \return false when nobody wants the rows any more.
   bool Hand(Item item) {
@@ -77,11 +76,14 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 
   /// Never waits for the database.
   void GiveUp() {
-    std::unique_lock lock(mutex_);
-    items_.clear();
-    end_.reset();
-    if (std::exchange(givenUp_, true) || !statement_) return;
-    if (!StartCancelling()) CancelOnce(lock);
+    {
+      const std::lock_guard lock(mutex_);
+      items_.clear();
+      end_.reset();
+      if (std::exchange(givenUp_, true)) return;
+    }
+    thread_->GivenUp = ThreadState::Clock::now();
+    canceller_->Tell();
   }
 
   void Cancel() {
@@ -100,45 +102,6 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
  private:
-  /// Cancels on a thread of its own, because some drivers connect anew for it, and some wait for
-  /// the statement. \return false when there is no thread to be had
-  bool StartCancelling() noexcept {
-    try {
-      auto ended = std::make_shared<std::atomic<bool>>(false);
-      Threads::OfProcess().Start(
-          [mark = Threads::EndMark(ended), self = shared_from_this()]() mutable {
-            self->CancelUntilEnded();
-            self.reset();  // before the mark, behind which the driver may go away
-          },
-          ended);
-      return true;
-    } catch (...) {
-      return false;
-    }
-  }
-
-  /// More than once, because an engine that was told before it had begun does not remember it.
-  void CancelUntilEnded() noexcept {
-    std::unique_lock lock(mutex_);
-    auto patience = kPatience;
-    for (int tries = 0; tries < kMostCancels && statement_; ++tries) {
-      CancelOnce(lock);
-      changed_.wait_for(lock, patience, [this] { return !statement_; });
-      patience *= 2;
-    }
-  }
-
-  /// The lock is given up meanwhile: who waits for it may be the user.
-  void CancelOnce(std::unique_lock<std::mutex>& lock) noexcept {
-    cancelling_ = true;
-    Statement& statement = *statement_;
-    lock.unlock();
-    statement.Cancel();
-    lock.lock();
-    cancelling_ = false;
-    changed_.notify_all();
-  }
-
   void PostDelivery() {
     try {
       post_([self = shared_from_this()] { self->Deliver(); });
@@ -212,16 +175,15 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   }
 
   const std::function<void(std::function<void()>)> post_;
+  const std::shared_ptr<ThreadState> thread_;
+  const std::shared_ptr<Canceller> canceller_ = std::make_shared<Canceller>();
   Receiver* receiver_;  // of the user-interface thread alone
 
   std::mutex mutex_;
-  std::condition_variable changed_;  // statement_ or cancelling_
   std::deque<Item> items_;
   std::optional<Ended> end_;  // follows the items; needs no memory of its own
   bool posted_ = false;       // a closure is under way
   bool givenUp_ = false;
-  Statement* statement_ = nullptr;
-  bool cancelling_ = false;  // the statement must not end
 };
 
 /// What the thread runs. Its members end in reverse: the mark comes last, behind everything that
@@ -229,8 +191,9 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 class BackgroundFetch::Worker {
  public:
   Worker(const Environment& environment, DatabaseAddress address, String text,
-         std::size_t blockRows, std::shared_ptr<Exchange> exchange, EndFlag ended)
-      : endMark_(std::move(ended)),
+         std::size_t blockRows, std::shared_ptr<Exchange> exchange,
+         std::shared_ptr<ThreadState> state)
+      : endMark_(std::move(state)),
         environment_(environment),
         address_(std::move(address)),
         text_(std::move(text)),
@@ -250,8 +213,10 @@ class BackgroundFetch::Worker {
 
  private:
   void Fetch() const {
+    Threads::OfProcess().PassUnlessManyHang();
     const auto link = address_.Open(environment_);
     const auto statement = link->Prepare(text_, {});
+    statement->LiftTimeLimit();
     struct Ending {
       Exchange& Of;
       ~Ending() { Of.End(); }
@@ -275,11 +240,11 @@ class BackgroundFetch::Worker {
 };
 
 BackgroundFetch::BackgroundFetch(const Environment& environment, DatabaseAddress address,
-                                 String text, std::size_t blockRows, Receiver& receiver)
-    : exchange_(std::make_shared<Exchange>(environment.Post, receiver)) {
-  auto ended = std::make_shared<std::atomic<bool>>(false);
+                                 String text, std::size_t blockRows, Receiver& receiver) {
+  auto state = std::make_shared<ThreadState>();
+  exchange_ = std::make_shared<Exchange>(environment.Post, state, receiver);
   Threads::OfProcess().Start(
-      Worker(environment, std::move(address), std::move(text), blockRows, exchange_, ended), ended);
+      Worker(environment, std::move(address), std::move(text), blockRows, exchange_, state), state);
 }
 
 BackgroundFetch::~BackgroundFetch() {

@@ -69,17 +69,17 @@ void LinkStore::Close() noexcept {
     if (watch) watch->Stopped = true;
   }
   stopped_.notify_all();
-  if (watch) Threads::OfProcess().Join(watch->Ended);
+  if (watch) Threads::OfProcess().Join(watch->State);
 }
 
 void LinkStore::StartWatch() {
   auto watch = std::make_shared<Watch>();
   Threads::OfProcess().Start(
-      [mark = Threads::EndMark(watch->Ended), self = shared_from_this(), watch]() mutable {
+      [mark = Threads::EndMark(watch->State), self = shared_from_this(), watch]() mutable {
         self->CloseInTime(*watch);
         self.reset();
       },
-      watch->Ended);
+      watch->State);
   watch_ = std::move(watch);
 }
 

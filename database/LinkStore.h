@@ -50,7 +50,7 @@ class LinkStore : public std::enable_shared_from_this<LinkStore> {
   };
   /// A thread of the store; runs from the first kept link until none is left.
   struct Watch {
-    EndFlag Ended = std::make_shared<std::atomic<bool>>(false);
+    std::shared_ptr<ThreadState> State = std::make_shared<ThreadState>();
     bool Stopped = false;
     bool Left = false;  ///< it closes no more links
   };

@@ -2,19 +2,27 @@
 
 #include <algorithm>
 
+#include "common/Error.h"
+
 namespace ktrv::database {
+namespace {
+
+constexpr std::ptrdiff_t kMostHanging = 32;
+constexpr std::chrono::seconds kHangs{2};  // behind what ends soon
+
+}  // namespace
 
 Threads& Threads::OfProcess() {
   static auto* const threads = new Threads;
   return *threads;
 }
 
-void Threads::Join(const EndFlag& ended) noexcept {
+void Threads::Join(const std::shared_ptr<ThreadState>& state) noexcept {
   std::list<Entry> joined;
   {
     const std::lock_guard lock(mutex_);
     const auto entry = std::find_if(threads_.begin(), threads_.end(),
-                                    [&](const Entry& each) { return each.Ended == ended; });
+                                    [&](const Entry& each) { return each.State == state; });
     if (entry == threads_.end()) return;
     joined.splice(joined.begin(), threads_, entry);
   }
@@ -27,9 +35,19 @@ std::size_t Threads::Count() {
   return threads_.size();
 }
 
+void Threads::PassUnlessManyHang() {
+  const std::lock_guard lock(mutex_);
+  const auto since = ThreadState::Clock::now() - kHangs;
+  const auto hanging = std::count_if(threads_.begin(), threads_.end(), [&](const Entry& each) {
+    return each.State->GivenUp.load() < since && !each.State->Ended;
+  });
+  if (hanging < kMostHanging) return;
+  throw Error(ErrorNumber::TimedOut, u"Too many calls of the database have not been answered");
+}
+
 void Threads::JoinEnded() {
   std::erase_if(threads_, [](Entry& entry) {
-    if (!*entry.Ended) return false;
+    if (!entry.State->Ended) return false;
     entry.Thread.join();
     return true;
   });

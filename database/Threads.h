@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <list>
@@ -11,8 +12,13 @@
 
 namespace ktrv::database {
 
-/// Tells that a thread has done its work, and all that it owned is gone.
-using EndFlag = std::shared_ptr<std::atomic<bool>>;
+/// What is known of a thread from outside.
+struct ThreadState {
+  using Clock = std::chrono::steady_clock;
+
+  std::atomic<bool> Ended = false;  ///< it has done its work, and all that it owned is gone
+  std::atomic<Clock::time_point> GivenUp = Clock::time_point::max();  ///< since when nobody waits
+};
 
 /// The threads of this process that the component started. They are never detached: the thread
 /// library that is linked into the DLL mixes up a thread that ends while it is being detached with
@@ -22,25 +28,25 @@ class Threads {
   /// Lives for ever: a thread that the end of the process stops must not be missed by a destructor.
   static Threads& OfProcess();
 
-  /// Sets a flag at its own end; what a thread owns has to be gone before.
+  /// Tells the thread's end at its own; what a thread owns has to be gone before.
   class EndMark {
    public:
-    explicit EndMark(EndFlag ended) : ended_(std::move(ended)) {}
+    explicit EndMark(std::shared_ptr<ThreadState> state) : state_(std::move(state)) {}
     ~EndMark() {
-      if (ended_) *ended_ = true;
+      if (state_) state_->Ended = true;
     }
     EndMark(EndMark&&) noexcept = default;
 
    private:
-    EndFlag ended_;
+    std::shared_ptr<ThreadState> state_;
   };
 
-  /// \param work owns an EndMark of the flag. \throws std::system_error, std::bad_alloc
+  /// \param work owns an EndMark of the state. \throws std::system_error, std::bad_alloc
   template <class Work>
-  void Start(Work work, EndFlag ended) {
+  void Start(Work work, std::shared_ptr<ThreadState> state) {
     const std::lock_guard lock(mutex_);
     JoinEnded();
-    threads_.push_back({{}, std::move(ended)});
+    threads_.push_back({{}, std::move(state)});
     try {
       threads_.back().Thread = std::thread(std::move(work));
     } catch (...) {
@@ -49,15 +55,19 @@ class Threads {
     }
   }
 
-  /// Waits for the thread of this flag, if it is still there.
-  void Join(const EndFlag& ended) noexcept;
+  /// Waits for the thread of this state, if it is still there.
+  void Join(const std::shared_ptr<ThreadState>& state) noexcept;
 
   std::size_t Count();
+
+  /// \throws Error when as many threads as may be hang: their work was given up some time ago, and
+  /// their databases hold them up. Nothing that may become one more is begun then.
+  void PassUnlessManyHang();
 
  private:
   struct Entry {
     std::thread Thread;
-    EndFlag Ended;
+    std::shared_ptr<ThreadState> State;
   };
 
   void JoinEnded();

@@ -72,7 +72,7 @@ TEST_P(ThreadsOfTaskTest, NothingIsLostOrUnsaidWhenAThreadDoesNotStart) {
             << red << std::endl;
 }
 
-TEST(ThreadTest, AQueryIsNotLeftRunningWhenTheThreadThatGoesOnToCancelItDoesNotStart) {
+TEST(ThreadTest, AQueryIsNotLeftRunningWhereNoThreadStartsWhenItIsGivenUp) {
   DriverCall query;
   {
     Stage stage(u"SQL");
@@ -93,7 +93,8 @@ TEST(ThreadTest, AQueryIsNotLeftRunningWhenTheThreadThatGoesOnToCancelItDoesNotS
   ASSERT_TRUE(stage.driver.IsHanging());
   FailingThreads::FailAt(1);
   stage.Do([&] { window->UserCloses(); });
-  EXPECT_TRUE(FailingThreads::HasFailed());
+  // The one that cancels was there before, as it may not be the user's.
+  EXPECT_FALSE(FailingThreads::HasFailed());
   FailingThreads::FailAt(0);
   EXPECT_EQ(stage.Escaped, 0);
   EXPECT_TRUE(WaitForFetches());

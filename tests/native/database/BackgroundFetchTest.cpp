@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <new>
+#include <thread>
 
 #include "tests/native/support/FakeDriver.h"
 #include "tests/native/support/TestDispatcher.h"
@@ -81,6 +82,33 @@ TEST_F(BackgroundFetchTest, ColumnsThatCannotBeStoredAreNoCompleteLoad) {
   LetEverythingArrive();
   EXPECT_EQ(ends, std::vector{EventStatus::ErrorsOccurred});
   EXPECT_EQ(blocks, 0);
+}
+
+TEST_F(BackgroundFetchTest, NoneBeginsWhileManyThatWereGivenUpHang) {
+  constexpr int kMany = 32;
+  driver.FetchGate.Close();
+  driver.CancelGate.Close();
+  for (int number = 0; number < kMany; ++number) {
+    Fetch(20);
+    ASSERT_TRUE(dispatcher.RunUntil([&] { return driver.FetchGate.Waiting() > number; }));
+    fetch.reset();
+  }
+  Fetch(20);
+  ASSERT_TRUE(dispatcher.RunUntil([&] { return driver.FetchGate.Waiting() > kMany; }))
+      << "those that were given up just now may end at once";
+  fetch.reset();
+  std::this_thread::sleep_for(std::chrono::milliseconds(2100));
+  Fetch(20);
+  ASSERT_TRUE(RunToEnd());
+  EXPECT_EQ(ends, std::vector{EventStatus::ErrorsOccurred});
+  EXPECT_EQ(failure, ErrorNumber::TimedOut);
+  driver.CancelGate.Open();
+  driver.FetchGate.Open();
+  LetEverythingArrive();
+  ends.clear();
+  Fetch(20);
+  ASSERT_TRUE(RunToEnd());
+  EXPECT_EQ(ends, std::vector{EventStatus::Ok});
 }
 
 TEST_F(BackgroundFetchTest, ClosureThatCannotBePostedLosesNoRows) {
