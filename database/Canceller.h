@@ -9,23 +9,23 @@
 
 namespace ktrv::database {
 
-/// Cancels a statement from a thread of its own: some drivers connect anew for it, and some wait
-/// for the statement, so that nobody who must not wait may cancel one.
+/// Cancels a statement on a separate thread: a driver's cancel may block, because it opens a new
+/// connection or waits for the statement.
 class Canceller : public std::enable_shared_from_this<Canceller> {
  public:
-  /// The statement is the one to be cancelled from here on.
+  /// Sets the statement to cancel.
   void Begin(Statement& statement);
-  /// To be called before the statement ends. Waits for a cancel that is under way.
+  /// Must be called before the statement is destroyed. Waits for a running cancel.
   void End();
 
-  /// The thread that will cancel when it is told to, until End. \throws std::system_error,
+  /// Starts the thread. It waits for Tell, and ends with End. \throws std::system_error,
   /// std::bad_alloc
   void StartThread();
-  /// Tells it; neither waits nor fails. It cancels more than once, because an engine that was told
-  /// before it had begun does not remember it, at intervals that double, and ends after a few.
+  /// Makes the thread cancel. Does not block. The thread repeats the cancel a few times at doubling
+  /// intervals, because engines ignore a cancel that arrives before the statement.
   void Tell() noexcept;
 
-  /// Cancels once, and waits for it. Nothing behind End.
+  /// Cancels once on the calling thread. No effect after End.
   void Cancel() noexcept;
 
  private:
@@ -35,7 +35,7 @@ class Canceller : public std::enable_shared_from_this<Canceller> {
   std::mutex mutex_;
   std::condition_variable changed_;
   Statement* statement_ = nullptr;
-  int cancelling_ = 0;  // calls of its Cancel; the statement must not end
+  int cancelling_ = 0;  // running calls of its Cancel
   bool told_ = false;
 };
 

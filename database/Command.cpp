@@ -6,6 +6,14 @@
 #include "database/DataError.h"
 
 namespace ktrv::database {
+namespace {
+
+/// Whether the statement was cancelled at its time limit; then it cannot be executed again.
+bool WasCancelled(const Error& error) {
+  return error.Number() == ErrorNumber::TimedOut;
+}
+
+}  // namespace
 
 void Command::SetActiveConnection(Connection* connection) {
   connection_ = connection;
@@ -29,10 +37,15 @@ Recordset Command::Execute(std::vector<Variant> values) {
   if (Trim(text_).empty()) throw DataError(ErrorNumber::NoCommandText);
   Convert(values);
   Statement& statement = Prepare(connection_->LiveLink());
-  statement.Execute(values);
-  recordsAffected_ = statement.RowsAffected();
   Recordset result(connection_->Surroundings());
-  result.ReadAll(statement);
+  try {
+    statement.Execute(values);
+    recordsAffected_ = statement.RowsAffected();
+    result.ReadAll(statement);
+  } catch (const Error& error) {
+    if (WasCancelled(error)) statement_ = {};
+    throw;
+  }
   connection_->StatementWorked();
   return result;
 }
@@ -53,6 +66,7 @@ Command::Together Command::ExecuteTogether(std::vector<std::vector<Variant>> row
   try {
     if (!statement.ExecuteAll(rows)) return Together::CannotRun;
   } catch (const Error& error) {
+    if (WasCancelled(error)) statement_ = {};
     try {
       link->Get().RollBackToMark();
     } catch (const Error&) {

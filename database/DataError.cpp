@@ -30,6 +30,8 @@ StringView Description(std::int32_t number) {
       return u"Operation has been cancelled by the user.";
     case ErrorNumber::NoCommandText:
       return u"Command text was not set for the command object.";
+    case ErrorNumber::TimedOut:
+      return u"Query timeout expired";
     case ErrorNumber::RowChanged:
       return u"Row cannot be located for updating. Some values may have been changed since it was "
              u"last read.";

@@ -6,6 +6,9 @@
 namespace ktrv::database {
 namespace {
 
+constexpr StringView kQuestion = u"SELECT 1";
+constexpr StringView kQuestionOfOracle = u"SELECT 1 FROM DUAL";
+
 /// As PostgreSQL keeps names without quotes: in small letters.
 String InSmallLetters(StringView text) {
   String name(text);
@@ -116,12 +119,16 @@ bool Answers(Link& link) {
   if (engine == Engine::Sqlite || engine == Engine::Other) return true;
   try {
     const auto statement =
-        link.Prepare(engine == Engine::Oracle ? u"SELECT 1 FROM DUAL" : u"SELECT 1", {});
+        link.Prepare(engine == Engine::Oracle ? kQuestionOfOracle : kQuestion, {});
     statement->Execute({});
     return statement->Fetch(1) != nullptr;
   } catch (const Error&) {
     return false;
   }
+}
+
+bool IsQuestion(StringView text) {
+  return text == kQuestion || text == kQuestionOfOracle;
 }
 
 bool CanReadLastInsertedId(Link& link, StringView table, StringView column) {

@@ -23,6 +23,9 @@ inline constexpr std::chrono::milliseconds kIdle{100};
 /// reached, and of an engine that the component does not know nothing is asked.
 bool Answers(Link& link);
 
+/// Whether the text is the query of Answers.
+bool IsQuestion(StringView text);
+
 /// Whether ReadLastInsertedId can tell the id of a new row of the table. \throws Error
 bool CanReadLastInsertedId(Link& link, StringView table, StringView column);
 

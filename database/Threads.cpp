@@ -8,7 +8,7 @@ namespace ktrv::database {
 namespace {
 
 constexpr std::ptrdiff_t kMostHanging = 32;
-constexpr std::chrono::seconds kHangs{2};  // behind what ends soon
+constexpr std::chrono::seconds kHangs{2};  // longer than a usual cancel takes
 
 }  // namespace
 

@@ -12,12 +12,12 @@
 
 namespace ktrv::database {
 
-/// What is known of a thread from outside.
+/// The state of a thread.
 struct ThreadState {
   using Clock = std::chrono::steady_clock;
 
-  std::atomic<bool> Ended = false;  ///< it has done its work, and all that it owned is gone
-  std::atomic<Clock::time_point> GivenUp = Clock::time_point::max();  ///< since when nobody waits
+  std::atomic<bool> Ended = false;  ///< it has destroyed everything that it owned
+  std::atomic<Clock::time_point> GivenUp = Clock::time_point::max();  ///< when it was abandoned
 };
 
 /// The threads of this process that the component started. They are never detached: the thread
@@ -60,8 +60,8 @@ class Threads {
 
   std::size_t Count();
 
-  /// \throws Error when as many threads as may be hang: their work was given up some time ago, and
-  /// their databases hold them up. Nothing that may become one more is begun then.
+  /// To be called before a call that may hang. \throws Error if too many threads hang: they were
+  /// abandoned some time ago and are still running.
   void PassUnlessManyHang();
 
  private:

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "database/DataError.h"
+#include "database/Engines.h"
+#include "database/TimeLimits.h"
 #include "database/ado/Columns.h"
 #include "database/ado/Constants.h"
 #include "database/ado/SafeArray.h"
@@ -12,7 +14,9 @@
 namespace ktrv::database::ado {
 
 AdoStatement::AdoStatement(const AdoLink& link, String text, std::span<const Parameter> parameters)
-    : link_(link), text_(std::move(text)), parameters_(parameters.begin(), parameters.end()) {}
+    : link_(link), text_(std::move(text)), parameters_(parameters.begin(), parameters.end()) {
+  if (IsQuestion(text_)) longest_ = std::chrono::ceil<std::chrono::seconds>(TimeLimits().Answer);
+}
 
 AdoStatement::~AdoStatement() {
   CloseRows();
@@ -34,6 +38,11 @@ void AdoStatement::Execute(std::span<const Variant> values) {
   Run();
 }
 
+void AdoStatement::LiftTimeLimit() {
+  longest_ = std::chrono::seconds(0);
+  command_.Release();
+}
+
 bool AdoStatement::CommandTakes(std::span<const Variant> values) const {
   for (std::size_t index = 0; index < values.size(); ++index) {
     const bool takes = IsNull(values[index]) ||
@@ -52,6 +61,9 @@ void AdoStatement::MakeCommand(std::span<const Variant> values) {
   command.PutReference(L"ActiveConnection", link_.Connection());
   command.Put(L"CommandText", Value(StringView(text_)));
   command.Put(L"CommandType", Value(kCommandText));
+  if (longest_) {
+    command.Put(L"CommandTimeout", Value(static_cast<std::int32_t>(longest_->count())));
+  }
   // What has no parameters is run once as a rule, and some engines refuse to prepare definitions.
   command.Put(L"Prepared", Value(!parameters_.empty()));
   const Object collection = command.Part(L"Parameters");

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
+#include <optional>
 #include <vector>
 
 #include "database/ado/AdoLink.h"
@@ -15,6 +17,7 @@ class AdoStatement final : public Statement {
   ~AdoStatement() override;
 
   void Execute(std::span<const Variant> values) override;
+  void LiftTimeLimit() override;
   const std::vector<Column>& Columns() const override { return columns_; }
   std::int64_t RowsAffected() const override { return rowsAffected_; }
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override;
@@ -33,10 +36,11 @@ class AdoStatement final : public Statement {
   const AdoLink& link_;
   const String text_;
   const std::vector<Parameter> parameters_;
-  Object command_;                    // null before the first execution
-  std::vector<Object> arguments_;     // its parameters
-  std::vector<ParameterForm> forms_;  // theirs
-  Object rows_;                       // null when there are no more
+  std::optional<std::chrono::seconds> longest_;  // default of ADO if empty
+  Object command_;                               // null before the first execution
+  std::vector<Object> arguments_;                // its parameters
+  std::vector<ParameterForm> forms_;             // theirs
+  Object rows_;                                  // null when there are no more
   std::atomic<bool> cancelled_ = false;
   std::vector<Column> columns_;
   std::int64_t rowsAffected_ = -1;

@@ -1,6 +1,7 @@
 #include "database/odbc/ConnectionString.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace ktrv::database::odbc {
@@ -45,6 +46,23 @@ String Quoted(StringView value) {
   return quoted + u"}";
 }
 
+/// The keyword in upper case without blanks and underscores.
+String PlainName(StringView keyword) {
+  String plain = ToUpperAscii(keyword);
+  std::erase_if(plain, [](char16_t unit) { return unit == u' ' || unit == u'_'; });
+  return plain;
+}
+
+/// The value as a number of seconds; empty if it is not one.
+std::optional<std::chrono::seconds> SecondsOf(StringView value) {
+  constexpr std::size_t kDigits = 6;  // some days
+  const auto isDigit = [](char16_t unit) { return unit >= u'0' && unit <= u'9'; };
+  if (value.empty() || value.size() > kDigits || !std::ranges::all_of(value, isDigit)) return {};
+  std::int64_t seconds = 0;
+  for (const char16_t unit : value) seconds = 10 * seconds + (unit - u'0');
+  return std::chrono::seconds(seconds);
+}
+
 bool HasKeyword(StringView connectionString, StringView keyword) {
   while (!connectionString.empty()) {
     if (EqualsIgnoringCase(TakePair(connectionString).first, keyword)) return true;
@@ -83,6 +101,29 @@ String CompleteConnectionString(StringView connectionString, StringView user, St
   addDefault(u"NoCreat", u"1");
   addDefault(u"Timeout", u"3000");
   return complete;
+}
+
+TimeLimits TimeLimitsOf(StringView connectionString, TimeLimits otherwise) {
+  constexpr StringView kOpening[] = {u"CONNECTTIMEOUT", u"CONNECTIONTIMEOUT", u"CONNTIMEOUT",
+                                     u"LOGINTIMEOUT"};
+  constexpr StringView kStatement[] = {u"COMMANDTIMEOUT", u"QUERYTIMEOUT"};
+  TimeLimits limits = otherwise;
+  while (!connectionString.empty()) {
+    const auto [keyword, value] = TakePair(connectionString);
+    const auto seconds = SecondsOf(value);
+    if (!seconds) continue;
+    const String name = PlainName(keyword);
+    if (std::ranges::find(kOpening, name) != std::end(kOpening)) limits.Opening = *seconds;
+    if (std::ranges::find(kStatement, name) != std::end(kStatement)) limits.Statement = *seconds;
+  }
+  return limits;
+}
+
+std::chrono::seconds LongestForEachServer(StringView connectionString) {
+  const auto all = std::chrono::ceil<std::chrono::seconds>(TimeLimitsOf(connectionString).Opening);
+  if (all.count() == 0) return all;
+  const auto servers = std::ranges::count(KeywordValue(connectionString, u"Server"), u',') + 1;
+  return std::max(all / servers, std::chrono::seconds(1));
 }
 
 }  // namespace ktrv::database::odbc

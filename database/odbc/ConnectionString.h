@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Text.h"
+#include "database/TimeLimits.h"
 
 namespace ktrv::database::odbc {
 
@@ -16,5 +17,13 @@ String WithKeyword(StringView connectionString, StringView keyword, StringView v
 /// not create missing files (NoCreat), wait up to 3 seconds for a locked file. PostgreSQL: send
 /// arrays of parameters in batches of 500.
 String CompleteConnectionString(StringView connectionString, StringView user, StringView password);
+
+/// The time limits in the string, in whole seconds: "Connect Timeout", "Command Timeout" and the
+/// spellings of other libraries. \param otherwise limits that the string does not contain
+TimeLimits TimeLimitsOf(StringView connectionString, TimeLimits otherwise = {});
+
+/// The login timeout for a driver, which it applies to each server of the string in turn: their
+/// sum is the limit to connect. 0 means no limit.
+std::chrono::seconds LongestForEachServer(StringView connectionString);
 
 }  // namespace ktrv::database::odbc

@@ -10,6 +10,7 @@
 #include <sqlext.h>
 #include <sqlucode.h>
 
+#include <cstdint>
 #include <utility>
 
 #include "common/Text.h"
@@ -29,6 +30,11 @@ inline SQLWCHAR* Wide(StringView text) {
 
 inline SQLCHAR* Narrow(const std::string& text) {
   return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.data()));
+}
+
+/// A number where ODBC wants a pointer.
+inline SQLPOINTER Number(SQLULEN number) {
+  return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
 }
 
 /// One ODBC handle, freed at its end.

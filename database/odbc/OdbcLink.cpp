@@ -33,6 +33,11 @@ OdbcLink::OdbcLink(SQLHANDLE environment, StringView connectionString, StringVie
   const String complete = CompleteConnectionString(connectionString, user, password);
   // A Unix path means a Unix driver under Wine, whose connection string is UTF-8.
   const bool utf8 = KeywordValue(complete, u"Database").substr(0, 1) == u"/";
+  // The caller enforces the limit. With this a driver that supports it also ends its attempt.
+  SQLSetConnectAttr(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT,
+                    Number(static_cast<SQLULEN>(LongestForEachServer(complete).count())),
+                    SQL_IS_UINTEGER);
+  statementLimit_ = TimeLimitsOf(complete).Statement;
   SQLRETURN result = SQL_ERROR;
   if (utf8) {
     const std::string bytes = ToUtf8(complete);
@@ -91,6 +96,20 @@ StatementHandle OdbcLink::NewStatement() const {
   return StatementHandle(raw);
 }
 
+std::chrono::seconds OdbcLink::StatementLimit() const {
+  switch (engine_) {
+    case Engine::SqlServer:
+    case Engine::Oracle:
+    case Engine::Other:
+      return std::chrono::ceil<std::chrono::seconds>(statementLimit_);
+    case Engine::PostgreSql:  // would need a round trip for each change
+    case Engine::MySql:       // does not support it
+    case Engine::Sqlite:
+      break;
+  }
+  return std::chrono::seconds(0);
+}
+
 std::unique_ptr<Statement> OdbcLink::Prepare(StringView text,
                                              std::span<const Parameter> parameters) {
   return std::make_unique<OdbcStatement>(*this, RewriteForEngine(text, engine_), parameters);
@@ -137,9 +156,8 @@ std::int64_t OdbcLink::LastInsertedId(StringView table, StringView column) {
 }
 
 void OdbcLink::CommitEachStatement(bool each) {
-  const std::uintptr_t mode = each ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
-  Checked(SQLSetConnectAttr(connection_.Get(), SQL_ATTR_AUTOCOMMIT,
-                            reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER),
+  const SQLULEN mode = each ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
+  Checked(SQLSetConnectAttr(connection_.Get(), SQL_ATTR_AUTOCOMMIT, Number(mode), SQL_IS_UINTEGER),
           SQL_HANDLE_DBC, connection_.Get(), dialogue_);
 }
 

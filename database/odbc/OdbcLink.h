@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 
 #include "database/Driver.h"
@@ -35,6 +36,9 @@ class OdbcLink final : public Link {
   /// Whether a column can be read again in full after the bound buffer was too small for it.
   bool CanReadAgain() const { return canReadAgain_; }
 
+  /// The query timeout for statements, if the driver implements it; otherwise 0.
+  std::chrono::seconds StatementLimit() const;
+
   /// Whether the driver tells what a statement gives behind its first result.
   bool HasFurtherResults() const { return hasFurtherResults_; }
 
@@ -47,6 +51,7 @@ class OdbcLink final : public Link {
 
   ConnectionHandle connection_;
   Dialogue dialogue_;
+  std::chrono::milliseconds statementLimit_{};
   Engine engine_ = Engine::Other;
   bool canReadAgain_ = false;
   bool hasFurtherResults_ = false;

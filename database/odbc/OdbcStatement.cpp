@@ -68,11 +68,6 @@ bool FreesRowsWhenCancelled(Engine engine) {
   return engine == Engine::Sqlite || engine == Engine::MySql;
 }
 
-/// A number where ODBC wants a pointer.
-SQLPOINTER Number(SQLULEN number) {
-  return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
-}
-
 }  // namespace
 
 OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
@@ -83,6 +78,17 @@ OdbcStatement::OdbcStatement(const OdbcLink& link, String text,
       handle_(link.NewStatement()),
       arguments_(parameters.size()) {
   if (FreesRowsWhenCancelled(link.EngineKind())) interrupter_.emplace(link.NewStatement());
+  if (link.StatementLimit().count() != 0) LimitTime(link.StatementLimit());
+}
+
+void OdbcStatement::LiftTimeLimit() {
+  if (link_.StatementLimit().count() != 0) LimitTime(std::chrono::seconds(0));
+}
+
+/// Errors are ignored, because the caller enforces the limit too.
+void OdbcStatement::LimitTime(std::chrono::seconds longest) const {
+  SQLSetStmtAttr(handle_.Get(), SQL_ATTR_QUERY_TIMEOUT,
+                 Number(static_cast<SQLULEN>(longest.count())), SQL_IS_UINTEGER);
 }
 
 SQLRETURN OdbcStatement::Check(SQLRETURN result) const {

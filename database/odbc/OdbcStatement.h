@@ -22,6 +22,8 @@ class OdbcStatement final : public Statement {
 
   bool ExecuteAll(std::span<const std::vector<Variant>> rows) override;
 
+  void LiftTimeLimit() override;
+
   /// Execute up to the first result. What follows waits in ToNextResult.
   void ExecuteToFirstResult(std::span<const Variant> values);
   /// \return whether there is one more. \throws Error when a statement behind the first failed
@@ -43,6 +45,7 @@ class OdbcStatement final : public Statement {
   void DescribeColumns();
   void BindColumns();
   void CloseCursor() noexcept;
+  void LimitTime(std::chrono::seconds longest) const;
   void SetSetting(SQLINTEGER setting, SQLPOINTER value) const;
 
   const OdbcLink& link_;

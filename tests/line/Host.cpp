@@ -4,11 +4,11 @@
 #include <stdexcept>
 
 #include "database/Recordset.h"
+#include "database/odbc/ConnectionString.h"
 
 namespace ktrv::tests {
 namespace {
 
-constexpr int kContacts = 10000;
 constexpr int kGroups = 100;
 constexpr int kFirstGroup = 101;
 
@@ -27,13 +27,13 @@ void Insert(database::Connection& connection, StringView into, int rows, Row&& r
 
 }  // namespace
 
-void FillBook(database::Connection& connection) {
+void FillBook(database::Connection& connection, int contacts) {
   connection.Execute(u"INSERT INTO SMS_USERS VALUES (1, 'Admin', 1, 0, 0)");
   connection.Execute(
       u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, USER_ID, "
       u"REMOTE_CONTACTS_CATEGORY) VALUES (1, 'S', 'Lists', 0, 1, '')");
   Insert(connection, u"SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO)",
-         kContacts, [](int row) {
+         contacts, [](int row) {
            const String number = ToDecimal(row + 1);
            return number + u", 0, 'Name" + number + u"', '', 'Ek', '91', '98" + number + u"'";
          });
@@ -56,10 +56,20 @@ void FillBook(database::Connection& connection) {
   }
 }
 
-Host::Host(const String& connectionString)
-    : session_(screen_, system_,
-               {[this](StringView) -> database::Driver& { return driver_; },
-                screen_.Dispatcher.Post(), [this] { driver_.CloseKept(); }}),
+Host::Host(const String& connectionString, HostSettings settings)
+    : settings_(std::move(settings)),
+      limited_(
+          odbc_,
+          [this](StringView text) { return database::odbc::TimeLimitsOf(text, settings_.Limits); }),
+      session_(screen_, system_,
+               {[&driver = settings_.Through(driver_)](StringView) -> database::Driver& {
+                  return driver;
+                },
+                screen_.Dispatcher.Post(),
+                [this] {
+                  driver_.CloseKept();
+                  limited_.EndIdle();
+                }}),
       dialogs_(std::make_unique<Dialogs>(session_)),
       main_(std::make_unique<clsMain>(session_, *dialogs_)) {
   constexpr std::int32_t kAtServer = 1;
@@ -71,9 +81,9 @@ Host::Host(const String& connectionString)
 Host::~Host() = default;
 
 void Host::Require(bool done, const char* what) const {
-  const bool failed = system_.TextOf(u"log").find(u"Error Number") != String::npos;
-  if (!done || failed) {
-    throw std::runtime_error(what + (": " + ToUtf8(system_.TextOf(u"log"))));
+  const std::string log = Log();
+  if (!done || log.find("Error Number") != std::string::npos) {
+    throw std::runtime_error(what + (": " + log));
   }
 }
 
@@ -91,31 +101,58 @@ void Host::SaveContact() {
   Require(!contact_->IsLoaded(), "the contact was not saved");
 }
 
+void Host::OpenNewContact(const String& name) {
+  contact_ = std::make_unique<forms::frmNewContact>(session_.Place(), forms::ContactRequest{});
+  contact_->Load();
+  contact_->txtFname.SetText(name);
+  contact_->txtMobileno.SetText(u"98765");
+}
+
+void Host::SaveNewContact() {
+  contact_->cmdSave.UserClicks();
+  Require(!contact_->IsLoaded(), "the contact was not saved");
+}
+
+void Host::CloseEditors() {
+  contact_.reset();
+  group_.reset();
+}
+
+void Host::Forgive() {
+  forgiven_ = ToUtf8(system_.TextOf(u"log")).size();
+}
+
+bool Host::WaitUntil(const std::function<bool()>& condition) {
+  return screen_.Dispatcher.RunUntil(condition, settings_.Patience);
+}
+
 void Host::OpenAddressBook(const std::function<void()>& seen) {
   const bool opened = main_->LoadAddressBook(1) == 1;
   const forms::frmAddressBook& window = dialogs_->AddressBook();
-  screen_.WaitUntil([&] { return window.vsfContacts.Rows() > 1; });
+  WaitUntil([&] { return window.vsfContacts.Rows() > 1; });
   seen();
-  screen_.WaitUntil([&] { return !window.List().IsLoading(); });
-  Require(opened && window.vsfContacts.Rows() > kContacts, "the address book was not opened");
+  WaitUntil([&] { return !window.List().IsLoading(); });
+  Require(opened && window.vsfContacts.Rows() > settings_.Contacts,
+          "the address book was not opened");
 }
 
 void Host::ChooseNode(StringView key, int rows) {
   forms::frmAddressBook& window = dialogs_->AddressBook();
   controls::TreeNode* const node = window.tvwContacts.Find(key);
   Require(node != nullptr, "there is no such node");
-  window.tvwContacts.UserClicks(*node);
-  screen_.WaitUntil([&] { return !window.List().IsLoading(); });
+  // A click on the current node does not load it again.
+  window.Current().Key == key ? window.LoadContacts() : window.tvwContacts.UserClicks(*node);
+  WaitUntil([&] { return !window.List().IsLoading(); });
   Require(window.vsfContacts.Rows() == rows + 1, "the node was not listed");
 }
 
 void Host::CloseAddressBook() {
-  dialogs_->AddressBook().UserCloses();
+  if (dialogs_->AddressBook().IsLoaded()) dialogs_->AddressBook().UserCloses();
 }
 
 void Host::CompleteGroup() {
-  const bool came = screen_.WaitUntil(
-      [&] { return !group_->Sources().IsLoading() && !group_->Members().IsLoading(); });
+  const bool came =
+      WaitUntil([&] { return !group_->Sources().IsLoading() && !group_->Members().IsLoading(); });
   Require(came && group_->Members().IsComplete(), "the lists did not come");
 }
 
@@ -151,15 +188,15 @@ void Host::OpenPicker() {
 
 void Host::Expand() {
   group_->cmdOK.UserClicks();
-  Require(group_->Picked().value().Selected->Count() == 2 * kGroups,
-          "the groups were not expanded");
+  const auto picked = group_->Picked();
+  Require(picked && picked->Selected->Count() == 2 * kGroups, "the groups were not expanded");
   group_.reset();
 }
 
 void Host::OpenNewGroup() {
   ShowGroup({.GroupType = TypeOfGroup::SharedGroup});
   group_->cmdSelectAll.UserClicks();
-  Require(group_->vsfGroupContacts.Rows() == kContacts + 1, "the contacts were not taken");
+  Require(group_->vsfGroupContacts.Rows() == settings_.Contacts + 1, "the contacts were not taken");
 }
 
 int Host::PlaceOfMember(StringView id) const {

@@ -54,5 +54,33 @@ TEST(ConnectionString, SettingsThatAreGivenStay) {
   EXPECT_EQ(CompleteConnectionString(given, u"", u""), given);
 }
 
+TEST(ConnectionString, TimeLimitsAreAdosUnlessTheStringSaysOtherwise) {
+  using std::chrono::seconds;
+  const auto limits = [](StringView text) {
+    const TimeLimits found = TimeLimitsOf(text);
+    return std::pair(static_cast<int>(found.Opening / seconds(1)),
+                     static_cast<int>(found.Statement / seconds(1)));
+  };
+  EXPECT_EQ(limits(u"DSN=x"), std::pair(15, 30));
+  EXPECT_EQ(limits(u"DSN=x;Connect Timeout=5;Command Timeout = 7"), std::pair(5, 7));
+  EXPECT_EQ(limits(u"connectiontimeout=1;QUERYTIMEOUT=2;Server=x"), std::pair(1, 2));
+  EXPECT_EQ(limits(u"CONN_TIMEOUT=0;commandtimeout=0"), std::pair(0, 0));
+  EXPECT_EQ(limits(u"Login Timeout={9}"), std::pair(9, 30));
+  for (const StringView nonsense :
+       {u"Connect Timeout=", u"Connect Timeout=-1", u"Connect Timeout=5s", u"Timeout=5",
+        u"Connect Timeout=99999999999999999999", u"Pwd={a;Connect Timeout=5}"}) {
+    EXPECT_EQ(limits(nonsense), std::pair(15, 30)) << ToUtf8(nonsense);
+  }
+  EXPECT_EQ(TimeLimitsOf(u"DSN=x", {seconds(1), seconds(2)}).Statement, seconds(2));
+}
+
+TEST(ConnectionString, SeveralServersShareTheTimeOfOpening) {
+  using std::chrono::seconds;
+  EXPECT_EQ(LongestForEachServer(u"Server=a;Port=1"), seconds(15));
+  EXPECT_EQ(LongestForEachServer(u"Server=a,b;Port=1,2"), seconds(7));
+  EXPECT_EQ(LongestForEachServer(u"Server=a,b,c;Connect Timeout=2"), seconds(1));
+  EXPECT_EQ(LongestForEachServer(u"Server=a,b;Connect Timeout=0"), seconds(0));
+}
+
 }  // namespace
 }  // namespace ktrv::database::odbc

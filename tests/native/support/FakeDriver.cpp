@@ -132,7 +132,11 @@ class FakeDriver::FakeLink final : public Link {
     return driver_.hasTransactions_;
   }
 
-  void Commit() override { End(u"commit", driver_.commitFailure_); }
+  void Commit() override {
+    static const std::atomic<bool> kNever = false;
+    driver_.CommitGate.Pass(kNever);
+    End(u"commit", driver_.commitFailure_);
+  }
   void RollBack() override { End(u"roll back", driver_.rollBackFailure_); }
 
   const String ConnectionString;

@@ -48,6 +48,12 @@ CommandObject::CommandObject() : type_(kUnknownText) {
         if (V_VT(&arguments.At(0)) != VT_BOOL) throw Refusal(ErrorNumber::InvalidArgument);
         prepared_ = V_BOOL(&arguments.At(0)) != VARIANT_FALSE;
       });
+  Property(
+      L"CommandTimeout", [this] { return Value(timeout_); },
+      [this](const Arguments& arguments) {
+        if (arguments.Number(0) < 0) throw Refusal(ErrorNumber::InvalidArgument);
+        timeout_ = arguments.Number(0);
+      });
   Property(L"Parameters", [this] { return Value(static_cast<IDispatch*>(parameters_.Get())); });
   Method(L"CreateParameter", 0, 5,
          [this](const Arguments& arguments) { return CreateParameter(arguments); });

@@ -25,6 +25,7 @@ class CommandObject final : public ServerObject {
   const windows::ComPtr<ParametersObject> parameters_{new ParametersObject};
   String text_;
   std::int32_t type_;
+  std::int32_t timeout_ = 30;
   bool prepared_ = false;
 };
 

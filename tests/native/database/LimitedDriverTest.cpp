@@ -1,0 +1,222 @@
+#include "database/LimitedDriver.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <thread>
+
+#include "common/Error.h"
+#include "database/BackgroundFetch.h"
+#include "database/Command.h"
+#include "database/Engines.h"
+#include "database/KeepingDriver.h"
+#include "tests/native/support/FakeDriver.h"
+#include "tests/native/support/TestDispatcher.h"
+
+namespace ktrv::database {
+namespace {
+
+using namespace std::chrono_literals;
+using tests::FakeDriver;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kLimit{100};
+/// A machine that does much else, beside the second that a cancelled call has.
+constexpr std::chrono::seconds kInTime{10};
+
+struct LimitedDriverTest : testing::Test {
+  LimitedDriverTest() {
+    driver.Kind = Engine::PostgreSql;
+    driver.Answer(u"SELECT", {{u"ID", DataType::Integer}}, {{u"1"}, {u"2"}, {u"3"}});
+    driver.Changes(u"UPDATE", 1);
+  }
+  ~LimitedDriverTest() override {
+    for (tests::Gate* gate :
+         {&driver.OpenGate, &driver.FetchGate, &driver.CancelGate, &driver.CommitGate}) {
+      gate->Open();
+    }
+    limited.EndIdle();
+    EXPECT_TRUE(tests::WaitForFetches());
+    EXPECT_EQ(driver.LinksAlive(), 0);
+  }
+
+  std::unique_ptr<Link> Open() { return limited.Open(u"DSN=Book", {}, {}); }
+
+  /// The number of the failure of the action, which has to come in time; 0 when there is none.
+  template <class Action>
+  static std::int32_t FailureOf(Action&& action) {
+    const auto until = Clock::now() + kInTime;
+    std::int32_t number = 0;
+    try {
+      action();
+    } catch (const Error& error) {
+      EXPECT_FALSE(error.Description().empty());
+      number = error.Number();
+    }
+    EXPECT_LT(Clock::now(), until);
+    return number;
+  }
+  /// A line on which nothing comes any more, not even the end of a cancelled call.
+  void FallSilent() {
+    driver.FetchGate.Close();
+    driver.CancelGate.Close();
+  }
+  static void Read(Link& link) {
+    const auto statement = link.Prepare(u"SELECT ID FROM T", {});
+    statement->Execute({});
+    while (statement->Fetch(1)) {
+    }
+  }
+
+  FakeDriver driver;
+  TimeLimits limits{kLimit, kLimit, kLimit};
+  LimitedDriver limited{driver, [this](StringView) { return limits; }};
+};
+
+TEST_F(LimitedDriverTest, AStatementGivesWhatItsDriverGives) {
+  limits = {};
+  const auto link = Open();
+  const auto statement = link->Prepare(u"SELECT ID FROM T", {});
+  statement->Execute({});
+  ASSERT_EQ(statement->Columns().size(), 1U);
+  EXPECT_EQ(statement->Fetch(2)->Rows(), 2U);
+  EXPECT_EQ(statement->Fetch(2)->Rows(), 1U);
+  EXPECT_EQ(statement->Fetch(2), nullptr);
+  const auto update = link->Prepare(u"UPDATE T SET N = 1", {});
+  update->Execute({});
+  EXPECT_EQ(update->RowsAffected(), 1);
+  EXPECT_EQ(FailureOf([&] { link->Prepare(u"DROP", {})->Execute({}); }),
+            ErrorNumber::TableNotFound);
+}
+
+TEST_F(LimitedDriverTest, AnOpeningThatIsNotAnsweredFailsAndClosesWhatItMakesLate) {
+  driver.OpenGate.Close();
+  EXPECT_EQ(FailureOf([&] { Open(); }), ErrorNumber::TimedOut);
+  driver.OpenGate.Open();
+  EXPECT_TRUE(tests::WaitForFetches());
+  EXPECT_EQ(driver.Opened().size(), 1U);
+  EXPECT_EQ(driver.LinksAlive(), 0);
+}
+
+TEST_F(LimitedDriverTest, AnOpeningThatFailsTellsWhy) {
+  driver.FailOpen(Error(ErrorNumber::LoginFailed, u"no"));
+  EXPECT_EQ(FailureOf([&] { Open(); }), ErrorNumber::LoginFailed);
+}
+
+TEST_F(LimitedDriverTest, AStatementThatTakesTooLongIsCancelledAndTheLinkWorksOn) {
+  const auto link = Open();
+  driver.FetchGate.Close();
+  EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
+  EXPECT_GE(driver.Cancels(), 1);
+  driver.FetchGate.Open();
+  EXPECT_EQ(FailureOf([&] { Read(*link); }), 0);
+  EXPECT_EQ(driver.Opened().size(), 1U);
+}
+
+TEST_F(LimitedDriverTest, ACommandThatTookTooLongCanBeExecutedAgain) {
+  Connection connection({[this](StringView) -> Driver& { return limited; }, [](const auto&) {}});
+  connection.Open(u"DSN=Book");
+  Command command;
+  command.SetActiveConnection(&connection);
+  command.SetCommandText(u"SELECT ID FROM T");
+  driver.FetchGate.Close();
+  EXPECT_EQ(FailureOf([&] { command.Execute(); }), ErrorNumber::TimedOut);
+  driver.FetchGate.Open();
+  EXPECT_EQ(FailureOf([&] { command.Execute(); }), 0);
+  connection.Close();
+}
+
+TEST_F(LimitedDriverTest, AStatementThatDoesNotComeBackIsLeftAndItsLinkFailsAtOnce) {
+  const auto link = Open();
+  const auto before = link->Prepare(u"UPDATE T SET N = 1", {});
+  FallSilent();
+  EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
+  limits.Statement = std::chrono::hours(1);
+  EXPECT_EQ(FailureOf([&] { before->Execute({}); }), ErrorNumber::TimedOut);
+  EXPECT_EQ(FailureOf([&] { link->Prepare(u"SELECT", {}); }), ErrorNumber::TimedOut);
+  EXPECT_EQ(FailureOf([&] { link->RollBack(); }), ErrorNumber::TimedOut);
+  EXPECT_EQ(driver.Executed().size(), 1U);
+}
+
+TEST_F(LimitedDriverTest, ALinkThatWasLeftEndsWhenItsCallComesBack) {
+  auto link = Open();
+  FallSilent();
+  EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
+  link.reset();
+  EXPECT_EQ(driver.LinksAlive(), 1);
+  driver.CancelGate.Open();
+  EXPECT_TRUE(tests::WaitForFetches());
+  EXPECT_EQ(driver.LinksAlive(), 0);
+}
+
+TEST_F(LimitedDriverTest, ACommitThatIsNotAnsweredFailsAndSoDoesTheRollBack) {
+  const auto link = Open();
+  link->Begin();
+  driver.CommitGate.Close();
+  EXPECT_EQ(FailureOf([&] { link->Commit(); }), ErrorNumber::TimedOut);
+  EXPECT_EQ(FailureOf([&] { link->RollBack(); }), ErrorNumber::TimedOut);
+}
+
+TEST_F(LimitedDriverTest, TheLimitIsThatOfAllRowsTogether) {
+  const auto link = Open();
+  driver.FetchMilliseconds = static_cast<int>(kLimit.count()) / 2;
+  EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
+}
+
+TEST_F(LimitedDriverTest, AStatementWithoutALimitTakesWhatItNeeds) {
+  const auto link = Open();
+  driver.FetchMilliseconds = static_cast<int>(kLimit.count()) * 2;
+  const auto statement = link->Prepare(u"SELECT ID FROM T", {});
+  statement->LiftTimeLimit();
+  statement->Execute({});
+  EXPECT_TRUE(statement->Fetch(3));
+}
+
+TEST_F(LimitedDriverTest, TheQuestionWhetherALinkAnswersHasALimitOfItsOwn) {
+  limits = {std::chrono::hours(1), std::chrono::hours(1), kLimit};
+  const auto link = Open();
+  EXPECT_TRUE(Answers(*link));
+  driver.FetchGate.Close();
+  EXPECT_EQ(FailureOf([&] { EXPECT_FALSE(Answers(*link)); }), 0);
+}
+
+TEST_F(LimitedDriverTest, NoLimitNeedsNoThread) {
+  limits = {0ms, 0ms, 0ms};
+  const auto link = Open();
+  Read(*link);
+  EXPECT_EQ(BackgroundFetch::Running(), 0U);
+}
+
+TEST_F(LimitedDriverTest, AFileIsLeftAlone) {
+  driver.Kind = Engine::Sqlite;
+  Open();
+  limited.EndIdle();
+  Read(*Open());
+  EXPECT_EQ(BackgroundFetch::Running(), 0U);
+}
+
+TEST_F(LimitedDriverTest, ALinkThatIsKeptIsGivenUpWhenItDoesNotAnswer) {
+  KeepingDriver keeping(limited);
+  keeping.Open(u"DSN=Book", {}, {});
+  std::this_thread::sleep_for(200ms);
+  FallSilent();
+  EXPECT_EQ(FailureOf([&] { keeping.Open(u"DSN=Book", {}, {}); }), 0);
+  EXPECT_EQ(driver.Opened().size(), 2U);
+}
+
+TEST_F(LimitedDriverTest, NoneIsOpenedWhileManyHang) {
+  constexpr int kMany = 32;
+  limits = {1ms, 1ms, 1ms};
+  driver.OpenGate.Close();
+  for (int opening = 0; opening < kMany; ++opening) EXPECT_NE(FailureOf([&] { Open(); }), 0);
+  std::this_thread::sleep_for(2100ms);
+  const std::size_t before = BackgroundFetch::Running();
+  EXPECT_EQ(FailureOf([&] { Open(); }), ErrorNumber::TimedOut);
+  EXPECT_EQ(BackgroundFetch::Running(), before);
+  driver.OpenGate.Open();
+  EXPECT_TRUE(tests::WaitForFetches());
+  limits = {};
+  EXPECT_EQ(FailureOf([&] { Open(); }), 0);
+}
+
+}  // namespace
+}  // namespace ktrv::database
