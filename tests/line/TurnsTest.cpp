@@ -6,37 +6,20 @@
 
 #include "database/Engines.h"
 #include "database/Recordset.h"
-#include "tests/line/Host.h"
-#include "tests/native/support/DatabaseServer.h"
-#include "tests/native/support/Line.h"
-#include "tests/native/support/SchemaScript.h"
+#include "tests/line/Book.h"
 
 namespace ktrv::tests {
 namespace {
 
-/// A book on a server at the end of a line. One is enough for all cases of an engine, whose users
-/// come one after the other.
-struct Book {
-  explicit Book(ServerKind kind) : Database(kind), Way(PortOf(kind)) {
-    database::Connection connection(Database.Surroundings());
-    connection.Open(Database.ConnectionString());
-    const std::string schema = kind == ServerKind::MariaDb ? "mysql" : "postgresql";
-    RunSchemaScript(connection, schema + ".sql");
-    RunSchemaScript(connection, schema + "-host.sql");
-    FillBook(connection);
-  }
-  static Book& On(ServerKind kind) {
-    if (kind == ServerKind::MariaDb) {
-      static Book book(kind);
-      return book;
-    }
+/// One is enough for all cases of an engine, whose users come one after the other.
+Book& BookOn(ServerKind kind) {
+  if (kind == ServerKind::MariaDb) {
     static Book book(kind);
     return book;
   }
-
-  ServerDatabase Database;
-  Line Way;
-};
+  static Book book(kind);
+  return book;
+}
 
 /// The turns that each task of a user takes when it was done once before.
 class TurnsTest : public testing::TestWithParam<ServerKind> {
@@ -62,7 +45,7 @@ class TurnsTest : public testing::TestWithParam<ServerKind> {
     return GetParam() == ServerKind::MariaDb ? mariaDb : postgreSql;
   }
 
-  Book& book = Book::On(GetParam());
+  Book& book = BookOn(GetParam());
   Host host{book.Way.Through(book.Database.ConnectionString())};
 };
 

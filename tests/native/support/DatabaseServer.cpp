@@ -10,7 +10,8 @@
 
 namespace ktrv::tests {
 
-ServerDatabase::ServerDatabase(ServerKind kind) : kind_(kind) {
+ServerDatabase::ServerDatabase(ServerKind kind, std::optional<std::uint16_t> port)
+    : kind_(kind), port_(port ? *port : PortOf(kind)) {
   std::random_device random;
   name_ = u"test_" + ToDecimal(random()) + u"_" + ToDecimal(random());
   RunOn(ConnectionStringOf(kind == ServerKind::MariaDb ? u"mysql" : u"postgres"),
@@ -28,7 +29,7 @@ ServerDatabase::~ServerDatabase() {
 }
 
 String ServerDatabase::ConnectionStringOf(StringView database) const {
-  const String place = u";Server=127.0.0.1;Port=" + ToDecimal(PortOf(kind_)) + u";Database=" +
+  const String place = u";Server=127.0.0.1;Port=" + ToDecimal(port_) + u";Database=" +
                        String(database) + u";Uid=addressbook";
   if (kind_ == ServerKind::MariaDb)
     return u"Driver={MariaDB Unicode}" + place + u";Pwd=addressbook";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "database/Connection.h"
 #include "database/odbc/OdbcDriver.h"
@@ -21,7 +22,8 @@ std::uint16_t PortOf(ServerKind kind);
 /// A database on such a server, empty at first and dropped at its end.
 class ServerDatabase {
  public:
-  explicit ServerDatabase(ServerKind kind);
+  /// \param port of the server, if it is not the one that all tests share
+  explicit ServerDatabase(ServerKind kind, std::optional<std::uint16_t> port = {});
   ~ServerDatabase();
   ServerDatabase(const ServerDatabase&) = delete;
   ServerDatabase& operator=(const ServerDatabase&) = delete;
@@ -46,6 +48,7 @@ class ServerDatabase {
   void RunOn(StringView connectionString, std::initializer_list<StringView> statements);
 
   ServerKind kind_;
+  std::uint16_t port_;
   String name_;
   database::OdbcDriver driver_;
 };

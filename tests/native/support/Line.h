@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "common/Text.h"
 
@@ -35,6 +36,25 @@ class Line {
   int Turns() const;
   /// Connections made so far.
   int Connections() const;
+
+  enum class Fault {
+    Cut,      ///< both ends see that the other one is gone
+    Reset,    ///< both see their connection reset
+    Swallow,  ///< what the client says still arrives, and no answer comes
+    Silent,   ///< nothing arrives any more
+  };
+  /// So many bytes still arrive; then the fault happens to all connections, and to those that are
+  /// made later.
+  void FailAfter(std::int64_t bytes, Fault fault);
+  /// Connections that are made from here on work; those that a fault happened to are reset.
+  void Mend();
+  /// Whether the fault has happened.
+  bool HasFailed() const;
+
+  /// How many bytes had passed each time that an end of a connection began to speak, since
+  /// StartMarking.
+  std::vector<std::int64_t> Marks() const;
+  void StartMarking();
 
  private:
   class Exchange;

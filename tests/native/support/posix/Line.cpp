@@ -8,8 +8,10 @@
 #include <deque>
 #include <fcntl.h>
 #include <list>
+#include <mutex>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <optional>
 #include <poll.h>
 #include <stdexcept>
 #include <string>
@@ -54,6 +56,12 @@ Descriptor NewSocket() {
   return Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
 }
 
+/// Its end is a reset.
+void EndByReset(int socket) {
+  const linger atOnce = {1, 0};
+  setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+}
+
 void DoNotBlock(int socket) {
   fcntl(socket, F_SETFL, fcntl(socket, F_GETFL) | O_NONBLOCK);
   const int on = 1;
@@ -65,14 +73,16 @@ class Flow {
  public:
   enum class Reading { Came, Nothing, Ended };
 
-  Reading Read(int from, Clock::duration delay, Clock::time_point notBefore) {
+  static Reading Read(int from, std::string& bytes) {
     std::array<char, 65536> part;
     const ssize_t size = read(from, part.data(), part.size());
     if (size < 0) return errno == EAGAIN || errno == EINTR ? Reading::Nothing : Reading::Ended;
     if (size == 0) return Reading::Ended;
-    const auto due = std::max(Clock::now() + delay, notBefore);
-    parts_.push_back({due, std::string(part.data(), static_cast<std::size_t>(size))});
+    bytes.assign(part.data(), static_cast<std::size_t>(size));
     return Reading::Came;
+  }
+  void Send(std::string bytes, Clock::time_point due) {
+    if (!bytes.empty()) parts_.push_back({due, std::move(bytes)});
   }
   /// \return false when the receiver is gone
   bool Write(int to) {
@@ -121,6 +131,35 @@ class Line::Exchange {
     thread_.join();
   }
 
+  void FailAfter(std::int64_t bytes, Fault fault) {
+    const std::lock_guard lock(mutex_);
+    fault_ = fault;
+    left_ = bytes;
+    failed_ = false;
+  }
+  void Mend() {
+    {
+      const std::lock_guard lock(mutex_);
+      fault_.reset();
+      failed_ = false;
+      mended_ = true;
+    }
+    static_cast<void>(write(stop_.Get(), "", 1));
+  }
+  bool HasFailed() const {
+    const std::lock_guard lock(mutex_);
+    return failed_;
+  }
+  void StartMarking() {
+    const std::lock_guard lock(mutex_);
+    passed_ = 0;
+    marks_.clear();
+  }
+  std::vector<std::int64_t> Marks() const {
+    const std::lock_guard lock(mutex_);
+    return marks_;
+  }
+
   const std::uint16_t ServerPort;
   std::uint16_t Port = 0;
   std::atomic<std::chrono::milliseconds> Delay{std::chrono::milliseconds(0)};
@@ -135,6 +174,7 @@ class Line::Exchange {
     Flow Up = {};                  // to the server
     Flow Down = {};                // to the client
     bool Ended = false;            // by one of them; what is on its way still arrives
+    std::optional<Fault> Failed = {};
     enum class Speaker { None, Client, Server } Last = Speaker::None;
   };
 
@@ -147,13 +187,16 @@ class Line::Exchange {
       }
       const timespec patience = UntilNext();
       if (ppoll(polled.data(), polled.size(), &patience, nullptr) < 0 && errno != EINTR) return;
-      if (polled[0].revents != 0) return;
+      if ((polled[0].revents & POLLHUP) != 0) return;
+      if (char byte = 0; polled[0].revents != 0) static_cast<void>(read(stopped_.Get(), &byte, 1));
       std::size_t at = 2;
+      FailAndMend();
       for (Connection& each : connections_) {
         const bool client = polled[at++].revents != 0;
         const bool server = polled[at++].revents != 0;
         Serve(each, client, server);
       }
+      FailAndMend();
       connections_.remove_if([](const Connection& each) {
         return each.Ended && each.Up.IsEmpty() && each.Down.IsEmpty();
       });
@@ -185,24 +228,73 @@ class Line::Exchange {
 
   void Serve(Connection& connection, bool client, bool server) {
     if (connection.Server.Get() < 0 && connection.There <= Clock::now()) Reach(connection);
-    const auto half = Delay.load() / 2;
-    if (client && !connection.Ended) {
-      const auto read = connection.Up.Read(connection.Client.Get(), half, connection.There);
-      connection.Ended = read == Flow::Reading::Ended;
-      if (read == Flow::Reading::Came) Speak(connection, Connection::Speaker::Client);
-    }
-    if (server && !connection.Ended) {
-      const auto read = connection.Down.Read(connection.Server.Get(), half, {});
-      connection.Ended = read == Flow::Reading::Ended;
-      if (read == Flow::Reading::Came) Speak(connection, Connection::Speaker::Server);
-    }
+    if (client && !connection.Ended) Carry(connection, Connection::Speaker::Client);
+    if (server && !connection.Ended) Carry(connection, Connection::Speaker::Server);
     const bool reached = connection.Server.Get() >= 0;
     if (reached && !connection.Up.Write(connection.Server.Get())) return Drop(connection);
     if (!connection.Down.Write(connection.Client.Get())) Drop(connection);
   }
 
+  void Carry(Connection& connection, typename Connection::Speaker who) {
+    const bool client = who == Connection::Speaker::Client;
+    std::string bytes;
+    const auto read = Flow::Read(client ? connection.Client.Get() : connection.Server.Get(), bytes);
+    if (read == Flow::Reading::Ended) connection.Ended = true;
+    if (read != Flow::Reading::Came) return;
+    Speak(connection, who);
+    const auto due = Clock::now() + Delay.load() / 2;
+    if (client) {
+      Pass(bytes, connection.Failed == Fault::Silent, client);
+      connection.Up.Send(std::move(bytes), std::max(due, connection.There));
+    } else {
+      Pass(bytes, connection.Failed.has_value(), client);
+      connection.Down.Send(std::move(bytes), due);
+    }
+  }
+
+  /// Leaves of the bytes those that arrive.
+  void Pass(std::string& bytes, bool lost, bool client) {
+    if (lost) return bytes.clear();
+    const std::lock_guard lock(mutex_);
+    const auto size = static_cast<std::int64_t>(bytes.size());
+    passed_ += size;
+    if (!fault_ || failed_) return;
+    failed_ = left_ < size;
+    const bool arrives = client && *fault_ == Fault::Swallow;
+    if (failed_ && !arrives) bytes.resize(static_cast<std::size_t>(left_));
+    left_ -= size;
+  }
+
+  /// To all connections alike.
+  void FailAndMend() {
+    std::optional<Fault> fault;
+    bool mended = false;
+    {
+      const std::lock_guard lock(mutex_);
+      if (failed_) fault = fault_;
+      mended = std::exchange(mended_, false);
+    }
+    for (Connection& each : connections_) {
+      if (mended && each.Failed) Reset(each);
+      if (!fault || each.Failed) continue;
+      each.Failed = fault;
+      if (*fault == Fault::Cut) each.Ended = true;
+      if (*fault == Fault::Reset) Reset(each);
+    }
+  }
+
+  static void Reset(Connection& connection) {
+    EndByReset(connection.Client.Get());
+    EndByReset(connection.Server.Get());
+    Drop(connection);
+  }
+
   void Speak(Connection& connection, typename Connection::Speaker who) {
     const bool answers = who == Connection::Speaker::Server && connection.Last != who;
+    if (connection.Last != who) {
+      const std::lock_guard lock(mutex_);
+      marks_.push_back(passed_);
+    }
     connection.Last = who;
     if (answers) ++Turns;
   }
@@ -226,6 +318,15 @@ class Line::Exchange {
   Descriptor stopped_;  // readable when stop_ is closed
   Descriptor stop_;
   std::list<Connection> connections_;  // of the thread alone
+
+  mutable std::mutex mutex_;
+  std::optional<Fault> fault_;
+  std::int64_t left_ = 0;  // bytes until it happens
+  bool failed_ = false;    // it happened
+  bool mended_ = false;
+  std::int64_t passed_ = 0;
+  std::vector<std::int64_t> marks_;
+
   std::thread thread_;
 };
 
@@ -251,6 +352,26 @@ int Line::Turns() const {
 
 int Line::Connections() const {
   return exchange_->Connections;
+}
+
+void Line::FailAfter(std::int64_t bytes, Fault fault) {
+  exchange_->FailAfter(bytes, fault);
+}
+
+void Line::Mend() {
+  exchange_->Mend();
+}
+
+bool Line::HasFailed() const {
+  return exchange_->HasFailed();
+}
+
+void Line::StartMarking() {
+  exchange_->StartMarking();
+}
+
+std::vector<std::int64_t> Line::Marks() const {
+  return exchange_->Marks();
 }
 
 }  // namespace ktrv::tests

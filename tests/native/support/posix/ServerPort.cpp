@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "tests/native/support/DatabaseServer.h"
+#include "tests/native/support/posix/StartServer.h"
 
 namespace ktrv::tests {
 namespace {
@@ -23,7 +24,12 @@ std::string OutputOf(const std::string& command) {
 }
 
 std::uint16_t Start(const std::string& engine) {
-  const std::filesystem::path folder = std::filesystem::path(KTRV_SERVER_FOLDER) / engine;
+  return StartServer(engine, std::filesystem::path(KTRV_SERVER_FOLDER) / engine);
+}
+
+}  // namespace
+
+std::uint16_t StartServer(const std::string& engine, const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);
   // Held until the process ends, however it ends; then the server stops by itself.
   const int lease = open((folder / "lease").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
@@ -31,8 +37,6 @@ std::uint16_t Start(const std::string& engine) {
   return static_cast<std::uint16_t>(std::stoi(
       OutputOf("'" KTRV_TOOLS_FOLDER "/server' start " + engine + " '" + folder.string() + "'")));
 }
-
-}  // namespace
 
 std::uint16_t PortOf(ServerKind kind) {
   if (kind == ServerKind::MariaDb) {
