@@ -16,7 +16,7 @@
 
 namespace ktrv::controls {
 
-/// One column of a grid.
+/// A column of a grid.
 struct GridColumn {
   enum class Alignment { Left, Center, Right };
 
@@ -26,8 +26,8 @@ struct GridColumn {
   Alignment Align = Alignment::Left;
   bool Hidden = false;
   Image HeadingPicture = Image::None;
-  /// Shows the picture that the column's text stands for instead of the text; screen readers get
-  /// the name. Empty: the text is shown.
+  /// Maps a cell text to a picture, shown instead of the text, and to a name for screen readers.
+  /// Empty: the text is shown.
   std::function<std::pair<Image, String>(StringView text)> Picture{};
 };
 
@@ -36,135 +36,136 @@ enum class SortOrder : std::int16_t { None = 0, Ascending = 1, Descending = 2 };
 class FlexGridPeer : public ControlPeer {
  public:
   virtual void ColumnsChanged() = 0;
-  /// Number, order or contents of the rows changed as a whole.
+  /// Number, order or contents of the rows have changed.
   virtual void RowsChanged() = 0;
-  /// Rows came behind the others.
+  /// Rows were appended.
   virtual void RowsAppended() = 0;
   virtual void HeadingChanged(int column) = 0;
   virtual void SelectionChanged() = 0;
-  /// Scrolls so that the row can be seen.
+  /// Scrolls the row into view.
   virtual void RowShown(int row) = 0;
   virtual void RedrawChanged() = 0;
 };
 
-/// A grid of rows with a heading row (row 0) and data rows from 1 on. Its rows are its own or those
-/// of a recordset that it is bound to, which it reads cell by cell when they are shown and which
-/// may still be coming. Columns are meant to be found by key and keep their index when the user
-/// moves them; bound, column 0 is a fixed column and column i shows the recordset's column i-1.
+/// A grid with a heading row (row 0) and data rows from 1. The rows are its own, or those of a
+/// bound recordset, which it reads cell by cell and which may still be fetching. Look up columns by
+/// key; their index does not change when the user moves them. If bound, column 0 is a fixed column,
+/// and column i shows column i-1 of the recordset.
 class FlexGrid final : public ControlOf<FlexGridPeer> {
  public:
   FlexGrid(Form& form, Rectangle bounds);
 
-  /// The rows were bound or refreshed: the moment to lay out the columns.
+  /// Raised after binding or refreshing; the handler should lay out the columns.
   std::function<void()> AfterDataRefresh;
-  /// The user sorted by a heading.
+  /// Raised after the user has sorted by clicking a heading.
   std::function<void(int column, SortOrder order)> AfterSort;
   std::function<void()> DoubleClick;
   std::function<void(std::int16_t keyCode, std::int16_t shift)> KeyDown;
-  /// \param row row under the pointer; -1 when there is none.
+  /// \param row the row under the pointer; -1 for none
   std::function<void(MouseButton button, std::int16_t shift, int row)> MouseUp;
 
   // Rows and columns.
-  int Rows() const;  ///< heading included
+  int Rows() const;  ///< including the heading row
   int Cols() const { return static_cast<int>(columns_.size()); }
-  /// Empties the grid and unbinds it: `rows` rows, heading included, of `cols` unnamed columns.
+  /// Unbinds and clears the grid: `rows` rows, including the heading, of `cols` columns without
+  /// names.
   void Reset(int rows, int cols);
-  /// Shows the recordset's rows (null: none; then as Reset(2, 2)) and reports AfterDataRefresh. The
-  /// recordset must live until it is replaced here. While it has no columns yet, because its fetch
-  /// has just begun, the grid keeps the columns it has and reports when they come.
+  /// Shows the rows of a recordset (null: as Reset(2, 2)) and raises AfterDataRefresh. The
+  /// recordset must stay alive until it is replaced. While a fetch has not delivered columns yet,
+  /// the grid keeps its present columns; AfterDataRefresh is raised again when they arrive.
   void Bind(const database::Recordset* rows);
-  /// The bound recordset has more rows now: they stand behind the others until the next sort.
+  /// The bound recordset has fetched more rows. They are appended, unsorted until the next sort.
   void RowsArrived();
-  /// Reads the rows anew in the recordset's own order and reports AfterDataRefresh. Selected rows
-  /// stay selected.
+  /// Reloads the rows in the order of the recordset and raises AfterDataRefresh. The selection
+  /// stays on the same rows.
   void DataRefresh();
 
   GridColumn& ColumnAt(int column);
   const GridColumn& ColumnAt(int column) const;
-  /// After ColumnAt was used to change columns.
+  /// Call after columns were changed through ColumnAt.
   void ColumnsChanged();
-  /// Column of the key, regardless of case; -1 when there is none.
+  /// The index of the column with this key, case-insensitive; -1 if there is none.
   int ColIndex(StringView key) const;
   void SetHeadingPicture(int column, Image picture);
 
-  /// Text of a cell; row 0 gives the heading, a null is "". \throws Error SubscriptOutOfRange
+  /// The text of a cell; in row 0 the heading; "" for null. \throws Error SubscriptOutOfRange
   String Text(int row, int column) const;
-  /// Changes a cell, of a bound row too (in the grid only, not in the recordset).
+  /// Changes the text of a cell. For a bound row it changes the grid only, not the recordset.
   void SetText(int row, int column, String text);
-  /// Appends a row of texts joined with tabs, the first into column 0; more than there are columns
-  /// are left out.
+  /// Appends a row of tab-separated texts, starting in column 0. Excess texts are ignored.
   void AddItem(StringView tabSeparated);
-  /// The same for texts that may hold tabs.
+  /// Appends a row; texts may contain tabs.
   void AddRow(std::vector<String> cells);
   void RemoveItem(int row);
-  /// Takes the selected rows away, however many, in one pass; no row is current afterwards.
+  /// Removes all selected rows in one pass. There is no current row afterwards.
   void RemoveSelected();
 
-  /// Family of the font of headings and rows, in the size of the form's; empty: the form's font.
-  /// Set before the form is shown.
+  /// The font family of headings and rows, in the size of the form's font; empty: the form's font.
+  /// Set it before the form is shown.
   String FontName{};
 
-  /// The column whose text stands in column 0 of the data rows too, for a picture in front of each
+  /// The column whose text is also shown in column 0 of data rows, for a picture in front of each
   /// row; 0 for none.
   int FixedColumnShows = 0;
 
-  // The user's rights, all on unless switched off.
+  // Permissions of the user.
   bool UserCanSort = true;
   bool UserCanMoveColumns = true;
 
   // Current row and selection.
   int Row() const { return row_; }
-  /// Makes the row the current and only selected one; 0 selects none.
+  /// Makes the row current and selects only it; 0: none.
   void SetRow(int row);
-  /// The row that a command on one row means: the current one when it is selected, else the only
-  /// selected one; 0 for none.
+  /// The target of a command on one row: the current row if it is selected, otherwise the only
+  /// selected row; 0 if there is none.
   int ChosenRow() const;
   bool IsSelected(int row) const;
-  /// Selected data rows from top to bottom.
+  /// The selected data rows in ascending order.
   std::vector<int> SelectedRows() const;
   const RowSelection& Selection() const { return selection_; }
-  /// Makes these the only selected rows and the first of them the current one.
+  /// Selects exactly these rows and makes the first one current.
   void SelectRows(int first, int last);
   void SelectAll();
   void ShowRow(int row);
 
-  /// First row from `startRow` on whose text in the column begins with `text`, case not
-  /// significant; -1 when there is none. An empty text matches the first row.
+  /// Finds the first row from `startRow` whose text in the column starts with `text`,
+  /// case-insensitive; -1 if there is none. An empty text matches every row.
   int FindRow(StringView text, int startRow, int column) const;
-  /// Makes FindRow in this column of the bound rows, those to come too, a matter of few
-  /// milliseconds in a million rows, for eight bytes a row.
+  /// Creates an index for FindRow on this column of the bound rows, including those still to be
+  /// fetched. With a million rows FindRow takes a few milliseconds then. Memory: eight bytes per
+  /// row.
   void SetSearchColumn(int column);
-  /// Sorts the rows by the column in the user's language; rows alike keep their order, the current
-  /// and the selected rows stay so. None: back to the order in which they came.
+  /// Sorts by the column with the collation of the user's language. Stable; the current row and the
+  /// selection stay on the same rows. SortOrder::None restores the original order.
   void Sort(int column, SortOrder order);
 
-  /// False keeps the display as it is until it is set true again; calls do not nest.
+  /// False suspends painting until it is set to true; calls do not nest.
   void SetRedraw(bool redraw);
   bool Redraw() const { return redraw_; }
 
   void UserPresses(std::int16_t keyCode, std::int16_t shift);
   void UserDoubleClicks();
   void UserReleases(MouseButton button, std::int16_t shift, int row);
-  /// Sorts by the column: ascending, or the other way round when it is sorted ascending already.
+  /// Sorts by the column: descending if it is sorted ascending, otherwise ascending.
   void UserClicksHeading(int column);
-  /// The display's selection: `focused` is the current row (0 for none).
+  /// Sets the selection made on the display. \param focused the current row; 0 for none
   void UserSelects(const std::vector<int>& rows, int focused);
-  /// The same for a range of rows of which the display tells only the change.
+  /// The same for a range of rows, if the display reports only changes.
   void UserSelectsRange(int first, int last, bool selected, int focused);
 
   void Realise(PeerFactory& factory) override;
 
  private:
-  /// Takes the columns of the recordset when it has them and the grid has not. \return whether it
-  /// did
+  /// Creates columns for those of the recordset, unless their number is the same. \return whether
+  /// it did
   bool TakeColumns();
-  /// No current row, no selection, no sort.
+  /// Resets current row, selection and sort order.
   void Forget();
-  /// The current and the selected rows go where the rows went.
+  /// Maps the current row and the selection to the new order.
   void Reordered(const GridRows::FormerRows& formerRows);
   int Shown(int column) const;
   const CaseFolding& Folding() const;
-  /// Takes the rows that came into the search index.
+  /// Adds newly fetched rows to the search index.
   void IndexRows();
   void CheckRow(int row) const;
   void CheckColumn(int column) const;
@@ -177,7 +178,7 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   bool redraw_ = true;
   int sortColumn_ = -1;
   SortOrder sortOrder_ = SortOrder::None;
-  bool sortIsCurrent_ = true;  ///< no row came or changed since the last sort
+  bool sortIsCurrent_ = true;  ///< no row was added or changed since the last sort
   PrefixIndex searchIndex_;
   mutable std::unique_ptr<CaseFolding> folding_;
 };

@@ -12,45 +12,45 @@ namespace ktrv::controls {
 
 class Language;
 
-/// The data rows of a grid, counted from 0, in the order in which they are shown: rows of a
-/// recordset, read where they are, with rows of the grid's own behind them. A million rows in the
-/// recordset's order cost nothing here.
+/// The data rows of a grid, 0-based, in display order: rows of a recordset, read on demand,
+/// followed by rows of the grid itself. In the recordset's order, even a million rows need no
+/// memory here.
 class GridRows {
  public:
-  /// For each row the place where it stood before; empty when no row moved.
+  /// Maps each row to its previous position; empty if no row has moved.
   using FormerRows = std::vector<std::uint32_t>;
 
-  /// The recordset's rows (null: none), in its order.
+  /// Shows the rows of a recordset in its order (null: none).
   void Bind(const database::Recordset* source);
-  /// Takes in the rows that the recordset has now and had not before, behind the others.
+  /// Appends the rows that the recordset has fetched since the last call.
   void TakeArrived();
-  /// `count` empty rows of the grid's own and nothing else.
+  /// Resets to `count` empty rows of the grid.
   void Reset(int count);
 
   int Count() const;
-  /// The row of the recordset that stands here as it came; -1 when the row is the grid's own or
-  /// cells were changed here.
+  /// The recordset's row at this position; -1 for a row of the grid, and whenever a cell was
+  /// changed.
   std::int64_t SourceRow(int row) const {
     const Reference reference = At(row);
     return (reference & kOwn) || !changed_.empty() ? -1 : std::int64_t{reference};
   }
-  /// \param column grid column. An empty text for null and beyond what the row holds.
+  /// \param column column of the grid. \return "" for null and for missing cells
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);
   void Append(std::vector<String> cells);
   void Remove(int row);
-  /// \param rows grid rows, that is, counted from 1.
+  /// \param rows row numbers of the grid, 1-based
   void Remove(const RowSelection& rows);
 
-  /// \param ascending else descending; stable.
+  /// \param ascending false: descending. The sort is stable.
   FormerRows Sort(int column, bool ascending, const Language& language);
-  /// Back to the recordset's order, the grid's own rows behind.
+  /// Restores the order of the recordset, followed by the grid's rows.
   FormerRows Unsort();
-  /// The recordset's rows as they are now, in its order, without the changes and rows made here.
+  /// Reloads the recordset's rows in its order; discards changed cells and rows of the grid.
   FormerRows Reread();
 
  private:
-  /// A row is a recordset's row, or with the high bit set an index into own_.
+  /// A row of the recordset or, with the high bit set, an index in own_.
   using Reference = std::uint32_t;
   static constexpr Reference kOwn = 0x80000000U;
 
@@ -60,17 +60,16 @@ class GridRows {
     return index < taken_ ? index : kOwn | (index - taken_);
   }
   StringView CellOf(Reference reference, int column) const;
-  /// Writes the natural order out, so that rows can leave it.
+  /// Stores the natural order in order_, so that it can be changed.
   void Materialise();
 
   const database::Recordset* source_ = nullptr;
   Reference taken_ = 0;
-  /// Empty while the rows stand in their natural order: the recordset's, then the grid's own.
+  /// Empty for the natural order: the recordset's rows, then the grid's.
   std::vector<Reference> order_;
-  bool ordered_ = false;  ///< order_ holds the order
+  bool ordered_ = false;  ///< whether order_ is used
   std::vector<std::vector<String>> own_;
-  std::map<std::pair<Reference, int>, String>
-      changed_;  ///< cells of the recordset's rows changed here
+  std::map<std::pair<Reference, int>, String> changed_;  ///< changed cells of the recordset's rows
 };
 
 }  // namespace ktrv::controls

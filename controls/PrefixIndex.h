@@ -9,11 +9,11 @@
 
 namespace ktrv::controls {
 
-/// The first letters of one column of a recordset, folded and packed, eight bytes a row: a search
-/// by prefix passes over a million rows without a look at their texts.
+/// The first four units of a column's texts, case-folded and packed into eight bytes per row. A
+/// prefix search scans a million rows without reading their texts.
 class PrefixIndex {
  public:
-  /// The first letters of a folded prefix, ready to be compared.
+  /// The first units of a folded prefix, prepared for comparison.
   class Sought {
    public:
     explicit Sought(StringView foldedPrefix);
@@ -24,15 +24,15 @@ class PrefixIndex {
     std::uint64_t mask_ = 0;
   };
 
-  /// Forgets all rows; the next ones are of this column of the recordset.
+  /// Clears the index and selects the column of the recordset.
   void Start(std::size_t column);
   void Stop() { column_.reset(); }
   bool Covers(std::size_t column) const { return column_ == column; }
 
-  /// Takes in the rows that the recordset has now and had not before.
+  /// Adds the rows that the recordset has fetched since the last call.
   void Extend(const database::Recordset& rows, const CaseFolding& folding);
 
-  /// False when the row's text cannot begin with the prefix. \pre the row was taken in.
+  /// False if the row's text cannot start with the prefix. \pre the row is in the index
   bool MayBegin(std::size_t row, const Sought& sought) const {
     return (heads_[row] & sought.mask_) == sought.head_;
   }
