@@ -29,8 +29,9 @@ constexpr std::chrono::milliseconds kPatience{100};
 
 }  // namespace
 
-/// What the fetching thread and the user-interface thread share. Only one closure is under way at a
-/// time and hands over one item, so a slow user interface is neither flooded nor held up.
+/// State shared by the fetching thread and the user-interface thread. At most one closure is posted
+/// at a time and delivers one item, so the message queue is not flooded and the user interface
+/// stays responsive.
 class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> {
  public:
   Exchange(std::function<void(std::function<void()>)> post, std::shared_ptr<ThreadState> thread,
@@ -39,8 +40,8 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
 
   // On the fetching thread.
 
-  /// Makes the statement the one to be cancelled. \return false when nobody wants the rows any
-  /// more. \throws std::system_error, std::bad_alloc
+  /// Registers the statement for cancellation. \return false if the fetch is cancelled already.
+  /// \throws std::system_error, std::bad_alloc
   bool Begin(Statement& statement) {
     {
       const std::lock_guard lock(mutex_);
@@ -51,10 +52,10 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     return true;
   }
 
-  /// To be called before the statement ends. Waits for a cancel that is under way.
+  /// Call before the statement is destroyed. Waits for a running call of Cancel.
   void End() { canceller_->End(); }
 
-  /// \return false when nobody wants the rows any more.
+  /// Queues an item for delivery. \return false if the fetch is cancelled
   bool Hand(Item item) {
     {
       const std::lock_guard lock(mutex_);
@@ -66,15 +67,15 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     return true;
   }
 
-  /// The last that is handed over: without it a list would be loading for ever, so it is tried
-  /// until it works.
+  /// Queues the end of the fetch. Retries until it succeeds, because otherwise the list would stay
+  /// in the loading state.
   void HandEnd(Ended ended) noexcept {
     while (!TryToHandEnd(ended)) std::this_thread::sleep_for(kPatience);
   }
 
   // On the user-interface thread.
 
-  /// Never waits for the database.
+  /// Cancels the fetch; never waits for the database.
   void GiveUp() {
     {
       const std::lock_guard lock(mutex_);
@@ -145,7 +146,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     }
     bool taken = false;
     try {
-      // Before the receiver is called, because it may throw.
+      // Before calling the receiver, which may throw.
       if (more) PostDelivery();
       taken = TakeIn(item);
     } catch (...) {
@@ -156,7 +157,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
     if (const auto* ended = std::get_if<Ended>(&item)) TellEnd(*ended);
   }
 
-  /// \return whether it was rows.
+  /// \return whether the item was a block of rows
   bool TakeIn(Item& item) const {
     if (!receiver_) return false;
     if (auto* columns = std::get_if<std::vector<Column>>(&item)) {
@@ -177,17 +178,17 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   const std::function<void(std::function<void()>)> post_;
   const std::shared_ptr<ThreadState> thread_;
   const std::shared_ptr<Canceller> canceller_ = std::make_shared<Canceller>();
-  Receiver* receiver_;  // of the user-interface thread alone
+  Receiver* receiver_;  // used on the user-interface thread only
 
   std::mutex mutex_;
   std::deque<Item> items_;
-  std::optional<Ended> end_;  // follows the items; needs no memory of its own
-  bool posted_ = false;       // a closure is under way
+  std::optional<Ended> end_;  // delivered after items_; allocates no memory
+  bool posted_ = false;       // a closure is posted
   bool givenUp_ = false;
 };
 
-/// What the thread runs. Its members end in reverse: the mark comes last, behind everything that
-/// could still need the driver.
+/// The function of the fetching thread. Members are destroyed in reverse order: endMark_ last,
+/// after everything that needs the driver.
 class BackgroundFetch::Worker {
  public:
   Worker(const Environment& environment, DatabaseAddress address, String text,
@@ -200,7 +201,7 @@ class BackgroundFetch::Worker {
         blockRows_(blockRows),
         exchange_(std::move(exchange)) {}
 
-  /// The edge of the thread: nothing may be thrown out of it.
+  /// The thread's entry function; must not throw.
   void operator()() noexcept {
     Ended ended;
     try {

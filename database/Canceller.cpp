@@ -27,7 +27,7 @@ void Canceller::StartThread() {
   Threads::OfProcess().Start(
       [mark = Threads::EndMark(state), self = shared_from_this()]() mutable {
         self->Run();
-        self.reset();  // before the mark, behind which the driver may go away
+        self.reset();  // before the end mark, after which the driver may be destroyed
       },
       state);
 }

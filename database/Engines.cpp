@@ -9,7 +9,7 @@ namespace {
 constexpr StringView kQuestion = u"SELECT 1";
 constexpr StringView kQuestionOfOracle = u"SELECT 1 FROM DUAL";
 
-/// As PostgreSQL keeps names without quotes: in small letters.
+/// Converts A to Z to lower case, as PostgreSQL does with unquoted names.
 String InSmallLetters(StringView text) {
   String name(text);
   for (char16_t& unit : name) {
@@ -18,21 +18,21 @@ String InSmallLetters(StringView text) {
   return name;
 }
 
-/// A name as a text in a query.
+/// The name as an SQL text literal.
 String Quoted(StringView name) {
   String text = u"'";
   for (const char16_t unit : name) text.append(unit == u'\'' ? 2 : 1, unit);
   return text + u"'";
 }
 
-/// The sequence of the column on PostgreSQL. The last one that the session used may be another,
-/// which a trigger used.
+/// The expression for the column's sequence on PostgreSQL. lastval() is not used, because a trigger
+/// may have used another sequence.
 String SequenceOfPostgreSql(StringView table, StringView column) {
   return u"pg_get_serial_sequence(" + Quoted(table) + u", " + Quoted(InSmallLetters(column)) + u")";
 }
 
-/// The statement that has a row when the column is one whose new values the engine tells; empty
-/// when there is no such statement.
+/// A query that returns a row if the engine can report new ids of the column; empty if the engine
+/// needs no such query or has none.
 String TellsIdQuery(Engine engine, StringView table, StringView column) {
   switch (engine) {
     case Engine::MySql: {
@@ -47,19 +47,18 @@ String TellsIdQuery(Engine engine, StringView table, StringView column) {
       return u"SELECT 1 WHERE COLUMNPROPERTY(OBJECT_ID(" + Quoted(table) + u"), " + Quoted(column) +
              u", 'IsIdentity') = 1";
     case Engine::PostgreSql:
-      // Who may add a row need not have a right on the sequence of an identity column.
+      // Users without rights on the sequence of an identity column may still insert rows.
       return u"SELECT 1 WHERE has_sequence_privilege(" + SequenceOfPostgreSql(table, column) +
              u", 'USAGE, SELECT')";
-    case Engine::Oracle:  // by its sequence
-    case Engine::Sqlite:  // always tells
+    case Engine::Oracle:  // uses SequenceOfOracle
+    case Engine::Sqlite:  // always supported
     case Engine::Other:
       break;
   }
   return {};
 }
 
-/// The sequence behind an identity column of the user's own tables on Oracle; empty when there is
-/// none.
+/// The sequence of an identity column on Oracle, in the user's own schema; empty if there is none.
 String SequenceOfOracle(Link& link, StringView table, StringView column) {
   const std::vector<Parameter> parameters = {{u"TABLE_NAME", DataType::VarWChar, 128},
                                              {u"COLUMN_NAME", DataType::VarWChar, 128}};
@@ -71,18 +70,17 @@ String SequenceOfOracle(Link& link, StringView table, StringView column) {
   return row && row->Cell(0, 0) ? String(*row->Cell(0, 0)) : String();
 }
 
-/// The statement that tells the id that this session's last insert into the table was given; empty
-/// when there is no such statement.
+/// The query for the id of this session's last insert into the table; empty if there is none.
 String LastIdQuery(Link& link, StringView table, StringView column) {
   switch (link.EngineKind()) {
     case Engine::Sqlite:
-      // The row's own id, which need not be the number by which SQLite knows the row.
+      // The column's value, which may differ from SQLite's rowid.
       return u"SELECT " + String(column) + u" FROM " + String(table) +
              u" WHERE rowid = last_insert_rowid()";
     case Engine::MySql:
       return u"SELECT LAST_INSERT_ID()";
     case Engine::SqlServer:
-      // SCOPE_IDENTITY would be empty: each statement of a session is a scope of its own.
+      // SCOPE_IDENTITY() would be null, because each statement is a scope of its own.
       return u"SELECT @@IDENTITY";
     case Engine::PostgreSql:
       return u"SELECT currval(" + SequenceOfPostgreSql(table, column) + u")";
@@ -150,10 +148,10 @@ std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column,
     const auto row = statement->Fetch(1);
     if (row && row->Cell(0, 0)) {
       try {
-        // Some drivers give the number as a fraction.
+        // Some drivers return the number as a fraction.
         return ToInteger(CellValue(statement->Columns().front().Type, row->Cell(0, 0)));
       } catch (const Error&) {
-        // What it tells is no id.
+        // Not a valid id.
       }
     }
   }

@@ -5,32 +5,31 @@
 
 #include "database/Driver.h"
 
-/// What differs from engine to engine and is the same through every driver.
+/// Differences between engines that do not depend on the driver.
 namespace ktrv::database {
 
-/// The engine that calls its product by this name.
+/// The engine for a product name, as the driver reports it.
 Engine EngineOf(StringView product);
 
-/// The name under which the engine's catalogue holds a table that is written without quotes,
-/// without its schema.
+/// The name of a table in the engine's catalogue, without schema, if it is written without quotes.
 String NameInCatalogue(StringView table, Engine engine);
 
-/// Statements that follow each other faster than this are one task of the program. A link that was
-/// idle for longer is asked whether it Answers before it is used.
+/// A link that was idle for longer is tested with Answers before its next use. Statements that
+/// follow faster belong to one task.
 inline constexpr std::chrono::milliseconds kIdle{100};
 
-/// Whether the link still reaches its engine. Asks by the smallest of queries; a file is always
-/// reached, and of an engine that the component does not know nothing is asked.
+/// Tests whether the link is alive, with a minimal query. Always true for SQLite and for unknown
+/// engines.
 bool Answers(Link& link);
 
 /// Whether the text is the query of Answers.
 bool IsQuestion(StringView text);
 
-/// Whether ReadLastInsertedId can tell the id of a new row of the table. \throws Error
+/// Whether ReadLastInsertedId works for the table. \throws Error
 bool CanReadLastInsertedId(Link& link, StringView table, StringView column);
 
-/// The id that the engine assigned to the row that this link inserted last into the table.
-/// \param source of the failure when the engine does not tell. \throws Error
+/// The id that the engine assigned to this link's last insert into the table. \param source for the
+/// Error if the engine does not report the id. \throws Error
 std::int64_t ReadLastInsertedId(Link& link, StringView table, StringView column, StringView source);
 
 }  // namespace ktrv::database

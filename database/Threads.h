@@ -20,15 +20,17 @@ struct ThreadState {
   std::atomic<Clock::time_point> GivenUp = Clock::time_point::max();  ///< when it was abandoned
 };
 
-/// The threads of this process that the component started. They are never detached: the thread
-/// library that is linked into the DLL mixes up a thread that ends while it is being detached with
-/// the next one, which then never runs. Those that have ended are joined in passing.
+/// The threads that the component has started in this process. They are never detached: the
+/// statically linked thread library confuses a thread that ends while it is being detached with the
+/// next one, which then never runs. Finished threads are joined by later calls.
 class Threads {
  public:
-  /// Lives for ever: a thread that the end of the process stops must not be missed by a destructor.
+  /// Never destroyed, because its destructor could not join threads that were killed at process
+  /// exit.
   static Threads& OfProcess();
 
-  /// Tells the thread's end at its own; what a thread owns has to be gone before.
+  /// Sets ThreadState::Ended when destroyed. A thread must destroy everything else that it owns
+  /// before.
   class EndMark {
    public:
     explicit EndMark(std::shared_ptr<ThreadState> state) : state_(std::move(state)) {}
@@ -55,12 +57,12 @@ class Threads {
     }
   }
 
-  /// Waits for the thread of this state, if it is still there.
+  /// Joins the thread with this state, if it has not been joined yet.
   void Join(const std::shared_ptr<ThreadState>& state) noexcept;
 
   std::size_t Count();
 
-  /// To be called before a call that may hang. \throws Error if too many threads hang: they were
+  /// Call before a call that may hang. \throws Error if too many threads hang: they were
   /// abandoned some time ago and are still running.
   void PassUnlessManyHang();
 

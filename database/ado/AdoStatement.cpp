@@ -52,7 +52,8 @@ bool AdoStatement::CommandTakes(std::span<const Variant> values) const {
   return true;
 }
 
-/// A new one for each form of the values: parameters that were appended change their types badly.
+/// Creates a new command for each combination of parameter forms, because types of appended
+/// parameters cannot be changed reliably.
 void AdoStatement::MakeCommand(std::span<const Variant> values) {
   command_.Release();
   arguments_.clear();
@@ -64,7 +65,7 @@ void AdoStatement::MakeCommand(std::span<const Variant> values) {
   if (longest_) {
     command.Put(L"CommandTimeout", Value(static_cast<std::int32_t>(longest_->count())));
   }
-  // What has no parameters is run once as a rule, and some engines refuse to prepare definitions.
+  // A statement without parameters usually runs once, and some engines cannot prepare DDL.
   command.Put(L"Prepared", Value(!parameters_.empty()));
   const Object collection = command.Part(L"Parameters");
   for (std::size_t index = 0; index < values.size(); ++index) {
@@ -115,8 +116,8 @@ void AdoStatement::Run() {
   }
 }
 
-/// A failure behind the first count, such as a trigger's, is known only when its result is asked
-/// for.
+/// Reads all further results. A failure after the first row count, such as a trigger's, is reported
+/// only there.
 void AdoStatement::PassFurtherResults() {
   while (rows_) {
     PassUnlessCancelled();
@@ -134,7 +135,7 @@ void AdoStatement::PassFurtherResults() {
   }
 }
 
-/// The state of the rows when they are no longer being made.
+/// Waits until the rows are not executing any more. \return their state
 std::int64_t AdoStatement::WaitForState() const {
   bool told = false;
   for (;;) {
@@ -144,7 +145,7 @@ std::int64_t AdoStatement::WaitForState() const {
       try {
         rows_.Call(L"Cancel");
       } catch (const Error&) {
-        // It has just ended by itself.
+        // Execution has just ended.
       }
     }
     link_.Surroundings().Wait();
@@ -158,7 +159,7 @@ std::unique_ptr<RowBlock> AdoStatement::Fetch(std::size_t rows) {
     CloseRows();
     return nullptr;
   }
-  constexpr std::size_t kMost = 100'000;  // of one call, whose array is in memory beside the block
+  constexpr std::size_t kMost = 100'000;  // limits the memory of the array that GetRows returns
   const Value count(static_cast<std::int32_t>(std::min(rows, kMost)));
   return RowsOf(rows_.Call(L"GetRows", {&count}), columns_.size());
 }
@@ -166,10 +167,10 @@ std::unique_ptr<RowBlock> AdoStatement::Fetch(std::size_t rows) {
 void AdoStatement::CloseRows() noexcept {
   if (!rows_) return;
   try {
-    // At once, not with the object: a cursor keeps a lock in some engines.
+    // Close now, not when the object is released: on some engines an open cursor holds locks.
     if (rows_.GetWhole(L"State") & AdoState::Open) rows_.Call(L"Close");
   } catch (...) {
-    // The session is gone, and its rows with it.
+    // The session and its rows are gone already.
   }
   rows_.Release();
 }

@@ -10,7 +10,7 @@
 
 namespace ktrv::database::ado {
 
-/// A text on an ADO session, with the forward-only rows of its last execution.
+/// A statement on an ADO session, with the forward-only rows of its last execution.
 class AdoStatement final : public Statement {
  public:
   AdoStatement(const AdoLink& link, String text, std::span<const Parameter> parameters);
@@ -38,9 +38,9 @@ class AdoStatement final : public Statement {
   const std::vector<Parameter> parameters_;
   std::optional<std::chrono::seconds> longest_;  // default of ADO if empty
   Object command_;                               // null before the first execution
-  std::vector<Object> arguments_;                // its parameters
-  std::vector<ParameterForm> forms_;             // theirs
-  Object rows_;                                  // null when there are no more
+  std::vector<Object> arguments_;                // the parameters of command_
+  std::vector<ParameterForm> forms_;             // of the parameters
+  Object rows_;                                  // null if there are no more
   std::atomic<bool> cancelled_ = false;
   std::vector<Column> columns_;
   std::int64_t rowsAffected_ = -1;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The wide functions are called by name where they are meant; no macro may turn the others into
-// them, because SQLite's driver is spoken to in UTF-8 bytes.
+// Prevents macros from mapping ANSI functions to wide ones. Wide functions are called by name;
+// SQLite's driver is called with UTF-8.
 #define SQL_NOUNICODEMAP
 #ifdef _WIN32
 #include <windows.h>
@@ -23,7 +23,7 @@ inline SQLWCHAR* Wide(char16_t* text) {
   return reinterpret_cast<SQLWCHAR*>(text);
 }
 
-/// For input arguments, which ODBC declares as changeable and does not change.
+/// For input arguments: ODBC declares them non-const, but does not change them.
 inline SQLWCHAR* Wide(StringView text) {
   return Wide(const_cast<char16_t*>(text.data()));
 }
@@ -32,12 +32,12 @@ inline SQLCHAR* Narrow(const std::string& text) {
   return reinterpret_cast<SQLCHAR*>(const_cast<char*>(text.data()));
 }
 
-/// A number where ODBC wants a pointer.
+/// Casts an integer attribute value to SQLPOINTER.
 inline SQLPOINTER Number(SQLULEN number) {
   return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
 }
 
-/// One ODBC handle, freed at its end.
+/// Owns an ODBC handle.
 template <SQLSMALLINT Kind>
 class Handle {
  public:
@@ -58,15 +58,14 @@ using EnvironmentHandle = Handle<SQL_HANDLE_ENV>;
 using ConnectionHandle = Handle<SQL_HANDLE_DBC>;
 using StatementHandle = Handle<SQL_HANDLE_STMT>;
 
-/// How a driver is spoken to.
+/// How a driver is called.
 struct Dialogue {
-  bool Utf8 = false;        ///< in UTF-8 bytes instead of UTF-16
-  String Source = u"ODBC";  ///< its name, for failures
+  bool Utf8 = false;        ///< UTF-8 instead of UTF-16
+  String Source = u"ODBC";  ///< the driver's name, used as source of errors
 };
 
-/// What the call returned, unless that is a failure: SQL_SUCCESS, SQL_SUCCESS_WITH_INFO or
-/// SQL_NO_DATA. Every native call that can fail goes through here. \throws Error with the first
-/// diagnostic record of the handle.
+/// Returns the result if it is SQL_SUCCESS, SQL_SUCCESS_WITH_INFO or SQL_NO_DATA. All ODBC calls
+/// that may fail are wrapped in it. \throws Error with the first diagnostic record of the handle
 SQLRETURN Checked(SQLRETURN result, SQLSMALLINT kind, SQLHANDLE handle, const Dialogue& dialogue);
 
 }  // namespace ktrv::database::odbc

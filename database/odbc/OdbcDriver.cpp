@@ -11,8 +11,8 @@
 namespace ktrv::database {
 namespace {
 
-/// PostgreSQL's driver reads the name of the process's locale while it connects, which another
-/// thread that connects replaces at the same time. What driver a DSN stands for is not known here.
+/// Serialises connecting with PostgreSQL's driver, because it reads the process's locale name,
+/// which another connecting thread replaces. Also for a DSN, because its driver is not known here.
 std::unique_lock<std::mutex> AloneWhereNeeded(StringView connectionString) {
   static std::mutex connecting;
   const String driver = ToUpperAscii(odbc::KeywordValue(connectionString, u"Driver"));

@@ -11,7 +11,7 @@ namespace ktrv::database::odbc {
 /// A session through ODBC.
 class OdbcLink final : public Link {
  public:
-  /// Opens it. \throws Error
+  /// Opens the session. \throws Error
   OdbcLink(SQLHANDLE environment, StringView connectionString, StringView user,
            StringView password);
   ~OdbcLink() override;
@@ -28,18 +28,18 @@ class OdbcLink final : public Link {
   bool SetMark() override;
   void RollBackToMark() override;
 
-  /// A statement handle of this session. \throws Error
+  /// Allocates a statement handle. \throws Error
   StatementHandle NewStatement() const;
 
   const Dialogue& HowToSpeak() const { return dialogue_; }
 
-  /// Whether a column can be read again in full after the bound buffer was too small for it.
+  /// Whether SQLGetData can read a column again after its bound buffer was too small.
   bool CanReadAgain() const { return canReadAgain_; }
 
   /// The query timeout for statements, if the driver implements it; otherwise 0.
   std::chrono::seconds StatementLimit() const;
 
-  /// Whether the driver tells what a statement gives behind its first result.
+  /// Whether the driver supports SQLMoreResults.
   bool HasFurtherResults() const { return hasFurtherResults_; }
 
  private:
@@ -56,7 +56,7 @@ class OdbcLink final : public Link {
   bool canReadAgain_ = false;
   bool hasFurtherResults_ = false;
   bool hasTransactions_ = false;
-  std::map<String, std::vector<String>> keyColumns_;  // of the tables that were asked for
+  std::map<String, std::vector<String>> keyColumns_;  // cache by table
 };
 
 }  // namespace ktrv::database::odbc

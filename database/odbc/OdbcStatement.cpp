@@ -8,9 +8,9 @@
 namespace ktrv::database::odbc {
 namespace {
 
-constexpr std::size_t kUnitsOfText = 512;  // room for a text that can be read again
+constexpr std::size_t kUnitsOfText = 512;  // buffer of a text that can be read again
 constexpr std::size_t kUnitsOfNumber = 64;
-constexpr std::int64_t kLongestBound = 4000;  // units of a text that cannot
+constexpr std::int64_t kLongestBound = 4000;  // units of a bound text that cannot
 
 DataType TypeOf(SQLSMALLINT type, SQLSMALLINT fraction) {
   switch (type) {
@@ -46,7 +46,7 @@ bool IsLong(SQLSMALLINT type) {
 }
 
 ColumnBuffer::Form FormOf(SQLSMALLINT type, Engine engine) {
-  // SQLite lets any value into any column; only as a text does each come as it is.
+  // SQLite stores any type in any column; only text returns each value unchanged.
   if (engine == Engine::Sqlite) return ColumnBuffer::Form::Text;
   switch (type) {
     case SQL_REAL:
@@ -61,9 +61,9 @@ ColumnBuffer::Form FormOf(SQLSMALLINT type, Engine engine) {
   }
 }
 
-/// These drivers interrupt what their connection does for any of its statements, and free the rows
-/// of the statement that they were given, perhaps while the fetching thread still reads them. So
-/// they are given another one, which never has rows.
+/// SQLCancel of these drivers interrupts all statements of the connection and frees the rows of the
+/// given statement, which another thread may be reading. So another statement handle without rows
+/// is used.
 bool FreesRowsWhenCancelled(Engine engine) {
   return engine == Engine::Sqlite || engine == Engine::MySql;
 }
@@ -105,8 +105,8 @@ void OdbcStatement::PassUnlessCancelled() const {
 
 void OdbcStatement::Execute(std::span<const Variant> values) {
   ExecuteToFirstResult(values);
-  // A trigger's counts follow the statement's own. While they wait to be read, SQL Server's session
-  // takes no other statement, and a failure among them is not known.
+  // Row counts of triggers follow the statement's own. Until they are read, SQL Server accepts no
+  // other statement on the session, and a failure among them stays unknown.
   while (!fetching_ && ToNextResult()) PassUnlessCancelled();
 }
 
@@ -134,7 +134,7 @@ bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
   PassUnlessCancelled();
   std::vector<SQLUSMALLINT> states(rows.size(), SQL_PARAM_UNUSED);
   SQLULEN processed = 0;
-  // Behind it the statement runs once again, and none of the pointers is used.
+  // Resets the statement to single rows and releases the pointers.
   struct Restoring {
     const OdbcStatement& Of;
     ~Restoring() {
@@ -182,8 +182,8 @@ bool OdbcStatement::ToNextResult() {
 }
 
 void OdbcStatement::Run() {
-  // Most texts run once. To prepare one is a turn of the line of its own, which pays off from the
-  // second time on; a file has no line.
+  // Most statements run once. Preparing costs a network round trip, which pays off from the second
+  // execution on. SQLite has no network.
   if (!ran_ && link_.EngineKind() != Engine::Sqlite) {
     Give(SQLExecDirect, SQLExecDirectW);
     ran_ = true;
@@ -249,9 +249,10 @@ void OdbcStatement::BindColumns() {
     const bool text = IsTextType(column.Type);
     std::size_t units = text ? kUnitsOfText : kUnitsOfNumber;
     if (text && !link_.CanReadAgain()) {
-      // Such a driver hands over only what is bound in full, and behind it only columns in order.
+      // Such a driver returns only bound columns in full; after the first unbound one, SQLGetData
+      // must read all columns in order.
       bind = bind && column.Size > 0 && column.Size <= kLongestBound;
-      units = static_cast<std::size_t>(2 * column.Size);  // a character may be two units
+      units = static_cast<std::size_t>(2 * column.Size);  // a character may have two units
     }
     buffers_.emplace_back(
         static_cast<SQLUSMALLINT>(index + 1),
@@ -287,7 +288,7 @@ void OdbcStatement::Cancel() noexcept {
 }
 
 void OdbcStatement::CloseCursor() noexcept {
-  // At once, not with the statement: a cursor keeps a lock in some engines.
+  // Close now, not when the statement is destroyed: on some engines an open cursor holds locks.
   if (std::exchange(fetching_, false)) SQLFreeStmt(handle_.Get(), SQL_CLOSE);
 }
 

@@ -12,8 +12,8 @@
 
 namespace ktrv::database::odbc {
 
-/// A text on an ODBC session. Rows are fetched one by one into bound buffers: a rowset of more is
-/// not faster with these drivers, and only so a value that does not fit can be read again in full.
+/// A statement on an ODBC session. Rows are fetched one at a time into bound buffers: larger
+/// rowsets are not faster with these drivers, and would prevent reading a long value again.
 class OdbcStatement final : public Statement {
  public:
   OdbcStatement(const OdbcLink& link, String text, std::span<const Parameter> parameters);
@@ -24,9 +24,9 @@ class OdbcStatement final : public Statement {
 
   void LiftTimeLimit() override;
 
-  /// Execute up to the first result. What follows waits in ToNextResult.
+  /// Execute up to the first result; ToNextResult reads the others.
   void ExecuteToFirstResult(std::span<const Variant> values);
-  /// \return whether there is one more. \throws Error when a statement behind the first failed
+  /// \return whether there is another result. \throws Error if a later statement failed
   bool ToNextResult();
 
   const std::vector<Column>& Columns() const override { return columns_; }
@@ -38,7 +38,7 @@ class OdbcStatement final : public Statement {
   SQLRETURN Check(SQLRETURN result) const;
   void PassUnlessCancelled() const;
   void Run();
-  /// Calls the one of both that takes the text as the driver does.
+  /// Calls the function that matches the driver's text encoding.
   template <class Narrowly, class Widely>
   void Give(Narrowly narrowly, Widely widely);
   void BindValues(std::span<const Variant> values);
@@ -52,13 +52,13 @@ class OdbcStatement final : public Statement {
   const String text_;
   const std::vector<Parameter> parameters_;
   StatementHandle handle_;
-  std::optional<StatementHandle> interrupter_;  // where handle_ may not be cancelled
-  bool ran_ = false;                            // without being prepared
+  std::optional<StatementHandle> interrupter_;  // if handle_ must not be cancelled
+  bool ran_ = false;                            // at least once, prepared or not
   bool prepared_ = false;
   bool fetching_ = false;
   std::atomic<bool> cancelled_ = false;
   std::vector<Column> columns_;
-  std::vector<SQLSMALLINT> types_;     // of the columns
+  std::vector<SQLSMALLINT> types_;     // ODBC types of the columns
   std::vector<ColumnBuffer> buffers_;  // of the columns
   std::vector<ParameterBuffer> arguments_;
   std::vector<ParameterColumn> argumentsOfAll_;
