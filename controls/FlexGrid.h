@@ -38,7 +38,6 @@ class FlexGridPeer : public ControlPeer {
   virtual void ColumnsChanged() = 0;
   /// Number, order or contents of the rows have changed.
   virtual void RowsChanged() = 0;
-  /// Rows were appended.
   virtual void RowsAppended() = 0;
   virtual void HeadingChanged(int column) = 0;
   virtual void SelectionChanged() = 0;

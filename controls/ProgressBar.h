@@ -15,7 +15,6 @@ class ProgressBarPeer : public ControlPeer {
   virtual void PlacedIn(StatusBar& statusBar, int panel) = 0;
 };
 
-/// A progress bar.
 class ProgressBar final : public ControlOf<ProgressBarPeer> {
  public:
   ProgressBar(Form& form, Rectangle bounds);

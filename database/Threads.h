@@ -12,7 +12,6 @@
 
 namespace ktrv::database {
 
-/// The state of a thread.
 struct ThreadState {
   using Clock = std::chrono::steady_clock;
 
