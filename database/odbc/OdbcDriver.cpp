@@ -1,5 +1,7 @@
 #include "database/odbc/OdbcDriver.h"
 
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <optional>
 
@@ -13,12 +15,40 @@ namespace {
 
 /// Serialises connecting with PostgreSQL's driver, because it reads the process's locale name,
 /// which another connecting thread replaces. Also for a DSN, because its driver is not known here.
-std::unique_lock<std::mutex> AloneWhereNeeded(StringView connectionString) {
-  static std::mutex connecting;
-  const String driver = ToUpperAscii(odbc::KeywordValue(connectionString, u"Driver"));
-  const bool isAnother = !driver.empty() && driver.find(u"POSTGRES") == String::npos;
-  return isAnother ? std::unique_lock<std::mutex>() : std::unique_lock(connecting);
-}
+/// A connect that hangs delays others for a second only: it waits for its server by then.
+class Connecting {
+ public:
+  explicit Connecting(StringView connectionString) {
+    const String driver = ToUpperAscii(odbc::KeywordValue(connectionString, u"Driver"));
+    if (!driver.empty() && driver.find(u"POSTGRES") == String::npos) return;
+    std::unique_lock lock(shared_.Mutex);
+    alone_ =
+        shared_.Ended.wait_for(lock, std::chrono::seconds(1), [this] { return !shared_.Busy; });
+    if (alone_) shared_.Busy = true;
+  }
+  ~Connecting() {
+    if (!alone_) return;
+    const std::lock_guard lock(shared_.Mutex);
+    shared_.Busy = false;
+    shared_.Ended.notify_one();
+  }
+  Connecting(const Connecting&) = delete;
+  Connecting& operator=(const Connecting&) = delete;
+
+ private:
+  struct Shared {
+    std::mutex Mutex;
+    std::condition_variable Ended;
+    bool Busy = false;
+  };
+  static Shared& OfProcess() {
+    static auto* const shared = new Shared;  // never deleted: abandoned calls may outlive main
+    return *shared;
+  }
+
+  Shared& shared_ = OfProcess();
+  bool alone_ = false;
+};
 
 }  // namespace
 
@@ -53,7 +83,7 @@ OdbcDriver::~OdbcDriver() = default;
 
 std::unique_ptr<Link> OdbcDriver::Open(StringView connectionString, StringView user,
                                        StringView password) {
-  const auto alone = AloneWhereNeeded(connectionString);
+  const Connecting connecting(connectionString);
   return std::make_unique<odbc::OdbcLink>(environment_->Get(), connectionString, user, password);
 }
 
