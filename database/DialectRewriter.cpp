@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "common/Error.h"
 #include "database/SqlTokenizer.h"
 #include "database/UnionColumns.h"
 
@@ -38,6 +39,10 @@ String Joined(const std::vector<String>& parts, StringView separator) {
   }
   return whole;
 }
+
+/// Beyond what statements need; the recursion must fit into what a host's thread has left of its
+/// stack.
+constexpr int kDeepest = 200;
 
 struct Operand {
   String Text;
@@ -89,6 +94,9 @@ class Rewriter {
 
   /// Up to the comma or parenthesis that ends it, or to the END of its CASE.
   String Sequence() {
+    if (++depth_ > kDeepest) {
+      throw Error(ErrorNumber::SyntaxOrPermission, u"The statement is nested too deeply.");
+    }
     String text;
     bool behindMinus = false;
     while (!AtEnd()) {
@@ -101,6 +109,7 @@ class Rewriter {
       }
       if (token.KindOf != Kind::Space) behindMinus = IsMark(token, u"-");
     }
+    --depth_;
     return text;
   }
 
@@ -229,6 +238,7 @@ class Rewriter {
   const std::vector<SqlToken> tokens_;
   const Engine engine_;
   std::size_t next_ = 0;
+  int depth_ = 0;
   bool unclosed_ = false;
 };
 

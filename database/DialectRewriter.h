@@ -13,6 +13,7 @@ namespace ktrv::database {
 /// On PostgreSQL columns that are united are also made alike and put in order (UnionColumns.h).
 /// Everything else, and every text for SQL Server, Oracle or an unknown engine, stays to the
 /// letter. A "+" next to a number stays a sum.
+/// \throws Error SyntaxOrPermission when the text is nested too deeply.
 String RewriteForEngine(StringView sql, Engine engine);
 
 }  // namespace ktrv::database

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/Error.h"
 #include "database/SqlTokenizer.h"
 
 namespace ktrv::database {
@@ -87,6 +88,38 @@ constexpr const char16_t* kUntouched[] = {
 
 INSTANTIATE_TEST_SUITE_P(, UntouchedTextTest, testing::ValuesIn(kUntouched),
                          [](const auto& each) { return std::to_string(each.index); });
+
+String Nested(std::size_t depth, StringView open, StringView close) {
+  String text;
+  for (std::size_t level = 0; level < depth; ++level) text += open;
+  text += u"A";
+  for (std::size_t level = 0; level < depth; ++level) text += close;
+  return text;
+}
+
+constexpr std::pair<StringView, StringView> kNests[] = {
+    {u"(", u")"}, {u"NVL(A, ", u")"}, {u"CASE WHEN ", u" END"}};
+
+TEST(DialectRewriterDepthTest, DeepNestingIsAnErrorAndNotTheEndOfTheStack) {
+  for (const auto& [open, close] : kNests) {
+    const String deep = Nested(30000, open, close);
+    for (const Engine engine : {Engine::Sqlite, Engine::MySql, Engine::PostgreSql}) {
+      try {
+        RewriteForEngine(deep, engine);
+        ADD_FAILURE() << ToUtf8(open);
+      } catch (const Error& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::SyntaxOrPermission);
+      }
+    }
+    EXPECT_EQ(RewriteForEngine(deep, Engine::SqlServer), deep);
+  }
+}
+
+TEST(DialectRewriterDepthTest, WhatIsWrittenByHandIsNotDeep) {
+  for (const auto& [open, close] : kNests) {
+    EXPECT_NO_THROW(RewriteForEngine(Nested(100, open, close), Engine::Sqlite)) << ToUtf8(open);
+  }
+}
 
 TEST(SqlTokenizerTest, AnEmptyCommentHidesNothingBehindIt) {
   for (const StringView sql : {u"A/**/B", u"A--\nB"}) {
