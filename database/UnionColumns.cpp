@@ -42,22 +42,27 @@ Item ItemOf(const Tokens& tokens, std::size_t first, std::size_t end) {
   return item;
 }
 
-/// The select lists of the SELECTs that stand in no parentheses.
+/// The select lists of the SELECTs that stand in no parentheses; none when not all of them are
+/// united.
 std::vector<std::vector<Item>> SelectLists(const Tokens& tokens) {
   std::vector<std::vector<Item>> lists;
   std::size_t itemStart = 0;
   bool inList = false;
+  bool united = true;
   int depth = 0;
   for (std::size_t at = 0; at < tokens.size(); ++at) {
     if (IsMark(tokens[at], u"(")) ++depth;
     if (IsMark(tokens[at], u")")) --depth;
     if (depth > 0) continue;
     const bool ends = Is(tokens[at], u"FROM") || Is(tokens[at], u"UNION");
+    united = united || Is(tokens[at], u"UNION");
     if (inList && (ends || IsMark(tokens[at], u","))) {
       lists.back().push_back(ItemOf(tokens, itemStart, at));
       itemStart = at + 1;
       inList = !ends;
     } else if (Is(tokens[at], u"SELECT")) {
+      if (!united) return {};
+      united = false;
       lists.emplace_back();
       itemStart = at + 1;
       inList = true;
@@ -76,6 +81,11 @@ bool IsUnlike(const std::vector<std::vector<Item>>& lists, std::size_t place) {
     unlike = unlike || !EqualsIgnoringCase(list[place].Column, first);
   }
   return unlike;
+}
+
+/// Whether its quote is not closed, so that text appended to it becomes part of it.
+bool IsOpen(const SqlToken& token) {
+  return TokenizeSql(String(token.Text) + u" ").size() == 1;
 }
 
 }  // namespace
@@ -107,14 +117,23 @@ String WithOrderOfUnion(StringView sql) {
   const Tokens tokens = TokenizeSql(sql);
   bool united = false;
   int depth = 0;
+  std::size_t end = 0;  // of the last token that is no blank
+  std::size_t at = 0;
+  const SqlToken* last = nullptr;
   for (const SqlToken& token : tokens) {
+    at += token.Text.size();
+    if (token.KindOf != Kind::Space) {
+      end = at;
+      last = &token;
+    }
     if (IsMark(token, u"(")) ++depth;
     if (IsMark(token, u")")) --depth;
     if (depth > 0) continue;
-    if (Is(token, u"ORDER") || Is(token, u"ALL")) return String(sql);
+    if (Is(token, u"ORDER") || Is(token, u"ALL") || IsMark(token, u";")) return String(sql);
     united = united || Is(token, u"UNION");
   }
-  return united ? String(sql) + u" ORDER BY 1" : String(sql);
+  if (!united || IsOpen(*last)) return String(sql);
+  return String(sql.substr(0, end)).append(u" ORDER BY 1").append(sql.substr(end));
 }
 
 }  // namespace ktrv::database

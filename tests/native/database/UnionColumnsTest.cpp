@@ -32,12 +32,28 @@ TEST(UnionColumns, OfOneNameStay) {
   }
 }
 
+TEST(UnionColumns, OfSelectsThatAreNotUnitedStay) {
+  for (const StringView sql :
+       {u"SELECT ID FROM A; SELECT CODE FROM B", u"SELECT ID FROM A EXCEPT SELECT CODE FROM B",
+        u"SELECT ID FROM A UNION SELECT ID FROM B; SELECT CODE FROM C", u"SELECT A SELECT B"}) {
+    EXPECT_EQ(United(sql), ToUtf8(sql));
+  }
+}
+
+TEST(UnionOrder, StandsBeforeACommentAtTheEnd) {
+  EXPECT_EQ(WithOrderOfUnion(u"SELECT A FROM T UNION SELECT B FROM U -- those too"),
+            u"SELECT A FROM T UNION SELECT B FROM U ORDER BY 1 -- those too");
+}
+
 TEST(UnionOrder, IsTheFirstColumnsUnlessThereIsOne) {
   EXPECT_EQ(WithOrderOfUnion(u"SELECT A FROM T UNION SELECT B FROM (SELECT B FROM U ORDER BY B)"),
             u"SELECT A FROM T UNION SELECT B FROM (SELECT B FROM U ORDER BY B) ORDER BY 1");
   for (const StringView sql :
        {u"SELECT A FROM T", u"SELECT A FROM T UNION SELECT B FROM U ORDER BY 2",
         u"SELECT A FROM T UNION ALL SELECT B FROM U",
+        u"SELECT A FROM T UNION SELECT B FROM U WHERE C = 'open",
+        u"SELECT A FROM T UNION SELECT B FROM U WHERE \"open",
+        u"SELECT A FROM T UNION SELECT B FROM U; SELECT C FROM V",
         u"SELECT A FROM T WHERE A IN (SELECT B FROM U UNION SELECT C FROM V)", u""}) {
     EXPECT_EQ(ToUtf8(WithOrderOfUnion(sql)), ToUtf8(sql));
   }
