@@ -48,7 +48,9 @@ struct Value {
   std::size_t End;
 };
 
-std::vector<Value> PasswordValues(StringView text) {
+/// \param within whether to look inside values too: what looks like the opening quote of a value
+/// may be an ordinary character.
+std::vector<Value> PasswordValues(StringView text, bool within) {
   std::vector<Value> values;
   for (std::size_t at = 0; (at = text.find(u'=', at)) != StringView::npos;) {
     const StringView keyword = text.substr(0, at++);
@@ -56,7 +58,7 @@ std::vector<Value> PasswordValues(StringView text) {
     while (at < text.size() && text[at] <= u' ') ++at;
     const std::size_t end = at + EndOfValue(text.substr(at));
     if (end > at) values.push_back({at, end});
-    at = end;
+    if (!within) at = end;
   }
   return values;
 }
@@ -65,7 +67,7 @@ std::vector<Value> PasswordValues(StringView text) {
 /// repeat any of these forms.
 std::vector<String> PasswordsOf(StringView connectionString) {
   std::vector<String> passwords;
-  for (const Value& value : PasswordValues(connectionString)) {
+  for (const Value& value : PasswordValues(connectionString, true)) {
     const StringView written = connectionString.substr(value.Start, value.End - value.Start);
     passwords.emplace_back(Trim(written));
     const char16_t first = written.front();
@@ -103,7 +105,7 @@ void Hide(String& text, StringView password) {
 }  // namespace
 
 String HidePasswords(StringView text) {
-  const std::vector<Value> values = PasswordValues(text);
+  const std::vector<Value> values = PasswordValues(text, false);
   String hidden(text);
   for (auto value = values.rbegin(); value != values.rend(); ++value) {
     hidden.replace(value->Start, value->End - value->Start, kHidden);

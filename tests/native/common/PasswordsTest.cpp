@@ -37,6 +37,10 @@ TEST(PasswordsTest, APasswordOfTheConnectionStringIsHiddenWhereverItStands) {
   EXPECT_EQ(HidePasswords(u"user x, word given", u"DSN=Book", u"given"), u"user x, word ***");
 }
 
+TEST(PasswordsTest, APasswordBehindAnotherValueWithAQuoteIsHidden) {
+  EXPECT_EQ(HidePasswords(u"secret1 refused", u"Driver={x Pwd='};Pwd=secret1"), u"*** refused");
+}
+
 TEST(PasswordsTest, AShortPasswordIsHiddenAsAWordOnly) {
   EXPECT_EQ(HidePasswords(u"a table, password a refused", u"PWD=a"),
             u"*** table, password *** refused");
