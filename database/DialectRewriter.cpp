@@ -64,9 +64,9 @@ class Rewriter {
     return text;
   }
 
-  /// Whether a parenthesis was still open at the end. The engine must see such a text as it is, and
-  /// not one that was made whole.
-  bool LeftOpen() const { return unclosed_; }
+  /// Whether a parenthesis or a quote was still open at the end. The engine must see such a text as
+  /// it is, and not one that was made whole.
+  bool LeftOpen() const { return unclosed_ || (!tokens_.empty() && IsOpen(tokens_.back())); }
 
  private:
   bool AtEnd() const { return next_ == tokens_.size(); }

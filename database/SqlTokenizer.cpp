@@ -74,4 +74,9 @@ std::vector<SqlToken> TokenizeSql(StringView sql) {
   return tokens;
 }
 
+bool IsOpen(const SqlToken& token) {
+  const bool quoted = token.KindOf == Kind::Literal || token.KindOf == Kind::Word;
+  return quoted && TokenizeSql(String(token.Text) + u" ").size() == 1;
+}
+
 }  // namespace ktrv::database

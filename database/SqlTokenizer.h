@@ -23,4 +23,8 @@ struct SqlToken {
 /// quoted name or comment extends to the end.
 std::vector<SqlToken> TokenizeSql(StringView sql);
 
+/// Whether the token is a literal or a name whose quote is not closed, so that text appended to it
+/// becomes part of it.
+bool IsOpen(const SqlToken& token);
+
 }  // namespace ktrv::database

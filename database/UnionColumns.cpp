@@ -83,11 +83,6 @@ bool IsUnlike(const std::vector<std::vector<Item>>& lists, std::size_t place) {
   return unlike;
 }
 
-/// Whether its quote is not closed, so that text appended to it becomes part of it.
-bool IsOpen(const SqlToken& token) {
-  return TokenizeSql(String(token.Text) + u" ").size() == 1;
-}
-
 }  // namespace
 
 String UniteUnlikeColumns(StringView sql) {

@@ -81,6 +81,8 @@ constexpr const char16_t* kUntouched[] = {
     u"INSERT INTO SMS_ABFOLDERS (TYPE, NAME, PARENTFOLDERID ) VALUES(?, ?, 0)",
     u"SELECT CODE FROM V_ZUL$REMOTE_CONTACTS WHERE C =  (SELECT A FROM B WHERE ID = 5)",
     u"SELECT 'not closed",
+    u"SELECT A || 'not closed",
+    u"SELECT A + \"not closed",
     u"SELECT (A",
     u") , (",
     u"CASE WHEN A",
