@@ -44,6 +44,12 @@ String Joined(const std::vector<String>& parts, StringView separator) {
 /// stack.
 constexpr int kDeepest = 200;
 
+/// A parenthesis that became a call may stand directly behind a word.
+void Append(String& text, StringView more) {
+  if (WouldMerge(text, more)) text += u' ';
+  text += more;
+}
+
 struct Operand {
   String Text;
   bool Literal = false;  // a text that is never null
@@ -58,7 +64,7 @@ class Rewriter {
   String WholeText() {
     String text;
     while (next_ < tokens_.size()) {
-      text += Sequence();
+      Append(text, Sequence());
       if (next_ < tokens_.size()) text += Take();  // a parenthesis or comma at the top
     }
     return text;
@@ -103,7 +109,7 @@ class Rewriter {
       const SqlToken& token = tokens_[next_];
       if (IsMark(token, u")") || IsMark(token, u",") || Is(token, u"END")) break;
       if (StartsOperand(next_)) {
-        text += Chain(behindMinus);
+        Append(text, Chain(behindMinus));
       } else {
         text += Take();
       }
@@ -195,7 +201,7 @@ class Rewriter {
   String Case() {
     String text(Take());
     while (!AtEnd() && !Is(tokens_[next_], u"END")) {
-      text += Sequence();
+      Append(text, Sequence());
       if (!AtEnd() && !Is(tokens_[next_], u"END")) text += Take();
     }
     return AtEnd() ? text : text.append(Take());
@@ -210,7 +216,8 @@ class Rewriter {
         Take();
         arguments.push_back(Sequence());
       } else {
-        arguments.back().append(Take()).append(Sequence());
+        arguments.back().append(Take());
+        Append(arguments.back(), Sequence());
       }
     }
     if (AtEnd()) {

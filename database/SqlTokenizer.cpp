@@ -74,6 +74,11 @@ std::vector<SqlToken> TokenizeSql(StringView sql) {
   return tokens;
 }
 
+bool WouldMerge(StringView before, StringView behind) {
+  return !before.empty() && !behind.empty() && IsNameUnit(before.back()) &&
+         IsNameUnit(behind.front());
+}
+
 bool IsOpen(const SqlToken& token) {
   const bool quoted = token.KindOf == Kind::Literal || token.KindOf == Kind::Word;
   return quoted && TokenizeSql(String(token.Text) + u" ").size() == 1;

@@ -27,4 +27,8 @@ std::vector<SqlToken> TokenizeSql(StringView sql);
 /// becomes part of it.
 bool IsOpen(const SqlToken& token);
 
+/// Whether the end of one text and the start of the other would be one name if nothing stood
+/// between them.
+bool WouldMerge(StringView before, StringView behind);
+
 }  // namespace ktrv::database
