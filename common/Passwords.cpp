@@ -48,7 +48,7 @@ struct Value {
   std::size_t End;
 };
 
-/// \param within whether to look inside values too: what looks like the opening quote of a value
+/// \param within true: also searches inside values, because the apparent opening quote of a value
 /// may be an ordinary character.
 std::vector<Value> PasswordValues(StringView text, bool within) {
   std::vector<Value> values;

@@ -12,7 +12,7 @@ namespace {
 
 using Kind = SqlToken::Kind;
 
-/// Words that stand between operands and never are one.
+/// Words that separate operands and cannot be operands.
 constexpr StringView kKeywords[] = {
     u"ALL",    u"AND",    u"AS",   u"ASC",   u"BETWEEN", u"BY",     u"DESC",  u"DISTINCT", u"ELSE",
     u"END",    u"EXISTS", u"FROM", u"GROUP", u"HAVING",  u"IN",     u"INNER", u"INSERT",   u"INTO",
@@ -40,11 +40,11 @@ String Joined(const std::vector<String>& parts, StringView separator) {
   return whole;
 }
 
-/// Beyond what statements need; the recursion must fit into what a host's thread has left of its
-/// stack.
+/// Maximum depth of recursion: more than statements need, and safe for the stack of a host's
+/// thread.
 constexpr int kDeepest = 200;
 
-/// A parenthesis that became a call may stand directly behind a word.
+/// Appends with a space if needed: a parenthesis that becomes a call may follow a word directly.
 void Append(String& text, StringView more) {
   if (WouldMerge(text, more)) text += u' ';
   text += more;
@@ -52,11 +52,11 @@ void Append(String& text, StringView more) {
 
 struct Operand {
   String Text;
-  bool Literal = false;  // a text that is never null
+  bool Literal = false;  // a text literal, never null
   bool Numeric = false;
 };
 
-/// Reads the text once from its start to its end, by recursive descent into parentheses.
+/// Rewrites the text in one pass by recursive descent.
 class Rewriter {
  public:
   Rewriter(StringView sql, Engine engine) : tokens_(TokenizeSql(sql)), engine_(engine) {}
@@ -70,15 +70,15 @@ class Rewriter {
     return text;
   }
 
-  /// Whether a parenthesis or a quote was still open at the end. The engine must see such a text as
-  /// it is, and not one that was made whole.
+  /// Whether a parenthesis or a quote was not closed. Such a text must be sent unchanged, because
+  /// rewriting might close it.
   bool LeftOpen() const { return unclosed_ || (!tokens_.empty() && IsOpen(tokens_.back())); }
 
  private:
   bool AtEnd() const { return next_ == tokens_.size(); }
   StringView Take() { return tokens_[next_++].Text; }
 
-  /// The token behind the blanks at the position; past the last when there is none.
+  /// The position of the next token that is not a space; the end if there is none.
   std::size_t Significant(std::size_t position) const {
     while (position < tokens_.size() && tokens_[position].KindOf == Kind::Space) ++position;
     return position;
@@ -98,7 +98,7 @@ class Rewriter {
                        [&](StringView mark) { return IsMark(tokens_[position], mark); });
   }
 
-  /// Up to the comma or parenthesis that ends it, or to the END of its CASE.
+  /// Rewrites up to a comma, a closing parenthesis or END, which it does not consume.
   String Sequence() {
     if (++depth_ > kDeepest) {
       throw Error(ErrorNumber::SyntaxOrPermission, u"The statement is nested too deeply.");
@@ -119,7 +119,8 @@ class Rewriter {
     return text;
   }
 
-  /// Operands with "+" or "||" between them; both bind alike and from the left.
+  /// Rewrites a chain of operands with "+" or "||", which have equal precedence and are
+  /// left-associative.
   String Chain(bool behindMinus) {
     std::vector<Operand> operands;
     operands.push_back(Term());
@@ -207,7 +208,7 @@ class Rewriter {
     return AtEnd() ? text : text.append(Take());
   }
 
-  /// What stands between parentheses, split at the commas. Both parentheses are taken.
+  /// The comma-separated arguments between parentheses. Consumes both parentheses.
   std::vector<String> Arguments() {
     Take();
     std::vector<String> arguments = {Sequence()};
@@ -234,7 +235,8 @@ class Rewriter {
       return u"COALESCE(" + Joined(arguments, u",") + u")";
     }
     if (isCalled(u"TO_CHAR") && arguments.size() == 1) {
-      // Unlike a cast, this leaves MySQL free to unite the text with any column's collation.
+      // Unlike a cast, CONCAT gives a collation that MySQL can combine with any column's in a
+      // UNION.
       if (engine_ == Engine::MySql) return u"CONCAT(" + arguments[0] + u")";
       const StringView type = engine_ == Engine::PostgreSql ? u"VARCHAR" : u"TEXT";
       return u"CAST(" + arguments[0] + u" AS " + String(type) + u")";

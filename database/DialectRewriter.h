@@ -5,15 +5,16 @@
 
 namespace ktrv::database {
 
-/// The text for an engine that knows neither of the two SQL families that programs write:
-///   ISNULL(x, y), NVL(x, y)   the engine's null default
+/// Translates functions and operators of the SQL Server and Oracle dialects for engines that know
+/// neither:
+///   ISNULL(x, y), NVL(x, y)   COALESCE
 ///   TO_CHAR(x)                x as text
-///   a + b                     the texts joined; null when one of them is null (SQL Server's sense)
-///   a || b                    the texts joined; null counts as empty (Oracle's sense)
-/// On PostgreSQL columns that are united are also made alike and put in order (UnionColumns.h).
-/// Everything else, and every text for SQL Server, Oracle or an unknown engine, stays to the
-/// letter. A "+" next to a number stays a sum.
-/// \throws Error SyntaxOrPermission when the text is nested too deeply.
+///   a + b                     concatenation; null if either is null, as in SQL Server
+///   a || b                    concatenation; null counts as empty, as in Oracle
+/// For PostgreSQL it also adapts the columns and order of a UNION (UnionColumns.h). Everything else
+/// stays unchanged, as do all texts for SQL Server, Oracle and unknown engines. A "+" next to a
+/// number remains an addition.
+/// \throws Error SyntaxOrPermission if the text is nested too deeply
 String RewriteForEngine(StringView sql, Engine engine);
 
 }  // namespace ktrv::database

@@ -11,11 +11,11 @@ namespace {
 using Kind = SqlToken::Kind;
 using Tokens = std::vector<SqlToken>;
 
-/// One place of a select list: the tokens of its value, without an alias.
+/// One item of a select list: the tokens of its value, without alias.
 struct Item {
   std::size_t First = 0;
-  std::size_t Last = 0;  ///< with it
-  StringView Column;     ///< name of the column that it is; empty when it is anything else
+  std::size_t Last = 0;  ///< inclusive
+  StringView Column;     ///< the column's name if the item is a plain column, else empty
 };
 
 bool Is(const SqlToken& token, StringView word) {
@@ -42,8 +42,8 @@ Item ItemOf(const Tokens& tokens, std::size_t first, std::size_t end) {
   return item;
 }
 
-/// The select lists of the SELECTs that stand in no parentheses; none when not all of them are
-/// united.
+/// The select lists of the SELECTs outside parentheses; empty unless all of them are combined by
+/// UNION.
 std::vector<std::vector<Item>> SelectLists(const Tokens& tokens) {
   std::vector<std::vector<Item>> lists;
   std::size_t itemStart = 0;
@@ -72,7 +72,7 @@ std::vector<std::vector<Item>> SelectLists(const Tokens& tokens) {
   return lists;
 }
 
-/// Whether the place holds a column in every list, and not everywhere one of the same name.
+/// Whether all lists have a plain column at this place, but not all with the same name.
 bool IsUnlike(const std::vector<std::vector<Item>>& lists, std::size_t place) {
   const StringView first = lists.front()[place].Column;
   bool unlike = false;
@@ -112,7 +112,7 @@ String WithOrderOfUnion(StringView sql) {
   const Tokens tokens = TokenizeSql(sql);
   bool united = false;
   int depth = 0;
-  std::size_t end = 0;  // of the last token that is no blank
+  std::size_t end = 0;  // of the last token that is not a space
   std::size_t at = 0;
   const SqlToken* last = nullptr;
   for (const SqlToken& token : tokens) {
