@@ -64,12 +64,17 @@ struct BigGroup : tests::GroupsOnDatabase {
 };
 
 TEST_F(BigGroup, TakesTimeInProportion) {
-  constexpr double kTenTimes = 30;  // with what else the machine does; the square would be 100
-  const Times small = Work(2000);
-  const Times large = Work(20000);
-  EXPECT_LT(large.Opening, kTenTimes * small.Opening);
-  EXPECT_LT(large.Saving, kTenTimes * small.Saving);
-  EXPECT_LT(large.Picking, kTenTimes * small.Picking);
+  constexpr double kTenTimes = 30;  // the square would be 100
+  // A busy machine may hold up one of the two; it does not do so each time.
+  bool inProportion = false;
+  for (int attempt = 0; attempt < 4 && !inProportion; ++attempt) {
+    const Times small = Work(2000);
+    const Times large = Work(20000);
+    inProportion = large.Opening < kTenTimes * small.Opening &&
+                   large.Saving < kTenTimes * small.Saving &&
+                   large.Picking < kTenTimes * small.Picking;
+  }
+  EXPECT_TRUE(inProportion);
 }
 
 }  // namespace
