@@ -81,6 +81,8 @@ void GroupStore::Saving::Fail() {
   try {
     if (!store_.hasWritten_) return Undo();
     transaction_.Commit();
+    // A driver may report the commit of a lost connection as successful.
+    if (store_.created_ && store_.groupId_.empty()) return store_.Doubt();
     // Some engines roll back the whole transaction when a statement fails.
     if (store_.HasVanished()) return Forget();
   } catch (...) {
