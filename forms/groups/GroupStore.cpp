@@ -82,7 +82,8 @@ void GroupStore::Saving::Fail() {
     if (!store_.hasWritten_) return Undo();
     transaction_.Commit();
     // A driver may report the commit of a lost connection as successful.
-    if (store_.created_ && store_.groupId_.empty()) return store_.Doubt();
+    const bool isUnseen = store_.created_ && store_.groupId_.empty() && !store_.created_->Unfound;
+    if (isUnseen) return store_.Doubt();
     // Some engines roll back the whole transaction when a statement fails.
     if (store_.HasVanished()) return Forget();
   } catch (...) {
@@ -208,6 +209,7 @@ bool GroupStore::FindCreated() {
   const auto rows = commands_.Execute(GroupCommand::GroupIdByName, {creation.Name});
   if (rows.EndOfFile()) {
     if (creation.Worked) {
+      if (created_) created_->Unfound = true;
       throw Error(ErrorNumber::RowGone, u"The new group cannot be found by its name");
     }
     creation_.reset();

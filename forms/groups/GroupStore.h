@@ -103,7 +103,8 @@ class GroupStore {
   struct Creation {
     String Name;
     String FolderId;
-    bool Worked = false;  ///< whether the insert succeeded; else its outcome is unknown
+    bool Worked = false;   ///< whether the insert succeeded; else its outcome is unknown
+    bool Unfound = false;  ///< whether the link that inserted it could not find it
   };
 
   /// \param details receives more columns unless null. \return nullopt if there is no such group
