@@ -1,5 +1,7 @@
 #include "database/odbc/Native.h"
 
+#include <cstdlib>
+
 #include "common/Error.h"
 #include "database/odbc/ErrorMapping.h"
 
@@ -50,6 +52,18 @@ SQLRETURN Checked(SQLRETURN result, SQLSMALLINT kind, SQLHANDLE handle, const Di
                       ToUpperAscii(dialogue.Source).find(u"SQLITE") != StringView::npos;
   throw Error(NumberOfFailure(record.State, record.Native, record.Text, sqlite), record.Text,
               dialogue.Source);
+}
+
+bool PassesParameterArrays() {
+#ifdef _WIN32
+  constexpr double kLastThatDoes = 8.0;
+  using VersionOfWine = const char* (*)();
+  const auto version = reinterpret_cast<VersionOfWine>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll"), "wine_get_version")));
+  return !version || std::atof(version()) <= kLastThatDoes;
+#else
+  return true;
+#endif
 }
 
 }  // namespace ktrv::database::odbc

@@ -68,4 +68,8 @@ struct Dialogue {
 /// that may fail are wrapped in it. \throws Error with the first diagnostic record of the handle
 SQLRETURN Checked(SQLRETURN result, SQLSMALLINT kind, SQLHANDLE handle, const Dialogue& dialogue);
 
+/// Whether arrays of parameters arrive whole. Wine's driver manager after 8.0 passes on only the
+/// first of the lengths, so that drivers read random texts for the other rows.
+bool PassesParameterArrays();
+
 }  // namespace ktrv::database::odbc

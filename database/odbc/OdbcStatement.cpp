@@ -130,6 +130,7 @@ void OdbcStatement::ExecuteToFirstResult(std::span<const Variant> values) {
 
 bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
   if (link_.EngineKind() == Engine::Sqlite || link_.EngineKind() == Engine::Other) return false;
+  if (!PassesParameterArrays()) return false;
   CloseCursor();
   PassUnlessCancelled();
   std::vector<SQLUSMALLINT> states(rows.size(), SQL_PARAM_UNUSED);

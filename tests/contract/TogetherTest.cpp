@@ -1,5 +1,6 @@
 #include "common/Error.h"
 #include "database/Transaction.h"
+#include "database/odbc/Native.h"
 #include "tests/contract/ServerTest.h"
 
 namespace ktrv::tests {
@@ -102,7 +103,30 @@ TEST_P(TogetherTest, ASessionThatIsLostInBetweenStoresNothing) {
   EXPECT_EQ(Count(), u"0");
 }
 
-INSTANTIATE_TEST_SUITE_P(, TogetherTest,
+std::vector<ServerKind> ServersOfBlocks() {
+  if (!database::odbc::PassesParameterArrays()) return {};
+  return {ServerKind::MariaDb, ServerKind::PostgreSql};
+}
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(TogetherTest);
+INSTANTIATE_TEST_SUITE_P(, TogetherTest, testing::ValuesIn(ServersOfBlocks()), NameOfServer);
+
+/// With every driver manager.
+class TogetherOrNotTest : public TogetherTest {};
+
+TEST_P(TogetherOrNotTest, WhatIsStoredIsWhatWasGiven) {
+  database::Transaction transaction(connection);
+  const Rows rows = Named({u"Ann", u"Bertil Öst", u"नमस्ते", u"\U0001F600", u""});
+  const auto outcome = insert.ExecuteTogether(rows);
+  ASSERT_NE(outcome, Command::Together::Undone);
+  EXPECT_EQ(outcome == Command::Together::Ran, database::odbc::PassesParameterArrays());
+  if (outcome == Command::Together::CannotRun) {
+    for (const auto& row : rows) insert.Execute(row);
+  }
+  transaction.Commit();
+  EXPECT_EQ(Names(), u"0:Ann 1:Bertil Öst 2:नमस्ते 3:\U0001F600 4: ");
+}
+
+INSTANTIATE_TEST_SUITE_P(, TogetherOrNotTest,
                          testing::Values(ServerKind::MariaDb, ServerKind::PostgreSql),
                          NameOfServer);
 
