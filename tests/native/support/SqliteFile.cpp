@@ -3,10 +3,22 @@
 #include <random>
 
 namespace ktrv::tests {
+namespace {
+
+/// A folder in memory if there is one with enough room, since tests would spend most of their time
+/// on waiting for a disk.
+std::string Folder() {
+  constexpr std::uintmax_t kEnough = 512 * 1024 * 1024;
+  std::error_code missing;
+  const auto memory = std::filesystem::space(SqliteFile::FileOf("/dev/shm"), missing);
+  return !missing && memory.available >= kEnough ? "/dev/shm" : "/tmp";
+}
+
+}  // namespace
 
 SqliteFile::SqliteFile() {
   std::random_device random;
-  path_ = "/tmp/ktrv-test-" + std::to_string(random()) + std::to_string(random()) + ".db";
+  path_ = Folder() + "/ktrv-test-" + std::to_string(random()) + std::to_string(random()) + ".db";
   database::Connection connection(Surroundings());
   connection.Open(ConnectionString() + u";NoCreat=0");
   connection.Execute(u"PRAGMA user_version = 1");  // puts the file's header in place
