@@ -22,11 +22,11 @@ bool TriesAllFaults() {
   return faults && std::string(faults) == "all";
 }
 
-FaultFixture::FaultFixture(std::optional<std::uint16_t> port)
+FaultFixture::FaultFixture(std::optional<std::uint16_t> port, std::chrono::milliseconds limit)
     : book(Kind(), kContactsOfFaults, port) {
   HostSettings settings;
   settings.Contacts = kContactsOfFaults;
-  settings.Limits = {kLimitOfFaults, kLimitOfFaults, kLimitOfFaults};
+  settings.Limits = {limit, limit, limit};
   settings.Patience = std::chrono::milliseconds(800);
   settings.Through = [this](database::Driver& driver) -> database::Driver& {
     return watch.emplace(driver);

@@ -19,8 +19,9 @@ bool TriesAllFaults();
 /// A user at a book on whom faults come, and what is to be said of it in the end.
 class FaultFixture : public testing::TestWithParam<std::tuple<ServerKind, std::size_t>> {
  protected:
-  /// \param port of the server, if it is not the one that all tests share
-  explicit FaultFixture(std::optional<std::uint16_t> port = {});
+  /// \param port of the server, if it is not the one that all tests share \param limit of each call
+  explicit FaultFixture(std::optional<std::uint16_t> port = {},
+                        std::chrono::milliseconds limit = kLimitOfFaults);
   ~FaultFixture() override;
 
   static ServerKind Kind() { return std::get<0>(GetParam()); }

@@ -7,8 +7,12 @@
 namespace ktrv::tests {
 namespace {
 
-/// Sessions that the server ends between two uses, as when it is restarted.
-class EndedSessionsTest : public FaultFixture {};
+/// Sessions that the server ends between two uses, as when it is restarted. Nothing hangs, so that
+/// a busy machine has time.
+class EndedSessionsTest : public FaultFixture {
+ protected:
+  EndedSessionsTest() : FaultFixture({}, std::chrono::seconds(15)) {}
+};
 
 TEST_P(EndedSessionsTest, AUserWhoThoughtMeanwhileNoticesNothing) {
   Prepare();
