@@ -1,22 +1,12 @@
 #include "tests/native/forms/AddressBookFixture.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace ktrv::tests {
 
 using database::DataType;
 
-AddressBookTest::AddressBookTest()
-    : session(
-          screen, system,
-          {[this](StringView) -> database::Driver& { return driver; }, screen.Dispatcher.Post()}) {
-  session.LogFilePath = u"log";
-  session.Database.Renew();
-  session.SessionConnectionString = u"DSN=Test";
-  session.DbType = u"SQL";
-  session.IsAdmin = UserType::Administrator;
-  session.InitDone = 1;
+AddressBookTest::AddressBookTest() {
   SharedFolders({});
   RemoteFolders({});
   Groups({});
@@ -125,20 +115,6 @@ std::vector<String> AddressBookTest::Column(StringView key) const {
     texts.push_back(form->vsfContacts.Text(row, column));
   }
   return texts;
-}
-
-int AddressBookTest::ErrorsLogged(StringView context) const {
-  const String line = u"\n" + String(context) + u"\r\nError Date/Time   : ";
-  const String log = Log();
-  int count = 0;
-  for (std::size_t at = log.find(line); at != String::npos; at = log.find(line, at + 1)) ++count;
-  return count;
-}
-
-std::vector<FakeDriver::Execution> AddressBookTest::Ran(StringView part) const {
-  std::vector<FakeDriver::Execution> ran = driver.Executed();
-  std::erase_if(ran, [&](const auto& each) { return each.Text.find(part) == String::npos; });
-  return ran;
 }
 
 }  // namespace ktrv::tests

@@ -1,16 +1,11 @@
 #pragma once
 
-#include <gtest/gtest.h>
 #include <memory>
-#include <string>
 #include <vector>
 
-#include "component/Session.h"
 #include "data/AddressBookQueries.h"
 #include "forms/addressbook/frmAddressBook.h"
-#include "tests/native/support/FakeDriver.h"
-#include "tests/native/support/FakeOperatingSystem.h"
-#include "tests/native/support/ScriptedScreen.h"
+#include "tests/native/support/SessionFixture.h"
 
 namespace ktrv::tests {
 
@@ -18,7 +13,7 @@ namespace Queries = data::AddressBookQueries;
 
 /// The address book window on a database that answers as the test says: at first with no folder,
 /// no group and no contact.
-class AddressBookTest : public testing::Test {
+class AddressBookTest : public SessionFixture {
  protected:
   using Row = FakeDriver::Row;
 
@@ -55,15 +50,7 @@ class AddressBookTest : public testing::Test {
   std::vector<String> Tree() const;
   std::vector<String> Column(StringView key) const;
   String Panel(int panel) const { return form->StatusBar1.PanelAt(panel).Text; }
-  String Log() const { return system.TextOf(u"log"); }
-  int ErrorsLogged(StringView context) const;
-  /// Texts that ran and contain this part.
-  std::vector<FakeDriver::Execution> Ran(StringView part) const;
 
-  FakeDriver driver;
-  ScriptedScreen screen;
-  FakeOperatingSystem system;
-  Session session;
   forms::Editors editors{session};
   std::unique_ptr<forms::frmAddressBook> form;
 };

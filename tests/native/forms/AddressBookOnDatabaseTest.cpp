@@ -2,11 +2,8 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "component/Session.h"
 #include "forms/addressbook/frmAddressBook.h"
-#include "tests/native/support/AddressBookDatabase.h"
-#include "tests/native/support/FakeOperatingSystem.h"
-#include "tests/native/support/ScriptedScreen.h"
+#include "tests/native/support/DialogFixture.h"
 
 namespace ktrv::tests {
 namespace {
@@ -14,12 +11,9 @@ namespace {
 using Lines = std::vector<String>;
 
 /// The window on a real database, once for each family of query texts.
-struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
+struct AddressBookOnDatabase : DialogFixture, testing::WithParamInterface<const char16_t*> {
   AddressBookOnDatabase() {
-    session.LogFilePath = u"log";
     session.DbType = GetParam();
-    session.SessionConnectionString = database.ConnectionString();
-    session.Database.Renew();
     database.Run({
         u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, PARENTFOLDERID, REMOTE_CONTACTS_CATEGORY)"
         u" VALUES (1, 'S', 'Staff', 0, ''), (2, 'R', 'Dealers', 1, 'D'), (3, 'L', 'Mine', 0, '')",
@@ -48,15 +42,7 @@ struct AddressBookOnDatabase : testing::TestWithParam<const char16_t*> {
     return lines;
   }
   String Count() const { return form->StatusBar1.PanelAt(1).Text; }
-  String Log() const { return system.TextOf(u"log"); }
 
-  AddressBookDatabase database;
-  ScriptedScreen screen;
-  FakeOperatingSystem system;
-  Session session{screen,
-                  system,
-                  {[this](StringView) -> database::Driver& { return database.Driver(); },
-                   screen.Dispatcher.Post()}};
   forms::Editors editors{session};
   std::unique_ptr<forms::frmAddressBook> form;
 };

@@ -277,8 +277,8 @@ TEST_F(SavesOnDatabase, NameOfAnotherGroupIsRefused) {
 TEST_F(SavesOnDatabase, DeletedGroupIsNotFilledWithOrphans) {
   OpenToModify(u"11", u"Team");
   ASSERT_TRUE(Complete());
-  database->Run({u"DELETE FROM SMS_ABGROUPS WHERE ID = 11",
-                 u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 11"});
+  database.Run({u"DELETE FROM SMS_ABGROUPS WHERE ID = 11",
+                u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 11"});
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(ErrorsLogged(kContext), 1);

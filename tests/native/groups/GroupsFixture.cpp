@@ -7,20 +7,7 @@ namespace ktrv::tests {
 using database::DataType;
 namespace Queries = data::GroupQueries;
 
-GroupsTest::GroupsTest()
-    : session(screen, system,
-              {[this](StringView) -> database::Driver& {
-                 if (outage) throw Error(ErrorNumber::DriverFailure, u"no server");
-                 if (watched) return *watched;
-                 return driver;
-               },
-               screen.Dispatcher.Post()}) {
-  session.LogFilePath = u"log";
-  session.Database.Renew();
-  session.SessionConnectionString = u"DSN=Test";
-  session.DbType = u"SQL";
-  session.IsAdmin = UserType::Administrator;
-  session.InitDone = 1;
+GroupsTest::GroupsTest() {
   WorkOn(TypeOfGroup::SharedGroup);
   driver.Changes(u"SMS_ABGROUPS SET NAME", 1);
   driver.Changes(u"DELETE FROM", 0);
@@ -128,27 +115,6 @@ std::vector<String> GroupsTest::Texts(const TextCollection& collection) {
   return texts;
 }
 
-int GroupsTest::ErrorsLogged(StringView context) const {
-  const String log = system.TextOf(u"log");
-  int count = 0;
-  for (std::size_t at = log.find(context); at != String::npos; at = log.find(context, at + 1)) {
-    ++count;
-  }
-  return count;
-}
-
-int GroupsTest::ErrorsLogged() const {
-  return ErrorsLogged(u"Error Number      : ");
-}
-
-std::vector<FakeDriver::Execution> GroupsTest::Ran(StringView part) const {
-  std::vector<FakeDriver::Execution> found;
-  for (const auto& execution : driver.Executed()) {
-    if (execution.Text.find(part) != String::npos) found.push_back(execution);
-  }
-  return found;
-}
-
 void GroupsTest::HoldFetches() {
   session.Database.Open();
   driver.OpenGate.Close();
@@ -211,10 +177,9 @@ std::vector<GroupsTest::Row> GroupsTest::Contacts(int count) {
 }
 
 GroupsOnDatabase::GroupsOnDatabase() {
-  database = std::make_unique<AddressBookDatabase>();
-  watched = std::make_unique<WatchedDriver>(database->Driver());
-  session.SessionConnectionString = database->ConnectionString();
-  database->Run({
+  DriverFor = [this](StringView) -> database::Driver& { return watched; };
+  session.SessionConnectionString = database.ConnectionString();
+  database.Run({
       u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME, REMOTE_CONTACTS_CATEGORY) VALUES "
       u"(1, 'S', 'Friends', ''), (2, 'R', 'Dealers', 'D')",
       u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, COUNTRYCODE, MOBILENO) VALUES "
@@ -239,10 +204,10 @@ String GroupsOnDatabase::Query(StringView text) {
 }
 
 void GroupsOnDatabase::FailOnce(StringView start, int n, std::function<void()> first) {
-  watched->BeforeExecute = [this, start = String(start), left = std::make_shared<int>(n),
-                            first = std::move(first)](StringView text) {
+  watched.BeforeExecute = [this, start = String(start), left = std::make_shared<int>(n),
+                           first = std::move(first)](StringView text) {
     if (!text.starts_with(start) || --*left > 0) return;
-    watched->BeforeExecute = nullptr;
+    watched.BeforeExecute = nullptr;
     if (first) first();
     throw Error(ErrorNumber::DriverFailure, u"line lost");
   };
@@ -252,7 +217,7 @@ String GroupsOnDatabase::MembershipsOf(StringView groupId) {
   return Query(
       u"SELECT CONTACT_ID || ':' || CONTACT_TYPE AS M FROM SMS_ABGROUPMAPS WHERE "
       u"GROUP_ID = " +
-      String(groupId) + u" ORDER BY " + String(database->OrderOfWriting()));
+      String(groupId) + u" ORDER BY " + String(database.OrderOfWriting()));
 }
 
 }  // namespace ktrv::tests

@@ -1,24 +1,18 @@
 #pragma once
 
-#include <gtest/gtest.h>
 #include <memory>
-#include <string>
 #include <vector>
 
-#include "component/Session.h"
 #include "forms/Editors.h"
 #include "forms/groups/frmGroupsNew.h"
-#include "tests/native/support/AddressBookDatabase.h"
-#include "tests/native/support/FakeDriver.h"
-#include "tests/native/support/FakeOperatingSystem.h"
-#include "tests/native/support/ScriptedScreen.h"
+#include "tests/native/support/DialogFixture.h"
 #include "tests/native/support/WatchedDriver.h"
 
 namespace ktrv::tests {
 
 /// The group dialog for an administrator who works on shared groups, on a database that answers as
 /// the test says.
-class GroupsTest : public testing::Test {
+class GroupsTest : public SessionFixture {
  protected:
   using Row = FakeDriver::Row;
 
@@ -53,11 +47,6 @@ class GroupsTest : public testing::Test {
   String MemberCount() const { return form->lblMemberCount.Caption(); }
   static std::vector<String> Texts(const TextCollection& collection);
 
-  int ErrorsLogged(StringView procedure) const;
-  int ErrorsLogged() const;
-  /// Texts that ran and contain this part.
-  std::vector<FakeDriver::Execution> Ran(StringView part) const;
-
   /// Fetches in the background wait from now on until driver.OpenGate is opened.
   void HoldFetches();
   /// Lets those that wait go on until each asks for its first rows, which do not come.
@@ -80,27 +69,24 @@ class GroupsTest : public testing::Test {
   std::vector<Row> there_;  ///< ids of all contacts and remote contacts
 
  protected:
-  FakeDriver driver;
-  std::unique_ptr<AddressBookDatabase> database;  ///< where it is set, it is the database
-  std::unique_ptr<WatchedDriver> watched;         ///< the way to it
-  bool outage = false;                            ///< no link can be opened
-  ScriptedScreen screen;
-  FakeOperatingSystem system;
-  Session session;
   forms::Editors editors{session};
   forms::GroupRequest opened;  ///< what the dialog was opened for
   std::unique_ptr<forms::frmGroupsNew> form;
+};
+
+struct OwnWatchedDatabase : OwnDatabase {
+  WatchedDriver watched{database.Driver()};
 };
 
 /// The same on a real database. Contacts outside folders: 1 Anna (91, 98001), 2 Bert (no
 /// country code, 98002), 3 Cora (null and null); in folder 1 "Friends": 4 Dora. Folder 2 "Dealers"
 /// maps the category D of the remote contacts R1 Rita and R2 Rolf. Group 11 "Team" has the members
 /// 1, 2 and R1; group 12 "Void" none.
-class GroupsOnDatabase : public GroupsTest {
+class GroupsOnDatabase : protected OwnWatchedDatabase, public GroupsTest {
  protected:
   GroupsOnDatabase();
 
-  void Run(StringView statement) { database->Run({statement}); }
+  void Run(StringView statement) { database.Run({statement}); }
   /// The first column of the rows, joined with commas.
   String Query(StringView text);
   /// The n-th statement from now on that starts with this text fails, once. \param first what is

@@ -30,9 +30,9 @@ struct HalfSavedGroup : tests::GroupsOnDatabase {
   }
   int ReadBacksOf(const std::function<void()>& work) {
     int count = 0;
-    watched->BeforeExecute = [&](StringView text) { count += text.starts_with(kReadBack) ? 1 : 0; };
+    watched.BeforeExecute = [&](StringView text) { count += text.starts_with(kReadBack) ? 1 : 0; };
     work();
-    watched->BeforeExecute = nullptr;
+    watched.BeforeExecute = nullptr;
     return count;
   }
   String Groups() { return Query(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"); }
@@ -40,7 +40,7 @@ struct HalfSavedGroup : tests::GroupsOnDatabase {
 
 /// On an engine without transactions: what a failed statement did stays unknown.
 struct HalfSavedAlone : HalfSavedGroup {
-  HalfSavedAlone() { watched->HasTransactions = false; }
+  HalfSavedAlone() { watched.HasTransactions = false; }
 };
 
 TEST_F(HalfSavedGroup, TooLongACodeDoesNotCostTheOldMembers) {
@@ -156,11 +156,11 @@ TEST_F(HalfSavedGroup, ShortMemoryInTheMiddleOfANewGroupLeavesNone) {
 
 TEST_F(HalfSavedGroup, EngineThatUndoesAllIsNotTakenForOneThatKeepsTheStart) {
   AddWithThree(u"Crew");
-  FailOnce(kInsertMember, 2, [&] { watched->UndoTransactions = true; });
+  FailOnce(kInsertMember, 2, [&] { watched.UndoTransactions = true; });
   Press();
   EXPECT_EQ(Groups(), u"Team,Void");
   EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
-  watched->UndoTransactions = false;
+  watched.UndoTransactions = false;
   Press();
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Groups(), u"Team,Void,Crew");

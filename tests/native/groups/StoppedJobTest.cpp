@@ -18,7 +18,7 @@ struct StoppedJob : tests::GroupsOnDatabase {
   }
   /// Statements that start so give the dialog the time to look for input.
   void TakesLong(StringView start) {
-    watched->BeforeExecute = [start = String(start)](StringView text) {
+    watched.BeforeExecute = [start = String(start)](StringView text) {
       if (text.starts_with(start)) std::this_thread::sleep_for(std::chrono::milliseconds(110));
     };
   }
@@ -70,7 +70,7 @@ TEST_F(StoppedJob, LeavesNoNewGroupBehind) {
 }
 
 TEST_F(StoppedJob, IsToldAsIncompleteWhereNothingCanBeUndone) {
-  watched->HasTransactions = false;
+  watched.HasTransactions = false;
   Modify();
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
