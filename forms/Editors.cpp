@@ -2,29 +2,14 @@
 
 #include <utility>
 
+#include "common/ScopeExit.h"
 #include "forms/contact/frmNewContact.h"
 #include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
 
 namespace ktrv::forms {
-namespace {
 
 using Kind = ModalDialogs::Kind;
-
-/// Sets the flag in the host's record while the properties of a listed group are open.
-class PropertiesFlag {
- public:
-  explicit PropertiesFlag(bool& flag) : flag_(flag), former_(flag) { flag_ = true; }
-  ~PropertiesFlag() { flag_ = former_; }
-  PropertiesFlag(const PropertiesFlag&) = delete;
-  PropertiesFlag& operator=(const PropertiesFlag&) = delete;
-
- private:
-  bool& flag_;
-  bool former_;
-};
-
-}  // namespace
 
 template <class Dialog, class Request>
 auto Editors::Show(Kind kind, Workplace place, const Request& request) {
@@ -55,7 +40,9 @@ GroupResult Editors::Group(Workplace place, const GroupRequest& request) {
 }
 
 GroupResult Editors::GroupProperties(Workplace place, const GroupRequest& request) {
-  const PropertiesFlag open(record_.IsOpenForProperties());
+  bool& isOpen = record_.IsOpenForProperties();
+  const ScopeExit restore([&isOpen, former = isOpen] { isOpen = former; });
+  isOpen = true;
   return Group(std::move(place), request);
 }
 

@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
+#include "common/ScopeExit.h"
+
 namespace ktrv {
 
 void ModalDialogs::Show(Kind kind, controls::Form& dialog) {
-  // Nested dialogs close in reverse order.
-  struct Restore {
-    std::vector<Shown>& All;
-    ~Restore() { All.pop_back(); }
-  };
   shown_.push_back({kind, &dialog});
-  const Restore restore{shown_};
+  // Nested dialogs close in reverse order.
+  const ScopeExit closed([this] { shown_.pop_back(); });
   dialog.ShowModal();
 }
 

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 #include "forms/ContactKind.h"
 #include "forms/Messages.h"
 #include "forms/addressbook/ContactGridLayout.h"
@@ -39,13 +40,9 @@ ItemCommands::ItemCommands(Workplace& place, Editors& editors, BookPanes panes)
 void ItemCommands::Run(StringView context, const std::function<void()>& command) {
   // The window may be unloaded while its menu is open.
   if (running_ || IsDeleting() || !panes_.Window.IsLoaded()) return;
-  struct Running {
-    bool& Flag;
-    ~Running() { Flag = false; }
-  };
   const controls::Form::Stay stay(panes_.Window);
   running_ = true;
-  const Running running{running_};
+  const ScopeExit done([this] { running_ = false; });
   place_.Services.Trap(context, command);
 }
 
