@@ -56,6 +56,9 @@ class Error final : public std::exception {
   Error(std::int32_t number, String description, String source = u"KTRVAddressBook",
         std::uint32_t lastSystemError = 0);
 
+  /// With the text that automation has for the number.
+  explicit Error(std::int32_t number);
+
   /// The exception being handled, converted to an Error. Call only in a catch block. When memory is
   /// exhausted, the result is OutOfMemory without a description.
   static Error Current() noexcept;

@@ -9,7 +9,7 @@ namespace {
 
 bool IsValidEmail(StringView address) {
   if (address.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
-    throw Error(ErrorNumber::Overflow, u"Overflow");  // the position counter has 16 bits
+    throw Error(ErrorNumber::Overflow);  // the position counter has 16 bits
   }
   const std::size_t at = address.find(u'@');
   const std::size_t dot = address.find(u'.');

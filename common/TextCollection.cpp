@@ -25,7 +25,7 @@ void TextCollection::Reserve(std::size_t count) {
 
 const String& TextCollection::Item(std::int64_t index) const {
   if (index < 1 || index > Count()) {
-    throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+    throw Error(ErrorNumber::SubscriptOutOfRange);
   }
   return texts_[static_cast<std::size_t>(index - 1)];
 }
@@ -33,7 +33,7 @@ const String& TextCollection::Item(std::int64_t index) const {
 const String& TextCollection::Item(StringView key) const {
   const auto number = keys_.Find(ToUpperAscii(key));
   if (!number) {
-    throw Error(ErrorNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
+    throw Error(ErrorNumber::InvalidProcedureCall);
   }
   return texts_[places_[*number]];
 }

@@ -50,7 +50,7 @@ String DateText(DateTime moment) {
 std::int64_t Rounded(double number) {
   const double whole = std::nearbyint(number);
   constexpr double kLimit = 9223372036854775808.0;  // 2^63, the first value out of range
-  if (!(whole >= -kLimit && whole < kLimit)) throw Error(ErrorNumber::Overflow, u"Overflow");
+  if (!(whole >= -kLimit && whole < kLimit)) throw Error(ErrorNumber::Overflow);
   return static_cast<std::int64_t>(whole);
 }
 
@@ -110,11 +110,9 @@ String ToText(const Variant& value) {
 }
 
 std::int64_t ToInteger(const Variant& value) {
-  const auto mismatch = [] { return Error(ErrorNumber::TypeMismatch, u"Type mismatch"); };
+  const auto mismatch = [] { return Error(ErrorNumber::TypeMismatch); };
   return std::visit(Overloaded{
-                        [](Null) -> std::int64_t {
-                          throw Error(ErrorNumber::InvalidUseOfNull, u"Invalid use of Null");
-                        },
+                        [](Null) -> std::int64_t { throw Error(ErrorNumber::InvalidUseOfNull); },
                         [](std::int64_t number) { return number; },
                         [](double number) { return Rounded(number); },
                         [](bool truth) -> std::int64_t { return truth ? 1 : 0; },

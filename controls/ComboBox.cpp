@@ -37,7 +37,7 @@ int ComboBox::IndexOf(StringView text) const {
 
 void ComboBox::SetListIndex(int index) {
   if (index < -1 || index >= ListCount()) {
-    throw Error(ErrorNumber::InvalidPropertyValue, u"Invalid property value");
+    throw Error(ErrorNumber::InvalidPropertyValue);
   }
   if (index == listIndex_) return;
   listIndex_ = index;
@@ -74,7 +74,7 @@ void ComboBox::Realise(PeerFactory& factory) {
 
 const ComboBox::Item& ComboBox::At(int index) const {
   if (index < 0 || index >= ListCount()) {
-    throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+    throw Error(ErrorNumber::SubscriptOutOfRange);
   }
   return items_[static_cast<std::size_t>(index)];
 }

@@ -144,7 +144,7 @@ void FlexGrid::AddRow(std::vector<String> cells) {
 
 void FlexGrid::RemoveItem(int row) {
   CheckRow(row);
-  if (row == 0) throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+  if (row == 0) throw Error(ErrorNumber::SubscriptOutOfRange);
   rows_.Remove(row - 1);
   selection_.RowGone(row);
   if (row_ == row) {
@@ -320,13 +320,13 @@ int FlexGrid::Shown(int column) const {
 
 void FlexGrid::CheckRow(int row) const {
   if (row < 0 || row >= Rows()) {
-    throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+    throw Error(ErrorNumber::SubscriptOutOfRange);
   }
 }
 
 void FlexGrid::CheckColumn(int column) const {
   if (column < 0 || column >= Cols()) {
-    throw Error(ErrorNumber::SubscriptOutOfRange, u"Subscript out of range");
+    throw Error(ErrorNumber::SubscriptOutOfRange);
   }
 }
 

@@ -11,7 +11,7 @@ namespace ktrv::controls {
 ProgressBar::ProgressBar(Form& form, Rectangle bounds) : ControlOf(form, bounds) {}
 
 void ProgressBar::SetRange(std::int32_t min, std::int32_t max) {
-  if (min >= max) throw Error(ErrorNumber::InvalidPropertyValue, u"Invalid property value");
+  if (min >= max) throw Error(ErrorNumber::InvalidPropertyValue);
   min_ = min;
   max_ = max;
   value_ = std::clamp(value_, min_, max_);

@@ -13,7 +13,7 @@ template <class Buttons>
 auto& Find(Buttons& buttons, StringView key) {
   const auto found = std::find_if(buttons.begin(), buttons.end(),
                                   [&](const auto& button) { return button.Key == key; });
-  if (found == buttons.end()) throw Error(ErrorNumber::ElementNotFound, u"Element not found");
+  if (found == buttons.end()) throw Error(ErrorNumber::ElementNotFound);
   return *found;
 }
 

@@ -32,7 +32,7 @@ TreeNode& TreeView::Add(StringView parentKey, String key, String text, int image
   TreeNode* parent = nullptr;
   if (!parentKey.empty()) {
     parent = Find(parentKey);
-    if (!parent) throw Error(ErrorNumber::ElementNotFound, u"Element not found");
+    if (!parent) throw Error(ErrorNumber::ElementNotFound);
   }
   if (Find(key)) throw Error(ErrorNumber::KeyNotUnique, u"Key is not unique in collection");
   TreeNode& node = *nodes_.emplace_back(std::make_unique<TreeNode>());

@@ -19,7 +19,7 @@ BookDatabase BookDatabase::Another() const {
 
 database::Connection& BookDatabase::Open() {
   if (!Connection) {
-    throw Error(ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set");
+    throw Error(ErrorNumber::ObjectNotSet);
   }
   // The host may have changed the connection string.
   if (Connection->ConnectionString() != ConnectionString) Close();

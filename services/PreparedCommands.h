@@ -67,7 +67,7 @@ class PreparedCommands {
   }
   std::size_t IndexOf(Name name) const {
     if (commands_.empty()) {
-      throw Error(ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set");
+      throw Error(ErrorNumber::ObjectNotSet);
     }
     return static_cast<std::size_t>(name);
   }

@@ -28,9 +28,9 @@ constexpr int kCountPanelWidth = 3000;  // twips
 /// TypeMismatch, Overflow
 std::int32_t IdNumber(StringView id) {
   const auto number = IsDecimalDigits(id) ? ParseInteger(id) : std::nullopt;
-  if (!number) throw Error(ErrorNumber::TypeMismatch, u"Type mismatch");
+  if (!number) throw Error(ErrorNumber::TypeMismatch);
   if (*number > std::numeric_limits<std::int32_t>::max()) {
-    throw Error(ErrorNumber::Overflow, u"Overflow");
+    throw Error(ErrorNumber::Overflow);
   }
   return static_cast<std::int32_t>(*number);
 }

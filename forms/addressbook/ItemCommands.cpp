@@ -87,7 +87,7 @@ void ItemCommands::NewContact(const CurrentNode& node) {
   const auto folder = FolderFor(node);
   if (!folder) return;
   const auto folderId = ShortId(*folder);
-  if (!folderId) throw Error(ErrorNumber::Overflow, u"Overflow");
+  if (!folderId) throw Error(ErrorNumber::Overflow);
   const auto contact = editors_
                            .Contact(place_.Another(), {.SharedMode = TypeOfContact::SharedContact,
                                                        .FolderId = *folderId,

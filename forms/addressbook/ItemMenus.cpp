@@ -70,7 +70,7 @@ controls::MenuItem& ItemMenus::Item(StringView name) {
   for (controls::Menu* menu : {&mnuContactContext, &mnuPropertyContextmenu, &mnuTest}) {
     if (controls::MenuItem* item = menu->Find(name)) return *item;
   }
-  throw Error(ErrorNumber::ElementNotFound, u"Element not found");
+  throw Error(ErrorNumber::ElementNotFound);
 }
 
 }  // namespace ktrv::forms

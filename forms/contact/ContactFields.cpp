@@ -8,7 +8,7 @@ namespace ktrv::forms {
 namespace {
 
 Error TypeMismatch() {
-  return Error(ErrorNumber::TypeMismatch, u"Type mismatch");
+  return Error(ErrorNumber::TypeMismatch);
 }
 
 /// Shows null as an empty box and a number as decimal text.

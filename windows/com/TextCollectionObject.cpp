@@ -13,8 +13,8 @@ LONG NumberOf(const VARIANT& index) {
   VARIANT number;
   VariantInit(&number);
   const HRESULT changed = VariantChangeType(&number, const_cast<VARIANT*>(&index), 0, VT_I4);
-  if (changed == DISP_E_OVERFLOW) throw Error(ErrorNumber::Overflow, u"Overflow");
-  if (FAILED(changed)) throw Error(ErrorNumber::TypeMismatch, u"Type mismatch");
+  if (changed == DISP_E_OVERFLOW) throw Error(ErrorNumber::Overflow);
+  if (FAILED(changed)) throw Error(ErrorNumber::TypeMismatch);
   return V_I4(&number);
 }
 

@@ -54,7 +54,7 @@ void WriteClipboard(StringView text) {
   const std::wstring wide = ToWide(text);
   const SIZE_T size = (wide.size() + 1) * sizeof(wchar_t);
   UniqueMemory memory(GlobalAlloc(GMEM_MOVEABLE, size));
-  if (!memory) throw Error(ErrorNumber::OutOfMemory, u"Out of memory");
+  if (!memory) throw Error(ErrorNumber::OutOfMemory);
   std::memcpy(GlobalLock(memory.Get()), wide.c_str(), size);
   GlobalUnlock(memory.Get());
   const OpenedClipboard clipboard;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 #include <type_traits>
+#include <utility>
 
 namespace ktrv::tests {
 namespace {
@@ -23,6 +24,26 @@ TEST(Error, KeepsWhatItWasMadeOf) {
   EXPECT_EQ(error.Source(), u"ODBC");
   EXPECT_EQ(error.LastSystemError(), 87U);
   EXPECT_STREQ(error.what(), "No current record \xC3\xA9");
+}
+
+TEST(Error, ANumberAloneHasItsUsualText) {
+  const std::pair<std::int32_t, StringView> kTexts[] = {
+      {5, u"Invalid procedure call or argument"},
+      {6, u"Overflow"},
+      {7, u"Out of memory"},
+      {9, u"Subscript out of range"},
+      {13, u"Type mismatch"},
+      {51, u"Internal error"},
+      {91, u"Object variable or With block variable not set"},
+      {94, u"Invalid use of Null"},
+      {380, u"Invalid property value"},
+      {35601, u"Element not found"},
+  };
+  for (const auto& [number, text] : kTexts) {
+    EXPECT_EQ(Error(number).Number(), number);
+    EXPECT_EQ(Error(number).Description(), text);
+    EXPECT_EQ(Error(number).Source(), u"KTRVAddressBook");
+  }
 }
 
 TEST(Error, IsCopiedWithoutNeedingMemory) {
