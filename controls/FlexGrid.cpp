@@ -29,7 +29,7 @@ void FlexGrid::Reset(int rows, int cols) {
   peer_->RowsChanged();
 }
 
-void FlexGrid::Bind(const database::Recordset* rows) {
+void FlexGrid::Bind(const RowSource* rows) {
   if (!rows) {
     Reset(2, 2);
   } else {
@@ -63,8 +63,8 @@ void FlexGrid::DataRefresh() {
 }
 
 bool FlexGrid::TakeColumns() {
-  if (!source_ || source_->Columns().empty()) return false;
-  const std::size_t wanted = source_->Columns().size() + 1;
+  if (!source_ || source_->ColumnCount() == 0) return false;
+  const std::size_t wanted = source_->ColumnCount() + 1;
   if (columns_.size() == wanted) return false;
   columns_.assign(wanted, {});
   if (peer_) peer_->ColumnsChanged();

@@ -6,13 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "common/RowSource.h"
 #include "controls/CaseFolding.h"
 #include "controls/Control.h"
 #include "controls/GridRows.h"
 #include "controls/Image.h"
 #include "controls/PrefixIndex.h"
 #include "controls/RowSelection.h"
-#include "database/Recordset.h"
 
 namespace ktrv::controls {
 
@@ -72,7 +72,7 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   /// Shows the rows of a recordset (null: as Reset(2, 2)) and raises AfterDataRefresh. The
   /// recordset must stay alive until it is replaced. While a fetch has not delivered columns yet,
   /// the grid keeps its present columns; AfterDataRefresh is raised again when they arrive.
-  void Bind(const database::Recordset* rows);
+  void Bind(const RowSource* rows);
   /// The bound recordset has fetched more rows. They are appended, unsorted until the next sort.
   void RowsArrived();
   /// Reloads the rows in the order of the recordset and raises AfterDataRefresh. The selection
@@ -171,7 +171,7 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
 
   std::vector<GridColumn> columns_;
   GridRows rows_;
-  const database::Recordset* source_ = nullptr;
+  const RowSource* source_ = nullptr;
   int row_ = 0;
   RowSelection selection_;
   bool redraw_ = true;

@@ -8,7 +8,7 @@
 
 namespace ktrv::controls {
 
-void GridRows::Bind(const database::Recordset* source) {
+void GridRows::Bind(const RowSource* source) {
   *this = GridRows();
   source_ = source;
   TakeArrived();
@@ -133,7 +133,7 @@ StringView GridRows::CellOf(Reference reference, int column) const {
   }
   // Column 0 is the grid's fixed column.
   const auto index = static_cast<std::size_t>(column) - 1;
-  if (column == 0 || index >= source_->Columns().size()) return {};
+  if (column == 0 || index >= source_->ColumnCount()) return {};
   return source_->CellText(reference, index).value_or(StringView());
 }
 

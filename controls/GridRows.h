@@ -4,9 +4,9 @@
 #include <map>
 #include <vector>
 
+#include "common/RowSource.h"
 #include "common/Text.h"
 #include "controls/RowSelection.h"
-#include "database/Recordset.h"
 
 namespace ktrv::controls {
 
@@ -21,7 +21,7 @@ class GridRows {
   using FormerRows = std::vector<std::uint32_t>;
 
   /// Shows the rows of a recordset in its order (null: none).
-  void Bind(const database::Recordset* source);
+  void Bind(const RowSource* source);
   /// Appends the rows that the recordset has fetched since the last call.
   void TakeArrived();
   /// Resets to `count` empty rows of the grid.
@@ -63,7 +63,7 @@ class GridRows {
   /// Stores the natural order in order_, so that it can be changed.
   void Materialise();
 
-  const database::Recordset* source_ = nullptr;
+  const RowSource* source_ = nullptr;
   Reference taken_ = 0;
   /// Empty for the natural order: the recordset's rows, then the grid's.
   std::vector<Reference> order_;

@@ -29,8 +29,8 @@ void PrefixIndex::Start(std::size_t column) {
   heads_ = {};
 }
 
-void PrefixIndex::Extend(const database::Recordset& rows, const CaseFolding& folding) {
-  if (!column_ || *column_ >= rows.Columns().size()) return;
+void PrefixIndex::Extend(const RowSource& rows, const CaseFolding& folding) {
+  if (!column_ || *column_ >= rows.ColumnCount()) return;
   const auto count = static_cast<std::size_t>(rows.RecordCount());
   for (std::size_t row = heads_.size(); row < count; ++row) {
     const auto text = rows.CellText(static_cast<std::int64_t>(row), *column_);

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
+#include "common/RowSource.h"
 #include "controls/CaseFolding.h"
-#include "database/Recordset.h"
 
 namespace ktrv::controls {
 
@@ -30,7 +30,7 @@ class PrefixIndex {
   bool Covers(std::size_t column) const { return column_ == column; }
 
   /// Adds the rows that the recordset has fetched since the last call.
-  void Extend(const database::Recordset& rows, const CaseFolding& folding);
+  void Extend(const RowSource& rows, const CaseFolding& folding);
 
   /// False if the row's text cannot start with the prefix. \pre the row is in the index
   bool MayBegin(std::size_t row, const Sought& sought) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/Error.h"
+#include "common/RowSource.h"
 #include "database/Connection.h"
 #include "database/NewRow.h"
 #include "database/RowBlock.h"
@@ -28,7 +29,7 @@ struct OpenOptions {
 /// The rows of a query, with a current row. Rows can be read while others are still being fetched.
 /// Movable, also during a fetch. Use it on the user-interface thread only. Its methods may be
 /// called from its own events, which may also destroy or replace it.
-class Recordset {
+class Recordset final : public RowSource {
  public:
   /// \param progress rows fetched so far. \param maxProgress total rows if known, else the same
   using FetchProgressEvent = std::function<void(std::int64_t progress, std::int64_t maxProgress)>;
@@ -36,7 +37,7 @@ class Recordset {
   using FetchCompleteEvent = std::function<void(const Error* error, EventStatus status)>;
 
   explicit Recordset(Environment environment);
-  ~Recordset();  ///< Cancels a running fetch without waiting for the database.
+  ~Recordset() override;  ///< Cancels a running fetch without waiting for the database.
   Recordset(Recordset&&) noexcept;
   Recordset& operator=(Recordset&&) noexcept;
 
@@ -84,12 +85,13 @@ class Recordset {
   void SetField(StringView name, const Variant& value);
 
   // Random access, for lists.
-  std::int64_t RecordCount() const;  ///< rows fetched so far
+  std::int64_t RecordCount() const override;  ///< rows fetched so far
   const std::vector<Column>& Columns()
       const;  ///< empty until the first rows of an asynchronous fetch
   std::optional<std::size_t> ColumnIndex(StringView name) const;
   /// The text of a cell; nullopt for null. Valid until Close. \pre row and column are in range
-  std::optional<StringView> CellText(std::int64_t row, std::size_t column) const;
+  std::optional<StringView> CellText(std::int64_t row, std::size_t column) const override;
+  std::size_t ColumnCount() const override { return Columns().size(); }
 
   /// Adds an empty row and makes it current. \throws Error NotUpdatable
   void AddNew();

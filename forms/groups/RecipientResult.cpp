@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "common/Error.h"
+
 namespace ktrv::forms {
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include "controls/FlexGrid.h"
 #include "controls/Form.h"
+#include "database/Recordset.h"
 #include "tests/native/support/FakeDriver.h"
 #include "tests/native/support/ScriptedScreen.h"
 
