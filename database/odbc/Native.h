@@ -11,9 +11,9 @@
 #include <sqlucode.h>
 
 #include <cstdint>
-#include <utility>
 
 #include "common/Text.h"
+#include "common/Unique.h"
 
 namespace ktrv::database::odbc {
 
@@ -37,26 +37,14 @@ inline SQLPOINTER Number(SQLULEN number) {
   return reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(number));
 }
 
-/// Owns an ODBC handle.
 template <SQLSMALLINT Kind>
-class Handle {
- public:
-  explicit Handle(SQLHANDLE raw) : raw_(raw) {}
-  ~Handle() {
-    if (raw_) SQLFreeHandle(Kind, raw_);
-  }
-  Handle(Handle&& other) noexcept : raw_(std::exchange(other.raw_, nullptr)) {}
-  Handle& operator=(Handle&&) = delete;
+void FreeHandle(SQLHANDLE handle) {
+  SQLFreeHandle(Kind, handle);
+}
 
-  SQLHANDLE Get() const { return raw_; }
-
- private:
-  SQLHANDLE raw_;
-};
-
-using EnvironmentHandle = Handle<SQL_HANDLE_ENV>;
-using ConnectionHandle = Handle<SQL_HANDLE_DBC>;
-using StatementHandle = Handle<SQL_HANDLE_STMT>;
+using EnvironmentHandle = Unique<SQLHANDLE, FreeHandle<SQL_HANDLE_ENV>>;
+using ConnectionHandle = Unique<SQLHANDLE, FreeHandle<SQL_HANDLE_DBC>>;
+using StatementHandle = Unique<SQLHANDLE, FreeHandle<SQL_HANDLE_STMT>>;
 
 /// How a driver is called.
 struct Dialogue {

@@ -15,19 +15,7 @@ namespace {
               GetLastError());
 }
 
-class UniqueFile {
- public:
-  explicit UniqueFile(HANDLE file) : file_(file) {}
-  ~UniqueFile() {
-    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
-  }
-  UniqueFile(const UniqueFile&) = delete;
-  UniqueFile& operator=(const UniqueFile&) = delete;
-  HANDLE Get() const { return file_; }
-
- private:
-  HANDLE file_;
-};
+using UniqueFile = Unique<HANDLE, [](HANDLE file) { CloseHandle(file); }>;
 
 /// Locks out other writers that use the same lock, where the system does not append atomically
 /// (network drives, Wine). The locked byte is beyond the end of any file, so readers are not
@@ -67,11 +55,11 @@ class WriterLock {
 
 void Win32OperatingSystem::Append(StringView path, std::string_view bytes, bool flush) {
   // FILE_APPEND_DATA without FILE_WRITE_DATA: the system appends each write at the end of the file.
-  const UniqueFile file(CreateFileW(ToWide(path).c_str(),
-                                    FILE_APPEND_DATA | FILE_READ_DATA | SYNCHRONIZE,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (file.Get() == INVALID_HANDLE_VALUE) Fail();
+  HANDLE opened = CreateFileW(ToWide(path).c_str(), FILE_APPEND_DATA | FILE_READ_DATA | SYNCHRONIZE,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) Fail();
+  const UniqueFile file(opened);
   const WriterLock lock(file.Get());
   DWORD written = 0;
   if (!WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
