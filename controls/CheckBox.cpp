@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "controls/PeerFactory.h"
-
 namespace ktrv::controls {
 
 CheckBox::CheckBox(Form& form, Rectangle bounds, String caption)
@@ -18,10 +16,6 @@ void CheckBox::SetChecked(bool checked) {
 
 void CheckBox::UserClicks() {
   if (Enabled() && Visible()) SetChecked(!checked_);
-}
-
-void CheckBox::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

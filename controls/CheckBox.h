@@ -12,7 +12,7 @@ class CheckBoxPeer : public ControlPeer {
 };
 
 /// A check box with a caption.
-class CheckBox final : public ControlOf<CheckBoxPeer> {
+class CheckBox final : public ControlOf<CheckBox, CheckBoxPeer> {
  public:
   CheckBox(Form& form, Rectangle bounds, String caption);
 
@@ -26,8 +26,6 @@ class CheckBox final : public ControlOf<CheckBoxPeer> {
 
   /// The user clicked the box. No effect while it is disabled or invisible.
   void UserClicks();
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   String caption_;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 
@@ -66,10 +65,6 @@ void ComboBox::SetBackColor(std::uint32_t color) {
 
 void ComboBox::UserChooses(int index) {
   if (Enabled() && Visible()) SetListIndex(index);
-}
-
-void ComboBox::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 const ComboBox::Item& ComboBox::At(int index) const {

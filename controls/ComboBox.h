@@ -18,7 +18,7 @@ class ComboBoxPeer : public ControlPeer {
 
 /// A drop-down list with at most one selected item. Items keep their insertion order and carry an
 /// integer for the program's use.
-class ComboBox final : public ControlOf<ComboBoxPeer> {
+class ComboBox final : public ControlOf<ComboBox, ComboBoxPeer> {
  public:
   ComboBox(Form& form, Rectangle bounds);
 
@@ -51,8 +51,6 @@ class ComboBox final : public ControlOf<ComboBoxPeer> {
 
   /// The user selected an item. No effect while the list is disabled or invisible.
   void UserChooses(int index);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   struct Item {

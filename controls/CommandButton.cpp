@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "controls/Form.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 
@@ -21,10 +20,6 @@ void CommandButton::UserClicks() {
     return;
   }
   if (Enabled() && Visible() && Click) Click();
-}
-
-void CommandButton::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

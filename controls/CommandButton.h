@@ -9,7 +9,7 @@ namespace ktrv::controls {
 class CommandButtonPeer : public ControlPeer {};
 
 /// A push button. "&" in the caption marks the access key.
-class CommandButton final : public ControlOf<CommandButtonPeer> {
+class CommandButton final : public ControlOf<CommandButton, CommandButtonPeer> {
  public:
   /// The key that presses the button wherever the focus is in the form. If a button has the focus,
   /// Enter presses that one.
@@ -27,8 +27,6 @@ class CommandButton final : public ControlOf<CommandButtonPeer> {
   /// The user pressed the button. No effect while it is disabled or invisible. During Form::Work
   /// only the stop button has an effect: it stops the work.
   void UserClicks();
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   String caption_;

@@ -6,11 +6,11 @@
 #include "common/Text.h"
 #include "controls/Geometry.h"
 #include "controls/Input.h"
+#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 
 class Form;
-class PeerFactory;
 
 /// Displays one control. It is notified of changes, reads the new state from the control, and calls
 /// the control's User... functions for user input. Without a display a control has no peer and
@@ -89,10 +89,11 @@ class Control {
 };
 
 /// Base of controls whose peers have the type `PeerType`.
-template <class PeerType>
+template <class Self, class PeerType>
 class ControlOf : public Control {
  public:
   using Control::Control;
+  void Realise(PeerFactory& factory) override { peer_ = factory.Make(static_cast<Self&>(*this)); }
   void Unrealise() override { peer_.reset(); }
   /// The peer, for use by peers of other controls; null without a display.
   PeerType* Display() const { return peer_.get(); }

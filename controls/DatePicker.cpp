@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "controls/PeerFactory.h"
-
 namespace ktrv::controls {
 
 DatePicker::DatePicker(Form& form, Rectangle bounds) : ControlOf(form, bounds) {}
@@ -21,10 +19,6 @@ void DatePicker::UserPicks(std::optional<DateTime> value) {
   if (!Enabled() || !Visible()) return;
   if (value) value = std::clamp(*value, kEarliest, kLatest);
   SetValue(value);
-}
-
-void DatePicker::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

@@ -14,7 +14,7 @@ class DatePickerPeer : public ControlPeer {
 };
 
 /// A date in the user's short format, with a check box for no date.
-class DatePicker final : public ControlOf<DatePickerPeer> {
+class DatePicker final : public ControlOf<DatePicker, DatePickerPeer> {
  public:
   /// The range of dates that all databases support.
   static constexpr DateTime kEarliest{
@@ -36,8 +36,6 @@ class DatePicker final : public ControlOf<DatePickerPeer> {
   /// The user picked a date or cleared the check box. A date out of range is clamped. No effect
   /// while the picker is disabled or invisible.
   void UserPicks(std::optional<DateTime> value);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   std::optional<DateTime> value_;

@@ -6,7 +6,6 @@
 
 #include "common/Error.h"
 #include "controls/Form.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 
@@ -328,10 +327,6 @@ void FlexGrid::CheckColumn(int column) const {
   if (column < 0 || column >= Cols()) {
     throw Error(ErrorNumber::SubscriptOutOfRange);
   }
-}
-
-void FlexGrid::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

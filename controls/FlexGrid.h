@@ -50,7 +50,7 @@ class FlexGridPeer : public ControlPeer {
 /// bound recordset, which it reads cell by cell and which may still be fetching. Look up columns by
 /// key; their index does not change when the user moves them. If bound, column 0 is a fixed column,
 /// and column i shows column i-1 of the recordset.
-class FlexGrid final : public ControlOf<FlexGridPeer> {
+class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
  public:
   FlexGrid(Form& form, Rectangle bounds);
 
@@ -151,8 +151,6 @@ class FlexGrid final : public ControlOf<FlexGridPeer> {
   void UserSelects(const std::vector<int>& rows, int focused);
   /// The same for a range of rows, if the display reports only changes.
   void UserSelectsRange(int first, int last, bool selected, int focused);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   /// Creates columns for those of the recordset, unless their number is the same. \return whether

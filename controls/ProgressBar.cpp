@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "common/Error.h"
-#include "controls/PeerFactory.h"
 #include "controls/StatusBar.h"
 
 namespace ktrv::controls {
@@ -32,7 +31,7 @@ void ProgressBar::PlaceIn(StatusBar& statusBar, int panel) {
 }
 
 void ProgressBar::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
+  ControlOf::Realise(factory);
   if (peer_ && host_ && hostPanel_ <= host_->PanelCount()) peer_->PlacedIn(*host_, hostPanel_);
 }
 

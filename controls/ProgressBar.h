@@ -15,7 +15,8 @@ class ProgressBarPeer : public ControlPeer {
   virtual void PlacedIn(StatusBar& statusBar, int panel) = 0;
 };
 
-class ProgressBar final : public ControlOf<ProgressBarPeer> {
+/// A bar that shows how far a task has come.
+class ProgressBar final : public ControlOf<ProgressBar, ProgressBarPeer> {
  public:
   ProgressBar(Form& form, Rectangle bounds);
 

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 namespace {
@@ -39,10 +38,6 @@ void StatusBar::RemovePanel(int panel) {
 void StatusBar::SetPanelText(int panel, String text) {
   At(panels_, panel).Text = std::move(text);
   if (peer_) peer_->PanelTextChanged(panel);
-}
-
-void StatusBar::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

@@ -16,7 +16,7 @@ class StatusBarPeer : public ControlPeer {
 
 /// The status bar of a form, with panels numbered from 1. Always at the bottom edge; its height
 /// depends on the font. Its bounds are ignored.
-class StatusBar final : public ControlOf<StatusBarPeer> {
+class StatusBar final : public ControlOf<StatusBar, StatusBarPeer> {
  public:
   struct Panel {
     String Text{};
@@ -33,8 +33,6 @@ class StatusBar final : public ControlOf<StatusBarPeer> {
   int AddPanel(Panel panel);
   void RemovePanel(int panel);
   void SetPanelText(int panel, String text);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   std::vector<Panel> panels_;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "common/Surrogates.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 namespace {
@@ -105,10 +104,6 @@ void TextBox::UserChanges(String text) {
   selectionLength_ = 0;
   if (half != String::npos && peer_) peer_->TextChanged();
   if (Change) Change();
-}
-
-void TextBox::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

@@ -15,7 +15,7 @@ class TextBoxPeer : public ControlPeer {
 };
 
 /// A single-line text box.
-class TextBox final : public ControlOf<TextBoxPeer> {
+class TextBox final : public ControlOf<TextBox, TextBoxPeer> {
  public:
   /// \param maxLength maximum UTF-16 units for user input; 0: unlimited
   TextBox(Form& form, Rectangle bounds, int maxLength = 0);
@@ -57,8 +57,6 @@ class TextBox final : public ControlOf<TextBoxPeer> {
   /// The box on the display now has this text. An unpaired surrogate caused by truncation is
   /// removed.
   void UserChanges(String text);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   String text_;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 namespace {
@@ -46,10 +45,6 @@ void ToolBar::UserDropsDown(StringView key, int x, int y) {
   if (Enabled() && button.Enabled && button.DropDown && ButtonDropDown) {
     ButtonDropDown(button.Key, x, y);
   }
-}
-
-void ToolBar::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

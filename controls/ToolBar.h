@@ -18,7 +18,7 @@ class ToolBarPeer : public ControlPeer {
 
 /// A flat toolbar in a cool bar at the top edge of the form, with an optional second band for a
 /// labelled text box. Its bounds are ignored; its height is known after Realise.
-class ToolBar final : public ControlOf<ToolBarPeer> {
+class ToolBar final : public ControlOf<ToolBar, ToolBarPeer> {
  public:
   struct Button {
     String Key{};
@@ -50,8 +50,6 @@ class ToolBar final : public ControlOf<ToolBarPeer> {
   /// ElementNotFound
   void UserClicks(StringView key);
   void UserDropsDown(StringView key, int x, int y);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   std::vector<Button> buttons_;

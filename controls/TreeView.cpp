@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "controls/PeerFactory.h"
 
 namespace ktrv::controls {
 namespace {
@@ -129,10 +128,6 @@ void TreeView::UserPresses(std::int16_t keyCode, std::int16_t shift) {
 
 void TreeView::UserReleases(MouseButton button, std::int16_t shift, int x, int y) {
   if (MouseUp) MouseUp(button, shift, x, y);
-}
-
-void TreeView::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

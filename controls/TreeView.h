@@ -34,7 +34,7 @@ class TreeViewPeer : public ControlPeer {
 };
 
 /// A tree of nodes with unique keys, in insertion order.
-class TreeView final : public ControlOf<TreeViewPeer> {
+class TreeView final : public ControlOf<TreeView, TreeViewPeer> {
  public:
   /// \param images the image list; indices start at 1
   TreeView(Form& form, Rectangle bounds, std::vector<Image> images);
@@ -79,8 +79,6 @@ class TreeView final : public ControlOf<TreeViewPeer> {
   void UserExpands(TreeNode& node, bool expanded);
   void UserPresses(std::int16_t keyCode, std::int16_t shift);
   void UserReleases(MouseButton button, std::int16_t shift, int x, int y);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   /// The node to select when this one is removed; null for none.

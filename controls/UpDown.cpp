@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "controls/PeerFactory.h"
 #include "controls/TextBox.h"
 
 namespace ktrv::controls {
@@ -16,10 +15,6 @@ void UpDown::UserSteps(std::int32_t steps) {
   const double inside =
       std::clamp(wanted, static_cast<double>(range_.Min), static_cast<double>(range_.Max));
   buddy_.SetText(ToDecimal(static_cast<std::int64_t>(inside)));
-}
-
-void UpDown::Realise(PeerFactory& factory) {
-  peer_ = factory.Make(*this);
 }
 
 }  // namespace ktrv::controls

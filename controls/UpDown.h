@@ -11,7 +11,7 @@ class TextBox;
 class UpDownPeer : public ControlPeer {};
 
 /// An up-down control that increments and decrements the number in its buddy, a text box.
-class UpDown final : public ControlOf<UpDownPeer> {
+class UpDown final : public ControlOf<UpDown, UpDownPeer> {
  public:
   /// \pre Min <= Max, Step > 0
   struct Range {
@@ -30,8 +30,6 @@ class UpDown final : public ControlOf<UpDownPeer> {
   /// number counts as 0; the result is clamped to the range. No effect while either control is
   /// disabled.
   void UserSteps(std::int32_t steps);
-
-  void Realise(PeerFactory& factory) override;
 
  private:
   TextBox& buddy_;

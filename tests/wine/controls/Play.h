@@ -22,8 +22,8 @@ bool PumpUntil(const std::function<bool()>& condition);
 void Pump();
 
 /// The window of a control.
-template <class PeerType>
-HWND WindowOf(const controls::ControlOf<PeerType>& control) {
+template <class Self, class PeerType>
+HWND WindowOf(const controls::ControlOf<Self, PeerType>& control) {
   auto* window = dynamic_cast<ControlWindow*>(control.Display());
   return window ? window->Handle() : nullptr;
 }
