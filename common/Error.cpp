@@ -8,31 +8,24 @@ namespace {
 
 const String kNoText;
 
-StringView UsualText(std::int32_t number) {
-  switch (number) {
-    case ErrorNumber::InvalidProcedureCall:
-      return u"Invalid procedure call or argument";
-    case ErrorNumber::Overflow:
-      return u"Overflow";
-    case ErrorNumber::OutOfMemory:
-      return u"Out of memory";
-    case ErrorNumber::SubscriptOutOfRange:
-      return u"Subscript out of range";
-    case ErrorNumber::TypeMismatch:
-      return u"Type mismatch";
-    case ErrorNumber::InternalError:
-      return u"Internal error";
-    case ErrorNumber::ObjectNotSet:
-      return u"Object variable or With block variable not set";
-    case ErrorNumber::InvalidUseOfNull:
-      return u"Invalid use of Null";
-    case ErrorNumber::InvalidPropertyValue:
-      return u"Invalid property value";
-    case ErrorNumber::ElementNotFound:
-      return u"Element not found";
-    default:
-      return {};
+constexpr std::pair<std::int32_t, StringView> kUsualTexts[] = {
+    {ErrorNumber::InvalidProcedureCall, u"Invalid procedure call or argument"},
+    {ErrorNumber::Overflow, u"Overflow"},
+    {ErrorNumber::OutOfMemory, u"Out of memory"},
+    {ErrorNumber::SubscriptOutOfRange, u"Subscript out of range"},
+    {ErrorNumber::TypeMismatch, u"Type mismatch"},
+    {ErrorNumber::InternalError, u"Internal error"},
+    {ErrorNumber::ObjectNotSet, u"Object variable or With block variable not set"},
+    {ErrorNumber::InvalidUseOfNull, u"Invalid use of Null"},
+    {ErrorNumber::InvalidPropertyValue, u"Invalid property value"},
+    {ErrorNumber::ElementNotFound, u"Element not found"},
+};
+
+String UsualText(std::int32_t number) {
+  for (const auto& [known, text] : kUsualTexts) {
+    if (known == number) return String(text);
   }
+  return {};
 }
 
 /// The exception being handled, as an Error. \throws std::bad_alloc
@@ -65,7 +58,7 @@ Error::Error(std::int32_t number, String description, String source, std::uint32
       Texts{std::move(description), std::move(source), std::move(utf8)});
 }
 
-Error::Error(std::int32_t number) : Error(number, String(UsualText(number))) {}
+Error::Error(std::int32_t number) : Error(number, UsualText(number)) {}
 
 Error::Error() noexcept : number_(ErrorNumber::OutOfMemory) {}
 

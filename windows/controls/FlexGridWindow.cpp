@@ -2,6 +2,7 @@
 #include <array>
 #include <string>
 
+#include "common/ScopeExit.h"
 #include "controls/FlexGrid.h"
 #include "windows/base/WideText.h"
 #include "windows/controls/Drawing.h"
@@ -39,16 +40,7 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
 
  private:
   /// Suspends painting of the list view. Nestable.
-  class RedrawOff {
-   public:
-    explicit RedrawOff(FlexGridWindow& grid);
-    ~RedrawOff();
-    RedrawOff(const RedrawOff&) = delete;
-    RedrawOff& operator=(const RedrawOff&) = delete;
-
-   private:
-    FlexGridWindow& grid_;
-  };
+  [[nodiscard]] auto RedrawOff();
 
   /// Timer that shows appended rows together, after a short delay.
   static constexpr UINT_PTR kRowsTimer = 0x4B54;
@@ -75,14 +67,13 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   std::size_t nextGiven_ = 0;
 };
 
-FlexGridWindow::RedrawOff::RedrawOff(FlexGridWindow& grid) : grid_(grid) {
-  if (grid_.redrawOff_++ == 0) grid_.Send(WM_SETREDRAW, FALSE);
-}
-
-FlexGridWindow::RedrawOff::~RedrawOff() {
-  if (--grid_.redrawOff_ > 0 || !grid_.Handle()) return;
-  grid_.Send(WM_SETREDRAW, TRUE);
-  InvalidateRect(grid_.Handle(), nullptr, FALSE);
+auto FlexGridWindow::RedrawOff() {
+  if (redrawOff_++ == 0) Send(WM_SETREDRAW, FALSE);
+  return ScopeExit([this] {
+    if (--redrawOff_ > 0 || !Handle()) return;
+    Send(WM_SETREDRAW, TRUE);
+    InvalidateRect(Handle(), nullptr, FALSE);
+  });
 }
 
 FlexGridWindow::FlexGridWindow(FormWindow& form, controls::FlexGrid& grid)
@@ -124,7 +115,7 @@ void FlexGridWindow::ColumnsChanged() {
     if (columns_.AreNamed()) columns_.Update();
     return;
   }
-  const RedrawOff off(*this);
+  const auto off = RedrawOff();
   columns_.Replace();
 }
 
@@ -133,7 +124,7 @@ void FlexGridWindow::SelectionChanged() {
   if (appended_) ShowAppended();
   const auto ignoring = selection_.Ignoring();
   if (!selection_.HasMany()) return selection_.Show();
-  const RedrawOff off(*this);
+  const auto off = RedrawOff();
   selection_.Show();
 }
 
@@ -143,7 +134,7 @@ void FlexGridWindow::RowsChanged() {
   if (!Handle()) return;
   if (std::exchange(appended_, false)) KillTimer(Handle(), kRowsTimer);
   const auto ignoring = selection_.Ignoring();
-  const RedrawOff off(*this);
+  const auto off = RedrawOff();
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(grid_.Rows() - 1), LVSICF_NOSCROLL);
   selection_.Show();
 }
