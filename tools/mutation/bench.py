@@ -18,7 +18,7 @@ import time
 OPTIONS = ["-DKTRV_TEST_SERVERS=OFF", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
            "-DCMAKE_CXX_FLAGS=-w -D_GLIBCXX_ASSERTIONS"]
 # Test programs of folders whose name does not follow the rule native_LASTNAME.
-UNITS = {"database/odbc": "native_database", "forms/addressbook": "native_forms"}
+UNITS = {"database/odbc": "native_database"}
 FILTERS = {"contract": "*Sqlite*"}  # the others need servers
 LEFT_OUT = {"otheruser", "standins"}  # not a test program; needs Java
 LONG = {"native_adversary", "native_nesting"}

@@ -1,5 +1,5 @@
 #include "common/Logger.h"
-#include "tests/native/forms/AddressBookFixture.h"
+#include "tests/native/addressbook/AddressBookFixture.h"
 
 namespace ktrv::tests {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/native/forms/AddressBookFixture.h"
+#include "tests/native/addressbook/AddressBookFixture.h"
 
 #include <stdexcept>
 

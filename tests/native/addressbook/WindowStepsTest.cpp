@@ -7,8 +7,8 @@
 #include "controls/DatePicker.h"
 #include "controls/Frame.h"
 #include "controls/UpDown.h"
-#include "tests/native/forms/AddressBookFixture.h"
-#include "tests/native/forms/ToldPeers.h"
+#include "tests/native/addressbook/AddressBookFixture.h"
+#include "tests/native/addressbook/ToldPeers.h"
 #include "tests/native/support/WatchedDriver.h"
 
 namespace ktrv::tests {

@@ -1,6 +1,6 @@
 #include "forms/addressbook/RowDeletion.h"
 
-#include "tests/native/forms/AddressBookFixture.h"
+#include "tests/native/addressbook/AddressBookFixture.h"
 
 namespace ktrv::tests {
 namespace {

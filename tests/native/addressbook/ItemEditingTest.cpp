@@ -2,7 +2,7 @@
 #include "forms/contact/frmNewContact.h"
 #include "forms/folder/frmSelectFolder.h"
 #include "forms/groups/frmGroupsNew.h"
-#include "tests/native/forms/ToldPeers.h"
+#include "tests/native/addressbook/ToldPeers.h"
 #include "tests/native/support/DialogFixture.h"
 #include "tests/native/support/OnDemand.h"
 

@@ -1,7 +1,7 @@
 #include "forms/addressbook/ItemMenus.h"
 
 #include "common/Error.h"
-#include "tests/native/forms/AddressBookFixture.h"
+#include "tests/native/addressbook/AddressBookFixture.h"
 
 namespace ktrv::tests {
 namespace {
