@@ -4,7 +4,7 @@
 
 #include "tests/wine/addressbook/BookWindow.h"
 #include "tests/wine/controls/Seen.h"
-#include "tests/wine/scripthost/UiInput.h"
+#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

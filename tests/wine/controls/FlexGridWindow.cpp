@@ -3,7 +3,7 @@
 
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
-#include "tests/wine/scripthost/UiInput.h"
+#include "tests/scripthost/UiInput.h"
 #include "windows/base/WideText.h"
 
 namespace ktrv::windows {

@@ -2,7 +2,7 @@
 
 #include "controls/PictureBox.h"
 #include "tests/wine/controls/Play.h"
-#include "tests/wine/scripthost/UiInput.h"
+#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

@@ -8,7 +8,7 @@
 #include "controls/Menu.h"
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
-#include "tests/wine/scripthost/UiInput.h"
+#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

@@ -7,7 +7,7 @@
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
 #include "tests/wine/controls/Seen.h"
-#include "tests/wine/scripthost/UiInput.h"
+#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

@@ -4,7 +4,7 @@
 #include "controls/TextBox.h"
 #include "controls/ToolBar.h"
 #include "tests/wine/controls/Play.h"
-#include "tests/wine/scripthost/UiInput.h"
+#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

@@ -1,0 +1,57 @@
+#include "tests/adoserver/Cursor.h"
+
+#include <utility>
+
+namespace ktrv::adoserver {
+
+void Cursor::Run() {
+  statement_->ExecuteToFirstResult(values_);
+  rowsAffected_ = statement_->RowsAffected();
+  if (!statement_->Columns().empty()) rows_ = statement_->Fetch(1);
+  columns_ = statement_->Columns();  // last: they tell that it is open
+}
+
+void Cursor::RunInBackground() {
+  worker_ = std::thread([this] {
+    try {
+      Run();
+    } catch (...) {
+      failure_ = Error::Current();
+    }
+    ended_ = true;
+  });
+}
+
+bool Cursor::IsRunning() {
+  if (!worker_.joinable()) return false;
+  if (!ended_) return true;
+  worker_.join();
+  return false;
+}
+
+void Cursor::Cancel() {
+  if (statement_) statement_->Cancel();
+}
+
+std::optional<Error> Cursor::TakeFailure() {
+  return std::exchange(failure_, std::nullopt);
+}
+
+void Cursor::Close() {
+  if (worker_.joinable()) {
+    Cancel();
+    worker_.join();
+  }
+  columns_.clear();
+  rows_.reset();
+  statement_.reset();
+}
+
+void Cursor::MoveNext() {
+  constexpr std::size_t kBlockRows = 100;
+  if (++row_ < rows_->Rows()) return;
+  rows_ = statement_ ? statement_->Fetch(kBlockRows) : nullptr;
+  row_ = 0;
+}
+
+}  // namespace ktrv::adoserver
