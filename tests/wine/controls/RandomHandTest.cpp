@@ -4,10 +4,10 @@
 #include <random>
 #include <set>
 
+#include "tests/scripthost/UiInput.h"
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
 #include "tests/wine/controls/Seen.h"
-#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

@@ -6,9 +6,9 @@
 #include <thread>
 
 #include "controls/Menu.h"
+#include "tests/scripthost/UiInput.h"
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
-#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

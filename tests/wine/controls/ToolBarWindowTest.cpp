@@ -3,8 +3,8 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/ToolBar.h"
-#include "tests/wine/controls/Play.h"
 #include "tests/scripthost/UiInput.h"
+#include "tests/wine/controls/Play.h"
 
 namespace ktrv::windows {
 namespace {

@@ -1,9 +1,9 @@
 #include <array>
 #include <gtest/gtest.h>
 
+#include "tests/scripthost/UiInput.h"
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
-#include "tests/scripthost/UiInput.h"
 #include "windows/base/WideText.h"
 
 namespace ktrv::windows {

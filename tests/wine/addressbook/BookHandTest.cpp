@@ -2,9 +2,9 @@
 #include <array>
 #include <random>
 
+#include "tests/scripthost/UiInput.h"
 #include "tests/wine/addressbook/BookWindow.h"
 #include "tests/wine/controls/Seen.h"
-#include "tests/scripthost/UiInput.h"
 
 namespace ktrv::windows {
 namespace {

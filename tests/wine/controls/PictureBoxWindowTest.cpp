@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "controls/PictureBox.h"
-#include "tests/wine/controls/Play.h"
 #include "tests/scripthost/UiInput.h"
+#include "tests/wine/controls/Play.h"
 
 namespace ktrv::windows {
 namespace {
