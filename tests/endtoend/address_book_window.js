@@ -1,22 +1,7 @@
 // A person browses the address book with mouse and keyboard: every kind of node, sorting, finding,
 // the splitter, collapsing and refreshing.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var kTab = 9, kLeft = 37, kDown = 40;  // virtual keys
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
 
-function check(truth, what) {
-  if (!truth) throw new Error("Not so: " + what);
-}
-function checkEqual(actual, expected, what) {
-  check(actual == expected, what + ": '" + actual + "' instead of '" + expected + "'");
-}
-function until(condition, what) {
-  for (var i = 0; !condition(); i++) {
-    check(i < 100, "in time, " + what);
-    WScript.Sleep(50);
-  }
-}
 function firstWords(rows) {
   var lines = rows.split("\n"), words = [];
   for (var i = 0; i < lines.length; i++) words.push(lines[i].split(/[\t ]/)[0]);

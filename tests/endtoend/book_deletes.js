@@ -1,7 +1,4 @@
 // What can be deleted in the tree and in the list, what is asked before and what is gone then.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
 function deletesAtTheServer(book) {
   var kSure = "Are you sure you want to delete the selected item(s)?", kYesNo = "question|Yes|No*";

@@ -1,8 +1,5 @@
 // New contacts, groups and folders, their properties and a copy of the list, by toolbar, menu,
 // key and mouse.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
 function makesItems(book) {
   var newContact = function(name) {

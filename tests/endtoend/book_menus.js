@@ -1,8 +1,5 @@
 // The tree's menu at every kind of node, as administrator at the server and as either user at the
 // client, and what it refuses.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
 function walksTheMenus(book, runAt, userId) {
   var kUp = 38, kDown = 40;

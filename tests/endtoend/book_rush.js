@@ -1,8 +1,5 @@
 // A hasty user: keys that are held, double clicks on a button, commands while others run, and ten
 // thousand rows deleted in a window that goes on living.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\book.js")).ReadAll());
 
 function hurries(book) {
   // Enter held on a row opens one editor, in which it presses nothing.

@@ -1,12 +1,5 @@
 // A person adds, edits and cancels contacts with mouse and keyboard, for each dialect word. What is
 // in the database at the end is compared with rows/contact_editor.txt.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1);
-
-function checkEqual(actual, expected, what) {
-  if (actual != expected) {
-    throw new Error(what + ": '" + actual + "' instead of '" + expected + "'");
-  }
-}
 
 /// The editor's controls, for the functions that play the user.
 function controls(title) {

@@ -1,7 +1,6 @@
 // While a contact is open in this host, another one, a process with windows of its own in second/,
 // deletes it in its address book window. This one's save finds no contact: it is logged, the dialog
 // stays with its text, and no contact comes back.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var kRecord = "KTRVAddressBook:  Error occured. Sub : cmdSave_Click, Module: frmNewContact()";
 
 function read(file) {

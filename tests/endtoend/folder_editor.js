@@ -1,5 +1,4 @@
 // The host's own way to the folder editor: it opens, cannot save, tells the log and is cancelled.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 
 function tries() {
   var editor = Ui.Window("Add Folder");

@@ -2,17 +2,8 @@
 // then stand in the database are exactly these.
 // A number that is written into the player's text.
 /* global kListed */
-var connection = WScript.Arguments(0), log = WScript.Arguments(1);
-var kServer = 1, kAdministrator = 1, kSharedGroup = 1;
-var files = WScript.CreateObject("Scripting.FileSystemObject");
+var kSharedGroup = 1;
 
-function checkEqual(actual, expected, what) {
-  if (actual != expected) {
-    throw new Error(what + ": '" + actual + "' instead of '" + expected + "'");
-  }
-}
-
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
 
 // What the user's hand knows; it is sent to the other thread as text.
 function Editor(caption) {

@@ -1,13 +1,7 @@
 // What an ordinary user may do with groups, and the dialog of local groups, which are the host's.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var kClient = 0, kServer = 1, kAdministrator = 1, kOrdinaryUser = 2;
 var kLocalGroup = 0, kSharedGroup = 1;
 
-function checkEqual(actual, expected, what) {
-  if (actual != expected) {
-    throw new Error(what + ": '" + actual + "' instead of '" + expected + "'");
-  }
-}
 function play(user, operation) {
   Player.Play("(" + user + ")();");
   checkEqual(operation(), 1, "the operation");

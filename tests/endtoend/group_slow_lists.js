@@ -1,17 +1,8 @@
 // A person who does not wait: lists that take their time are given up, switched and closed, and OK
 // before all members are there loses none of them. In ORACLE's words only: the others do not list
 // remote members, which are slow here.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1);
-var kServer = 1, kAdministrator = 1, kSharedGroup = 1;
-var files = WScript.CreateObject("Scripting.FileSystemObject");
+var kSharedGroup = 1;
 
-function checkEqual(actual, expected, what) {
-  if (actual != expected) {
-    throw new Error(what + ": '" + actual + "' instead of '" + expected + "'");
-  }
-}
-
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\query.js")).ReadAll());
 
 function until(condition, what) {
   for (var i = 0; !condition(); i++) {

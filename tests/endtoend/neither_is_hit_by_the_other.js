@@ -2,13 +2,6 @@
 // on one database. Nothing that one did is undone by the other or hits something else, and neither
 // has more or fewer rights because the other is there. This is the administrator; the clerk is in
 // second/. They take turns, because they share one mouse.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-var support = WScript.ScriptFullName.replace(/[^\\\/]*$/, "support\\");
-eval(files.OpenTextFile(support + "book.js").ReadAll());
-eval(files.OpenTextFile(support + "turns.js").ReadAll());
-// Of two hosts that open a file at the same moment one is refused.
-new Turns(log).say("administrator has read the files");
 
 function administrator(book, turns, editing, log) {
   var kSure = "Are you sure you want to delete the selected item(s)?", kYesNo = "question|Yes|No*";

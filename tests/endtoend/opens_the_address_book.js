@@ -1,5 +1,4 @@
 // Opens the address book as an administrator at the server, and reads what it lists.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 
 function expect(what, actual, expected) {
   if (actual !== expected) {

@@ -1,13 +1,5 @@
 // A contact and a group of the same number are two rows of the picker: who opens one's properties
 // picks the other unchanged.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var kServer = 1, kAdministrator = 1;
-
-function checkEqual(actual, expected, what) {
-  if (actual != expected) {
-    throw new Error(what + ": '" + actual + "' instead of '" + expected + "'");
-  }
-}
 
 // Contact 2 is Åsa, group 2 Management.
 function looksAtOnePicksTheOther() {

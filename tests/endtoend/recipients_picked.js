@@ -1,13 +1,5 @@
 // A person picks recipients with mouse and keyboard, for both dialect words: contacts, groups whole
 // and expanded, remote contacts, with and without the country code.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1);
-var kServer = 1, kAdministrator = 1;
-
-function checkEqual(actual, expected, what) {
-  if (actual != expected) {
-    throw new Error(what + ": '" + actual + "' instead of '" + expected + "'");
-  }
-}
 
 // What the user's hand knows; it is sent to the other thread as text.
 function Picker() {
@@ -114,7 +106,7 @@ function itemsOf(collection) {
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
 
 /// Picks, and compares what the host gets.
-function check(user, expand, recipients, numbers, names) {
+function checkPick(user, expand, recipients, numbers, names) {
   checkEqual(play(user, function() { return book.LoadRecipients(kAdministrator, expand); }), 1,
              "LoadRecipients");
   checkEqual(itemsOf(book.SelectedRecipients), recipients, "SelectedRecipients");
@@ -150,12 +142,12 @@ var dialects = ["SQL", "ORACLE"];
 for (var i = 0; i < dialects.length; i++) {
   checkEqual(book.Init("", connection, kServer, dialects[i], log), 1,
              "Init");
-  check(picksWithoutCountryCode, false, kWhole, whole("9820012345"), "");
-  check(picksWithCountryCode, false, kWhole, whole("919820012345"), "");
-  check(picksWithoutCountryCode, true, kExpanded, expanded("9820012345", "701740611"), kMembers);
-  check(picksWithCountryCode, true, kExpanded, expanded("919820012345", "46701740611"), kMembers);
+  checkPick(picksWithoutCountryCode, false, kWhole, whole("9820012345"), "");
+  checkPick(picksWithCountryCode, false, kWhole, whole("919820012345"), "");
+  checkPick(picksWithoutCountryCode, true, kExpanded, expanded("9820012345", "701740611"), kMembers);
+  checkPick(picksWithCountryCode, true, kExpanded, expanded("919820012345", "46701740611"), kMembers);
   // Nothing is left of the former pick.
-  check(cancels, true, "", [], "");
+  checkPick(cancels, true, "", [], "");
 }
 
 var written = WScript.CreateObject("Scripting.FileSystemObject").OpenTextFile(log).ReadAll();
@@ -168,4 +160,4 @@ function findsNothing(picker) {
   picker.finish("OK");
 }
 checkEqual(book.Init("", connection, kServer, "MYSQL", log), 1, "Init");
-check(findsNothing, true, "", [], "");
+checkPick(findsNothing, true, "", [], "");

@@ -1,6 +1,5 @@
 // Two hosts, each a process with windows of its own, have one contact open. The other one, in
 // second/, saves first; this one saves later, and undoes nothing that its user left alone.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 
 function savesLater(signal) {
   var editor = Ui.Window("Edit Shared Contact");

@@ -1,5 +1,6 @@
-// scripthost FILE.vbs|FILE.js [ARG...]: runs a script and ends with the code of its WScript.Quit,
-// with 0 at its end, or with 99 after an error, which is told on the error stream.
+// scripthost [--with FILE]... FILE.vbs|FILE.js [ARG...]: runs a script, after those in its language
+// that it uses, and ends with the code of its WScript.Quit, with 0 at its end, or with 99 after an
+// error, which is told on the error stream.
 #include <windows.h>
 #include <shellapi.h>
 
@@ -9,13 +10,13 @@
 #include <string>
 #include <vector>
 
-#include "tests/wine/desktop/Desktop.h"
 #include "tests/scripthost/Console.h"
 #include "tests/scripthost/Engine.h"
 #include "tests/scripthost/PlayerObject.h"
 #include "tests/scripthost/ScriptFailure.h"
 #include "tests/scripthost/UiObject.h"
 #include "tests/scripthost/WScriptObject.h"
+#include "tests/wine/desktop/Desktop.h"
 
 namespace ktrv::scripthost {
 namespace {
@@ -48,22 +49,28 @@ std::wstring ReadScript(const std::wstring& path) {
 }
 
 int Run() {
-  std::vector<std::wstring> arguments = CommandLine();
-  if (arguments.size() < 2) {
-    throw ScriptFailure{L"usage: scripthost FILE.vbs|FILE.js [ARG...]"};
+  const std::vector<std::wstring> arguments = CommandLine();
+  std::vector<std::wstring> scripts;
+  auto next = arguments.begin() + 1;
+  for (; arguments.end() - next >= 2 && *next == L"--with"; next += 2) {
+    scripts.push_back(next[1]);
   }
-  const std::wstring path = arguments[1];
-  arguments.erase(arguments.begin(), arguments.begin() + 2);
-  const std::wstring text = ReadScript(path);
+  if (next == arguments.end()) {
+    throw ScriptFailure{L"usage: scripthost [--with FILE]... FILE.vbs|FILE.js [ARG...]"};
+  }
+  const std::wstring path = *next;
+  scripts.push_back(path);
 
-  WScriptObject wscript(path, std::move(arguments));
+  WScriptObject wscript(path, std::vector(next + 1, arguments.end()));
   UiObject ui;
   PlayerObject player(path);
   Engine engine(path.ends_with(L".vbs") ? L"VBScript" : L"JScript",
                 {{L"WScript", &wscript}, {L"Ui", &ui}, {L"Player", &player}});
-  const std::wstring failure = engine.Run(path, text);
-  if (!failure.empty()) {
-    throw ScriptFailure{failure};
+  for (const std::wstring& script : scripts) {
+    const std::wstring failure = engine.Run(script, ReadScript(script));
+    if (!failure.empty()) {
+      throw ScriptFailure{failure};
+    }
   }
   return 0;
 }

@@ -1,5 +1,4 @@
 // The host that deletes the contact; see the script of the same name beside this folder.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = new ActiveXObject("Scripting.FileSystemObject");
 
 function until(condition, what) {

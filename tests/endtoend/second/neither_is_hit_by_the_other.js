@@ -1,10 +1,4 @@
 // The clerk; the administrator is in the script of the same name beside this folder.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
-var files = WScript.CreateObject("Scripting.FileSystemObject");
-var support = WScript.ScriptFullName.replace(/second[\\\/][^\\\/]*$/, "support\\");
-while (!files.FileExists(log + ".administrator has read the files")) WScript.Sleep(30);
-eval(files.OpenTextFile(support + "book.js").ReadAll());
-eval(files.OpenTextFile(support + "turns.js").ReadAll());
 
 function clerk(book, turns, editing, log) {
   var kSure = "Are you sure you want to delete the selected item(s)?", kYesNo = "question|Yes|No*";

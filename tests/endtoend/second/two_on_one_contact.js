@@ -1,5 +1,4 @@
 // The host that saves first; see the script of the same name beside this folder.
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), dialect = WScript.Arguments(2);
 var files = new ActiveXObject("Scripting.FileSystemObject");
 for (var i = 0; !files.FileExists(log + ".open"); i++) {
   if (i == 1000) throw new Error("The other host did not open the contact");

@@ -1,23 +1,5 @@
-// What the scripts on the address book window share. A script takes it in with eval and plays its
-// user on the other thread, because boxes and editors hold up the thread that the window is on.
-var kServer = 1, kClient = 0, kAdministrator = 1, kGeneralUser = 2;
-var kEnter = 13, kEscape = 27, kDelete = 46, kControl = 8;
-
-function check(truth, what) {
-  if (!truth) throw new Error("Not so: " + what);
-}
-function checkEqual(actual, expected, what) {
-  check(actual == expected, what + ": '" + actual + "' instead of '" + expected + "'");
-}
-function until(condition, what) {
-  for (var i = 0; !condition(); i++) {
-    check(i < 200, "in time, " + what);
-    WScript.Sleep(30);
-  }
-}
-
-eval(files.OpenTextFile(WScript.ScriptFullName.replace(/(second[\\\/])?[^\\\/]*$/,
-                                                       "support\\query.js")).ReadAll());
+// What the scripts on the address book window share. A script plays its user on the other thread,
+// because boxes and editors hold up the thread that the window is on.
 
 /// The window's parts and what a hand does with them.
 function Book() {
