@@ -290,10 +290,20 @@ void FaultyDriver::Arm(DriverCall call, Fault fault) {
   healing_ = fired_ = false;
 }
 
+void FaultyDriver::ArmAny(int call, unsigned way) {
+  const std::lock_guard lock(mutex_);
+  calls_.clear();
+  armed_.reset();
+  callsToCome_ = call;
+  way_ = way;
+  healing_ = fired_ = false;
+}
+
 void FaultyDriver::Heal() {
   {
     const std::lock_guard lock(mutex_);
     armed_.reset();
+    callsToCome_ = 0;
     healing_ = true;
     serverIsGone_ = false;
     healed_.notify_all();
@@ -309,6 +319,11 @@ std::optional<Fault> FaultyDriver::Come(StringView operation, StringView text) {
   Count& count = calls_[what];
   const int which = ++count.Came;
   count.CanBeCancelled = !IsUserThread();
+  if (callsToCome_ > 0 && IsUserThread() && --callsToCome_ == 0) {
+    const auto faults = FaultsOf({what, which, count.CanBeCancelled});
+    armed_ = {what, which, count.CanBeCancelled};
+    fault_ = faults[way_ % faults.size()];
+  }
   if (!armed_ || armed_->What != what || armed_->Which != which) return std::nullopt;
   armed_.reset();
   fired_ = true;

@@ -61,6 +61,9 @@ class FaultyDriver final : public database::Driver {
   static std::vector<Fault> FaultsOf(const DriverCall& call);
 
   void Arm(DriverCall call, Fault fault);
+  /// Lets the n-th call of the user's thread from here on fail. \param way selects one of the
+  /// faults that the call can have
+  void ArmAny(int call, unsigned way);
   bool Fired() const { return fired_; }
   /// The trouble is over: the server is back, and what hangs fails.
   void Heal();
@@ -105,6 +108,8 @@ class FaultyDriver final : public database::Driver {
   std::map<std::string, Count> calls_;
   std::atomic<bool> counting_ = false;
   std::optional<DriverCall> armed_;
+  int callsToCome_ = 0;  ///< until the one of ArmAny; 0 for none
+  unsigned way_ = 0;
   Fault fault_ = Fault::ThrowsBefore;
   std::atomic<bool> healing_ = false;
   std::atomic<bool> fired_ = false;
