@@ -1,5 +1,6 @@
 #include "tests/native/adversary/FailingAllocations.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -9,6 +10,7 @@ namespace {
 thread_local bool counts = false;
 thread_local std::int64_t counted = 0;
 thread_local std::int64_t failing = 0;
+std::atomic<std::int64_t> alive = 0;
 
 }  // namespace
 
@@ -19,6 +21,10 @@ void FailingAllocations::FailAt(std::int64_t allocation) {
 
 std::int64_t FailingAllocations::Counted() {
   return counted;
+}
+
+std::int64_t FailingAllocations::Alive() {
+  return alive;
 }
 
 bool FailingAllocations::HasFailed() {
@@ -37,7 +43,14 @@ namespace {
 
 void* Allocate(std::size_t size) noexcept {
   if (counts && ++counted == failing) return nullptr;
-  return std::malloc(size == 0 ? 1 : size);
+  void* memory = std::malloc(size == 0 ? 1 : size);
+  if (memory) ++alive;
+  return memory;
+}
+
+void GiveBack(void* memory) noexcept {
+  if (memory) --alive;
+  std::free(memory);
 }
 
 void* AllocateOrThrow(std::size_t size) {
@@ -63,20 +76,20 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
   return ktrv::tests::Allocate(size);
 }
 void operator delete(void* memory) noexcept {
-  std::free(memory);
+  ktrv::tests::GiveBack(memory);
 }
 void operator delete[](void* memory) noexcept {
-  std::free(memory);
+  ktrv::tests::GiveBack(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
+  ktrv::tests::GiveBack(memory);
 }
 void operator delete[](void* memory, std::size_t) noexcept {
-  std::free(memory);
+  ktrv::tests::GiveBack(memory);
 }
 void operator delete(void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
+  ktrv::tests::GiveBack(memory);
 }
 void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
+  ktrv::tests::GiveBack(memory);
 }

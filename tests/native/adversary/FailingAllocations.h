@@ -14,6 +14,8 @@ class FailingAllocations {
   static void FailAt(std::int64_t allocation);
   static std::int64_t Counted();
   static bool HasFailed();
+  /// Blocks of all threads that are allocated now.
+  static std::int64_t Alive();
 
   /// While one lives on this thread, allocations are counted.
   class Scope {

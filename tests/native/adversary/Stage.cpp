@@ -169,10 +169,7 @@ Stage::Stage(StringView dialectWord)
                }}) {
   constexpr std::size_t kNotes = 10000;
   screen.Log.reserve(kNotes);  // what the screen does is not what fails
-  constexpr int kDialogs = 50;
-  for (int dialog = 0; dialog < kDialogs; ++dialog) {
-    screen.PlayModal([this](controls::Form& form) { Play(form); });
-  }
+  ExpectDialog();
   dialogs = std::make_unique<Dialogs>(session);
   main = std::make_unique<clsMain>(session, *dialogs);
   main->Init(u"", book.ConnectionString(), 0, dialectWord, u"log");
@@ -183,8 +180,13 @@ Stage::~Stage() {
   Close();
 }
 
+void Stage::ExpectDialog() {
+  screen.PlayModal([this](controls::Form& form) { Play(form); });
+}
+
 void Stage::Play(controls::Form& form) {
   const FailingAllocations::Scope uncounted(false);
+  ExpectDialog();  // which may come over this one
   if (auto* contact = dynamic_cast<forms::frmNewContact*>(&form)) {
     if (InContact) std::exchange(InContact, nullptr)(*contact);
   } else if (auto* group = dynamic_cast<forms::frmGroupsNew*>(&form)) {

@@ -117,6 +117,7 @@ class Stage {
   }
 
  private:
+  void ExpectDialog();
   void Play(controls::Form& form);
 
   std::function<void(std::function<void()>)> post_ = screen.Dispatcher.Post();

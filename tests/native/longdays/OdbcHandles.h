@@ -1,0 +1,20 @@
+#pragma once
+
+#include <ostream>
+
+namespace ktrv::tests {
+
+/// The ODBC handles that this process has.
+struct OdbcHandles {
+  int Environments = 0;
+  int Connections = 0;
+  int Statements = 0;
+
+  static OdbcHandles Alive();
+
+  bool operator==(const OdbcHandles&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const OdbcHandles& handles);
+
+}  // namespace ktrv::tests
