@@ -32,14 +32,16 @@ std::unique_ptr<Link> KeepingDriver::Open(StringView connectionString, StringVie
   LinkStore::Address address{connectionString, user, password};
   LinkStore::Found found = store_->Take(address);
   auto link = std::move(found.Unused);
-  if (link && found.Idle >= kIdle && !Answers(*link)) {
+  const bool isFresh = link && LinkStore::Clock::now() - found.Worked < kIdle;
+  if (link && !isFresh && !Answers(*link)) {
     // The other links were opened before the server went down too.
     store_->Drop(address);
     link.reset();
   }
   if (!link) link = driver_.Open(connectionString, user, password);
   if (!link || !IsOnServer(link->EngineKind())) return link;
-  return std::make_unique<KeptLink>(store_, std::move(address), std::move(link));
+  return std::make_unique<KeptLink>(store_, std::move(address), std::move(link),
+                                    isFresh ? found.Worked : LinkStore::Clock::now());
 }
 
 }  // namespace ktrv::database

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/ScopeExit.h"
 #include "database/SqlTokenizer.h"
 
 namespace ktrv::database {
@@ -29,6 +30,14 @@ decltype(auto) KeptLink::Run(Work&& work) {
   }
 }
 
+template <class Work>
+decltype(auto) KeptLink::Reach(Work&& work) {
+  return Run([&]() -> decltype(auto) {
+    const ScopeExit reached([&] { worked_ = LinkStore::Clock::now(); });
+    return work();
+  });
+}
+
 /// A statement that reports failures and cancels to its link.
 class KeptLink::Watched final : public Statement {
  public:
@@ -36,16 +45,16 @@ class KeptLink::Watched final : public Statement {
       : link_(link), statement_(std::move(statement)) {}
 
   void Execute(std::span<const Variant> values) override {
-    link_.Run([&] { statement_->Execute(values); });
+    link_.Reach([&] { statement_->Execute(values); });
   }
   bool ExecuteAll(std::span<const std::vector<Variant>> rows) override {
-    return link_.Run([&] { return statement_->ExecuteAll(rows); });
+    return link_.Reach([&] { return statement_->ExecuteAll(rows); });
   }
   void LiftTimeLimit() override { statement_->LiftTimeLimit(); }
   const std::vector<Column>& Columns() const override { return statement_->Columns(); }
   std::int64_t RowsAffected() const override { return statement_->RowsAffected(); }
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override {
-    return link_.Run([&] { return statement_->Fetch(rows); });
+    return link_.Reach([&] { return statement_->Fetch(rows); });
   }
   void Cancel() noexcept override {
     link_.asOpened_ = false;  // some engines handle it late and would cancel the next statement
@@ -58,16 +67,17 @@ class KeptLink::Watched final : public Statement {
 };
 
 KeptLink::KeptLink(std::shared_ptr<LinkStore> store, LinkStore::Address address,
-                   std::unique_ptr<Link> link)
+                   std::unique_ptr<Link> link, LinkStore::Clock::time_point worked)
     : store_(std::move(store)),
       address_(std::move(address)),
       facts_(store_->FactsOf(address_)),
-      link_(std::move(link)) {}
+      link_(std::move(link)),
+      worked_(worked) {}
 
 KeptLink::~KeptLink() {
   if (!asOpened_ || inTransaction_) return;
   try {
-    store_->Keep(address_, std::move(link_));
+    store_->Keep(address_, std::move(link_), worked_);
   } catch (...) {
     // The link is closed instead.
   }
@@ -97,7 +107,7 @@ bool KeptLink::Begin() {
 }
 
 void KeptLink::Commit() {
-  Run([&] { link_->Commit(); });
+  Reach([&] { link_->Commit(); });
   inTransaction_ = false;
 }
 
@@ -110,7 +120,7 @@ void KeptLink::RollBackToMark() {
 }
 
 void KeptLink::RollBack() {
-  Run([&] { link_->RollBack(); });
+  Reach([&] { link_->RollBack(); });
   inTransaction_ = false;
 }
 

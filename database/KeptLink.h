@@ -10,8 +10,9 @@ namespace ktrv::database {
 /// A link that is returned to the store when it is destroyed, if it is unchanged since opening.
 class KeptLink final : public Link {
  public:
-  KeptLink(std::shared_ptr<LinkStore> store, LinkStore::Address address,
-           std::unique_ptr<Link> link);
+  /// \param worked when the link was last known to be alive
+  KeptLink(std::shared_ptr<LinkStore> store, LinkStore::Address address, std::unique_ptr<Link> link,
+           LinkStore::Clock::time_point worked);
   ~KeptLink() override;
 
   std::unique_ptr<Statement> Prepare(StringView text,
@@ -32,6 +33,9 @@ class KeptLink final : public Link {
   /// Runs an operation. After a failure the state of the link is unknown.
   template <class Work>
   decltype(auto) Run(Work&& work);
+  /// The same for an operation that the server has answered when it returns.
+  template <class Work>
+  decltype(auto) Reach(Work&& work);
 
   std::shared_ptr<LinkStore> store_;
   LinkStore::Address address_;
@@ -39,6 +43,7 @@ class KeptLink final : public Link {
   std::unique_ptr<Link> link_;
   std::atomic<bool> asOpened_ = true;  ///< atomic: Cancel is called on another thread
   bool inTransaction_ = false;
+  LinkStore::Clock::time_point worked_;
 };
 
 }  // namespace ktrv::database

@@ -23,16 +23,15 @@ LinkStore::Found LinkStore::Take(const Address& address) {
   const auto last = std::find_if(kept_.rbegin(), kept_.rend(),
                                  [&](const Kept& each) { return each.To == address; });
   if (last == kept_.rend()) return {};
-  const auto idle = Clock::now() - last->Since;
-  if (idle >= longest_) return {};  // it is about to be closed
-  Found found{std::move(last->Unused), idle};
+  if (Clock::now() - last->Since >= longest_) return {};  // it is about to be closed
+  Found found{std::move(last->Unused), last->Worked};
   kept_.erase(std::next(last).base());
   return found;
 }
 
-void LinkStore::Keep(const Address& address, std::unique_ptr<Link> link) {
+void LinkStore::Keep(const Address& address, std::unique_ptr<Link> link, Clock::time_point worked) {
   std::list<Kept> moved;
-  moved.push_back({address, std::move(link), Clock::now()});
+  moved.push_back({address, std::move(link), worked, Clock::now()});
   const std::lock_guard lock(mutex_);
   if (!open_) return;
   if (!watch_ || watch_->Left) StartWatch();

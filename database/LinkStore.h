@@ -29,11 +29,12 @@ class LinkStore : public std::enable_shared_from_this<LinkStore> {
 
   struct Found {
     std::unique_ptr<Link> Unused;  ///< null if there is none
-    Clock::duration Idle;
+    Clock::time_point Worked;      ///< as given to Keep
   };
   /// The most recently used link to the address.
   Found Take(const Address& address);
-  void Keep(const Address& address, std::unique_ptr<Link> link);
+  /// \param worked when the link was last known to be alive
+  void Keep(const Address& address, std::unique_ptr<Link> link, Clock::time_point worked);
   /// Closes the kept links to the address.
   void Drop(const Address& address);
 
@@ -46,6 +47,7 @@ class LinkStore : public std::enable_shared_from_this<LinkStore> {
   struct Kept {
     Address To;
     std::unique_ptr<Link> Unused;
+    Clock::time_point Worked;
     Clock::time_point Since;
   };
   /// A thread of the store; runs from the first kept link until none is left.

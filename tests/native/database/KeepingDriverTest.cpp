@@ -163,6 +163,27 @@ TEST_F(KeepingDriverTest, ALinkThatWasIdleIsAskedOnce) {
   EXPECT_EQ(driver.Executed().size(), 1U);
 }
 
+TEST_F(KeepingDriverTest, ALinkThatWasIdleWhileOpenIsAskedToo) {
+  auto link = Open();
+  Run(*link, u"SELECT ID FROM T");
+  Think();
+  driver.LoseLinks();
+  link.reset();
+  Run(*Open(), u"UPDATE T SET X = 1");
+  EXPECT_EQ(Made(), 2U);
+}
+
+TEST_F(KeepingDriverTest, OpeningAloneDoesNotShowThatALinkWorks) {
+  Open();
+  driver.LoseLinks();
+  for (int round = 0; round < 4; ++round) {
+    std::this_thread::sleep_for(kIdle / 3);
+    Open();
+  }
+  Run(*Open(), u"UPDATE T SET X = 1");
+  EXPECT_EQ(Made(), 2U);
+}
+
 TEST_F(KeepingDriverTest, ALinkIsClosedInTimeThoughNobodyCalls) {
   KeepingDriver brief(driver, std::chrono::milliseconds(20));
   for (int round = 0; round < 2; ++round) {
