@@ -110,18 +110,17 @@ String ToText(const Variant& value) {
 }
 
 std::int64_t ToInteger(const Variant& value) {
-  const auto mismatch = [] { return Error(ErrorNumber::TypeMismatch); };
   return std::visit(Overloaded{
                         [](Null) -> std::int64_t { throw Error(ErrorNumber::InvalidUseOfNull); },
                         [](std::int64_t number) { return number; },
                         [](double number) { return Rounded(number); },
                         [](bool truth) -> std::int64_t { return truth ? 1 : 0; },
-                        [&](const String& text) -> std::int64_t {
+                        [](const String& text) -> std::int64_t {
                           if (const auto whole = ParseInteger(Trim(text))) return *whole;
                           if (const auto number = ParseNumber(Trim(text))) return Rounded(*number);
-                          throw mismatch();
+                          throw Error(ErrorNumber::TypeMismatch);
                         },
-                        [&](DateTime) -> std::int64_t { throw mismatch(); },
+                        [](DateTime) -> std::int64_t { throw Error(ErrorNumber::TypeMismatch); },
                     },
                     value);
 }

@@ -7,10 +7,6 @@
 namespace ktrv::forms {
 namespace {
 
-Error TypeMismatch() {
-  return Error(ErrorNumber::TypeMismatch);
-}
-
 /// Shows null as an empty box and a number as decimal text.
 void ShowText(const database::Recordset& row, StringView column, controls::TextBox& box) {
   box.SetText(ToText(row.Field(column)));
@@ -31,7 +27,7 @@ void ShowDate(const database::Recordset& row, StringView column, controls::DateP
   if (const auto date = DateOf(value)) {
     picker.SetValue(date);
   } else {
-    failures.push_back(TypeMismatch());
+    failures.push_back(Error(ErrorNumber::TypeMismatch));
   }
 }
 
@@ -101,7 +97,7 @@ void ContactFields::Write(const Entries* before, database::Recordset& row) const
   // An empty box keeps the stored age.
   if (const StringView age = Trim(now.Age); !age.empty() && changed(&Entries::Age)) {
     const auto number = ParseNumber(age);
-    if (!number) throw TypeMismatch();
+    if (!number) throw Error(ErrorNumber::TypeMismatch);
     row.SetField(u"Age", *number);
   }
   if (changed(&Entries::Sex)) row.SetField(u"Sex", SexOf(boxes_.Sex.Text()));
