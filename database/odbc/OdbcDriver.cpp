@@ -3,11 +3,8 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
-#include <optional>
 
-#include "common/Error.h"
 #include "database/odbc/ConnectionString.h"
-#include "database/odbc/Native.h"
 #include "database/odbc/OdbcLink.h"
 
 namespace ktrv::database {
@@ -52,39 +49,10 @@ class Connecting {
 
 }  // namespace
 
-/// The environment handle, allocated by the first Open. So on a machine without ODBC opening fails,
-/// not loading of the component.
-class OdbcDriver::LazyEnvironment {
- public:
-  SQLHANDLE Get() {
-    const std::lock_guard lock(mutex_);
-    if (!handle_) {
-      SQLHANDLE raw = nullptr;
-      if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &raw))) {
-        throw Error(ErrorNumber::DriverFailure, u"ODBC is not available on this machine", u"ODBC");
-      }
-      handle_.emplace(raw);
-      constexpr std::uintptr_t kVersion = SQL_OV_ODBC3;
-      odbc::Checked(
-          SQLSetEnvAttr(raw, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(kVersion), 0),
-          SQL_HANDLE_ENV, raw, {});
-    }
-    return handle_->Get();
-  }
-
- private:
-  std::mutex mutex_;
-  std::optional<odbc::EnvironmentHandle> handle_;
-};
-
-OdbcDriver::OdbcDriver() : environment_(std::make_unique<LazyEnvironment>()) {}
-
-OdbcDriver::~OdbcDriver() = default;
-
 std::unique_ptr<Link> OdbcDriver::Open(StringView connectionString, StringView user,
                                        StringView password) {
   const Connecting connecting(connectionString);
-  return std::make_unique<odbc::OdbcLink>(environment_->Get(), connectionString, user, password);
+  return std::make_unique<odbc::OdbcLink>(connectionString, user, password);
 }
 
 }  // namespace ktrv::database

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "database/Driver.h"
 
 namespace ktrv::database {
@@ -10,17 +8,8 @@ namespace ktrv::database {
 /// Windows. Thread-safe.
 class OdbcDriver final : public Driver {
  public:
-  OdbcDriver();
-  ~OdbcDriver() override;
-  OdbcDriver(const OdbcDriver&) = delete;
-  OdbcDriver& operator=(const OdbcDriver&) = delete;
-
   std::unique_ptr<Link> Open(StringView connectionString, StringView user,
                              StringView password) override;
-
- private:
-  class LazyEnvironment;
-  std::unique_ptr<LazyEnvironment> environment_;
 };
 
 }  // namespace ktrv::database

@@ -10,6 +10,20 @@
 namespace ktrv::database::odbc {
 namespace {
 
+/// Each link has an environment of its own, because a shared one is not safe with every driver
+/// manager: Wine's after 8.0 replaces the environment of its driver with each new connection, even
+/// while another thread is about to connect in it.
+EnvironmentHandle NewEnvironment() {
+  SQLHANDLE raw = nullptr;
+  if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &raw))) {
+    throw Error(ErrorNumber::DriverFailure, u"ODBC is not available on this machine", u"ODBC");
+  }
+  EnvironmentHandle environment(raw);
+  Checked(SQLSetEnvAttr(raw, SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0), SQL_HANDLE_ENV, raw,
+          {});
+  return environment;
+}
+
 ConnectionHandle NewConnection(SQLHANDLE environment) {
   SQLHANDLE raw = nullptr;
   Checked(SQLAllocHandle(SQL_HANDLE_DBC, environment, &raw), SQL_HANDLE_ENV, environment, {});
@@ -27,9 +41,8 @@ String ShortText(const StatementHandle& statement, SQLUSMALLINT column) {
 
 }  // namespace
 
-OdbcLink::OdbcLink(SQLHANDLE environment, StringView connectionString, StringView user,
-                   StringView password)
-    : connection_(NewConnection(environment)) {
+OdbcLink::OdbcLink(StringView connectionString, StringView user, StringView password)
+    : environment_(NewEnvironment()), connection_(NewConnection(environment_.Get())) {
   const String complete = CompleteConnectionString(connectionString, user, password);
   // A Unix path means a Unix driver under Wine, whose connection string is UTF-8.
   const bool utf8 = KeywordValue(complete, u"Database").substr(0, 1) == u"/";

@@ -12,8 +12,7 @@ namespace ktrv::database::odbc {
 class OdbcLink final : public Link {
  public:
   /// Opens the session. \throws Error
-  OdbcLink(SQLHANDLE environment, StringView connectionString, StringView user,
-           StringView password);
+  OdbcLink(StringView connectionString, StringView user, StringView password);
   ~OdbcLink() override;
 
   std::unique_ptr<Statement> Prepare(StringView text,
@@ -49,6 +48,7 @@ class OdbcLink final : public Link {
   void CommitEachStatement(bool each);
   void Run(StringView text);
 
+  EnvironmentHandle environment_;
   ConnectionHandle connection_;
   Dialogue dialogue_;
   std::chrono::milliseconds statementLimit_{};

@@ -14,14 +14,6 @@ namespace {
 
 using namespace database;
 
-std::unique_ptr<odbc::EnvironmentHandle> NewEnvironment() {
-  SQLHANDLE raw = nullptr;
-  SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &raw);
-  constexpr std::uintptr_t kVersion = SQL_OV_ODBC3;
-  SQLSetEnvAttr(raw, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(kVersion), 0);
-  return std::make_unique<odbc::EnvironmentHandle>(raw);
-}
-
 /// What the provider hands on to ODBC. No test has a semicolon in a value.
 String WithoutProvider(StringView text) {
   const StringView keyword = u"Provider=";
@@ -103,11 +95,8 @@ Value ConnectionObject::Open(const Arguments& arguments) {
   const bool known = provider.empty() || EqualsIgnoringCase(provider, u"MSDASQL") ||
                      EqualsIgnoringCase(provider, u"MSDASQL.1");
   if (!known) throw Refusal(kProviderNotFound);
-  Provide([&] {
-    environment_ = NewEnvironment();
-    link_ = std::make_unique<odbc::OdbcLink>(environment_->Get(), WithoutProvider(text_), user,
-                                             password);
-  });
+  Provide(
+      [&] { link_ = std::make_unique<odbc::OdbcLink>(WithoutProvider(text_), user, password); });
   return Value();
 }
 
@@ -119,7 +108,6 @@ Value ConnectionObject::Close() {
   cursors_.clear();
   inTransaction_ = false;
   link_.reset();
-  environment_.reset();
   return Value();
 }
 

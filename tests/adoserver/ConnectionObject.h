@@ -52,7 +52,6 @@ class ConnectionObject final : public ServerObject {
 
   const windows::ComPtr<ErrorsObject> errors_{new ErrorsObject};
   String text_;
-  std::unique_ptr<database::odbc::EnvironmentHandle> environment_;
   std::unique_ptr<database::odbc::OdbcLink> link_;
   bool inTransaction_ = false;
   std::vector<std::weak_ptr<Cursor>> cursors_;

@@ -83,7 +83,7 @@ std::vector<String> Statements(const std::string& name) {
 /// where the driver rewrites it.
 class StandInsTest : public testing::TestWithParam<StandIn> {
  protected:
-  StandInsTest() : link_(environment_.Get(), ConnectionString(), u"sa", u"sa") {
+  StandInsTest() : link_(ConnectionString(), u"sa", u"sa") {
     RunOnStandIn(u"SET MODE " + String(GetParam().Mode));
     for (const char* ending : {".sql", "-host.sql"}) {
       for (const String& each : Statements(GetParam().Script + std::string(ending))) {
@@ -185,23 +185,7 @@ class StandInsTest : public testing::TestWithParam<StandIn> {
   };
 
  private:
-  class Environment {
-   public:
-    Environment() {
-      SQLHANDLE raw = nullptr;
-      SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &raw);
-      handle_.emplace(raw);
-      constexpr std::uintptr_t kVersion = SQL_OV_ODBC3;
-      SQLSetEnvAttr(raw, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(kVersion), 0);
-    }
-    SQLHANDLE Get() const { return handle_->Get(); }
-
-   private:
-    std::optional<database::odbc::EnvironmentHandle> handle_;
-  };
-
   PlainStart plainStart_{PortOf(ServerKind::H2)};
-  Environment environment_;
   database::odbc::OdbcLink link_;
   SqliteFile file_;
   database::OdbcDriver driver_;
