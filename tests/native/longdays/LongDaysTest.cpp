@@ -137,7 +137,7 @@ TEST_P(LongDaysTest, NothingGrows) {
   };
   for (int cycle = 0; cycle < kWarm; ++cycle) turn();
   const Held before;
-  EXPECT_GT(before.Handles.Environments, 0);
+  EXPECT_TRUE(OdbcHandles::AnyWasMade());
   for (int cycle = 0; cycle < Cycles() && !HasFailure(); ++cycle) turn();
   EXPECT_EQ(Held(), before);
   EXPECT_EQ(windows, 0);

@@ -11,6 +11,7 @@ namespace {
 std::atomic<int> environments = 0;
 std::atomic<int> connections = 0;
 std::atomic<int> statements = 0;
+std::atomic<bool> anyWasMade = false;
 
 void Count(SQLSMALLINT kind, int difference) {
   if (kind == SQL_HANDLE_ENV) environments += difference;
@@ -29,6 +30,10 @@ OdbcHandles OdbcHandles::Alive() {
   return {environments, connections, statements};
 }
 
+bool OdbcHandles::AnyWasMade() {
+  return anyWasMade;
+}
+
 std::ostream& operator<<(std::ostream& out, const OdbcHandles& handles) {
   return out << handles.Environments << " environments, " << handles.Connections << " connections, "
              << handles.Statements << " statements";
@@ -41,7 +46,10 @@ std::ostream& operator<<(std::ostream& out, const OdbcHandles& handles) {
 extern "C" SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT kind, SQLHANDLE from, SQLHANDLE* made) {
   static const auto next = ktrv::tests::Next(&SQLAllocHandle, "SQLAllocHandle");
   const SQLRETURN result = next(kind, from, made);
-  if (SQL_SUCCEEDED(result)) ktrv::tests::Count(kind, 1);
+  if (SQL_SUCCEEDED(result)) {
+    ktrv::tests::anyWasMade = true;
+    ktrv::tests::Count(kind, 1);
+  }
   return result;
 }
 

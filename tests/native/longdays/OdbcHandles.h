@@ -11,6 +11,8 @@ struct OdbcHandles {
   int Statements = 0;
 
   static OdbcHandles Alive();
+  /// Whether any handle was ever made, so that the counting is known to work.
+  static bool AnyWasMade();
 
   bool operator==(const OdbcHandles&) const = default;
 };
