@@ -76,6 +76,24 @@ void PressKey(WORD key) {
   Send({KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP)});
 }
 
+/// The top-level window that is seen in the middle of this one's area.
+HWND TopmostOver(HWND window) {
+  RECT area = {};
+  GetWindowRect(window, &area);
+  const POINT middle = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+  return GetAncestor(WindowFromPoint(middle), GA_ROOT);
+}
+
+std::wstring DescriptionOf(HWND window) {
+  if (!window) return L"nothing";
+  wchar_t name[64] = {}, title[128] = {};
+  DWORD process = 0;
+  GetClassNameW(window, name, 64);
+  GetWindowTextW(window, title, 128);
+  GetWindowThreadProcessId(window, &process);
+  return std::wstring(name) + L" \"" + title + L"\" of process " + std::to_wstring(process);
+}
+
 }  // namespace
 
 void BringToFront(HWND window) {
@@ -84,10 +102,13 @@ void BringToFront(HWND window) {
 }
 
 bool IsInFront(HWND window) {
-  RECT area = {};
-  GetWindowRect(window, &area);
-  const POINT middle = {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
-  return GetForegroundWindow() == window && GetAncestor(WindowFromPoint(middle), GA_ROOT) == window;
+  return GetForegroundWindow() == window && TopmostOver(window) == window;
+}
+
+std::wstring WhatIsInFrontOf(HWND window) {
+  return DescriptionOf(GetForegroundWindow()) + L" is in the foreground, and " +
+         DescriptionOf(TopmostOver(window)) + L" is seen where " + DescriptionOf(window) +
+         L" should be";
 }
 
 void Click(HWND window, POINT at, UINT keys) {

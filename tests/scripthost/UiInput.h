@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <string>
 #include <string_view>
 
 /// Does to windows of this process what a user does, with the system's own mouse and keyboard: the
@@ -12,6 +13,8 @@ namespace ktrv::scripthost::UiInput {
 /// Asks for the window, a top-level one, to be before the others, of other processes too.
 void BringToFront(HWND window);
 bool IsInFront(HWND window);
+/// For messages of failures.
+std::wstring WhatIsInFrontOf(HWND window);
 
 /// \param at in the window's client pixels. \param keys MK_SHIFT and MK_CONTROL, or 0.
 void Click(HWND window, POINT at, UINT keys);

@@ -245,7 +245,9 @@ void UiObject::OfferInput() {
   offer(L"BringToFront", [](const Arguments& arguments) {
     const HWND window = Handle(arguments);
     UiInput::BringToFront(window);
-    Await([=] { return UiInput::IsInFront(window); }, kPatience, L"a window in front");
+    if (!MessagePump::RunUntil([=] { return UiInput::IsInFront(window); }, kPatience)) {
+      throw ScriptFailure{UiInput::WhatIsInFrontOf(window)};
+    }
   });
   offer(L"Command", [](const Arguments& arguments) {
     PostMessageW(Handle(arguments), WM_COMMAND, static_cast<WPARAM>(arguments.Number(1)), 0);
