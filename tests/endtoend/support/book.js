@@ -36,9 +36,11 @@ function Book() {
     return row;
   };
   this.clickRow = function(name, keys) {
-    Ui.ClickRow(this.grid, this.row(name), keys || 0);
-    var window = this.window;
+    var window = this.window, grid = this.grid, row = this.row(name);
+    Ui.ClickRow(grid, row, keys || 0);
     until(function() { return Ui.FocusClass(window) == "SysListView32"; }, "focus in the list");
+    // The list may have had the focus, and the click arrive later, in the midst of what follows.
+    if (!keys) until(function() { return Ui.SelectedRow(grid) == row; }, "the row " + name);
   };
   /// The box that is open says this, looks so, and gets this answer.
   this.answer = function(text, looks, button) {
