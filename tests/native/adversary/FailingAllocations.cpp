@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
 
 namespace ktrv::tests {
@@ -11,6 +12,8 @@ thread_local bool counts = false;
 thread_local std::int64_t counted = 0;
 thread_local std::int64_t failing = 0;
 std::atomic<std::int64_t> alive = 0;
+std::atomic<std::int64_t> bytes = 0;
+std::atomic<std::int64_t> peak = 0;
 
 }  // namespace
 
@@ -27,6 +30,18 @@ std::int64_t FailingAllocations::Alive() {
   return alive;
 }
 
+std::int64_t FailingAllocations::AliveBytes() {
+  return bytes;
+}
+
+std::int64_t FailingAllocations::PeakBytes() {
+  return peak;
+}
+
+void FailingAllocations::LowerPeak() {
+  peak = bytes.load();
+}
+
 bool FailingAllocations::HasFailed() {
   return failing > 0 && counted >= failing;
 }
@@ -41,15 +56,31 @@ FailingAllocations::Scope::~Scope() {
 
 namespace {
 
+std::int64_t SizeOf(void* memory) noexcept {
+#ifdef _WIN32
+  return static_cast<std::int64_t>(_msize(memory));
+#else
+  return static_cast<std::int64_t>(malloc_usable_size(memory));
+#endif
+}
+
 void* Allocate(std::size_t size) noexcept {
   if (counts && ++counted == failing) return nullptr;
   void* memory = std::malloc(size == 0 ? 1 : size);
-  if (memory) ++alive;
+  if (!memory) return nullptr;
+  ++alive;
+  const std::int64_t now = bytes += SizeOf(memory);
+  std::int64_t most = peak;
+  while (most < now && !peak.compare_exchange_weak(most, now)) {
+  }
   return memory;
 }
 
 void GiveBack(void* memory) noexcept {
-  if (memory) --alive;
+  if (memory) {
+    --alive;
+    bytes -= SizeOf(memory);
+  }
   std::free(memory);
 }
 

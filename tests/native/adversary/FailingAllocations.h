@@ -16,6 +16,10 @@ class FailingAllocations {
   static bool HasFailed();
   /// Blocks of all threads that are allocated now.
   static std::int64_t Alive();
+  /// Their bytes, and the most there were at a time since LowerPeak.
+  static std::int64_t AliveBytes();
+  static std::int64_t PeakBytes();
+  static void LowerPeak();
 
   /// While one lives on this thread, allocations are counted.
   class Scope {
