@@ -10,6 +10,7 @@
 #include <utility>
 #include <variant>
 
+#include "common/ScopeExit.h"
 #include "database/Canceller.h"
 #include "database/Threads.h"
 
@@ -218,10 +219,7 @@ class BackgroundFetch::Worker {
     const auto link = address_.Open(environment_);
     const auto statement = link->Prepare(text_, {});
     statement->LiftTimeLimit();
-    struct Ending {
-      Exchange& Of;
-      ~Ending() { Of.End(); }
-    } const ending{*exchange_};
+    const ScopeExit end([this] { exchange_->End(); });
     if (!exchange_->Begin(*statement)) return;
     statement->Execute({});
     if (!exchange_->Hand(statement->Columns())) return;

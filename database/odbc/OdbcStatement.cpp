@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/ScopeExit.h"
 #include "database/DataError.h"
 
 namespace ktrv::database::odbc {
@@ -136,16 +137,12 @@ bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
   std::vector<SQLUSMALLINT> states(rows.size(), SQL_PARAM_UNUSED);
   SQLULEN processed = 0;
   // Resets the statement to single rows and releases the pointers.
-  struct Restoring {
-    const OdbcStatement& Of;
-    ~Restoring() {
-      const SQLHANDLE handle = Of.handle_.Get();
-      SQLSetStmtAttr(handle, SQL_ATTR_PARAMSET_SIZE, Number(1), 0);
-      SQLSetStmtAttr(handle, SQL_ATTR_PARAM_STATUS_PTR, nullptr, 0);
-      SQLSetStmtAttr(handle, SQL_ATTR_PARAMS_PROCESSED_PTR, nullptr, 0);
-      SQLFreeStmt(handle, SQL_RESET_PARAMS);
-    }
-  } const restoring{*this};
+  const ScopeExit restore([handle = handle_.Get()] {
+    SQLSetStmtAttr(handle, SQL_ATTR_PARAMSET_SIZE, Number(1), 0);
+    SQLSetStmtAttr(handle, SQL_ATTR_PARAM_STATUS_PTR, nullptr, 0);
+    SQLSetStmtAttr(handle, SQL_ATTR_PARAMS_PROCESSED_PTR, nullptr, 0);
+    SQLFreeStmt(handle, SQL_RESET_PARAMS);
+  });
   if (SQLSetStmtAttr(handle_.Get(), SQL_ATTR_PARAMSET_SIZE, Number(rows.size()), 0) !=
       SQL_SUCCESS) {
     return false;

@@ -1,5 +1,6 @@
 #include "forms/groups/MemberList.h"
 
+#include "common/ScopeExit.h"
 #include "data/GroupQueries.h"
 #include "forms/groups/JobProgress.h"
 
@@ -22,18 +23,6 @@ String Joined(const std::vector<String>& names) {
   if (joined == names.size()) return text;
   return text + u" and " + ToDecimal(static_cast<std::int64_t>(names.size() - joined)) + u" more";
 }
-
-/// Suspends painting of a grid while many rows are added.
-class RedrawPause {
- public:
-  explicit RedrawPause(controls::FlexGrid& grid) : grid_(grid) { grid_.SetRedraw(false); }
-  ~RedrawPause() { grid_.SetRedraw(true); }
-  RedrawPause(const RedrawPause&) = delete;
-  RedrawPause& operator=(const RedrawPause&) = delete;
-
- private:
-  controls::FlexGrid& grid_;
-};
 
 }  // namespace
 
@@ -127,7 +116,8 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
   const ContactColumns to(display_.Grid);
   std::vector<String> leftOut;
   {
-    const RedrawPause pause(display_.Grid);
+    display_.Grid.SetRedraw(false);
+    const ScopeExit redraw([this] { display_.Grid.SetRedraw(true); });
     // Duplicates often come in the order of the list.
     std::size_t guess = 0;
     for (const int row : rows) {

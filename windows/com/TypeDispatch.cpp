@@ -1,39 +1,23 @@
 #include "windows/com/TypeDispatch.h"
 
+#include "common/ScopeExit.h"
 #include "windows/base/Module.h"
 #include "windows/com/DispatchArguments.h"
 
 namespace ktrv::windows {
 namespace {
 
-/// Owns the description of one function of a type.
-class Function {
- public:
-  /// Finds the member for the flags of a call. A method call also finds a property getter, because
-  /// script engines cannot always tell them apart.
-  Function(ITypeInfo& type, DISPID member, WORD flags) : type_(type) {
-    if (flags & DISPATCH_METHOD) flags |= DISPATCH_PROPERTYGET;
-    FUNCDESC* description = nullptr;
-    for (UINT i = 0; SUCCEEDED(type.GetFuncDesc(i, &description)); ++i) {
-      if (description->memid == member && (description->invkind & flags)) {
-        description_ = description;
-        return;
-      }
-      type.ReleaseFuncDesc(description);
-    }
+/// Finds the member for the flags of a call. A method call also finds a property getter, because
+/// script engines cannot always tell them apart. \return null if there is none; else release it
+FUNCDESC* FindFunction(ITypeInfo& type, DISPID member, WORD flags) {
+  if (flags & DISPATCH_METHOD) flags |= DISPATCH_PROPERTYGET;
+  FUNCDESC* description = nullptr;
+  for (UINT i = 0; SUCCEEDED(type.GetFuncDesc(i, &description)); ++i) {
+    if (description->memid == member && (description->invkind & flags)) return description;
+    type.ReleaseFuncDesc(description);
   }
-  ~Function() {
-    if (description_) type_.ReleaseFuncDesc(description_);
-  }
-  Function(const Function&) = delete;
-  Function& operator=(const Function&) = delete;
-
-  const FUNCDESC* Get() const { return description_; }
-
- private:
-  ITypeInfo& type_;
-  FUNCDESC* description_ = nullptr;
-};
+  return nullptr;
+}
 
 }  // namespace
 
@@ -76,9 +60,10 @@ HRESULT TypeDispatch::Invoke(IDispatch* object, DISPID member, LCID locale, WORD
   if (!passed) return E_POINTER;
   const HRESULT loaded = Load();
   if (FAILED(loaded)) return loaded;
-  const Function function(*type_.Get(), member, flags);
-  if (!function.Get()) return DISP_E_MEMBERNOTFOUND;
-  const FUNCDESC& description = *function.Get();
+  FUNCDESC* const function = FindFunction(*type_.Get(), member, flags);
+  if (!function) return DISP_E_MEMBERNOTFOUND;
+  const ScopeExit released([&] { type_->ReleaseFuncDesc(function); });
+  const FUNCDESC& description = *function;
 
   if (description.invkind == INVOKE_PROPERTYGET && description.cParams == 0 && passed->cArgs > 0) {
     // object.Property(index): the arguments are for the default member of the property's value.

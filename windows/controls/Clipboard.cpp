@@ -14,31 +14,22 @@ namespace {
 
 using UniqueMemory = Unique<HGLOBAL, [](HGLOBAL memory) { GlobalFree(memory); }>;
 
-/// Opens the clipboard. Retries, because other programs keep it open for short times.
-class OpenedClipboard {
- public:
-  OpenedClipboard() {
-    for (int attempt = 0; attempt < 20 && !open_; ++attempt) {
-      if (attempt > 0) Sleep(10);
-      open_ = OpenClipboard(nullptr) != FALSE;
-    }
-  }
-  ~OpenedClipboard() {
-    if (open_) CloseClipboard();
-  }
-  OpenedClipboard(const OpenedClipboard&) = delete;
-  OpenedClipboard& operator=(const OpenedClipboard&) = delete;
+/// True while it is open.
+using OpenedClipboard = Unique<bool, [](bool) { CloseClipboard(); }>;
 
-  explicit operator bool() const { return open_; }
-
- private:
-  bool open_ = false;
-};
+/// Retries, because other programs keep the clipboard open for short times.
+OpenedClipboard Open() {
+  for (int attempt = 0; attempt < 20; ++attempt) {
+    if (attempt > 0) Sleep(10);
+    if (OpenClipboard(nullptr)) return OpenedClipboard(true);
+  }
+  return OpenedClipboard();
+}
 
 }  // namespace
 
 std::optional<String> ReadClipboard() {
-  const OpenedClipboard clipboard;
+  const OpenedClipboard clipboard = Open();
   if (!clipboard) return std::nullopt;
   HANDLE data = GetClipboardData(CF_UNICODETEXT);
   const auto* text = data ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
@@ -57,7 +48,7 @@ void WriteClipboard(StringView text) {
   if (!memory) throw Error(ErrorNumber::OutOfMemory);
   std::memcpy(GlobalLock(memory.Get()), wide.c_str(), size);
   GlobalUnlock(memory.Get());
-  const OpenedClipboard clipboard;
+  const OpenedClipboard clipboard = Open();
   if (!clipboard || !EmptyClipboard() || !SetClipboardData(CF_UNICODETEXT, memory.Get())) {
     throw Error(ErrorNumber::ActionNotSupported, u"Can't open the clipboard", u"KTRVAddressBook",
                 GetLastError());
