@@ -43,10 +43,15 @@ class Line {
     Swallow,  ///< what the client says still arrives, and no answer comes
     Silent,   ///< nothing arrives any more
   };
+  enum class Where {
+    Anywhere,
+    BetweenAnswers,  ///< an answer still arrives as a whole: the fault happens to its connection
+                     ///< when the client speaks next
+  };
   /// So many bytes still arrive; then the fault happens to all connections, and to those that are
   /// made later.
-  void FailAfter(std::int64_t bytes, Fault fault);
-  /// Connections that are made from here on work; those that a fault happened to are reset.
+  void FailAfter(std::int64_t bytes, Fault fault, Where where = Where::Anywhere);
+  /// Connections that are made from here on work; the others are reset once the fault has happened.
   void Mend();
   /// Whether the fault has happened.
   bool HasFailed() const;

@@ -131,9 +131,10 @@ class Line::Exchange {
     thread_.join();
   }
 
-  void FailAfter(std::int64_t bytes, Fault fault) {
+  void FailAfter(std::int64_t bytes, Fault fault, Where where) {
     const std::lock_guard lock(mutex_);
     fault_ = fault;
+    where_ = where;
     left_ = bytes;
     failed_ = false;
   }
@@ -175,6 +176,7 @@ class Line::Exchange {
     Flow Down = {};                // to the client
     bool Ended = false;            // by one of them; what is on its way still arrives
     std::optional<Fault> Failed = {};
+    bool IsSpared = false;  // until its client speaks
     enum class Speaker { None, Client, Server } Last = Speaker::None;
   };
 
@@ -227,6 +229,7 @@ class Line::Exchange {
   }
 
   void Serve(Connection& connection, bool client, bool server) {
+    if (connection.Client.Get() < 0) return;
     if (connection.Server.Get() < 0 && connection.There <= Clock::now()) Reach(connection);
     if (client && !connection.Ended) Carry(connection, Connection::Speaker::Client);
     if (server && !connection.Ended) Carry(connection, Connection::Speaker::Server);
@@ -242,6 +245,8 @@ class Line::Exchange {
     if (read == Flow::Reading::Ended) connection.Ended = true;
     if (read != Flow::Reading::Came) return;
     Speak(connection, who);
+    FailAndMend();
+    if (connection.Ended) return;
     const auto due = Clock::now() + Delay.load() / 2;
     if (client) {
       Pass(bytes, connection.Failed == Fault::Silent, client);
@@ -260,7 +265,7 @@ class Line::Exchange {
     passed_ += size;
     if (!fault_ || failed_) return;
     failed_ = left_ < size;
-    const bool arrives = client && *fault_ == Fault::Swallow;
+    const bool arrives = client ? *fault_ == Fault::Swallow : where_ == Where::BetweenAnswers;
     if (failed_ && !arrives) bytes.resize(static_cast<std::size_t>(left_));
     left_ -= size;
   }
@@ -268,15 +273,19 @@ class Line::Exchange {
   /// To all connections alike.
   void FailAndMend() {
     std::optional<Fault> fault;
+    Where where = Where::Anywhere;
     bool mended = false;
     {
       const std::lock_guard lock(mutex_);
       if (failed_) fault = fault_;
+      where = where_;
       mended = std::exchange(mended_, false);
     }
     for (Connection& each : connections_) {
-      if (mended && each.Failed) Reset(each);
+      if (mended && (each.Failed || each.IsSpared)) Reset(each);
       if (!fault || each.Failed) continue;
+      each.IsSpared = where == Where::BetweenAnswers && each.Last == Connection::Speaker::Server;
+      if (each.IsSpared) continue;
       each.Failed = fault;
       if (*fault == Fault::Cut) each.Ended = true;
       if (*fault == Fault::Reset) Reset(each);
@@ -321,6 +330,7 @@ class Line::Exchange {
 
   mutable std::mutex mutex_;
   std::optional<Fault> fault_;
+  Where where_ = Where::Anywhere;
   std::int64_t left_ = 0;  // bytes until it happens
   bool failed_ = false;    // it happened
   bool mended_ = false;
@@ -354,8 +364,8 @@ int Line::Connections() const {
   return exchange_->Connections;
 }
 
-void Line::FailAfter(std::int64_t bytes, Fault fault) {
-  exchange_->FailAfter(bytes, fault);
+void Line::FailAfter(std::int64_t bytes, Fault fault, Where where) {
+  exchange_->FailAfter(bytes, fault, where);
 }
 
 void Line::Mend() {
