@@ -19,7 +19,7 @@ bool TriesAllFaults();
 /// A user at a book on whom faults come, and what is to be said of it in the end.
 class FaultFixture : public testing::TestWithParam<std::tuple<ServerKind, std::size_t>> {
  protected:
-  /// \param port of the server, if it is not the one that all tests share \param limit of each call
+  /// \param port of the server, if it is not the one that all tests share
   explicit FaultFixture(std::optional<std::uint16_t> port = {},
                         std::chrono::milliseconds limit = kLimitOfFaults);
   ~FaultFixture() override;
@@ -30,7 +30,7 @@ class FaultFixture : public testing::TestWithParam<std::tuple<ServerKind, std::s
 
   /// So long that links count as idle.
   static void Think();
-  /// Does it without a fault. The machine may be slower than the limits. \throws std::runtime_error
+  /// Does it without a fault. \throws std::runtime_error
   void DoSurely(const std::function<void()>& action);
   /// What goes before the task.
   void Prepare();
@@ -53,8 +53,12 @@ class FaultFixture : public testing::TestWithParam<std::tuple<ServerKind, std::s
 
  private:
   bool Attempt();
+  /// Whether the last attempt ended at a limit, as it does when the machine is slower than that.
+  bool RanOutOfTime() const;
+  bool IsMachineSlow();
 
   bool confirmed_ = false;
+  std::string refusal_;  ///< of the last attempt
   std::string wrong_;
   int tried_ = 0;
   int happened_ = 0;

@@ -66,7 +66,8 @@ Host::Host(const String& connectionString, HostSettings settings)
       dialogs_(std::make_unique<Dialogs>(session_)),
       main_(std::make_unique<clsMain>(session_, *dialogs_)) {
   constexpr std::int32_t kAtServer = 1;
-  main_->Init(u"", connectionString, kAtServer, u"SQL", u"log");
+  Require(main_->Init(u"", connectionString, kAtServer, u"SQL", u"log") == 1,
+          "the component was not initialised");
   session_.SessionUserId = 1;
   session_.IsAdmin = UserType::Administrator;
 }

@@ -36,6 +36,7 @@ struct HostSettings {
 /// an administrator, on a screen that shows nothing. Each task is what the user waits for.
 class Host {
  public:
+  /// \throws std::runtime_error when the component was not initialised
   explicit Host(const String& connectionString, HostSettings settings = {});
   ~Host();
 
