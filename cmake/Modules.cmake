@@ -67,12 +67,13 @@ function(ktrv_precompile_test_headers name)
   target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
-# ktrv_test(NAME [DEPENDS lib...] [LABELS label...] [ON_SERVERS filter]): a GoogleTest program of
-# all sources in the current folder. Cases that match ON_SERVERS also run on each database server.
-# Natively each case is one CTest test, discovered when ctest runs. For Windows the program is one
-# test, because starting a program under Wine costs more than most cases.
+# ktrv_test(NAME [DEPENDS lib...] [LABELS label...] [ON_SERVERS filter] [SIDE_BY_SIDE number]):
+# a GoogleTest program of all sources in the current folder. Cases that match ON_SERVERS also run on
+# each database server. Natively each case is one CTest test, discovered when ctest runs; with
+# SIDE_BY_SIDE, for cases that mostly wait, they are one test that runs so many at a time. For
+# Windows the program is one test, because starting a program under Wine costs more than most cases.
 function(ktrv_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ON_SERVERS" "DEPENDS;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ON_SERVERS;SIDE_BY_SIDE" "DEPENDS;LABELS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
     return()
@@ -88,6 +89,10 @@ function(ktrv_test name)
       set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
       target_link_libraries(${name} PRIVATE ktrv_desktop_for_tests ktrv_desktop)
     endif()
+  elseif(arg_SIDE_BY_SIDE)
+    add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tools/side-by-side" ${arg_SIDE_BY_SIDE}
+      "$<TARGET_FILE:${name}>")
+    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300 PROCESSORS 2)
   else()
     # With pretty values the names of parameterised cases would contain addresses, which change with
     # each build.
