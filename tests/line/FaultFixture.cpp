@@ -93,7 +93,7 @@ bool FaultFixture::RanOutOfTime() const {
 bool FaultFixture::IsMachineSlow() {
   const auto began = Clock::now();
   database::Connection(book.Database.Surroundings()).Open(book.Database.ConnectionString());
-  return Clock::now() - began > kLimitOfFaults / 3;
+  return Clock::now() - began > kLimitOfFaults / 10;
 }
 
 void FaultFixture::Suffer() {

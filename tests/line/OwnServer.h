@@ -1,17 +1,19 @@
 #pragma once
 
 #include <string>
+#include <unistd.h>
 
+#include "common/Unique.h"
 #include "tests/native/support/DatabaseServer.h"
 
 namespace ktrv::tests {
 
-/// A server that no other test uses, so that it may hang. It stops by itself when this process has
-/// ended.
+/// A server that one test at a time uses, of all processes, so that it may hang. It stops by itself
+/// when they have ended.
 class OwnServer {
  public:
-  /// \throws std::runtime_error, as the others
-  static OwnServer& Of(ServerKind kind);
+  /// Waits until no other test has it. \throws std::runtime_error, as the others
+  explicit OwnServer(ServerKind kind);
 
   std::uint16_t Port() const { return port_; }
 
@@ -19,10 +21,9 @@ class OwnServer {
   void Resume() const;
 
  private:
-  explicit OwnServer(ServerKind kind);
-
   std::string folder_;
-  std::uint16_t port_;
+  Unique<int, close> turn_;  ///< locked by the test that has it
+  std::uint16_t port_ = 0;
 };
 
 }  // namespace ktrv::tests

@@ -58,13 +58,15 @@ TEST_P(LockedTablesTest, TheUserIsToldInTimeAndGoesOnLater) {
 
 INSTANTIATE_TEST_SUITE_P(, LockedTablesTest, EachTask(), NameOfTask);
 
-/// A server that hangs, and goes on with what it was told.
-class PausedServerTest : public FaultFixture {
- protected:
-  PausedServerTest() : FaultFixture(OwnServer::Of(Kind()).Port()) {}
-  ~PausedServerTest() override { server.Resume(); }
+struct OnOwnServer {
+  const OwnServer server{std::get<0>(FaultFixture::GetParam())};
+};
 
-  const OwnServer& server = OwnServer::Of(Kind());
+/// A server that hangs, and goes on with what it was told.
+class PausedServerTest : protected OnOwnServer, public FaultFixture {
+ protected:
+  PausedServerTest() : FaultFixture(server.Port()) {}
+  ~PausedServerTest() override { server.Resume(); }
 };
 
 TEST_P(PausedServerTest, TheUserIsToldInTimeAndGoesOnLater) {
