@@ -19,7 +19,7 @@ int FlexGrid::Rows() const {
 
 void FlexGrid::Reset(int rows, int cols) {
   source_ = nullptr;
-  searchIndex_.Stop();
+  finder_.Stop();
   rows_.Reset(rows - 1);
   columns_.assign(static_cast<std::size_t>(cols), {});
   Forget();
@@ -33,7 +33,7 @@ void FlexGrid::Bind(const RowSource* rows) {
     Reset(2, 2);
   } else {
     source_ = rows;
-    searchIndex_.Stop();
+    finder_.Stop();
     rows_.Bind(rows);
     Forget();
     TakeColumns();
@@ -206,29 +206,46 @@ int FlexGrid::FindRow(StringView text, int startRow, int column) const {
   CheckColumn(column);
   const CaseFolding& folding = Folding();
   const String prefix = folding.Folded(text);
-  const PrefixIndex::Sought sought(prefix);
-  const bool indexed = column > 0 && searchIndex_.Covers(static_cast<std::size_t>(column) - 1);
+  const bool indexed = source_ && column > 0 && finder_.Columns().Name == column;
+  const String word = indexed ? SearchFolding().Folded(text) : String();
+  const WordIndex::Start start(StringView(word).substr(0, word.find(u' ')));
   const int rows = Rows();
   for (int row = std::max(startRow, 1); row < rows; ++row) {
     if (indexed) {
       const std::int64_t source = rows_.SourceRow(row - 1);
-      if (source >= 0 && !searchIndex_.MayBegin(static_cast<std::size_t>(source), sought)) continue;
+      if (source >= 0 && !finder_.MayBegin(static_cast<std::size_t>(source), start)) continue;
     }
     if (folding.StartsWith(rows_.Text(row - 1, column), prefix)) return row;
   }
   return -1;
 }
 
-void FlexGrid::SetSearchColumn(int column) {
-  CheckColumn(column);
-  const auto index = static_cast<std::size_t>(column) - 1;
-  if (!source_ || column == 0 || searchIndex_.Covers(index)) return;
-  searchIndex_.Start(index);
+void FlexGrid::SetSearchColumns(const SearchColumns& columns) {
+  for (const int column : {columns.Name, columns.Company, columns.Number}) CheckColumn(column);
+  if (columns == finder_.Columns()) return;
+  finder_.Start(columns);
   IndexRows();
 }
 
+int FlexGrid::FindFirst(StringView typed, int startRow) const {
+  const int row = finder_.First(rows_, SearchFolding(), typed, std::max(startRow, 1) - 1);
+  return row < 0 ? -1 : row + 1;
+}
+
+int FlexGrid::FindNext(StringView typed, int row, bool backward) const {
+  const int found = finder_.Next(rows_, SearchFolding(), typed, row - 1, backward);
+  return found < 0 ? -1 : found + 1;
+}
+
 void FlexGrid::IndexRows() {
-  if (source_) searchIndex_.Extend(*source_, Folding());
+  if (source_) finder_.Extend(*source_, SearchFolding());
+}
+
+const LetterFolding& FlexGrid::SearchFolding() const {
+  if (!searchFolding_) {
+    searchFolding_ = std::make_unique<LetterFolding>(Parent().Display().UserLanguage());
+  }
+  return *searchFolding_;
 }
 
 const CaseFolding& FlexGrid::Folding() const {

@@ -11,7 +11,8 @@
 #include "controls/Control.h"
 #include "controls/GridRows.h"
 #include "controls/Image.h"
-#include "controls/PrefixIndex.h"
+#include "controls/LetterFolding.h"
+#include "controls/RowFinder.h"
 #include "controls/RowSelection.h"
 
 namespace ktrv::controls {
@@ -130,10 +131,15 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// Finds the first row from `startRow` whose text in the column starts with `text`,
   /// case-insensitive; -1 if there is none. An empty text matches every row.
   int FindRow(StringView text, int startRow, int column) const;
-  /// Creates an index for FindRow on this column of the bound rows, including those still to be
-  /// fetched. With a million rows FindRow takes a few milliseconds then. Memory: eight bytes per
-  /// row.
-  void SetSearchColumn(int column);
+  /// Selects the columns of FindFirst and FindNext and creates their index of the bound rows,
+  /// including those still to be fetched; FindRow on the name column uses it too. A search among a
+  /// million rows takes a few milliseconds then. Memory: eight bytes per word and number.
+  void SetSearchColumns(const SearchColumns& columns);
+  /// The first row from `startRow` that a typed text finds, as RowFinder; -1 if there is none.
+  int FindFirst(StringView typed, int startRow) const;
+  /// The next row that it finds after `row` (0: none), or the previous one; continues at the other
+  /// end. May return the same row. -1 if there is none.
+  int FindNext(StringView typed, int row, bool backward) const;
   /// Sorts by the column with the collation of the user's language. Stable; the current row and the
   /// selection stay on the same rows. SortOrder::None restores the original order.
   void Sort(int column, SortOrder order);
@@ -162,6 +168,7 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void Reordered(const GridRows::FormerRows& formerRows);
   int Shown(int column) const;
   const CaseFolding& Folding() const;
+  const LetterFolding& SearchFolding() const;
   /// Adds newly fetched rows to the search index.
   void IndexRows();
   void CheckRow(int row) const;
@@ -176,8 +183,9 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   int sortColumn_ = -1;
   SortOrder sortOrder_ = SortOrder::None;
   bool sortIsCurrent_ = true;  ///< no row was added or changed since the last sort
-  PrefixIndex searchIndex_;
+  RowFinder finder_;
   mutable std::unique_ptr<CaseFolding> folding_;
+  mutable std::unique_ptr<LetterFolding> searchFolding_;
 };
 
 }  // namespace ktrv::controls

@@ -34,6 +34,8 @@ class GridRows {
     const Reference reference = At(row);
     return (reference & kOwn) || !changed_.empty() ? -1 : std::int64_t{reference};
   }
+  /// Whether the rows of the recordset are in its order, and no cell was changed.
+  bool IsNatural() const { return !ordered_ && changed_.empty(); }
   /// \param column column of the grid. \return "" for null and for missing cells
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);

@@ -10,6 +10,9 @@ namespace {
 using Alignment = controls::GridColumn::Alignment;
 using controls::Image;
 
+constexpr StringView kMobile = u"MOBILENO";
+constexpr StringView kOrganisation = u"ORGANISATION";
+
 struct Design {
   StringView Key;
   StringView Heading;
@@ -24,10 +27,10 @@ constexpr std::array<Design, 10> kColumns = {{
     {kId, u"", 0, Alignment::Left},
     {kName, u"Name", 3000, Alignment::Left},
     {u"SHARED", u"", 0, Alignment::Left},
-    {u"MOBILENO", u"Mobile No", 2500, Alignment::Left},
+    {kMobile, u"Mobile No", 2500, Alignment::Left},
     {u"EMAIL", u"Email", 25000, Alignment::Left},
     {u"ADDRESS", u"Address", 3000, Alignment::Left},
-    {u"ORGANISATION", u"Organisation", 3000, Alignment::Left},
+    {kOrganisation, u"Organisation", 3000, Alignment::Left},
     {kFolderId, u"", 0, Alignment::Left},
     {kType, u"", 300, Alignment::Center},
 }};
@@ -54,7 +57,9 @@ void Apply(controls::FlexGrid& grid) {
       column.Hidden = design.Width == 0;
     }
     grid.ColumnAt(grid.ColIndex(kType)).Picture = TypePicture;
-    grid.SetSearchColumn(grid.ColIndex(kName));
+    grid.SetSearchColumns({.Name = grid.ColIndex(kName),
+                           .Company = grid.ColIndex(kOrganisation),
+                           .Number = grid.ColIndex(kMobile)});
     grid.ColumnsChanged();
   }
   grid.UserCanSort = true;

@@ -134,7 +134,7 @@ struct IndexedFindTest : BoundGridTest {
                    {u"5", u"\u00C9mile"}});
     Open(u"PEOPLE");
     grid.Bind(&rows);
-    grid.SetSearchColumn(2);
+    grid.SetSearchColumns({.Name = 2});
   }
 };
 
@@ -217,7 +217,7 @@ TEST_F(ArrivingRowsTest, RowsThatHaveComeAreFoundWhileOthersStillCome) {
   std::vector<int> found;
   rows.FetchProgress = [&](std::int64_t, std::int64_t) {
     grid.RowsArrived();
-    grid.SetSearchColumn(2);
+    grid.SetSearchColumns({.Name = 2});
     found.push_back(grid.FindRow(u"A", 1, 2));
   };
   ASSERT_TRUE(Arrive());
@@ -231,7 +231,7 @@ TEST_F(ArrivingRowsTest, ARefreshLeavesNoRowThatCannotBeFound) {
   rows.FetchProgress = [&](std::int64_t, std::int64_t) {
     if (!std::exchange(isFirst, false)) return;
     grid.RowsArrived();
-    grid.SetSearchColumn(2);
+    grid.SetSearchColumns({.Name = 2});
   };
   ASSERT_TRUE(Arrive());
   grid.DataRefresh();

@@ -6,7 +6,7 @@
 
 namespace ktrv::tests {
 
-/// The language of the tests' user: English, whatever this machine is set to.
-std::unique_ptr<controls::Language> MakeUserLanguage();
+/// The language of the tests' user: English unless told otherwise, whatever this machine is set to.
+std::unique_ptr<controls::Language> MakeUserLanguage(const char* name = "en");
 
 }  // namespace ktrv::tests
