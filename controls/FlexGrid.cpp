@@ -23,9 +23,11 @@ void FlexGrid::Reset(int rows, int cols) {
   rows_.Reset(rows - 1);
   columns_.assign(static_cast<std::size_t>(cols), {});
   Forget();
-  if (!peer_) return;
-  peer_->ColumnsChanged();
-  peer_->RowsChanged();
+  if (peer_) {
+    peer_->ColumnsChanged();
+    peer_->RowsChanged();
+  }
+  ReportSelection();
 }
 
 void FlexGrid::Bind(const RowSource* rows) {
@@ -38,6 +40,7 @@ void FlexGrid::Bind(const RowSource* rows) {
     Forget();
     TakeColumns();
     if (peer_) peer_->RowsChanged();
+    ReportSelection();
   }
   if (AfterDataRefresh) AfterDataRefresh();
 }
@@ -58,6 +61,7 @@ void FlexGrid::DataRefresh() {
   sortOrder_ = SortOrder::None;
   TakeColumns();
   if (peer_) peer_->RowsChanged();
+  ReportSelection();
   if (AfterDataRefresh) AfterDataRefresh();
 }
 
@@ -72,6 +76,7 @@ bool FlexGrid::TakeColumns() {
 
 void FlexGrid::Forget() {
   row_ = 0;
+  topRow_ = 0;
   selection_.Clear();
   sortColumn_ = -1;
   sortOrder_ = SortOrder::None;
@@ -88,6 +93,10 @@ const GridColumn& FlexGrid::ColumnAt(int column) const {
 }
 
 void FlexGrid::ColumnsChanged() {
+  for (GridColumn& column : columns_) {
+    const auto sized = userWidths_.find(column.Key);
+    if (sized != userWidths_.end()) column.Width = sized->second;
+  }
   if (peer_) peer_->ColumnsChanged();
 }
 
@@ -152,6 +161,7 @@ void FlexGrid::RemoveItem(int row) {
     --row_;
   }
   if (peer_) peer_->RowsChanged();
+  ReportSelection();
 }
 
 void FlexGrid::RemoveSelected() {
@@ -159,6 +169,7 @@ void FlexGrid::RemoveSelected() {
   row_ = 0;
   selection_.Clear();
   if (peer_) peer_->RowsChanged();
+  ReportSelection();
 }
 
 bool FlexGrid::IsSelected(int row) const {
@@ -179,7 +190,7 @@ void FlexGrid::SetRow(int row) {
   row_ = row;
   selection_.Clear();
   if (row > 0) selection_.Add(row, row);
-  if (peer_) peer_->SelectionChanged();
+  ShowSelection();
 }
 
 void FlexGrid::SelectRows(int first, int last) {
@@ -188,18 +199,38 @@ void FlexGrid::SelectRows(int first, int last) {
   row_ = std::max(first, 1);
   selection_.Clear();
   selection_.Add(row_, last);
-  if (peer_) peer_->SelectionChanged();
+  ShowSelection();
 }
 
 void FlexGrid::SelectAll() {
   selection_.Clear();
   selection_.Add(1, Rows() - 1);
-  if (peer_) peer_->SelectionChanged();
+  ShowSelection();
 }
 
 void FlexGrid::ShowRow(int row) {
   CheckRow(row);
   if (peer_ && row > 0) peer_->RowShown(row);
+}
+
+int FlexGrid::TopRow() const {
+  const int shown = peer_ ? peer_->TopRow() : 0;
+  return std::min(shown > 0 ? shown : topRow_, Rows() - 1);
+}
+
+void FlexGrid::SetTopRow(int row) {
+  CheckRow(row);
+  topRow_ = row;
+  if (peer_ && row > 0) peer_->TopRowChanged(row);
+}
+
+void FlexGrid::ShowSelection() {
+  if (peer_) peer_->SelectionChanged();
+  ReportSelection();
+}
+
+void FlexGrid::ReportSelection() const {
+  if (SelectionChange) SelectionChange();
 }
 
 int FlexGrid::FindRow(StringView text, int startRow, int column) const {
@@ -307,16 +338,25 @@ void FlexGrid::UserReleases(MouseButton button, std::int16_t shift, int row) {
 void FlexGrid::UserClicksHeading(int column) {
   CheckColumn(column);
   if (!UserCanSort) return;
-  const bool ascending = sortColumn_ == Shown(column) && sortOrder_ == SortOrder::Ascending;
+  const bool ascending = (sortColumn_ == Shown(column) && sortOrder_ == SortOrder::Ascending) ||
+                         ColumnAt(column).HeadingPicture == Image::SortAscending;
   const SortOrder order = ascending ? SortOrder::Descending : SortOrder::Ascending;
   Sort(column, order);
   if (AfterSort) AfterSort(column, order);
 }
 
+void FlexGrid::UserSizesColumn(int column, int width) {
+  GridColumn& sized = ColumnAt(column);
+  sized.Width = width;
+  if (!sized.Key.empty()) userWidths_[sized.Key] = width;
+}
+
 void FlexGrid::UserSelects(const std::vector<int>& rows, int focused) {
   selection_.Clear();
-  for (const int row : rows) UserSelectsRange(row, row, true, focused);
-  row_ = focused > 0 && focused < Rows() ? focused : 0;
+  for (const int row : rows) {
+    if (row > 0 && row < Rows()) selection_.Add(row, row);
+  }
+  UserSelectsRange(1, 0, true, focused);
 }
 
 void FlexGrid::UserSelectsRange(int first, int last, bool selected, int focused) {
@@ -328,6 +368,7 @@ void FlexGrid::UserSelectsRange(int first, int last, bool selected, int focused)
     selection_.Remove(first, last);
   }
   row_ = focused > 0 && focused < Rows() ? focused : 0;
+  ReportSelection();
 }
 
 int FlexGrid::Shown(int column) const {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -30,6 +31,8 @@ struct GridColumn {
   /// Maps a cell text to a picture, shown instead of the text, and to a name for screen readers.
   /// Empty: the text is shown.
   std::function<std::pair<Image, String>(StringView text)> Picture{};
+  /// The key of a column whose picture is also shown before the text of this one; empty for none.
+  String PictureOf{};
 };
 
 enum class SortOrder : std::int16_t { None = 0, Ascending = 1, Descending = 2 };
@@ -45,6 +48,10 @@ class FlexGridPeer : public ControlPeer {
   /// Scrolls the row into view.
   virtual void RowShown(int row) = 0;
   virtual void RedrawChanged() = 0;
+  /// The first visible row; 0 if the display does not know it.
+  virtual int TopRow() const { return 0; }
+  /// Scrolls so that the row is the first visible one, as far as there are rows below it.
+  virtual void TopRowChanged(int /*row*/) {}
 };
 
 /// A grid with a heading row (row 0) and data rows from 1. The rows are its own, or those of a
@@ -59,6 +66,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   std::function<void()> AfterDataRefresh;
   /// Raised after the user has sorted by clicking a heading.
   std::function<void(int column, SortOrder order)> AfterSort;
+  /// Raised after the selection or the current row has changed, whoever changed it.
+  std::function<void()> SelectionChange;
   std::function<void()> DoubleClick;
   std::function<void(std::int16_t keyCode, std::int16_t shift)> KeyDown;
   /// \param row the row under the pointer; -1 for none
@@ -82,8 +91,11 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
 
   GridColumn& ColumnAt(int column);
   const GridColumn& ColumnAt(int column) const;
-  /// Call after columns were changed through ColumnAt.
+  /// Call after columns were changed through ColumnAt. Columns that the user has sized get their
+  /// width again.
   void ColumnsChanged();
+  /// The columns that the display shows before the first ones with names are there.
+  std::vector<GridColumn> FirstColumns{};
   /// The index of the column with this key, case-insensitive; -1 if there is none.
   int ColIndex(StringView key) const;
   void SetHeadingPicture(int column, Image picture);
@@ -127,6 +139,10 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void SelectRows(int first, int last);
   void SelectAll();
   void ShowRow(int row);
+  /// The first visible row; without a display the last one that was set.
+  int TopRow() const;
+  /// Scrolls so that the row is the first visible one, as far as there are rows below it.
+  void SetTopRow(int row);
 
   /// Finds the first row from `startRow` whose text in the column starts with `text`,
   /// case-insensitive; -1 if there is none. An empty text matches every row.
@@ -151,8 +167,11 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void UserPresses(std::int16_t keyCode, std::int16_t shift);
   void UserDoubleClicks();
   void UserReleases(MouseButton button, std::int16_t shift, int row);
-  /// Sorts by the column: descending if it is sorted ascending, otherwise ascending.
+  /// Sorts by the column: descending if it is sorted ascending or its heading says so, otherwise
+  /// ascending.
   void UserClicksHeading(int column);
+  /// \param width twips
+  void UserSizesColumn(int column, int width);
   /// Sets the selection made on the display. \param focused the current row; 0 for none
   void UserSelects(const std::vector<int>& rows, int focused);
   /// The same for a range of rows, if the display reports only changes.
@@ -171,6 +190,9 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   const LetterFolding& SearchFolding() const;
   /// Adds newly fetched rows to the search index.
   void IndexRows();
+  /// The form or a command has changed the selection.
+  void ShowSelection();
+  void ReportSelection() const;
   void CheckRow(int row) const;
   void CheckColumn(int column) const;
 
@@ -179,6 +201,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   const RowSource* source_ = nullptr;
   int row_ = 0;
   RowSelection selection_;
+  int topRow_ = 0;
+  std::map<String, int> userWidths_;  ///< by column key, in twips
   bool redraw_ = true;
   int sortColumn_ = -1;
   SortOrder sortOrder_ = SortOrder::None;

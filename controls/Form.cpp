@@ -1,5 +1,6 @@
 #include "controls/Form.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "controls/Control.h"
@@ -129,6 +130,18 @@ void Form::SetPointer(MousePointer pointer) {
   if (pointer == pointer_) return;
   pointer_ = pointer;
   if (peer_) peer_->PointerChanged();
+}
+
+const Form::Shortcut* Form::ShortcutOf(std::int16_t keyCode, std::int16_t shift) const {
+  const auto found = std::find_if(Shortcuts.begin(), Shortcuts.end(), [&](const Shortcut& each) {
+    return each.KeyCode == keyCode && each.Shift == shift && (!each.When || each.When());
+  });
+  return found == Shortcuts.end() ? nullptr : &*found;
+}
+
+void Form::UserPresses(std::int16_t keyCode, std::int16_t shift) {
+  if (!loaded_ || IsWorking()) return;
+  if (const Shortcut* shortcut = ShortcutOf(keyCode, shift)) shortcut->Run();
 }
 
 void Form::UserResizes(int width, int height) {

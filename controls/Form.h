@@ -78,6 +78,8 @@ class Form {
   int ScaleHeight() const { return design_.Height; }
   /// Changes the inner size, in twips.
   void Resize(int width, int height);
+  /// Changes the minimum inner width, in twips. Does not make a narrower form wider.
+  void SetMinimumWidth(int width) { design_.MinimumWidth = width; }
 
   MousePointer Pointer() const { return pointer_; }
   void SetPointer(MousePointer pointer);
@@ -122,6 +124,21 @@ class Form {
   CommandButton* StopButton() const { return stop_; }
   /// The user or the end of the host stops the work. No effect without work.
   void UserStops() { stopped_ = true; }
+
+  /// A key of the form that works whichever control has the focus.
+  struct Shortcut {
+    std::int16_t KeyCode = 0;
+    std::int16_t Shift = ShiftMask::None;  ///< exactly these modifier keys
+    std::function<void()> Run;
+    std::function<bool()> When{};  ///< whether it works now; empty: always
+    bool Repeats = false;          ///< also works repeatedly while the key is held down
+  };
+  /// In order of precedence.
+  std::vector<Shortcut> Shortcuts;
+  /// The shortcut that this key has now; null if it has none.
+  const Shortcut* ShortcutOf(std::int16_t keyCode, std::int16_t shift) const;
+  /// The user pressed a key of a shortcut. No effect if it has none now.
+  void UserPresses(std::int16_t keyCode, std::int16_t shift);
 
   /// The user changed the inner size, in twips.
   void UserResizes(int width, int height);

@@ -18,7 +18,11 @@ inline constexpr std::int16_t Alt = 4;
 namespace KeyCode {
 inline constexpr std::int16_t Enter = 13;
 inline constexpr std::int16_t Escape = 27;
+inline constexpr std::int16_t Down = 40;
 inline constexpr std::int16_t Delete = 46;
+inline constexpr std::int16_t F2 = 113;
+inline constexpr std::int16_t F3 = 114;
+inline constexpr std::int16_t F5 = 116;
 }  // namespace KeyCode
 
 /// The mouse pointer over a form or control.

@@ -24,6 +24,12 @@ void ProgressBar::SetValue(std::int32_t value) {
   if (peer_) peer_->ValueChanged();
 }
 
+void ProgressBar::SetMarquee(bool marquee) {
+  if (marquee == marquee_) return;
+  marquee_ = marquee;
+  if (peer_) peer_->MarqueeChanged();
+}
+
 void ProgressBar::PlaceIn(StatusBar& statusBar, int panel) {
   host_ = &statusBar;
   hostPanel_ = panel;

@@ -11,6 +11,7 @@ class StatusBar;
 class ProgressBarPeer : public ControlPeer {
  public:
   virtual void ValueChanged() = 0;
+  virtual void MarqueeChanged() {}
   /// Moves into a panel of the status bar (1-based); 0: only makes the status bar its parent.
   virtual void PlacedIn(StatusBar& statusBar, int panel) = 0;
 };
@@ -28,6 +29,10 @@ class ProgressBar final : public ControlOf<ProgressBar, ProgressBarPeer> {
   /// Sets the value, clamped to the range: a row count taken before a fetch may be outdated.
   void SetValue(std::int32_t value);
 
+  /// Whether the bar moves without a value, for a task whose progress is not known yet.
+  bool Marquee() const { return marquee_; }
+  void SetMarquee(bool marquee);
+
   /// Moves the bar into a panel of the status bar (1-based). Its bounds are the panel's then.
   void PlaceIn(StatusBar& statusBar, int panel);
   /// The panel of the last PlaceIn; 0 before.
@@ -39,6 +44,7 @@ class ProgressBar final : public ControlOf<ProgressBar, ProgressBarPeer> {
   std::int32_t min_ = 0;
   std::int32_t max_ = 100;
   std::int32_t value_ = 0;
+  bool marquee_ = false;
   int hostPanel_ = 0;
   StatusBar* host_ = nullptr;
 };

@@ -20,8 +20,9 @@ class StatusBar final : public ControlOf<StatusBar, StatusBarPeer> {
  public:
   struct Panel {
     String Text{};
-    int Width = 0;         ///< twips; the minimum if Springs
-    bool Springs = false;  ///< takes the remaining width
+    int Width = 0;  ///< twips
+    /// Takes its share of the remaining width; gives up as much if the bar is too narrow.
+    bool Springs = false;
   };
 
   explicit StatusBar(Form& form);

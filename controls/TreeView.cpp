@@ -104,6 +104,12 @@ void TreeView::SetExpanded(TreeNode& node, bool expanded) {
   ReportExpanded(node);
 }
 
+void TreeView::SetRedraw(bool redraw) {
+  if (redraw == redraw_) return;
+  redraw_ = redraw;
+  if (peer_) peer_->RedrawChanged();
+}
+
 void TreeView::UserExpands(TreeNode& node, bool expanded) {
   if (node.Expanded == expanded) return;
   node.Expanded = expanded;

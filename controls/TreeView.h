@@ -31,6 +31,11 @@ class TreeViewPeer : public ControlPeer {
   virtual void NodeTextChanged(TreeNode& node) = 0;
   virtual void NodeExpandedChanged(TreeNode& node) = 0;
   virtual void SelectionChanged() = 0;
+  /// The first visible node; null if there is none.
+  virtual TreeNode* TopNode() const { return nullptr; }
+  /// Scrolls so that the node is the first visible one, as far as there are nodes below it.
+  virtual void TopNodeChanged(TreeNode& /*node*/) {}
+  virtual void RedrawChanged() {}
 };
 
 /// A tree of nodes with unique keys, in insertion order.
@@ -70,6 +75,16 @@ class TreeView final : public ControlOf<TreeView, TreeViewPeer> {
   /// of the selected node selects the ancestor, without NodeClick.
   void SetExpanded(TreeNode& node, bool expanded);
 
+  /// The first visible node; null without a display.
+  TreeNode* TopNode() const { return peer_ ? peer_->TopNode() : nullptr; }
+  /// Scrolls so that the node is the first visible one, as far as there are nodes below it.
+  void SetTopNode(TreeNode& node) {
+    if (peer_) peer_->TopNodeChanged(node);
+  }
+  /// False suspends painting until it is set to true; calls do not nest.
+  void SetRedraw(bool redraw);
+  bool Redraw() const { return redraw_; }
+
   const std::vector<Image>& Images() const { return images_; }
 
   /// The user clicked the node or moved to it by keyboard. Selects it and raises NodeClick.
@@ -89,6 +104,7 @@ class TreeView final : public ControlOf<TreeView, TreeViewPeer> {
   std::vector<std::unique_ptr<TreeNode>> nodes_;
   std::unordered_map<String, TreeNode*> byKey_;
   TreeNode* selected_ = nullptr;
+  bool redraw_ = true;
 };
 
 }  // namespace ktrv::controls

@@ -94,5 +94,13 @@ TEST(Menu, FindsAnItemByItsName) {
   EXPECT_EQ(menu.Find(u"mnuPaste"), nullptr);
 }
 
+TEST_F(BarsTest, AMarqueeLeavesTheValue) {
+  progress.SetRange(0, 10);
+  progress.SetValue(3);
+  progress.SetMarquee(true);
+  EXPECT_TRUE(progress.Marquee());
+  EXPECT_EQ(progress.Value(), 3);
+}
+
 }  // namespace
 }  // namespace ktrv::controls

@@ -251,5 +251,44 @@ TEST_F(FlexGridTest, ARowThatIsNotSelectedIsNotChosen) {
   EXPECT_EQ(grid.ChosenRow(), 0);
 }
 
+TEST_F(FlexGridTest, AWidthThatTheUserSetOutlastsTheColumns) {
+  grid.ColumnAt(1) = {.Key = u"NAME", .Width = 3000};
+  grid.UserSizesColumn(1, 1200);
+  EXPECT_EQ(grid.ColumnAt(1).Width, 1200);
+  grid.Reset(3, 3);
+  grid.ColumnAt(2) = {.Key = u"NAME", .Width = 3000};
+  grid.ColumnAt(1) = {.Key = u"CITY", .Width = 500};
+  grid.ColumnsChanged();
+  EXPECT_EQ(grid.ColumnAt(2).Width, 1200);
+  EXPECT_EQ(grid.ColumnAt(1).Width, 500);
+}
+
+TEST_F(FlexGridTest, EveryChangeOfTheSelectionIsReported) {
+  Fill({u"a", u"b", u"c"});
+  int changes = 0;
+  grid.SelectionChange = [&] { ++changes; };
+  const auto reports = [&](const std::function<void()>& change) {
+    const int before = changes;
+    change();
+    return changes > before;
+  };
+  EXPECT_TRUE(reports([&] { grid.SetRow(1); }));
+  EXPECT_TRUE(reports([&] { grid.SelectRows(1, 2); }));
+  EXPECT_TRUE(reports([&] { grid.SelectAll(); }));
+  EXPECT_TRUE(reports([&] { grid.UserSelects({1}, 1); }));
+  EXPECT_TRUE(reports([&] { grid.UserSelectsRange(1, 2, true, 1); }));
+  EXPECT_TRUE(reports([&] { grid.RemoveItem(1); }));
+  EXPECT_TRUE(reports([&] { grid.RemoveSelected(); }));
+  EXPECT_TRUE(reports([&] { grid.Reset(2, 2); }));
+}
+
+TEST_F(FlexGridTest, AHeadingThatSaysAscendingIsReversedFirst) {
+  grid.SetHeadingPicture(1, Image::SortAscending);
+  SortOrder order = SortOrder::None;
+  grid.AfterSort = [&](int, SortOrder sorted) { order = sorted; };
+  grid.UserClicksHeading(1);
+  EXPECT_EQ(order, SortOrder::Descending);
+}
+
 }  // namespace
 }  // namespace ktrv::controls

@@ -262,5 +262,38 @@ TEST_F(FormTest, ThePointerIsTheWindowsToo) {
   EXPECT_EQ(screen.Log, (Log{"realise", "Load", "hourglass", "default"}));
 }
 
+TEST_F(FormTest, AShortcutRunsWithItsModifierKeysOnly) {
+  LoggedForm form(screen);
+  int runs = 0;
+  form.Shortcuts.push_back({u'N', ShiftMask::Ctrl, [&] { ++runs; }});
+  form.Show();
+  form.UserPresses(u'N', ShiftMask::None);
+  form.UserPresses(u'N', ShiftMask::Ctrl | ShiftMask::Shift);
+  EXPECT_EQ(runs, 0);
+  form.UserPresses(u'N', ShiftMask::Ctrl);
+  EXPECT_EQ(runs, 1);
+}
+
+TEST_F(FormTest, TheFirstShortcutThatWorksNowIsTaken) {
+  LoggedForm form(screen);
+  std::string ran;
+  form.Shortcuts.push_back(
+      {KeyCode::F5, ShiftMask::None, [&] { ran += "a"; }, [&] { return form.First.HasFocus(); }});
+  form.Shortcuts.push_back({KeyCode::F5, ShiftMask::None, [&] { ran += "b"; }});
+  form.Show();
+  form.UserPresses(KeyCode::F5, ShiftMask::None);
+  form.First.SetFocus();
+  form.UserPresses(KeyCode::F5, ShiftMask::None);
+  EXPECT_EQ(ran, "ba");
+}
+
+TEST_F(FormTest, AShortcutOfAFormThatIsNotLoadedHasNoEffect) {
+  LoggedForm form(screen);
+  int runs = 0;
+  form.Shortcuts.push_back({KeyCode::F5, ShiftMask::None, [&] { ++runs; }});
+  form.UserPresses(KeyCode::F5, ShiftMask::None);
+  EXPECT_EQ(runs, 0);
+}
+
 }  // namespace
 }  // namespace ktrv::controls

@@ -57,6 +57,7 @@ struct Noted<FlexGridPeer> final : NotedControl<FlexGridPeer> {
   void SelectionChanged() override { Note("selection"); }
   void RowShown(int) override { Note("row in sight"); }
   void RedrawChanged() override { Note("redraw"); }
+  void TopRowChanged(int) override { Note("top row"); }
 };
 template <>
 struct Noted<PictureBoxPeer> final : NotedControl<PictureBoxPeer> {
@@ -67,6 +68,7 @@ template <>
 struct Noted<ProgressBarPeer> final : NotedControl<ProgressBarPeer> {
   using NotedControl::NotedControl;
   void ValueChanged() override { Note("value"); }
+  void MarqueeChanged() override { Note("marquee"); }
   void PlacedIn(StatusBar&, int) override { Note("place"); }
 };
 template <>
@@ -95,6 +97,8 @@ struct Noted<TreeViewPeer> final : NotedControl<TreeViewPeer> {
   void NodeTextChanged(TreeNode&) override { Note("node text"); }
   void NodeExpandedChanged(TreeNode&) override { Note("expanded"); }
   void SelectionChanged() override { Note("selection"); }
+  void TopNodeChanged(TreeNode&) override { Note("top node"); }
+  void RedrawChanged() override { Note("redraw"); }
 };
 
 struct NotedPeers final : tests::NoPeers {
@@ -179,6 +183,7 @@ TEST_F(WindowToldTest, OfBars) {
   EXPECT_EQ(By(progress, [&] { progress.SetRange(0, 7); }), Steps{"value"});
   EXPECT_EQ(By(progress, [&] { progress.SetValue(3); }), Steps{"value"});
   EXPECT_EQ(By(progress, [&] { progress.PlaceIn(status, 0); }), Steps{"place"});
+  EXPECT_EQ(By(progress, [&] { progress.SetMarquee(true); }), Steps{"marquee"});
   ToolBar tools(form);
   EXPECT_EQ(By(tools, [&] { tools.AddButton({.Key = u"NEW"}); }), Steps{"buttons"});
   EXPECT_EQ(By(tools, [&] { tools.SetButtonEnabled(u"NEW", false); }), Steps{"buttons"});
@@ -191,6 +196,8 @@ TEST_F(WindowToldTest, OfATree) {
   TreeNode& child = tree.Add(u"R", u"C", u"Child", 0);
   EXPECT_EQ(By(tree, [&] { tree.Select(node); }), Steps{"selection"});
   EXPECT_EQ(By(tree, [&] { tree.SetText(*node, u"b"); }), Steps{"node text"});
+  EXPECT_EQ(By(tree, [&] { tree.SetTopNode(*node); }), Steps{"top node"});
+  EXPECT_EQ(By(tree, [&] { tree.SetRedraw(false); }), Steps{"redraw"});
   EXPECT_EQ(By(tree, [&] { tree.SetExpanded(*node, !node->Expanded); }), Steps{"expanded"});
   EXPECT_EQ(By(tree, [&] { tree.Remove(child); }), Steps{"node goes"});
   EXPECT_EQ(tree.SelectedNode(), node) << "which did not go";
@@ -208,6 +215,7 @@ TEST_F(WindowToldTest, OfAGrid) {
   EXPECT_EQ(By(grid, [&] { grid.SelectRows(1, 2); }), Steps{"selection"});
   EXPECT_EQ(By(grid, [&] { grid.SelectAll(); }), Steps{"selection"});
   EXPECT_EQ(By(grid, [&] { grid.ShowRow(2); }), Steps{"row in sight"});
+  EXPECT_EQ(By(grid, [&] { grid.SetTopRow(2); }), Steps{"top row"});
   EXPECT_EQ(By(grid, [&] { grid.SetHeadingPicture(0, Image::SortAscending); }), Steps{"heading"});
   EXPECT_EQ(By(grid, [&] { grid.Sort(0, SortOrder::Ascending); }), Steps{"rows"});
   EXPECT_EQ(By(grid, [&] { grid.SetRedraw(false); }), Steps{"redraw"});
