@@ -50,6 +50,8 @@ class ControlWindow {
   virtual std::optional<std::uint32_t> BackColor() const { return std::nullopt; }
   /// Called when the form's inner size has changed; for controls along its edges.
   virtual void OnFormResized() {}
+  /// Handles an access key of a part that is no window. \return false if no part has it
+  virtual bool TakeMnemonic(wchar_t /*letter*/) { return false; }
   /// Called before a key presses a button while this control keeps the focus; commits pending
   /// input.
   virtual void FinishTyping() {}

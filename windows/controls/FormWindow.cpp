@@ -22,6 +22,21 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"KTRVAddressBookForm";
 constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
+/// Runs a shortcut; wParam: key code, lParam: modifier keys.
+constexpr UINT kShortcut = WM_APP + 1;
+
+bool IsMenuOpen() {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  return GetGUIThreadInfo(GetCurrentThreadId(), &thread) && thread.flags & GUI_INMENUMODE;
+}
+
+/// Black or white, whichever is readable on the color.
+COLORREF TextColorOn(COLORREF color) {
+  const int brightness = 3 * GetRValue(color) + 6 * GetGValue(color) + GetBValue(color);
+  constexpr int kMiddle = 10 * 128;
+  return brightness < kMiddle ? RGB(255, 255, 255) : RGB(0, 0, 0);
+}
 
 }  // namespace
 
@@ -76,6 +91,9 @@ FormWindow* FormWindow::Of(const controls::Form& form) {
 }
 
 void FormWindow::Realised() {
+  // The focus and the access keys are always visible, not only after a key was used.
+  SendMessageW(handle_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL),
+               0);
   for (ControlWindow* window : windows_) window->OnFormRealised();
   for (ControlWindow* window : windows_) window->OnFormResized();
 }
@@ -216,6 +234,11 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
       return 0;
     case DM_GETDEFID:
       return 0;
+    case kShortcut:
+      if (IsWindowEnabled(handle_)) {
+        form_.UserPresses(static_cast<std::int16_t>(wParam), static_cast<std::int16_t>(lParam));
+      }
+      return 0;
     case kDpiChanged:
       OnScaleChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
@@ -242,6 +265,7 @@ std::optional<LRESULT> FormWindow::BackgroundOf(HWND control, HDC target) {
   const COLORREF shown = *color & kSystem ? GetSysColor(static_cast<int>(*color & 0xFF))
                                           : static_cast<COLORREF>(*color);
   SetBkColor(target, shown);
+  SetTextColor(target, TextColorOn(shown));
   SetDCBrushColor(target, shown);
   return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
 }
@@ -281,7 +305,21 @@ void FormWindow::FocusNext(bool backward) {
 bool FormWindow::TakeMnemonic(wchar_t letter) {
   std::vector<HWND> handles;
   for (const ControlWindow* window : windows_) handles.push_back(window->Handle());
-  return PressMnemonic(handles, letter);
+  if (PressMnemonic(handles, letter)) return true;
+  return std::any_of(windows_.begin(), windows_.end(),
+                     [letter](ControlWindow* window) { return window->TakeMnemonic(letter); });
+}
+
+bool FormWindow::TakeShortcut(const MSG& message) {
+  const auto key = static_cast<std::int16_t>(message.wParam);
+  const std::int16_t held = HeldKeys();
+  const controls::Form::Shortcut* shortcut = form_.ShortcutOf(key, held);
+  if (!shortcut || IsMenuOpen()) return false;
+  // Posted, because the command may open a dialog, and no message loop may run inside the hook.
+  if (shortcut->Repeats || !IsRepeated(message.lParam)) {
+    PostMessageW(handle_, kShortcut, message.wParam, held);
+  }
+  return true;
 }
 
 void FormWindow::PressButtonOf(WORD command) {

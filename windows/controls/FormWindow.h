@@ -51,6 +51,8 @@ class FormWindow final : public controls::FormPeer {
   /// Handles an access key: focuses or presses its control.
   /// \return false if no control has it
   bool TakeMnemonic(wchar_t letter);
+  /// Handles a key press that is a shortcut of the form. \return false if it is none
+  bool TakeShortcut(const MSG& message);
 
   /// Reflects a notification from the parent to the control's window. nullopt: not one of ours, or
   /// not handled.

@@ -46,7 +46,9 @@ bool TakeMessage(MSG& message) {
   if (owner->IsWorking()) return owner->TakeKeyWhileWorking(message);
   switch (message.message) {
     case WM_KEYDOWN:
-      return TakeKeyDown(form, message);
+      return owner->TakeShortcut(message) || TakeKeyDown(form, message);
+    case WM_SYSKEYDOWN:
+      return owner->TakeShortcut(message);
     case WM_CHAR:
       if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) return false;
       return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));

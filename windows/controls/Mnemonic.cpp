@@ -12,10 +12,8 @@ wchar_t Capital(wchar_t letter) {
   return letter;
 }
 
-/// The access key in a window's text, as upper case; 0 if there is none.
-wchar_t MnemonicOf(HWND window) {
-  std::array<wchar_t, 128> text{};
-  GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+/// The access key in a text, as upper case; 0 if there is none.
+wchar_t MnemonicIn(const wchar_t* text) {
   for (std::size_t i = 0; text[i] && text[i + 1]; ++i) {
     if (text[i] != L'&') continue;
     if (text[i + 1] != L'&') return Capital(text[i + 1]);
@@ -26,8 +24,14 @@ wchar_t MnemonicOf(HWND window) {
 
 }  // namespace
 
+bool IsMnemonicIn(const wchar_t* text, wchar_t letter) {
+  return MnemonicIn(text) == Capital(letter);
+}
+
 bool IsMnemonicOf(HWND window, wchar_t letter) {
-  return MnemonicOf(window) == Capital(letter);
+  std::array<wchar_t, 128> text{};
+  GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  return IsMnemonicIn(text.data(), letter);
 }
 
 bool PressMnemonic(std::span<const HWND> controls, wchar_t letter) {
@@ -48,7 +52,11 @@ bool PressMnemonic(std::span<const HWND> controls, wchar_t letter) {
     const auto named = std::find_if(place + 1, controls.end(), [&](HWND next) {
       return canBeUsed(next) && GetWindowLongPtrW(next, GWL_STYLE) & WS_TABSTOP;
     });
-    if (named != controls.end()) SetFocus(*named);
+    if (named == controls.end()) return true;
+    SetFocus(*named);
+    if (SendMessageW(*named, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) {
+      SendMessageW(*named, EM_SETSEL, 0, -1);
+    }
     return true;
   }
   return false;

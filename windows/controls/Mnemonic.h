@@ -6,6 +6,8 @@
 
 namespace ktrv::windows {
 
+/// Whether the letter is the access key in a text, case-insensitive.
+bool IsMnemonicIn(const wchar_t* text, wchar_t letter);
 /// Whether the letter is the access key in the window's text, case-insensitive.
 bool IsMnemonicOf(HWND window, wchar_t letter);
 

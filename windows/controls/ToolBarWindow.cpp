@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "controls/Form.h"
+#include "controls/Input.h"
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/ToolBar.h"
@@ -15,6 +16,8 @@
 #include "windows/controls/ControlWindow.h"
 #include "windows/controls/Drawing.h"
 #include "windows/controls/FormWindow.h"
+#include "windows/controls/Keys.h"
+#include "windows/controls/Mnemonic.h"
 #include "windows/controls/WindowFactory.h"
 
 namespace ktrv::windows {
@@ -82,6 +85,20 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
     SetWindowPos(Handle(), nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
     bar_.Move(CurrentScale().ToTwips(RECT{0, 0, width, height}));
   }
+  bool TakeMnemonic(wchar_t letter) override {
+    // A letter alone must not press a button that does not have the focus.
+    if (!(HeldKeys() & controls::ShiftMask::Alt)) return false;
+    const auto& buttons = bar_.Buttons();
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+      if (!buttons[i].Enabled || !IsMnemonicIn(ToWide(buttons[i].Caption).c_str(), letter))
+        continue;
+      // The focus stays where it is, because the command applies to the pane that has it.
+      PostMessageW(Handle(), WM_COMMAND, MAKEWPARAM(i + 1, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(toolbar_));
+      return true;
+    }
+    return false;
+  }
   void OnScaleChanged() override {
     SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(Owner().Font()), TRUE);
     MakeImages();
@@ -93,6 +110,7 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
     if (message == WM_COMMAND && reinterpret_cast<HWND>(lParam) == toolbar_) {
       const std::size_t index = LOWORD(wParam) - 1U;
+      if (!IsWindowEnabled(Owner().Handle())) return 0;  // an access key before a box was opened
       if (index < bar_.Buttons().size()) bar_.UserClicks(String(bar_.Buttons()[index].Key));
       return 0;
     }
@@ -104,8 +122,8 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
 
  private:
   void MakeToolBar() {
-    // Not in the tab order, as usual for toolbars: the commands have keys and menus, and the focus
-    // stays on their target.
+    // Not in the tab order, as usual for toolbars: the commands have keys, access keys and menus,
+    // and the focus stays on their target.
     toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
                                WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT |
                                    TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
