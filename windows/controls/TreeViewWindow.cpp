@@ -88,6 +88,24 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
          reinterpret_cast<LPARAM>(selected ? ItemOf(*selected) : nullptr));
   }
 
+  TreeNode* TopNode() const override {
+    TVITEMW item{};
+    item.mask = TVIF_PARAM;
+    item.hItem = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE));
+    return item.hItem && Send(TVM_GETITEMW, 0, &item) ? NodeOf(item.lParam) : nullptr;
+  }
+  void TopNodeChanged(controls::TreeNode& node) override {
+    Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(ItemOf(node)));
+  }
+  void RedrawChanged() override {
+    if (!Handle()) return;
+    Send(WM_SETREDRAW, tree_.Redraw());
+    if (!tree_.Redraw()) return;
+    // WM_SETREDRAW makes a hidden window visible.
+    ShowVisible();
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+  }
+
   std::optional<LRESULT> OnNotify(NMHDR& header) override {
     switch (header.code) {
       case TVN_SELCHANGEDW:
