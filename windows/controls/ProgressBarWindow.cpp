@@ -12,8 +12,18 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
   ProgressBarWindow(FormWindow& form, controls::ProgressBar& bar) : Peer(form, bar), bar_(bar) {
     Create(PROGRESS_CLASSW, PBS_SMOOTH);
     ValueChanged();
+    MarqueeChanged();
   }
 
+  void MarqueeChanged() override {
+    const LONG_PTR style = GetWindowLongPtrW(Handle(), GWL_STYLE);
+    const LONG_PTR other = bar_.Marquee() ? style | PBS_MARQUEE : style & ~LONG_PTR{PBS_MARQUEE};
+    if (other == style) return;
+    SetWindowLongPtrW(Handle(), GWL_STYLE, other);
+    constexpr LPARAM kStep = 40;  // milliseconds
+    Send(PBM_SETMARQUEE, bar_.Marquee(), kStep);
+    InvalidateRect(Handle(), nullptr, TRUE);
+  }
   void ValueChanged() override {
     // Painting each value takes longer than a step of the work, so updates are throttled.
     constexpr ULONGLONG kStill = 50;

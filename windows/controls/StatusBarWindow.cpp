@@ -52,7 +52,8 @@ void StatusBarWindow::LayOut() {
   int edge = 0;
   for (int panel = 1; panel <= bar_.PanelCount(); ++panel) {
     edge += scale.ToPixels(bar_.PanelAt(panel).Width);
-    if (bar_.PanelAt(panel).Springs && spare > 0) edge += spare / springs;
+    // In a narrow window these panels give up room, so that the others stay visible.
+    if (bar_.PanelAt(panel).Springs) edge += spare / springs;
     edges.push_back(edge);
   }
   if (!edges.empty()) Send(SB_SETPARTS, edges.size(), edges.data());
