@@ -5,6 +5,7 @@
 #include "common/ScopeExit.h"
 #include "controls/FlexGrid.h"
 #include "windows/base/WideText.h"
+#include "windows/controls/CutTextTip.h"
 #include "windows/controls/Drawing.h"
 #include "windows/controls/FormWindow.h"
 #include "windows/controls/Keys.h"
@@ -30,6 +31,8 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void SelectionChanged() override;
   void RowShown(int row) override;
   void RedrawChanged() override;
+  int TopRow() const override;
+  void TopRowChanged(int row) override;
 
   std::optional<LRESULT> OnNotify(NMHDR& header) override;
   void OnScaleChanged() override;
@@ -47,6 +50,10 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void ShowAppended();
   /// Applies the form's font with the grid's own font family, if it has one.
   void ApplyFont();
+  /// Sets the row height, and the room for pictures in front of the first column.
+  void SizeRows();
+  /// When the list has the focus, the user must see a row that has it.
+  void ShowFocus();
   bool appended_ = false;  ///< rows were appended that are not shown yet
 
   void GiveCell(LVITEMW& item);
@@ -56,10 +63,12 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   bool OnKey(WPARAM key);
 
   controls::FlexGrid& grid_;
-  UniqueFont font_;            ///< null: the grid uses the form's font
-  UniqueImageList rowHeight_;  ///< its image size sets the row height
+  UniqueFont font_;          ///< null: the grid uses the form's font
+  UniqueImageList rowSize_;  ///< its image size sets the row height and the room for pictures
+  SIZE rowImage_{};
   ListColumns columns_;
   ListSelection selection_;
+  CutTextTip tip_;
   int redrawOff_ = 0;
   bool painting_ = false;
   /// The last texts passed to the list view, which may use several at a time.
@@ -77,14 +86,19 @@ auto FlexGridWindow::RedrawOff() {
 }
 
 FlexGridWindow::FlexGridWindow(FormWindow& form, controls::FlexGrid& grid)
-    : Peer(form, grid), grid_(grid), columns_(*this, grid), selection_(*this, grid) {
+    : Peer(form, grid),
+      grid_(grid),
+      columns_(*this, grid),
+      selection_(*this, grid),
+      tip_(*this, columns_, grid) {
   Create(WC_LISTVIEWW, WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS,
          WS_EX_CLIENTEDGE);
-  constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_HEADERDRAGDROP |
-                           LVS_EX_LABELTIP | LVS_EX_INFOTIP;
+  constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_HEADERDRAGDROP;
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, static_cast<LPARAM>(kStyle));
   OnScaleChanged();
+  tip_.Create();
   ColumnsChanged();
+  columns_.ShowFirst();
   RowsChanged();
 }
 
@@ -101,11 +115,18 @@ void FlexGridWindow::ApplyFont() {
 
 void FlexGridWindow::OnScaleChanged() {
   ApplyFont();
-  UniqueImageList former = std::exchange(
-      rowHeight_,
-      UniqueImageList(ImageList_Create(1, CurrentScale().Units(19), ILC_COLOR32, 0, 0)));
-  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_.Get()));
+  SizeRows();
   columns_.Update();
+}
+
+void FlexGridWindow::SizeRows() {
+  const int width = columns_.HasPicturesBefore() ? CurrentScale().Units(18) : 1;
+  const SIZE wanted{width, CurrentScale().Units(19)};
+  if (wanted.cx == rowImage_.cx && wanted.cy == rowImage_.cy) return;
+  rowImage_ = wanted;
+  UniqueImageList former = std::exchange(
+      rowSize_, UniqueImageList(ImageList_Create(wanted.cx, wanted.cy, ILC_COLOR32, 0, 0)));
+  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowSize_.Get()));
 }
 
 void FlexGridWindow::ColumnsChanged() {
@@ -113,10 +134,12 @@ void FlexGridWindow::ColumnsChanged() {
   const auto ignoring = selection_.Ignoring();
   if (!columns_.AreOthers()) {
     if (columns_.AreNamed()) columns_.Update();
+    SizeRows();
     return;
   }
   const auto off = RedrawOff();
   columns_.Replace();
+  SizeRows();
 }
 
 void FlexGridWindow::SelectionChanged() {
@@ -159,6 +182,28 @@ void FlexGridWindow::ShowAppended() {
 void FlexGridWindow::RowShown(int row) {
   if (appended_) ShowAppended();
   Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row - 1), FALSE);
+}
+
+int FlexGridWindow::TopRow() const {
+  return Handle() ? static_cast<int>(Send(LVM_GETTOPINDEX)) + 1 : 0;
+}
+
+void FlexGridWindow::TopRowChanged(int row) {
+  if (!Handle()) return;
+  if (appended_) ShowAppended();
+  RECT item{};
+  item.left = LVIR_BOUNDS;
+  if (!Send(LVM_GETITEMRECT, 0, &item)) return;
+  Send(LVM_SCROLL, 0, static_cast<LPARAM>((row - TopRow()) * (item.bottom - item.top)));
+}
+
+void FlexGridWindow::ShowFocus() {
+  if (grid_.Rows() <= 1 || Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED) >= 0)
+    return;
+  LVITEMW change{};
+  change.state = LVIS_FOCUSED;
+  change.stateMask = LVIS_FOCUSED;
+  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(TopRow() - 1), &change);
 }
 
 void FlexGridWindow::RedrawChanged() {
@@ -211,7 +256,7 @@ std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
       if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) grid_.UserDoubleClicks();
       return 0;
     case NM_CUSTOMDRAW:
-      return columns_.OnDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
+      return columns_.OnDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
     default:
       return std::nullopt;
   }
@@ -257,10 +302,14 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       painting_ = true;
       return std::nullopt;
     case WM_NOTIFY: {
-      const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+      auto& header = *reinterpret_cast<NMHDR*>(lParam);
+      if (const auto answer = tip_.OnNotify(header)) return answer;
       if (header.hwndFrom != columns_.Header()) return std::nullopt;
       return columns_.OnHeader(reinterpret_cast<const NMHEADERW&>(header));
     }
+    case WM_MOUSEMOVE:
+      tip_.OnMouseMove();
+      return std::nullopt;
     case WM_TIMER:
       if (wParam != kRowsTimer) return std::nullopt;
       ShowAppended();
@@ -303,6 +352,7 @@ bool FlexGridWindow::MayChangeSelection(UINT message) const {
 
 void FlexGridWindow::AfterMessage(UINT message) {
   if (message == WM_PAINT) painting_ = false;
+  if (message == WM_SETFOCUS) ShowFocus();
   if (MayChangeSelection(message)) selection_.Read();
 }
 

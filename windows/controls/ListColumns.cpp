@@ -20,6 +20,22 @@ int FormatOf(const GridColumn& column) {
   return format | HDF_STRING;
 }
 
+bool IsHighContrast() {
+  HIGHCONTRASTW contrast{};
+  contrast.cbSize = sizeof contrast;
+  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+         contrast.dwFlags & HCF_HIGHCONTRASTON;
+}
+
+/// One third of the selection's color on two thirds of the background's.
+COLORREF FaintHighlight() {
+  const COLORREF full = GetSysColor(COLOR_HIGHLIGHT);
+  const COLORREF back = GetSysColor(COLOR_WINDOW);
+  const auto mixed = [](int part, int rest) { return (part + 2 * rest) / 3; };
+  return RGB(mixed(GetRValue(full), GetRValue(back)), mixed(GetGValue(full), GetGValue(back)),
+             mixed(GetBValue(full), GetBValue(back)));
+}
+
 }  // namespace
 
 std::vector<int> ListColumns::Visible() const {
@@ -59,6 +75,25 @@ void ListColumns::Replace() {
     list_.Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(place), &insert);
     UpdateColumn(place);
   }
+}
+
+void ListColumns::ShowFirst() {
+  if (!shown_.empty() || list_.Send(LVM_GETCOLUMNWIDTH, 0) > 0) return;
+  int place = 0;
+  for (const GridColumn& column : grid_.FirstColumns) {
+    std::wstring heading = ToWide(column.Heading);
+    LVCOLUMNW insert{};
+    insert.mask = LVCF_WIDTH | LVCF_TEXT | LVCF_FMT;
+    insert.fmt = FormatOf(column);
+    insert.cx = list_.CurrentScale().ToPixels(column.Width);
+    insert.pszText = heading.data();
+    list_.Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(place++), &insert);
+  }
+}
+
+bool ListColumns::HasPicturesBefore() const {
+  const auto first = Find(0);
+  return first && !grid_.ColumnAt(*first).PictureOf.empty();
 }
 
 void ListColumns::Update() {
@@ -102,7 +137,7 @@ std::optional<LRESULT> ListColumns::OnHeader(const NMHEADERW& header) {
     case HDN_ENDTRACKW:
       if (const auto column = Find(header.iItem);
           column && header.pitem && header.pitem->mask & HDI_WIDTH) {
-        grid_.ColumnAt(*column).Width = list_.CurrentScale().ToTwips(header.pitem->cxy);
+        grid_.UserSizesColumn(*column, list_.CurrentScale().ToTwips(header.pitem->cxy));
       }
       return std::nullopt;
     default:
@@ -113,7 +148,7 @@ std::optional<LRESULT> ListColumns::OnHeader(const NMHEADERW& header) {
 void ListColumns::Fit(int listColumn) {
   const auto place = Find(listColumn);
   if (!place) return;
-  GridColumn& column = grid_.ColumnAt(*place);
+  const GridColumn& column = grid_.ColumnAt(*place);
   if (column.Picture) return;
   // The list view's own auto-size queries every row. Use only the visible ones.
   LRESULT width = list_.Send(LVM_GETSTRINGWIDTH, 0, ToWide(column.Heading).c_str());
@@ -124,23 +159,48 @@ void ListColumns::Fit(int listColumn) {
     const String text = grid_.Text(row, *place);
     width = std::max(width, list_.Send(LVM_GETSTRINGWIDTH, 0, ToWide(text).c_str()));
   }
-  const LRESULT fitted = width + list_.CurrentScale().Units(16);
+  const bool hasPictures = listColumn == 0 && HasPicturesBefore();
+  const LRESULT fitted = width + list_.CurrentScale().Units(hasPictures ? 36 : 16);
   list_.Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(listColumn), static_cast<LPARAM>(fitted));
-  column.Width = list_.CurrentScale().ToTwips(static_cast<int>(fitted));
+  grid_.UserSizesColumn(*place, list_.CurrentScale().ToTwips(static_cast<int>(fitted)));
 }
 
-LRESULT ListColumns::OnDraw(const NMLVCUSTOMDRAW& draw) {
+LRESULT ListColumns::OnDraw(NMLVCUSTOMDRAW& draw) {
   switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
       return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT:
-      return CDRF_NOTIFYPOSTPAINT;
+      DrawSelected(draw);
+      return CDRF_NOTIFYPOSTPAINT | CDRF_NEWFONT;
     case CDDS_ITEMPOSTPAINT:
+      DrawPictureBefore(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
       DrawPictures(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
       return CDRF_DODEFAULT;
     default:
       return CDRF_DODEFAULT;
   }
+}
+
+void ListColumns::DrawSelected(NMLVCUSTOMDRAW& draw) const {
+  // uItemState is not reliable for lists that always show their selection.
+  const WPARAM item = draw.nmcd.dwItemSpec;
+  if (GetFocus() == list_.Handle() || !list_.Send(LVM_GETITEMSTATE, item, LVIS_SELECTED)) return;
+  // Without the focus the system paints selected rows in a grey that is hard to see.
+  draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+  draw.clrText = GetSysColor(IsHighContrast() ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+  draw.clrTextBk = IsHighContrast() ? GetSysColor(COLOR_HIGHLIGHT) : FaintHighlight();
+}
+
+void ListColumns::DrawPictureBefore(HDC target, int item) {
+  if (!HasPicturesBefore() || item >= grid_.Rows() - 1) return;
+  const int column = grid_.ColIndex(grid_.ColumnAt(*Find(0)).PictureOf);
+  if (column < 0 || !grid_.ColumnAt(column).Picture) return;
+  const Image image = grid_.ColumnAt(column).Picture(grid_.Text(item + 1, column)).first;
+  if (image == Image::None) return;
+  RECT place{};
+  place.left = LVIR_ICON;
+  list_.Send(LVM_GETITEMRECT, static_cast<WPARAM>(item), &place);
+  pictures_.Draw(target, image, place, list_.CurrentScale().Units(16));
 }
 
 void ListColumns::DrawPictures(HDC target, int item) {

@@ -18,6 +18,10 @@ class ListColumns {
   bool AreOthers() const { return Visible() != shown_; }
   /// Replaces all columns of the list view by the visible ones of the grid.
   void Replace();
+  /// Shows the grid's first columns, until it has columns with names.
+  void ShowFirst();
+  /// Whether the first column has pictures before its texts.
+  bool HasPicturesBefore() const;
   /// Whether a shown column has a key.
   bool AreNamed() const;
   /// Updates headings and widths.
@@ -29,7 +33,7 @@ class ListColumns {
 
   /// Handles a WM_NOTIFY of the header control. nullopt: not handled.
   std::optional<LRESULT> OnHeader(const NMHEADERW& header);
-  LRESULT OnDraw(const NMLVCUSTOMDRAW& draw);
+  LRESULT OnDraw(NMLVCUSTOMDRAW& draw);
 
   /// The list view's header control.
   HWND Header() const { return reinterpret_cast<HWND>(list_.Send(LVM_GETHEADER)); }
@@ -39,6 +43,8 @@ class ListColumns {
   void UpdateColumn(int listColumn);
   void Fit(int listColumn);
   void DrawPictures(HDC target, int item);
+  void DrawPictureBefore(HDC target, int item);
+  void DrawSelected(NMLVCUSTOMDRAW& draw) const;
 
   ControlWindow& list_;
   controls::FlexGrid& grid_;
