@@ -11,6 +11,8 @@ inline constexpr StringView kNoRemoteContactHere =
     u"Cannot create Shared Remote Contact here. Such contacts can be created from TALVERO only.";
 inline constexpr StringView kNoGroupInRemoteFolder =
     u"Creating a Group in a Shared Remote Contacts folder is not allowed.";
+/// In the status bar.
+inline constexpr StringView kNothingSelected = u"No item is selected.";
 
 /// The style of a question whose safe answer is no.
 inline constexpr std::int32_t kYesOrNo =

@@ -3,6 +3,7 @@
 #include "controls/StatusBar.h"
 #include "forms/addressbook/ContactList.h"
 #include "forms/addressbook/FolderTree.h"
+#include "forms/addressbook/SelectionPanel.h"
 
 namespace ktrv::forms {
 
@@ -16,8 +17,11 @@ struct BookPanes {
   controls::StatusBar& Status;
   FolderTree& Folders;
   ContactList& List;
+  SelectionPanel& Panel;
 
   void Say(StringView text) const;
+  /// Shows in the status bar why a command has no effect.
+  void Note(StringView text) const { Panel.Note(text); }
   /// The selected node of the tree. Null if there is none; shows a message if that is because the
   /// current node no longer exists.
   const controls::TreeNode* ChosenNode() const;

@@ -45,6 +45,18 @@ std::pair<Image, String> TypePicture(StringView type) {
 
 }  // namespace
 
+std::vector<controls::GridColumn> FirstColumns() {
+  std::vector<controls::GridColumn> columns;
+  for (const Design& design : kColumns) {
+    if (design.Width == 0) continue;
+    columns.push_back({.Key = String(design.Key),
+                       .Heading = String(design.Heading),
+                       .Width = design.Width,
+                       .Align = design.Align});
+  }
+  return columns;
+}
+
 void Apply(controls::FlexGrid& grid) {
   if (IsList(grid)) {
     for (std::size_t i = 0; i < kColumns.size(); ++i) {
@@ -57,6 +69,8 @@ void Apply(controls::FlexGrid& grid) {
       column.Hidden = design.Width == 0;
     }
     grid.ColumnAt(grid.ColIndex(kType)).Picture = TypePicture;
+    // The type column is out of sight behind the e-mail column.
+    grid.ColumnAt(grid.ColIndex(kName)).PictureOf = kType;
     grid.SetSearchColumns({.Name = grid.ColIndex(kName),
                            .Company = grid.ColIndex(kOrganisation),
                            .Number = grid.ColIndex(kMobile)});

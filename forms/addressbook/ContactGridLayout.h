@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "controls/FlexGrid.h"
 
 /// Columns of the contact grid.
@@ -10,6 +12,9 @@ inline constexpr StringView kId = u"ID";
 inline constexpr StringView kName = u"NAME";
 inline constexpr StringView kFolderId = u"FOLDERID";
 inline constexpr StringView kType = u"CONTACTTYPE";
+
+/// The visible columns, for the time before the first list.
+std::vector<controls::GridColumn> FirstColumns();
 
 /// Sets keys, headings, widths and alignments of the columns. No effect if the grid shows no list.
 void Apply(controls::FlexGrid& grid);

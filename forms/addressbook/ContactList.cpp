@@ -49,8 +49,9 @@ void ContactList::Load(StringView nodeKey) {
   const bool loaded = services_.Trap(kLoadContext, false, [&] {
     display_.Window.SetPointer(MousePointer::Hourglass);
     Clear();
+    if (LoadStarts) LoadStarts();
     display_.Status.SetPanelText(kTextPanel, u"Loading Contacts...");
-    display_.Progress.SetVisible(false);
+    HideProgress();
     display_.Window.SetPointer(MousePointer::Default);
     RemoveCountPanel();
     Open(nodeKey);
@@ -93,6 +94,7 @@ void ContactList::Open(StringView nodeKey) {
     display_.Progress.SetVisible(true);
     display_.Progress.SetRange(0, total_);
     display_.Progress.SetValue(0);
+    display_.Progress.SetMarquee(true);  // until the engine has sorted the rows
   }
   // The rows arrive later. The grid gets its columns with the first rows.
   display_.Grid.Bind(query ? rsUserContacts_.get() : nullptr);
@@ -130,8 +132,10 @@ std::int32_t ContactList::RowsOf(Counted which, StringView id) {
 void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
   services_.Trap(kLoadContext, [&] {
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+    display_.Progress.SetMarquee(false);
     display_.Progress.SetValue(static_cast<std::int32_t>(std::min(progress, kMost)));
     display_.Grid.RowsArrived();
+    if (RowsCame) RowsCame(false);
   });
 }
 
@@ -149,7 +153,7 @@ void ContactList::rsUserContacts_FetchComplete(const Error* error) {
 }
 
 void ContactList::FinishLoad() {
-  display_.Progress.SetVisible(false);
+  HideProgress();
   const int host = display_.Progress.HostPanel();
   if (host > kTextPanel && host <= display_.Status.PanelCount()) {
     display_.Status.SetPanelText(host, u"");
@@ -158,6 +162,7 @@ void ContactList::FinishLoad() {
   display_.Grid.DataRefresh();
   MoveIndicator(ContactGridLayout::kName, SortOrder::Ascending);
   if (display_.Grid.Row() > 0) display_.Grid.ShowRow(display_.Grid.Row());
+  if (RowsCame) RowsCame(true);
 }
 
 void ContactList::ChangeSortOrder(StringView columnKey, SortOrder order) {
@@ -178,18 +183,6 @@ void ContactList::MoveIndicator(StringView columnKey, SortOrder order) {
   if (column < 0) return;
   grid.SetHeadingPicture(
       column, order == SortOrder::Descending ? Image::SortDescending : Image::SortAscending);
-}
-
-void ContactList::Find(StringView text) {
-  controls::FlexGrid& grid = display_.Grid;
-  const int column = grid.ColIndex(ContactGridLayout::kName);
-  if (grid.Rows() <= 2 || column < 0) return;
-  String wanted(Trim(text));
-  services_.Screen.UserLanguage().ToUpper(wanted);
-  const int row = grid.FindRow(wanted, 1, column);
-  if (row <= 0) return;
-  grid.SetRow(row);
-  grid.ShowRow(row);
 }
 
 void ContactList::Add(const SavedContact& contact, StringView folderId) {
@@ -227,11 +220,16 @@ void ContactList::Close() {
 void ContactList::ShowFailure() {
   loading_ = false;
   display_.Window.SetPointer(MousePointer::Default);
-  display_.Progress.SetVisible(false);
+  HideProgress();
   RemoveCountPanel();
   display_.Grid.Reset(2, 2);
   rsUserContacts_.reset();
   display_.Status.SetPanelText(kTextPanel, u"Contacts could not be loaded.");
+}
+
+void ContactList::HideProgress() {
+  display_.Progress.SetVisible(false);
+  display_.Progress.SetMarquee(false);
 }
 
 void ContactList::RemoveCountPanel() {

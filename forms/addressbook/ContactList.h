@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -29,6 +30,11 @@ class ContactList {
 
   ContactList(Services& services, BookDatabase& database, Display display);
 
+  /// Raised when the former list is gone and the next one is about to be loaded.
+  std::function<void()> LoadStarts;
+  /// Raised when rows have arrived in the grid; at the end of a load with `isComplete`.
+  std::function<void(bool isComplete)> RowsCame;
+
   /// Opens the connection and creates the counting statements. \throws Error
   void Prepare();
 
@@ -46,10 +52,6 @@ class ContactList {
   /// Sorts by the column with this key and moves the sort indicator there. No effect for the key
   /// "DUMMY". A failure is logged.
   void ChangeSortOrder(StringView columnKey, controls::SortOrder order);
-
-  /// Makes the first row whose name starts with the text the current row and scrolls to it. No
-  /// effect if there is no such row or the grid has only one row.
-  void Find(StringView text);
 
   /// The recordset of the grid; null before the first load and after a failed one.
   database::Recordset* Rows() const { return rsUserContacts_.get(); }
@@ -69,6 +71,7 @@ class ContactList {
   std::int32_t RowsOf(data::AddressBookQueries::Count which, StringView id);
   void ShowTotal();
   void ShowFailure();
+  void HideProgress();
   void RemoveCountPanel();
   void MoveIndicator(StringView columnKey, controls::SortOrder order);
 

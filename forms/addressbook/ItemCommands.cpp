@@ -39,7 +39,8 @@ ItemCommands::ItemCommands(Workplace& place, Editors& editors, BookPanes panes)
 
 void ItemCommands::Run(StringView context, const std::function<void()>& command) {
   // The window may be unloaded while its menu is open.
-  if (running_ || IsDeleting() || !panes_.Window.IsLoaded()) return;
+  if (running_ || !panes_.Window.IsLoaded()) return;
+  if (IsDeleting()) return panes_.Note(u"Items are still being deleted.");
   const controls::Form::Stay stay(panes_.Window);
   running_ = true;
   const ScopeExit done([this] { running_ = false; });
@@ -159,20 +160,24 @@ void ItemCommands::Properties() {
   Run(Context::kProperties, [&] {
     if (panes_.Tree.HasFocus()) {
       NodeProperties();
-    } else if (ContactGridLayout::HasRows(panes_.Grid)) {
+    } else if (ContactGridLayout::HasRows(panes_.Grid) && panes_.Grid.ChosenRow() > 0) {
       RowProperties();
+    } else {
+      panes_.Note(Messages::kNothingSelected);
     }
   });
 }
 
 void ItemCommands::NodeProperties() {
   const controls::TreeNode* node = panes_.ChosenNode();
-  if (!node) return;
+  if (!node) return panes_.Note(Messages::kNothingSelected);
   const String key = node->Key;
   const StringView kind = NodeKey::KindOf(key);
   if (kind == NodeKey::SharedGroup) return GroupProperties(key);
   const bool isRemote = kind == NodeKey::RemoteFolder;
-  if (!isRemote && kind != NodeKey::SharedFolder) return;
+  if (!isRemote && kind != NodeKey::SharedFolder) {
+    return panes_.Note(u"This item has no properties.");
+  }
   editors_.Folder(place_.Another(),
                   {ModeOfOperation::Modify,
                    isRemote ? TypeOfFolder::SharedRemoteFolder : TypeOfFolder::SharedFolder,
@@ -204,7 +209,6 @@ void ItemCommands::GroupProperties(const String& key) {
 void ItemCommands::RowProperties() {
   const controls::FlexGrid& grid = panes_.Grid;
   const int row = grid.ChosenRow();
-  if (row == 0) return;
   const auto cell = [&](StringView key) { return grid.Text(row, grid.ColIndex(key)); };
   const String type = cell(ContactGridLayout::kType);
   const String id = cell(ContactGridLayout::kId);

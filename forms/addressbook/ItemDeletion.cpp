@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "forms/Messages.h"
 #include "forms/addressbook/ContactGridLayout.h"
 
 namespace ktrv::forms {
@@ -34,7 +35,7 @@ bool ItemDeletion::ConfirmItems() {
 
 void ItemDeletion::DeleteNode() {
   const controls::TreeNode* node = panes_.ChosenNode();
-  if (!node) return;
+  if (!node) return panes_.Note(Messages::kNothingSelected);
   const String key = node->Key;
   if (key == NodeKey::Shared || key == NodeKey::Main)
     return panes_.Say(u"The item cannot be deleted.");
@@ -117,7 +118,7 @@ void ItemDeletion::DeleteRows(const CurrentNode& node) {
   const StringView kind = NodeKey::KindOf(node.Key);
   if (node.Key != NodeKey::Shared && kind != NodeKey::SharedFolder &&
       kind != NodeKey::SharedGroup) {
-    return;
+    return panes_.Note(u"Remote contacts can be deleted from TALVERO only.");
   }
   // Rows may arrive while the question is open. Only rows selected before it are deleted.
   std::vector<RowDeletion::Item> items;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "forms/Messages.h"
 #include "forms/addressbook/AddressBookTools.h"
 #include "forms/addressbook/ContactGridLayout.h"
 #include "forms/addressbook/RowText.h"
@@ -25,12 +26,18 @@ constexpr int kHeadingIndent = 15;  ///< of the right pane's heading, from the b
 constexpr int kReserve = 800;       ///< below the panes: status bar and margins
 constexpr int kRightMargin = 50;
 
+constexpr int kMinimumWidth = 6000;
+constexpr int kMinimumList = 1000;  ///< of the splitter's limits
+
+constexpr StringView kContacts = u"&Contacts";
+constexpr StringView kRemoteContacts = u"&Contacts from TALVERO (read-only)";
+
 controls::Form::Design WindowDesign() {
   return {.Caption = u"Address Book",
           .Width = 12000,
           .Height = 8000,
           .Resizable = true,
-          .MinimumWidth = 6000,
+          .MinimumWidth = kMinimumWidth,
           .MinimumHeight = 4000};
 }
 
@@ -46,25 +53,28 @@ frmAddressBook::frmAddressBook(Workplace place, Editors& editors)
       lblFolders(*this, {0, 0, kTreeWidth, kHeadingHeight}, u"F&olders"),
       tvwContacts(*this, {0, 0, kTreeWidth, 0}, imgTreeView()),
       picSlider(*this, {kTreeWidth, 0, kSliderWidth, 0}, controls::MousePointer::SizeWestEast),
-      lblContacts(*this, {0, 0, 0, kHeadingHeight}, u"&Contacts"),
+      lblContacts(*this, {0, 0, 0, kHeadingHeight}, String(kContacts)),
       vsfContacts(*this, {}),
       picShadow(*this, {kTreeWidth, 0, kShadowWidth, 0}),
       place_(std::move(place)),
       folderTree_(place_, tvwContacts),
       contactList_(place_.Services, place_.Database,
                    {*this, vsfContacts, StatusBar1, ProgressBar1}),
+      panel_(StatusBar1, vsfContacts),
+      find_(txtFind, vsfContacts, panel_),
       splitter_(picSlider, picShadow),
       commands_(place_, editors,
                 {place_.Services, *this, tvwContacts, vsfContacts, StatusBar1, folderTree_,
-                 contactList_}) {
+                 contactList_, panel_}) {
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
-  StatusBar1.AddPanel({.Width = 3000});
+  StatusBar1.AddPanel({.Width = 3000, .Springs = true});
   ConnectToolBar();
   ConnectMenus();
   ConnectTree();
   ConnectGrid();
   ConnectSplitter();
-  txtFind.Change = [this] { txtFind_Change(); };
+  ConnectFind();
+  ConnectKeys();
 }
 
 frmAddressBook::~frmAddressBook() {
@@ -169,12 +179,75 @@ void frmAddressBook::ShowItemContextMenu(std::optional<int> x, std::optional<int
 void frmAddressBook::Copy() {
   Event(u"Copy", [&] {
     const String text = SelectedRowsText(vsfContacts);
-    if (!text.empty()) Display().SetClipboardText(text);
+    if (text.empty()) return panel_.Note(Messages::kNothingSelected);
+    Display().SetClipboardText(text);
   });
 }
 
+void frmAddressBook::ConnectFind() {
+  txtFind.Change = [this] { txtFind_Change(); };
+  contactList_.LoadStarts = [this] {
+    find_.Forget();
+    ShowKindOfList();
+  };
+  contactList_.RowsCame = [this](bool isComplete) { find_.RowsCame(isComplete); };
+}
+
 void frmAddressBook::txtFind_Change() {
-  Event(u"txtFind_Change", [&] { contactList_.Find(txtFind.Text()); });
+  Event(u"txtFind_Change", [&] {
+    find_.Search(contactList_.IsLoading());
+  });
+}
+
+void frmAddressBook::FindNext(bool backward) {
+  if (Trim(txtFind.Text()).empty()) return ToFindBox();
+  Event(u"FindNext", [&] { find_.GoOn(backward); });
+}
+
+void frmAddressBook::ToFindBox() {
+  txtFind.SetFocus();
+  txtFind.Select(0, static_cast<int>(txtFind.Text().size()));
+}
+
+void frmAddressBook::ToList() {
+  if (ContactGridLayout::HasRows(vsfContacts)) {
+    if (vsfContacts.ChosenRow() == 0) vsfContacts.SetRow(1);
+    vsfContacts.ShowRow(vsfContacts.ChosenRow());
+  }
+  vsfContacts.SetFocus();
+}
+
+// Keys of the window. Each command acts on the pane that has the focus, as its button does.
+
+void frmAddressBook::ConnectKeys() {
+  using namespace controls;
+  const auto inFind = [this] { return txtFind.HasFocus(); };
+  const auto inTree = [this] { return tvwContacts.HasFocus(); };
+  const auto add = [this](std::int16_t key, std::int16_t shift, std::function<void()> run,
+                          std::function<bool()> when = {}, bool repeats = false) {
+    Shortcuts.push_back({key, shift, std::move(run), std::move(when), repeats});
+  };
+  constexpr std::int16_t kCtrlShift = ShiftMask::Ctrl | ShiftMask::Shift;
+  const auto next = [this] { FindNext(false); };
+  const auto previous = [this] { FindNext(true); };
+  const auto properties = [this] { ContactProperties(); };
+  add(KeyCode::F3, ShiftMask::None, next, {}, true);
+  add(KeyCode::F3, ShiftMask::Shift, previous, {}, true);
+  add(KeyCode::Enter, ShiftMask::None, next, inFind, true);
+  add(KeyCode::Enter, ShiftMask::Shift, previous, inFind, true);
+  add(
+      KeyCode::Down, ShiftMask::None, [this] { ToList(); }, inFind);
+  add(
+      KeyCode::Escape, ShiftMask::None, [this] { txtFind.SetText({}); }, inFind);
+  add(
+      u'A', ShiftMask::Ctrl, [this] { ToFindBox(); }, inFind);
+  add(u'F', ShiftMask::Ctrl, [this] { ToFindBox(); });
+  add(u'N', ShiftMask::Ctrl, [this] { ContactNew({}); });
+  add(u'N', kCtrlShift, [this] { ContactNew(ItemCommands::kNewGroup); });
+  add(KeyCode::Enter, ShiftMask::Alt, properties);
+  add(KeyCode::F2, ShiftMask::None, properties);
+  add(KeyCode::Enter, ShiftMask::None, properties, inTree);
+  add(KeyCode::F5, ShiftMask::None, [this] { tlbMain_ButtonClick(ToolKey::Refresh); });
 }
 
 // Tree.
@@ -216,13 +289,23 @@ void frmAddressBook::tvwContacts_MouseUp(MouseButton button, int x, int y) {
 
 // Grid.
 
+void frmAddressBook::ShowKindOfList() {
+  const bool isRemote = NodeKey::KindOf(Current().Key) == NodeKey::RemoteFolder;
+  const StringView caption = isRemote ? kRemoteContacts : kContacts;
+  if (lblContacts.Caption() != caption) lblContacts.SetCaption(String(caption));
+}
+
 void frmAddressBook::ConnectGrid() {
+  vsfContacts.FirstColumns = ContactGridLayout::FirstColumns();
   vsfContacts.AfterDataRefresh = [this] { ContactGridLayout::Apply(vsfContacts); };
   vsfContacts.AfterSort = [this](int column, SortOrder order) {
     vsfContacts_AfterSort(column, order);
   };
   vsfContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t shift) {
     vsfContacts_KeyDown(keyCode, shift);
+  };
+  vsfContacts.SelectionChange = [this] {
+    Event(u"vsfContacts_SelectionChange", [&] { panel_.ShowSelection(); });
   };
   vsfContacts.DoubleClick = [this] {
     if (ContactGridLayout::HasRows(vsfContacts)) vsfContacts_KeyDown(KeyCode::Enter, 0);
@@ -311,7 +394,12 @@ void frmAddressBook::picSlider_MouseUp() {
         tvwContacts.SetWidth(picSlider.Left());
         lblFolders.SetWidth(picSlider.Left());
         PlaceRightPane();
+        LimitWidth();
       });
+}
+
+void frmAddressBook::LimitWidth() {
+  SetMinimumWidth(std::max(kMinimumWidth, picSlider.Left() + kMinimumList));
 }
 
 }  // namespace ktrv::forms

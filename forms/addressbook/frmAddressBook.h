@@ -13,9 +13,11 @@
 #include "controls/ToolBar.h"
 #include "controls/TreeView.h"
 #include "forms/addressbook/ContactList.h"
+#include "forms/addressbook/FindBox.h"
 #include "forms/addressbook/FolderTree.h"
 #include "forms/addressbook/ItemCommands.h"
 #include "forms/addressbook/ItemMenus.h"
+#include "forms/addressbook/SelectionPanel.h"
 #include "forms/addressbook/Splitter.h"
 
 namespace ktrv::forms {
@@ -95,7 +97,14 @@ class frmAddressBook final : public controls::Form {
 
   void tlbMain_ButtonClick(StringView key);
   void tlbMain_ButtonDropDown(StringView key, int x, int y);
+  void ConnectFind();
+  void ConnectKeys();
   void txtFind_Change();
+  /// F3: goes on with the text in the find box; without one, to the box.
+  void FindNext(bool backward);
+  /// Puts the focus into the find box and selects its text.
+  void ToFindBox();
+  void ToList();
   void tvwContacts_NodeClick(const controls::TreeNode& node);
   void tvwContacts_KeyDown(std::int16_t keyCode);
   void tvwContacts_MouseUp(controls::MouseButton button, int x, int y);
@@ -107,6 +116,10 @@ class frmAddressBook final : public controls::Form {
   void picSlider_MouseUp();
 
   int PanesTop() const;
+  /// Names the list's pane: says when its contacts cannot be changed here.
+  void ShowKindOfList();
+  /// The window may not become so narrow that the list or the bar is out of reach.
+  void LimitWidth();
   /// Sets the right pane's width to the rest of the window.
   void PlaceRightPane();
   /// Runs an event procedure and traps its failures.
@@ -116,6 +129,8 @@ class frmAddressBook final : public controls::Form {
   Workplace place_;
   FolderTree folderTree_;
   ContactList contactList_;
+  SelectionPanel panel_;
+  FindBox find_;
   Splitter splitter_;
   ItemCommands commands_;
   controls::Menu mnuNew_;

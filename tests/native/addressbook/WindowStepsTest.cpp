@@ -101,7 +101,7 @@ TEST_F(WindowStepsTest, ARowThatIsFoundDoesNotStayOutOfSight) {
   ASSERT_TRUE(Complete());
   Watch();
   form->txtFind.UserTypes(u"be");
-  EXPECT_EQ(steps, (Steps{"grid row 2 in sight"}));
+  EXPECT_EQ(steps, (Steps{"panels 2: 1 selected", "grid row 2 in sight"}));
 }
 
 TEST_F(WindowStepsTest, AProgressBarInNoPanelIsOnlyMovedToTheStatusBar) {
