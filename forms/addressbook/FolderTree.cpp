@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/ScopeExit.h"
 #include "data/AddressBookQueries.h"
 #include "database/Recordset.h"
 
@@ -42,21 +43,29 @@ FolderTree::FolderTree(Workplace& place, controls::TreeView& tree) : place_(plac
 
 void FolderTree::Start() {
   topLevel_ = {TopLevelState{NodeKey::KindOf(NodeKey::Shared)}, TopLevelState{NodeKey::Main}};
+  openFolders_.clear();
   current_ = {};
   nodeClicked_ = false;
 }
 
 void FolderTree::Build() {
+  tree_.SetRedraw(false);
+  const ScopeExit shown([this] { tree_.SetRedraw(true); });
   place_.Services.Trap(kBuild, [&] {
+    const controls::TreeNode* top = tree_.TopNode();
+    const String topKey = top ? top->Key : String();
     tree_.Clear();
     try {
       AddNodes();
+      OpenFolders();
       Expand();
     } catch (...) {
       ShowCurrent();
       throw;
     }
     ShowCurrent();
+    tree_.SetRedraw(true);  // a tree that does not paint may not scroll
+    if (controls::TreeNode* former = tree_.Find(topKey)) tree_.SetTopNode(*former);
   });
 }
 
@@ -125,6 +134,12 @@ void FolderTree::Expand() {
   }
 }
 
+void FolderTree::OpenFolders() {
+  for (const String& key : openFolders_) {
+    if (controls::TreeNode* folder = tree_.Find(key)) tree_.SetExpanded(*folder, true);
+  }
+}
+
 bool FolderTree::Click(const controls::TreeNode& node) {
   nodeClicked_ = true;
   if (Trim(current_.Key) == node.Key) return false;
@@ -141,6 +156,11 @@ void FolderTree::Remember(const controls::TreeNode& node, bool expanded) {
     if (NodeKey::KindOf(node.Key) != row.Prefix) continue;
     row.State = expanded ? kExpanded : kCollapsed;
     return;
+  }
+  if (expanded) {
+    openFolders_.insert(node.Key);
+  } else {
+    openFolders_.erase(node.Key);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <set>
 
 #include "controls/TreeView.h"
 #include "forms/addressbook/CurrentNode.h"
@@ -18,7 +19,8 @@ class FolderTree {
   /// Initial state of the window: no current node, top-level nodes expanded.
   void Start();
 
-  /// Rebuilds the tree from the database. A failure is logged; nodes added before it stay.
+  /// Rebuilds the tree from the database. Folders that were open are opened again, and the tree is
+  /// scrolled as before. A failure is logged; nodes added before it stay.
   void Build();
 
   const CurrentNode& Current() const { return current_; }
@@ -49,12 +51,14 @@ class FolderTree {
   void AddGroups();
   controls::TreeNode& AddGroupNode(StringView id, const String& name, StringView folderId);
   void Expand();
+  void OpenFolders();
   void ShowCurrent();
   void MakeCurrent(const controls::TreeNode& node);
 
   Workplace& place_;
   controls::TreeView& tree_;
   std::array<TopLevelState, 2> topLevel_;
+  std::set<String> openFolders_;  ///< their keys
   CurrentNode current_;
   bool nodeClicked_ = false;
 };
