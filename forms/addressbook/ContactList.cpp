@@ -48,6 +48,7 @@ void ContactList::Prepare() {
 void ContactList::Load(StringView nodeKey) {
   const bool loaded = services_.Trap(kLoadContext, false, [&] {
     display_.Window.SetPointer(MousePointer::Hourglass);
+    KeepPlace(nodeKey);
     Clear();
     if (LoadStarts) LoadStarts();
     display_.Status.SetPanelText(kTextPanel, u"Loading Contacts...");
@@ -59,6 +60,17 @@ void ContactList::Load(StringView nodeKey) {
     return true;
   });
   if (!loaded) ShowFailure();
+}
+
+void ContactList::KeepPlace(StringView nodeKey) {
+  if (nodeKey != nodeKey_) {
+    nodeKey_ = nodeKey;
+    place_.reset();
+  } else if (ContactGridLayout::HasRows(display_.Grid) &&
+             (!place_ || display_.Grid.ChosenRow() > 0)) {
+    // Before its rows are there, a list that is loaded again keeps the place of the one before.
+    place_.emplace(display_.Grid);
+  }
 }
 
 void ContactList::Clear() {
@@ -135,6 +147,7 @@ void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
     display_.Progress.SetMarquee(false);
     display_.Progress.SetValue(static_cast<std::int32_t>(std::min(progress, kMost)));
     display_.Grid.RowsArrived();
+    if (place_) place_->RowsCame(display_.Grid);
     if (RowsCame) RowsCame(false);
   });
 }
@@ -142,7 +155,7 @@ void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
 void ContactList::rsUserContacts_FetchComplete(const Error* error) {
   loading_ = false;
   display_.Grid.SetRedraw(false);
-  services_.Trap(kLoadContext, [&] { FinishLoad(); });
+  services_.Trap(kLoadContext, [&] { FinishLoad(error == nullptr); });
   display_.Grid.SetRedraw(true);
   if (!error) return;
   incomplete_ = true;
@@ -152,7 +165,7 @@ void ContactList::rsUserContacts_FetchComplete(const Error* error) {
                                                : u"Contacts could not be loaded.");
 }
 
-void ContactList::FinishLoad() {
+void ContactList::FinishLoad(bool isComplete) {
   HideProgress();
   const int host = display_.Progress.HostPanel();
   if (host > kTextPanel && host <= display_.Status.PanelCount()) {
@@ -161,7 +174,12 @@ void ContactList::FinishLoad() {
   RemoveCountPanel();
   display_.Grid.DataRefresh();
   MoveIndicator(ContactGridLayout::kName, SortOrder::Ascending);
-  if (display_.Grid.Row() > 0) display_.Grid.ShowRow(display_.Grid.Row());
+  if (place_) {
+    place_->RowsAreThere(display_.Grid, isComplete);
+    if (isComplete) place_.reset();
+  } else if (display_.Grid.Row() > 0) {
+    display_.Grid.ShowRow(display_.Grid.Row());
+  }
   if (RowsCame) RowsCame(true);
 }
 
@@ -171,6 +189,8 @@ void ContactList::ChangeSortOrder(StringView columnKey, SortOrder order) {
                    if (ToUpperAscii(columnKey) == u"DUMMY") return;
                    display_.Grid.Sort(display_.Grid.ColIndex(columnKey), order);
                    MoveIndicator(columnKey, order);
+                   // It knows the rows that have come by their place.
+                   if (loading_) place_.reset();
                  });
 }
 
@@ -212,6 +232,8 @@ void ContactList::ShowTotal() {
 
 void ContactList::Close() {
   loading_ = false;
+  nodeKey_.clear();
+  place_.reset();
   display_.Grid.Reset(2, 2);
   rsUserContacts_.reset();
   counts_.Release();

@@ -10,6 +10,7 @@
 #include "controls/StatusBar.h"
 #include "data/AddressBookQueries.h"
 #include "database/Recordset.h"
+#include "forms/addressbook/ListPlace.h"
 #include "forms/contact/ContactRequest.h"
 #include "services/PreparedCommands.h"
 #include "services/Services.h"
@@ -39,8 +40,11 @@ class ContactList {
   void Prepare();
 
   /// Loads the list of the node with this key. Discards the present list and cancels its fetch. A
-  /// failure is logged and shown in the status bar.
+  /// failure is logged and shown in the status bar. If it is the node of the present list, the user
+  /// stays at the same place of it.
   void Load(StringView nodeKey);
+  /// The user goes elsewhere in a list that is still loading.
+  void LeavePlace() { place_.reset(); }
 
   /// Appends a contact that was just saved in the folder, without a query, and makes it the current
   /// row. No effect when no list is shown.
@@ -74,10 +78,11 @@ class ContactList {
   void HideProgress();
   void RemoveCountPanel();
   void MoveIndicator(StringView columnKey, controls::SortOrder order);
+  void KeepPlace(StringView nodeKey);
 
   void rsUserContacts_FetchProgress(std::int64_t progress);
   void rsUserContacts_FetchComplete(const Error* error);
-  void FinishLoad();
+  void FinishLoad(bool isComplete);
 
   Services& services_;
   BookDatabase& database_;
@@ -88,6 +93,8 @@ class ContactList {
   bool incomplete_ = false;  ///< the fetch failed and rows are missing; the status bar shows it
   std::int32_t total_ = 0;
   String sortColumn_;
+  String nodeKey_;                  ///< of the present list
+  std::optional<ListPlace> place_;  ///< where the user was before the load
 };
 
 }  // namespace ktrv::forms

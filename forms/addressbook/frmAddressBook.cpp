@@ -195,6 +195,7 @@ void frmAddressBook::ConnectFind() {
 
 void frmAddressBook::txtFind_Change() {
   Event(u"txtFind_Change", [&] {
+    contactList_.LeavePlace();
     find_.Search(contactList_.IsLoading());
   });
 }

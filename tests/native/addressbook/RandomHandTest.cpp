@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <iterator>
 #include <random>
 #include <set>
+#include <utility>
 
 #include "forms/addressbook/frmAddressBook.h"
 #include "tests/native/support/DialogFixture.h"
@@ -31,6 +33,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
     form = std::make_unique<forms::frmAddressBook>(session.Place(), editors);
     form->Show();
     Complete();
+    listed = form->Current().Key;
   }
   ~RandomHandTest() override { form.reset(); }
 
@@ -177,9 +180,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
         expected = node->Key.starts_with(u"SHGR") ? u"Modify Group" : u"Edit Folder";
       }
     } else {
-      const String meant = selected.contains(current) ? current
-                           : selected.size() == 1     ? *selected.begin()
-                                                      : String();
+      const String meant = Chosen();
       if (!meant.empty() && KindOf(meant) != u"3") {
         expected = KindOf(meant) == u"1" ? u"Edit Shared Contact" : u"Modify Group";
         expectedId = IdOf(meant);
@@ -223,9 +224,38 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
                   u"', ID FROM SMS_ABFOLDERS WHERE TYPE = 'S' AND ID = " + ToDecimal(1 + Any(3))});
   }
 
+  /// The row for commands on one row; empty for none.
+  String Chosen() const {
+    if (selected.contains(current)) return current;
+    return selected.size() == 1 ? *selected.begin() : String();
+  }
+  std::vector<String> Listed() const {
+    std::vector<String> keys;
+    for (int row = 1; row <= Rows(); ++row) keys.push_back(KeyOf(row));
+    return keys;
+  }
+  /// After the list was loaded again: the chosen row of the rows before, or else the next one or
+  /// the previous one that is still listed and was not selected.
+  String Kept(const std::vector<String>& before) const {
+    const auto chosen = std::find(before.begin(), before.end(), Chosen());
+    if (chosen == before.end()) return {};
+    std::vector<String> wanted = {*chosen};
+    const auto take = [&](const String& key) {
+      if (!selected.contains(key)) wanted.push_back(key);
+    };
+    std::for_each(std::next(chosen), before.end(), take);
+    std::for_each(std::reverse_iterator(chosen), before.rend(), take);
+    const std::vector<String> now = Listed();
+    for (const String& key : wanted) {
+      if (std::find(now.begin(), now.end(), key) != now.end()) return key;
+    }
+    return {};
+  }
+
   void Step() {
     ++steps;
     const auto loads = Loads();
+    const std::vector<String> before = Listed();
     switch (Any(14)) {
       case 0:
       case 1:
@@ -274,8 +304,10 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
     }
     Complete();
     if (Loads() == loads) return;
+    const bool isSameList = std::exchange(listed, form->Current().Key) == form->Current().Key;
+    current = isSameList ? Kept(before) : String();
     selected.clear();
-    current.clear();
+    if (!current.empty()) selected.insert(current);
   }
   void ExpectOne() {
     Keys believed;
@@ -294,6 +326,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
   std::unique_ptr<forms::frmAddressBook> form;
   Keys selected;   ///< "kind:id" of the rows
   String current;  ///< empty for none
+  String listed;   ///< the node whose list is shown
   String expectedId;
   std::string what;
   int steps = 0;
