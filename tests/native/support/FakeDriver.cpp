@@ -59,7 +59,7 @@ class FakeDriver::FakeStatement final : public Statement {
 
   std::unique_ptr<RowBlock> Fetch(std::size_t rows) override {
     driver_.Asked(text_, rows);
-    if (!driver_.FetchGate.Pass(cancelled_)) {
+    if (text_.find(driver_.FetchGateOf) != String::npos && !driver_.FetchGate.Pass(cancelled_)) {
       throw Error(ErrorNumber::CommandCancelled, u"Cancelled", u"FakeDriver");
     }
     if (const int milliseconds = driver_.FetchMilliseconds) {

@@ -87,10 +87,11 @@ class FakeDriver final : public database::Driver {
   int LinksAlive() const { return linksAlive_; }
   int Cancels() const { return cancels_; }
 
-  Gate OpenGate;    ///< while closed, opening waits in the driver
-  Gate FetchGate;   ///< while closed, each Fetch waits in the driver, until Cancel
-  Gate CancelGate;  ///< while closed, each Cancel waits in the driver before it has an effect
-  Gate CommitGate;  ///< while closed, each Commit waits in the driver
+  Gate OpenGate;       ///< while closed, opening waits in the driver
+  Gate FetchGate;      ///< while closed, each Fetch waits in the driver, until Cancel
+  String FetchGateOf;  ///< the gate is only for texts with this part; set while nothing runs
+  Gate CancelGate;     ///< while closed, each Cancel waits in the driver before it has an effect
+  Gate CommitGate;     ///< while closed, each Commit waits in the driver
   std::atomic<int> FetchMilliseconds = 0;  ///< that each Fetch takes
 
   std::unique_ptr<database::Link> Open(StringView connectionString, StringView user,

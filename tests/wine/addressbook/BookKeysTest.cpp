@@ -125,7 +125,8 @@ TEST_F(ABookKeyboard, ShowsTheSelectionInAListWithoutTheFocus) {
 TEST_F(ABookKeyboard, HasHeadingsAndAMovingBarBeforeTheFirstRows) {
   form_.Unload();
   ASSERT_TRUE(PumpUntil([this] { return form_.IsGone(); }));
-  driver_.OpenGate.Close();
+  driver_.FetchGateOf = u"AS CONTACTTYPE";  // the list, not the tree, which is waited for
+  driver_.FetchGate.Close();
   form_.Show();
   Pump();
   EXPECT_EQ(Heading(0), L"Name");
@@ -133,7 +134,7 @@ TEST_F(ABookKeyboard, HasHeadingsAndAMovingBarBeforeTheFirstRows) {
   const HWND bar = WindowOf(form_.ProgressBar1);
   EXPECT_TRUE(IsWindowVisible(bar));
   EXPECT_TRUE(GetWindowLongPtrW(bar, GWL_STYLE) & PBS_MARQUEE);
-  driver_.OpenGate.Open();
+  driver_.FetchGate.Open();
   Settle();
   EXPECT_FALSE(GetWindowLongPtrW(bar, GWL_STYLE) & PBS_MARQUEE);
   EXPECT_EQ(Heading(0), L"Name");

@@ -133,7 +133,7 @@ TEST_F(ASeenList, ARightClickOnSeveralRowsKeepsThem) {
 }
 
 TEST_F(ASeenList, AllSelectedByKeyboardAreSeenSo) {
-  ASSERT_EQ(form_.Grid.Row(), 0);
+  ASSERT_TRUE(form_.Grid.SelectedRows().empty());
   UiInput::Press(List(), 'A', MK_CONTROL);
   Pump();
   EXPECT_EQ(form_.Grid.SelectedRows().size(), 40U);
