@@ -28,7 +28,8 @@ void WordIndex::Extend(const RowSource& rows, const LetterFolding& folding) {
   for (auto row = static_cast<std::uint32_t>(firstHeads_.size()); row < count; ++row) {
     const std::size_t before = heads_.size();
     std::size_t length = 0;  // of the present word
-    for (const char16_t unit : rows.CellText(row, column_).value_or(StringView())) {
+    const StringView text = rows.CellText(row, column_).value_or(StringView());
+    for (const char16_t unit : text) {
       const char16_t folded = folding.Fold(unit);
       if (folded == LetterFolding::kIgnored) continue;
       if (folded == u' ') {
