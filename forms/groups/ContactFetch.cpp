@@ -6,7 +6,6 @@
 
 namespace ktrv::forms {
 
-using database::EventStatus;
 using database::Recordset;
 
 namespace {
@@ -33,11 +32,6 @@ ContactFetch::ContactFetch(Services& services, BookDatabase& database, controls:
 
 void ContactFetch::Begin() {
   Cancel();
-  if (rows_) {
-    // Its completion event may be posted already and must not be taken for that of the new fetch.
-    rows_->FetchProgress = nullptr;
-    rows_->FetchComplete = nullptr;
-  }
   lost_ = false;
   bar_.SetRange(0, 100);
   bar_.SetValue(0);
@@ -56,18 +50,19 @@ void ContactFetch::Open(const String& query) {
   rows->Location = database::CursorLocation::Client;
   rows->BackgroundFetchSize = kBlock;
   rows->FetchProgress = [this](std::int64_t progress, std::int64_t) { Progress(progress); };
-  rows->FetchComplete = [this](const Error* error, EventStatus status) { Complete(error, status); };
+  rows->FetchComplete = [this](const Error* error, database::EventStatus) { Complete(error); };
   rows->Open(query, database_.Open(),
              {.Cursor = database::CursorType::Keyset,
               .Lock = database::LockType::Optimistic,
               .Async = true});
   rows->Disconnect();
-  grid_.Bind(rows.get());
-  // Destroy the previous recordset only after the grid is bound to the new one.
-  rows_ = std::move(rows);
+  // The previous recordset is destroyed after the grid is bound to the new one, or has failed to.
+  rows_.swap(rows);
+  grid_.Bind(rows_.get());
 }
 
 void ContactFetch::Fail(StringView reason) {
+  Cancel();
   bar_.SetVisible(false);
   label_.SetCaption(String(reason));
   label_.SetVisible(true);
@@ -75,7 +70,10 @@ void ContactFetch::Fail(StringView reason) {
 }
 
 void ContactFetch::Cancel() {
-  if (rows_) rows_->Cancel();
+  if (!rows_) return;
+  rows_->FetchProgress = nullptr;
+  rows_->FetchComplete = nullptr;
+  rows_->Cancel();
 }
 
 void ContactFetch::Progress(std::int64_t rows) {
@@ -87,8 +85,7 @@ void ContactFetch::Progress(std::int64_t rows) {
   lost_ = lost_ || !taken;
 }
 
-void ContactFetch::Complete(const Error* error, EventStatus status) {
-  if (status == EventStatus::Cancelled) return;  // whoever cancelled it handles the consequences
+void ContactFetch::Complete(const Error* error) {
   const bool complete = services_.Trap(context_, false, [&] {
     grid_.RowsArrived();
     if (error) throw Error(*error);

@@ -32,15 +32,17 @@ class ContactFetch {
   /// Starts the fetch in blocks of 500 rows and binds the grid to it. The rows of the previous
   /// query are released. \throws Error
   void Open(const String& query);
-  /// Shows the reason for a failure and sets the state Failed; the list stays as it is.
+  /// Cancels a running fetch, shows the reason for a failure and sets the state Failed; the list
+  /// stays as it is.
   void Fail(StringView reason);
+  /// Cancels a running fetch. The state stays, and fetched rows too.
   void Cancel();
 
   State CurrentState() const { return state_; }
 
  private:
   void Progress(std::int64_t rows);
-  void Complete(const Error* error, database::EventStatus status);
+  void Complete(const Error* error);
   void Become(State state);
 
   Services& services_;

@@ -115,6 +115,26 @@ TEST_F(MemberListTest, FailedCountIsLoggedAndTold) {
   EXPECT_FALSE(form->Members().IsComplete());
 }
 
+TEST_F(MemberListTest, RowsThatTheGridCouldNotTakeStayUnderIt) {
+  MembersAre({{u"1", u"Anna", u"", u"", u"1", u""}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  HoldFetches();
+  auto& grid = form->vsfGroupContacts;
+  grid.SelectionChange = [] { throw Error(ErrorNumber::OutOfMemory); };
+  form->LoadGroupContacts();
+  grid.SelectionChange = nullptr;
+  EXPECT_EQ(ErrorsLogged(kLoad), 1);
+  EXPECT_EQ(form->lblLoadingGrp.Caption(), u"The members could not be loaded.");
+  grid.DataRefresh();
+  // What comes late does not turn the failure into a list that may be saved.
+  driver.OpenGate.Open();
+  ASSERT_TRUE(tests::WaitForFetches());
+  screen.Pump();
+  EXPECT_FALSE(form->Members().IsComplete());
+  EXPECT_EQ(form->Members().Count(), 0);
+}
+
 TEST_F(MemberListTest, NothingIsAddedOrRemovedBeforeAllMembersAreThere) {
   MembersAre({{u"1", u"Anna", u"", u"", u"1", u""}});
   OpenToModify(u"5", u"Team");
