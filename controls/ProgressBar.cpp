@@ -1,6 +1,7 @@
 #include "controls/ProgressBar.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "common/Error.h"
 #include "controls/StatusBar.h"
@@ -9,16 +10,17 @@ namespace ktrv::controls {
 
 ProgressBar::ProgressBar(Form& form, Rectangle bounds) : ControlOf(form, bounds) {}
 
-void ProgressBar::SetRange(std::int32_t min, std::int32_t max) {
+void ProgressBar::SetRange(std::int32_t min, std::int64_t max) {
   if (min >= max) throw Error(ErrorNumber::InvalidPropertyValue);
   min_ = min;
-  max_ = max;
+  max_ = static_cast<std::int32_t>(
+      std::min<std::int64_t>(max, std::numeric_limits<std::int32_t>::max()));
   value_ = std::clamp(value_, min_, max_);
   if (peer_) peer_->ValueChanged();
 }
 
-void ProgressBar::SetValue(std::int32_t value) {
-  const std::int32_t inside = std::clamp(value, min_, max_);
+void ProgressBar::SetValue(std::int64_t value) {
+  const auto inside = static_cast<std::int32_t>(std::clamp<std::int64_t>(value, min_, max_));
   if (inside == value_) return;
   value_ = inside;
   if (peer_) peer_->ValueChanged();

@@ -24,10 +24,11 @@ class ProgressBar final : public ControlOf<ProgressBar, ProgressBarPeer> {
   std::int32_t Min() const { return min_; }
   std::int32_t Max() const { return max_; }
   std::int32_t Value() const { return value_; }
-  /// Sets the range and clamps the value. \throws Error InvalidPropertyValue unless min < max
-  void SetRange(std::int32_t min, std::int32_t max);
+  /// Sets the range, up to the largest 32-bit number, and clamps the value. \throws Error
+  /// InvalidPropertyValue unless min < max
+  void SetRange(std::int32_t min, std::int64_t max);
   /// Sets the value, clamped to the range: a row count taken before a fetch may be outdated.
-  void SetValue(std::int32_t value);
+  void SetValue(std::int64_t value);
 
   /// Whether the bar moves without a value, for a task whose progress is not known yet.
   bool Marquee() const { return marquee_; }

@@ -143,9 +143,8 @@ std::int32_t ContactList::RowsOf(Counted which, StringView id) {
 
 void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
   services_.Trap(kLoadContext, [&] {
-    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     display_.Progress.SetMarquee(false);
-    display_.Progress.SetValue(static_cast<std::int32_t>(std::min(progress, kMost)));
+    display_.Progress.SetValue(progress);
     display_.Grid.RowsArrived();
     if (place_) place_->RowsCame(display_.Grid);
     if (RowsCame) RowsCame(false);

@@ -1,7 +1,5 @@
 #include "forms/groups/ContactFetch.h"
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace ktrv::forms {
@@ -13,11 +11,6 @@ namespace {
 constexpr StringView kLoading = u"Loading...";
 constexpr StringView kNotLoaded = u"The list could not be loaded.";
 constexpr std::int64_t kBlock = 500;
-
-std::int32_t BarValue(std::int64_t rows) {
-  return static_cast<std::int32_t>(
-      std::min<std::int64_t>(rows, std::numeric_limits<std::int32_t>::max()));
-}
 
 }  // namespace
 
@@ -42,7 +35,7 @@ void ContactFetch::Begin() {
 }
 
 void ContactFetch::SetTotal(std::int64_t rows) {
-  if (rows > 0) bar_.SetRange(0, BarValue(rows));
+  if (rows > 0) bar_.SetRange(0, rows);
 }
 
 void ContactFetch::Open(const String& query) {
@@ -79,7 +72,7 @@ void ContactFetch::Cancel() {
 void ContactFetch::Progress(std::int64_t rows) {
   const bool taken = services_.Trap(context_, false, [&] {
     grid_.RowsArrived();
-    bar_.SetValue(BarValue(rows));
+    bar_.SetValue(rows);
     return true;
   });
   lost_ = lost_ || !taken;

@@ -1,7 +1,6 @@
 #include "forms/groups/JobProgress.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace ktrv::forms {
@@ -10,11 +9,6 @@ namespace {
 /// Interval between repaints: smooth, but with negligible cost.
 constexpr std::chrono::milliseconds kPaintEvery{100};
 
-std::int32_t BarValue(std::int64_t steps) {
-  return static_cast<std::int32_t>(
-      std::min<std::int64_t>(steps, std::numeric_limits<std::int32_t>::max()));
-}
-
 }  // namespace
 
 JobProgress::JobProgress(Display display, StringView text, std::int64_t steps)
@@ -22,7 +16,7 @@ JobProgress::JobProgress(Display display, StringView text, std::int64_t steps)
       stopCaption_(display.Stop.Caption()),
       work_(display.Stop.Parent(), display.Stop),
       steps_(std::max<std::int64_t>(steps, 1)) {
-  display_.Bar.SetRange(0, BarValue(steps_));
+  display_.Bar.SetRange(0, steps_);
   display_.Bar.SetValue(0);
   display_.Label.SetCaption(String(text));
   display_.Label.SetVisible(true);
@@ -44,7 +38,7 @@ void JobProgress::Say(StringView text) {
 
 void JobProgress::Extend(std::int64_t steps) {
   steps_ += steps;
-  display_.Bar.SetRange(0, BarValue(steps_));
+  display_.Bar.SetRange(0, steps_);
 }
 
 void JobProgress::Advance() {
@@ -53,7 +47,7 @@ void JobProgress::Advance() {
 
 bool JobProgress::GoesOn() {
   ++done_;
-  display_.Bar.SetValue(BarValue(done_));
+  display_.Bar.SetValue(done_);
   return !IsToStop();
 }
 

@@ -42,6 +42,13 @@ TEST_F(BarsTest, AValueOutsideTheRangeGoesToTheNearerEnd) {
   EXPECT_EQ(progress.Value(), 0);
 }
 
+TEST_F(BarsTest, ACountOfMoreThan32BitsEndsAtTheLargestNumber) {
+  progress.SetRange(0, std::int64_t{1} << 40);
+  EXPECT_EQ(progress.Max(), 0x7FFFFFFF);
+  progress.SetValue(std::int64_t{1} << 40);
+  EXPECT_EQ(progress.Value(), 0x7FFFFFFF);
+}
+
 TEST_F(BarsTest, AnEmptyRangeIsRefused) {
   EXPECT_THROW(progress.SetRange(0, 0), Error);
   EXPECT_EQ(progress.Max(), 100);
