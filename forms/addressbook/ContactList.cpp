@@ -38,7 +38,7 @@ std::int32_t IdNumber(StringView id) {
 }  // namespace
 
 ContactList::ContactList(Services& services, BookDatabase& database, Display display)
-    : services_(services), database_(database), display_(display), counts_(database) {}
+    : BackgroundList(database), services_(services), display_(display), counts_(database) {}
 
 void ContactList::Prepare() {
   database_.Open();
@@ -74,31 +74,20 @@ void ContactList::KeepPlace(StringView nodeKey) {
 }
 
 void ContactList::Clear() {
-  display_.Grid.Reset(2, 2);
-  loading_ = false;
-  incomplete_ = false;
+  Drop();
   total_ = 0;
   sortColumn_ = ContactGridLayout::kName;
-  rsUserContacts_ = std::make_unique<database::Recordset>(database_.Environment);
-  rsUserContacts_->Location = database::CursorLocation::Client;
-  rsUserContacts_->FetchProgress = [this](std::int64_t progress, std::int64_t) {
-    rsUserContacts_FetchProgress(progress);
-  };
-  rsUserContacts_->FetchComplete = [this](const Error* error, database::EventStatus) {
-    rsUserContacts_FetchComplete(error);
-  };
+}
+
+void ContactList::Drop() {
+  display_.Grid.Reset(2, 2);
+  rows_.reset();
+  state_ = State::Idle;
 }
 
 void ContactList::Open(StringView nodeKey) {
   const auto query = Count(nodeKey);
-  if (query) {
-    rsUserContacts_->Open(*query, database_.ConnectionString,
-                          {.Cursor = database::CursorType::Keyset,
-                           .Lock = database::LockType::Optimistic,
-                           .Async = true});
-    rsUserContacts_->Disconnect();
-    loading_ = true;
-  }
+  if (query) Fetch(*query);
   ShowTotal();
   display_.Status.AddPanel({.Width = kCountPanelWidth});
   if (total_ > 0) {
@@ -109,7 +98,7 @@ void ContactList::Open(StringView nodeKey) {
     display_.Progress.SetMarquee(true);  // until the engine has sorted the rows
   }
   // The rows arrive later. The grid gets its columns with the first rows.
-  display_.Grid.Bind(query ? rsUserContacts_.get() : nullptr);
+  display_.Grid.Bind(rows_.get());
 }
 
 std::optional<String> ContactList::Count(StringView nodeKey) {
@@ -141,23 +130,21 @@ std::int32_t ContactList::RowsOf(Counted which, StringView id) {
   return static_cast<std::int32_t>(counts_.Count(which, number));
 }
 
-void ContactList::rsUserContacts_FetchProgress(std::int64_t progress) {
+void ContactList::FetchProgress(std::int64_t rows) {
   services_.Trap(kLoadContext, [&] {
     display_.Progress.SetMarquee(false);
-    display_.Progress.SetValue(progress);
+    display_.Progress.SetValue(rows);
     display_.Grid.RowsArrived();
     if (place_) place_->RowsCame(display_.Grid);
     if (RowsCame) RowsCame(false);
   });
 }
 
-void ContactList::rsUserContacts_FetchComplete(const Error* error) {
-  loading_ = false;
+void ContactList::FetchComplete(const Error* error) {
   display_.Grid.SetRedraw(false);
   services_.Trap(kLoadContext, [&] { FinishLoad(error == nullptr); });
   display_.Grid.SetRedraw(true);
   if (!error) return;
-  incomplete_ = true;
   services_.Logger.LogError(services_.LogFilePath, *error, kLoadContext, 0, true);
   display_.Status.SetPanelText(kTextPanel, ContactGridLayout::HasRows(display_.Grid)
                                                ? u"Not all contacts could be loaded."
@@ -189,7 +176,7 @@ void ContactList::ChangeSortOrder(StringView columnKey, SortOrder order) {
                    display_.Grid.Sort(display_.Grid.ColIndex(columnKey), order);
                    MoveIndicator(columnKey, order);
                    // It knows the rows that have come by their place.
-                   if (loading_) place_.reset();
+                   if (IsLoading()) place_.reset();
                  });
 }
 
@@ -220,7 +207,7 @@ void ContactList::Add(const SavedContact& contact, StringView folderId) {
   row.pop_back();
   grid.AddItem(row);
   ++total_;
-  if (!incomplete_) ShowTotal();  // an incomplete list keeps its message
+  if (state_ != State::Failed) ShowTotal();  // an incomplete list keeps its message
   grid.SetRow(grid.Rows() - 1);
   grid.ShowRow(grid.Row());
 }
@@ -230,21 +217,17 @@ void ContactList::ShowTotal() {
 }
 
 void ContactList::Close() {
-  loading_ = false;
   nodeKey_.clear();
   place_.reset();
-  display_.Grid.Reset(2, 2);
-  rsUserContacts_.reset();
+  Drop();
   counts_.Release();
 }
 
 void ContactList::ShowFailure() {
-  loading_ = false;
   display_.Window.SetPointer(MousePointer::Default);
   HideProgress();
   RemoveCountPanel();
-  display_.Grid.Reset(2, 2);
-  rsUserContacts_.reset();
+  Drop();
   display_.Status.SetPanelText(kTextPanel, u"Contacts could not be loaded.");
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "controls/FlexGrid.h"
@@ -9,9 +8,9 @@
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
 #include "data/AddressBookQueries.h"
-#include "database/Recordset.h"
 #include "forms/addressbook/ListPlace.h"
 #include "forms/contact/ContactRequest.h"
+#include "services/BackgroundList.h"
 #include "services/PreparedCommands.h"
 #include "services/Services.h"
 
@@ -19,7 +18,7 @@ namespace ktrv::forms {
 
 /// The contact list of the current node. Counts the rows, fetches them in the background into the
 /// grid and shows the progress in the status bar.
-class ContactList {
+class ContactList final : public BackgroundList {
  public:
   /// The controls that the list uses.
   struct Display {
@@ -57,10 +56,8 @@ class ContactList {
   /// "DUMMY". A failure is logged.
   void ChangeSortOrder(StringView columnKey, controls::SortOrder order);
 
-  /// The recordset of the grid; null before the first load and after a failed one.
-  database::Recordset* Rows() const { return rsUserContacts_.get(); }
-  /// Whether the fetch is still running.
-  bool IsLoading() const { return loading_; }
+  /// The recordset of the grid; null unless a list is shown.
+  database::Recordset* Rows() const { return rows_.get(); }
   /// Rows counted for the current load, plus those added since.
   std::int32_t Total() const { return total_; }
   const String& SortColumn() const { return sortColumn_; }
@@ -68,6 +65,8 @@ class ContactList {
 
  private:
   void Clear();
+  /// Discards the rows and cancels their fetch.
+  void Drop();
   void Open(StringView nodeKey);
   /// Sets the total to the number of the node's items. \return the node's query, which is empty for
   /// an unknown dialect word; nullopt for a key without list
@@ -80,17 +79,13 @@ class ContactList {
   void MoveIndicator(StringView columnKey, controls::SortOrder order);
   void KeepPlace(StringView nodeKey);
 
-  void rsUserContacts_FetchProgress(std::int64_t progress);
-  void rsUserContacts_FetchComplete(const Error* error);
+  void FetchProgress(std::int64_t rows) override;
+  void FetchComplete(const Error* error) override;
   void FinishLoad(bool isComplete);
 
   Services& services_;
-  BookDatabase& database_;
   Display display_;
   PreparedCommands<data::AddressBookQueries::Count> counts_;
-  std::unique_ptr<database::Recordset> rsUserContacts_;
-  bool loading_ = false;
-  bool incomplete_ = false;  ///< the fetch failed and rows are missing; the status bar shows it
   std::int32_t total_ = 0;
   String sortColumn_;
   String nodeKey_;                  ///< of the present list

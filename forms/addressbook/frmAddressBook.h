@@ -79,7 +79,7 @@ class frmAddressBook final : public controls::Form {
   /// The workplace of the window. Its connection may be replaced before the window is shown.
   Workplace& Place() { return place_; }
   const CurrentNode& Current() const { return folderTree_.Current(); }
-  /// The recordset of the grid; null before the first load and after a failed one.
+  /// The recordset of the grid; null unless a list is shown.
   database::Recordset* rsUserContacts() const { return contactList_.Rows(); }
   const ContactList& List() const { return contactList_; }
 

@@ -27,52 +27,42 @@ String Joined(const std::vector<String>& names) {
 }  // namespace
 
 MemberList::MemberList(Services& services, BookDatabase& database, GroupCommands& commands,
-                       GroupStore& store, Display display)
-    : services_(services),
-      database_(database),
+                       GroupStore& store, Display display, controls::Label& count,
+                       controls::Label& leftOut)
+    : DialogList(services, database, display, kContext),
       commands_(commands),
       store_(store),
-      display_(display),
-      fetch_(services, database, display.Grid, display.Loading, display.Bar, kContext) {
-  fetch_.Changed = [this] {
-    if (fetch_.CurrentState() == ContactFetch::State::Complete) Loaded();
-    if (Changed) Changed();
-  };
-}
+      count_(count),
+      leftOut_(leftOut) {}
 
 void MemberList::Empty() {
   ContactColumns::Empty(display_.Grid);
   ids_.Clear();
   kinds_.clear();
-  complete_ = true;
+  state_ = State::Complete;
   ShowCount(0);
 }
 
 void MemberList::Load() {
-  complete_ = false;
   const bool started = services_.Trap(kContext, false, [&] {
-    fetch_.Begin();
+    Begin();
     const String query =
         data::GroupQueries::Members(data::FoldedDialect(database_.DbType), store_.GroupId());
     const std::int64_t members = commands_.Count(GroupCommand::CountMembers, store_.GroupId());
-    fetch_.SetTotal(members);
+    SetTotal(members);
     // The number of all members, including remote ones, which the SQL query text does not list.
     ShowCount(members);
     // Before the fetch: if another user adds a member in between, saving detects the difference
     // instead of deleting the member.
     store_.Load();
-    fetch_.Open(query);
+    Open(query);
     return true;
   });
   if (!started) Fail();
 }
 
 void MemberList::Fail() {
-  fetch_.Fail(u"The members could not be loaded.");
-}
-
-void MemberList::Cancel() {
-  fetch_.Cancel();
+  ShowFailure(u"The members could not be loaded.");
 }
 
 void MemberList::Loaded() {
@@ -81,8 +71,7 @@ void MemberList::Loaded() {
     ReadIds();
     return true;
   });
-  if (!taken) return Fail();
-  complete_ = true;
+  if (!taken) Fail();
 }
 
 void MemberList::RemoveStrangers() {
@@ -145,14 +134,14 @@ void MemberList::RemoveSelected() {
 }
 
 void MemberList::ShowLeftOut(const std::vector<String>& names) {
-  display_.LeftOut.SetVisible(!names.empty());
+  leftOut_.SetVisible(!names.empty());
   if (names.empty()) return;
-  display_.LeftOut.SetCaption(ToDecimal(static_cast<std::int64_t>(names.size())) +
-                              u" left out, ids already in the list: " + Joined(names));
+  leftOut_.SetCaption(ToDecimal(static_cast<std::int64_t>(names.size())) +
+                      u" left out, ids already in the list: " + Joined(names));
 }
 
 void MemberList::ShowCount(std::int64_t members) {
-  display_.Count.SetCaption(ToDecimal(members) + u" Member(s)");
+  count_.SetCaption(ToDecimal(members) + u" Member(s)");
 }
 
 }  // namespace ktrv::forms

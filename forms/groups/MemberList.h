@@ -1,8 +1,8 @@
 #pragma once
 
 #include "common/TextIndex.h"
-#include "forms/groups/ContactFetch.h"
 #include "forms/groups/ContactRow.h"
+#include "forms/groups/DialogList.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/GroupStore.h"
 
@@ -12,22 +12,11 @@ class JobProgress;
 
 /// The right list of the group dialog: members of a group, or picked recipients. Each id occurs at
 /// most once, regardless of its kind: a contact excludes a group with the same id.
-class MemberList {
+class MemberList final : public DialogList {
  public:
-  struct Display {
-    controls::FlexGrid& Grid;
-    controls::Label& Loading;
-    controls::ProgressBar& Bar;
-    controls::Label& Count;
-    controls::Label& LeftOut;
-  };
-
   /// All references must outlive the object.
   MemberList(Services& services, BookDatabase& database, GroupCommands& commands, GroupStore& store,
-             Display display);
-
-  /// Raised when loading has started or ended.
-  std::function<void()> Changed;
+             Display display, controls::Label& count, controls::Label& leftOut);
 
   /// Clears the list; it is complete then.
   void Empty();
@@ -35,12 +24,9 @@ class MemberList {
   void Load();
   /// Shows that the members could not be loaded.
   void Fail();
-  /// Cancels loading.
-  void Cancel();
   /// Whether all members are in the list: false while loading and after a failure. Then the list
   /// must not be changed or saved, because missing members would be deleted.
-  bool IsComplete() const { return complete_; }
-  bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
+  bool IsComplete() const { return state_ == State::Complete; }
 
   /// Appends rows of the other list whose ids are not in this one. Rows that are excluded by a row
   /// of another kind with the same id are named in a label until the next change. If the user
@@ -51,20 +37,17 @@ class MemberList {
   int Count() const { return display_.Grid.Rows() - 1; }
 
  private:
-  void Loaded();
+  void Loaded() override;
   void RemoveStrangers();
   void ReadIds();
   void Remember(const String& id, const String& kind);
   void ShowCount(std::int64_t members);
   void ShowLeftOut(const std::vector<String>& names);
 
-  Services& services_;
-  BookDatabase& database_;
   GroupCommands& commands_;
   GroupStore& store_;
-  Display display_;
-  ContactFetch fetch_;
-  bool complete_ = false;
+  controls::Label& count_;
+  controls::Label& leftOut_;
   TextIndex ids_;              ///< the ids in the grid
   std::vector<String> kinds_;  ///< the kind of each id
 };

@@ -19,21 +19,13 @@ constexpr StringView kRemote = u"R";
 }  // namespace
 
 SourceList::SourceList(Services& services, BookDatabase& database, GroupCommands& commands,
-                       Display display)
-    : services_(services),
-      database_(database),
-      commands_(commands),
-      display_(display),
-      fetch_(services, database, display.Grid, display.Loading, display.Bar, kContext) {
-  fetch_.Changed = [this] {
-    if (Changed) Changed();
-  };
-}
+                       controls::ComboBox& selector, Display display)
+    : DialogList(services, database, display, kContext), commands_(commands), selector_(selector) {}
 
 bool SourceList::FillSelector() {
-  display_.Selector.Clear();
+  selector_.Clear();
   return services_.Trap(kContext, false, [&] {
-    display_.Selector.AddItem(u"Shared Contacts", 0);
+    selector_.AddItem(u"Shared Contacts", 0);
     auto folders = commands_.Execute(GroupCommand::Folders);
     for (; !folders.EndOfFile(); folders.MoveNext()) {
       // A folder that fails does not affect the others.
@@ -48,19 +40,19 @@ void SourceList::AddFolder(const database::Recordset& folder) {
   const std::int64_t id = ToInteger(folder.Field(u"ID"));
   // Truncated, it would be the id of another folder.
   if (id < Limits::min() || id > Limits::max()) throw Error(ErrorNumber::Overflow, u"Overflow");
-  display_.Selector.AddItem(ToText(folder.Field(u"NAME")), static_cast<std::int32_t>(id));
+  selector_.AddItem(ToText(folder.Field(u"NAME")), static_cast<std::int32_t>(id));
 }
 
 void SourceList::Load(Purpose purpose, StringView folderId) {
   const bool started = services_.Trap(kContext, false, [&] {
-    fetch_.Begin();
+    Begin();
     const StringView id = LeadingNumber(folderId) == 0 ? u"0" : folderId;
     ChooseSource(id);
     const auto dialect = data::FoldedDialect(database_.DbType);
     query_ = kind_ == kRemote ? data::GroupQueries::RemoteCandidates(dialect, purpose, id)
                               : data::GroupQueries::SharedCandidates(dialect, purpose, id);
-    fetch_.SetTotal(CountRows(purpose, id));
-    fetch_.Open(query_);
+    SetTotal(CountRows(purpose, id));
+    Open(query_);
     return true;
   });
   if (!started) Fail();
@@ -69,12 +61,8 @@ void SourceList::Load(Purpose purpose, StringView folderId) {
 void SourceList::Fail() {
   ContactColumns::Empty(display_.Grid);
   const bool known = data::FoldedDialect(database_.DbType) != data::Dialect::None;
-  fetch_.Fail(known ? String(kNotLoaded)
+  ShowFailure(known ? String(kNotLoaded)
                     : u"No lists for database type " + database_.DbType + u".");
-}
-
-void SourceList::Cancel() {
-  fetch_.Cancel();
 }
 
 bool SourceList::Find(StringView text, int startRow) {

@@ -2,26 +2,17 @@
 
 #include "controls/ComboBox.h"
 #include "data/GroupQueries.h"
-#include "forms/groups/ContactFetch.h"
+#include "forms/groups/DialogList.h"
 #include "forms/groups/GroupCommands.h"
 
 namespace ktrv::forms {
 
 /// The left list of the group dialog: the candidates from the selected source.
-class SourceList {
+class SourceList final : public DialogList {
  public:
-  struct Display {
-    controls::ComboBox& Selector;
-    controls::FlexGrid& Grid;
-    controls::Label& Loading;
-    controls::ProgressBar& Bar;
-  };
-
   /// All references must outlive the object.
-  SourceList(Services& services, BookDatabase& database, GroupCommands& commands, Display display);
-
-  /// Raised when loading has started or ended.
-  std::function<void()> Changed;
+  SourceList(Services& services, BookDatabase& database, GroupCommands& commands,
+             controls::ComboBox& selector, Display display);
 
   /// Fills the selector with the shared contacts and all folders. Failures are logged. \return
   /// whether it is filled
@@ -33,12 +24,8 @@ class SourceList {
   void Load(data::GroupQueries::Purpose purpose, StringView folderId);
   /// Clears the list and shows that it could not be loaded.
   void Fail();
-  void Cancel();
-  bool IsLoading() const { return fetch_.CurrentState() == ContactFetch::State::Loading; }
   /// Whether all candidates are in the list: false while loading and after a failure.
-  bool IsComplete() const {
-    return !IsLoading() && fetch_.CurrentState() != ContactFetch::State::Failed;
-  }
+  bool IsComplete() const { return !IsLoading() && state_ != State::Failed; }
 
   /// Selects the first row from `startRow` whose name starts with the text, and scrolls to it.
   /// \return whether there is one
@@ -55,11 +42,8 @@ class SourceList {
   void ChooseSource(StringView folderId);
   std::int64_t CountRows(data::GroupQueries::Purpose purpose, StringView folderId);
 
-  Services& services_;
-  BookDatabase& database_;
   GroupCommands& commands_;
-  Display display_;
-  ContactFetch fetch_;
+  controls::ComboBox& selector_;
   String kind_;
   String name_;
   String query_;

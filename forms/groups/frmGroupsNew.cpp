@@ -48,10 +48,10 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
     : Form(place.Services.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7350}),
       place_(std::move(place)),
       request_(std::move(request)),
-      sources_(place_.Services, place_.Database, commands_,
-               {cboContactType, vsfFolderContacts, lblLoadingFolder, pbrFolder}),
+      sources_(place_.Services, place_.Database, commands_, cboContactType,
+               {vsfFolderContacts, lblLoadingFolder, pbrFolder}),
       members_(place_.Services, place_.Database, commands_, store_,
-               {vsfGroupContacts, lblLoadingGrp, PbrGrp, lblMemberCount, lblLeftOut}),
+               {vsfGroupContacts, lblLoadingGrp, PbrGrp}, lblMemberCount, lblLeftOut),
       contacts_(place_.Services, commands_, vsfFolderContacts, vsfGroupContacts,
                 {request_.GroupType, request_.SharedMode}) {
   cboContactType.AccessibleName = u"Source";
