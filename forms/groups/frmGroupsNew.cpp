@@ -78,7 +78,10 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
                                              .GroupName = name})
         .HasOpenedContacts;
   };
-  contacts_.ListIsStale = [this] { LoadChosenSource(); };
+  contacts_.ListIsStale = [this] {
+    // The host may have closed the dialog meanwhile.
+    if (IsLoaded()) LoadChosenSource();
+  };
   ConnectEvents();
 }
 

@@ -486,5 +486,21 @@ TEST_F(GroupDialogTest, PropertiesOfAListedGroupOpenItsOwnDialog) {
   EXPECT_TRUE(form->IsLoaded());
 }
 
+TEST_F(GroupDialogTest, ClosedDialogLoadsNoListAfterPropertiesOfAGroup) {
+  Candidates({{u"9", u"Team", u"", u"", u"2", u""}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->OpenProperties = [&](const Workplace&, const GroupRequest&) {
+    form->Unload();
+    GroupResult result;
+    result.HasOpenedContacts = true;
+    return result;
+  };
+  form->vsfFolderContacts.SetRow(1);
+  form->cmdProperty.UserClicks();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_FALSE(form->Sources().IsLoading());
+}
+
 }  // namespace
 }  // namespace ktrv::forms
