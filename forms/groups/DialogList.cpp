@@ -15,6 +15,7 @@ DialogList::DialogList(Services& services, BookDatabase& database, Display displ
 
 void DialogList::Begin() {
   Cancel();
+  state_ = State::Loading;  // even if the display fails
   lost_ = false;
   display_.Bar.SetRange(0, 100);
   display_.Bar.SetValue(0);
