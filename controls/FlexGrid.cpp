@@ -269,7 +269,7 @@ int FlexGrid::FindNext(StringView typed, int row, bool backward) const {
 }
 
 void FlexGrid::IndexRows() {
-  if (source_) finder_.Extend(*source_, SearchFolding());
+  if (source_ && finder_.Columns() != SearchColumns{}) finder_.Extend(*source_, SearchFolding());
 }
 
 const LetterFolding& FlexGrid::SearchFolding() const {
