@@ -187,8 +187,9 @@ void ListColumns::DrawSelected(NMLVCUSTOMDRAW& draw) const {
   if (GetFocus() == list_.Handle() || !list_.Send(LVM_GETITEMSTATE, item, LVIS_SELECTED)) return;
   // Without the focus the system paints selected rows in a grey that is hard to see.
   draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-  draw.clrText = GetSysColor(IsHighContrast() ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
-  draw.clrTextBk = IsHighContrast() ? GetSysColor(COLOR_HIGHLIGHT) : FaintHighlight();
+  const bool highContrast = IsHighContrast();
+  draw.clrText = GetSysColor(highContrast ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+  draw.clrTextBk = highContrast ? GetSysColor(COLOR_HIGHLIGHT) : FaintHighlight();
 }
 
 void ListColumns::DrawPictureBefore(HDC target, int item) {
