@@ -1,5 +1,7 @@
 #include "controls/NumberIndex.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 
 #include "controls/SoughtNumber.h"
@@ -13,6 +15,7 @@ constexpr std::uint64_t kTooLong = ~std::uint64_t{0};
 
 // Digits whose places are found together; then few places are left to compare.
 constexpr std::size_t kComparedAtOnce = 4;
+constexpr std::size_t kBlock = 32;  // numbers
 
 /// Digits are stored as 1 to 10, so that 0 is no digit.
 std::uint64_t Stored(char16_t digit) {
@@ -25,13 +28,50 @@ std::uint64_t Packed(StringView digits) {
   return packed;
 }
 
-/// The places of the digit in a packed number: the highest of the four bits of each.
-std::uint64_t PlacesOf(char16_t digit, std::uint64_t number) {
+/// The digit at each place of a packed number.
+std::uint64_t AtEachPlace(char16_t digit) {
   constexpr std::uint64_t kEach = 0x1111111111111111;
-  constexpr std::uint64_t kLow = 7 * kEach;
-  constexpr std::uint64_t kHigh = 8 * kEach;
-  const std::uint64_t difference = number ^ Stored(digit) * kEach;  // zero at these places
-  return ~(((difference & kLow) + kLow) | difference) & kHigh;
+  return Stored(digit) * kEach;
+}
+
+/// The places of a digit in a packed number: the highest of the four bits of each.
+std::uint64_t PlacesOf(std::uint64_t digitAtEachPlace, std::uint64_t number) {
+  constexpr std::uint64_t kLow = 0x7777777777777777;
+  const std::uint64_t difference = number ^ digitAtEachPlace;  // zero at these places
+  return ~(((difference & kLow) + kLow) | difference) & ~kLow;
+}
+
+/// The places in a packed number where these digits end.
+template <std::size_t Count>
+std::uint64_t PlacesOf(const std::array<std::uint64_t, kComparedAtOnce>& digits,
+                       std::uint64_t number) {
+  std::uint64_t places = kTooLong;
+  for (std::size_t i = 0; i < Count; ++i) places = places >> kBits & PlacesOf(digits[i], number);
+  return places;
+}
+
+/// Calls `check` with the index of each number that is too long or contains the digits, and with
+/// the places where they end.
+template <std::size_t Count, class Check>
+void ForEachWith(const std::array<std::uint64_t, kComparedAtOnce>& digits,
+                 const std::vector<std::uint64_t>& numbers, const Check& check) {
+  const auto places = [&](std::size_t row) {
+    const std::uint64_t number = numbers[row];
+    return number == kTooLong ? kTooLong : PlacesOf<Count>(digits, number);
+  };
+  // Most blocks have no such number; the compiler compares several of a block at once.
+  std::size_t row = 0;
+  for (; row + kBlock <= numbers.size(); row += kBlock) {
+    std::uint64_t any = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) any |= places(row + i);
+    if (any == 0) continue;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+      if (const std::uint64_t found = places(row + i)) check(row + i, found);
+    }
+  }
+  for (; row < numbers.size(); ++row) {
+    if (const std::uint64_t found = places(row)) check(row, found);
+  }
 }
 
 }  // namespace
@@ -52,17 +92,31 @@ RowSet NumberIndex::RowsWith(StringView digits) const {
   const auto rest = static_cast<unsigned>(known.size() - first.size());
   const std::uint64_t wanted = Packed(known);
   const std::uint64_t mask = kTooLong >> (kBits * (kDigits - known.size()));
+  std::array<std::uint64_t, kComparedAtOnce> compared{};
+  std::transform(first.begin(), first.end(), compared.begin(), AtEachPlace);
   RowSet found(Rows());
-  for (std::size_t row = 0; row < numbers_.size(); ++row) {
+  const auto check = [&](std::size_t row, std::uint64_t places) {
     const std::uint64_t number = numbers_[row];
-    std::uint64_t places = kTooLong;
-    for (const char16_t digit : first) places = places >> kBits & PlacesOf(digit, number);
     bool contains = number == kTooLong;
     for (; places != 0 && !contains; places &= places - 1) {
       const unsigned place = static_cast<unsigned>(std::countr_zero(places)) / kBits;
       contains = place >= rest && (number >> (kBits * (place - rest)) & mask) == wanted;
     }
     if (contains) found.Add(row);
+  };
+  switch (first.size()) {
+    case 1:
+      ForEachWith<1>(compared, numbers_, check);
+      break;
+    case 2:
+      ForEachWith<2>(compared, numbers_, check);
+      break;
+    case 3:
+      ForEachWith<3>(compared, numbers_, check);
+      break;
+    default:
+      ForEachWith<kComparedAtOnce>(compared, numbers_, check);
+      break;
   }
   return found;
 }
