@@ -88,19 +88,25 @@ Form::Stay::~Stay() {
   }
 }
 
-Form::Work::Work(Form& form, CommandButton& stop) : form_(form), formerPointer_(form.pointer_) {
-  form_.stop_ = &stop;
-  form_.stopped_ = false;
+Form::Wait::Wait(Form& form) : form_(form), formerPointer_(form.pointer_) {
   form_.SetPointer(MousePointer::Hourglass);
 }
 
-Form::Work::~Work() {
-  form_.stop_ = nullptr;
+Form::Wait::~Wait() {
   try {
     form_.SetPointer(formerPointer_);
   } catch (...) {
     // A failure of the job is more important than the pointer shape.
   }
+}
+
+Form::Work::Work(Form& form, CommandButton& stop) : form_(form), wait_(form) {
+  form_.stop_ = &stop;
+  form_.stopped_ = false;
+}
+
+Form::Work::~Work() {
+  form_.stop_ = nullptr;
 }
 
 bool Form::Work::IsToStop() {

@@ -100,6 +100,19 @@ class Form {
     Form& form_;
   };
 
+  /// Shows the hourglass during its lifetime.
+  class Wait {
+   public:
+    explicit Wait(Form& form);
+    ~Wait();
+    Wait(const Wait&) = delete;
+    Wait& operator=(const Wait&) = delete;
+
+   private:
+    Form& form_;
+    const MousePointer formerPointer_;
+  };
+
   /// A job that blocks the thread. During its lifetime the form shows the hourglass and accepts
   /// only a press of the stop button, by mouse, access key or Escape. Closing the window has the
   /// same effect.
@@ -117,7 +130,7 @@ class Form {
 
    private:
     Form& form_;
-    const MousePointer formerPointer_;
+    Wait wait_;
   };
   bool IsWorking() const { return stop_ != nullptr; }
   /// The stop button of the running work; null without work.

@@ -49,9 +49,6 @@ bool TakeMessage(MSG& message) {
       return owner->TakeShortcut(message) || TakeKeyDown(form, message);
     case WM_SYSKEYDOWN:
       return owner->TakeShortcut(message);
-    case WM_CHAR:
-      if (CodeOf(message) & (DLGC_WANTCHARS | DLGC_WANTALLKEYS)) return false;
-      return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     case WM_SYSCHAR:
       // Other letters are left to the system menu.
       return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));

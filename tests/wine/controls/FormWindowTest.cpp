@@ -49,6 +49,17 @@ TEST_F(AFormWindow, CannotBecomeSmallerThanItsMinimum) {
   EXPECT_GE(limits.ptMinTrackSize.x, Scale::Of(WindowOf(form_)).ToPixels(3000));
 }
 
+TEST_F(AFormWindow, PressesNoButtonByALetterWithoutAlt) {
+  bool pressed = false;
+  form_.Ok.Click = [&] { pressed = true; };
+  SetFocus(WindowOf(form_.Date));
+  PostMessageW(GetFocus(), WM_CHAR, L's', 1);
+  Pump();
+  EXPECT_FALSE(pressed);
+  Type(L's');  // with Alt
+  EXPECT_TRUE(pressed);
+}
+
 TEST_F(AFormWindow, MovesTheFocusWithTabInTheOrderOfTheControls) {
   PressKey(VK_TAB);
   EXPECT_EQ(GetFocus(), WindowOf(form_.Grid));
