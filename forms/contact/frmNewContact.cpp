@@ -62,7 +62,11 @@ frmNewContact::frmNewContact(Workplace place, ContactRequest request)
     box->KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
     box->Insertion = [](String& text) { text = Global::PastedNumber(text).value_or(String()); };
   }
-  txtMobileno.GotFocus = [this] { txtMobileno_GotFocus(); };
+  ExplainBoxes();
+  txtMobileno.GotFocus = [this, explain = txtMobileno.GotFocus] {
+    explain();
+    txtMobileno_GotFocus();
+  };
   cmdSave.Click = [this] { cmdSave_Click(); };
   cmdCancel.Click = [this] { cmdCancel_Click(); };
 }
@@ -75,6 +79,8 @@ void frmNewContact::Form_Load() {
   shown_.reset();
   inDoubt_.reset();
   loadFailed_ = false;
+  showsFailure_ = false;
+  const Wait wait(*this);
   place_.Services.Trap(Context::kFormLoad, [&] {
     if (place_.User.IsAtServer()) {
       EnableControls(true);
@@ -88,6 +94,10 @@ void frmNewContact::Form_Load() {
     if (request_.Mode == ModeOfOperation::Modify && !request_.EditContactId.empty())
       PresentExisting();
   });
+  if (loadFailed_) {
+    ShowFailure(u"The contact could not be loaded, so it cannot be saved. Please open it again.");
+  }
+  txtFname.SetFocus();
 }
 
 void frmNewContact::PresentNew() {
@@ -256,15 +266,51 @@ SavedContact frmNewContact::Summary(const String& id) const {
 }
 
 void frmNewContact::cmdSave_Click() {
-  place_.Services.Trap(Context::kSave, [&] {
+  if (!loadFailed_) ShowFailure({});
+  const bool isComplete = place_.Services.Trap(Context::kSave, false, [&] {
     if (loadFailed_) throw NotLoaded();  // empty boxes are not the user's mistake then
-    if (Validate_Data() != 1) return;
+    if (Validate_Data() != 1) return true;
+    const Wait wait(*this);
     if (Save_Data()) Unload();
+    return true;
   });
+  if (isComplete || loadFailed_) return;
+  ShowFailure(
+      inDoubt_ ? u"It is unknown whether the contact was saved. OK tries again and saves it once."
+               : u"The contact was not saved. The log says why.");
 }
 
 void frmNewContact::cmdCancel_Click() {
   Unload();  // without a saved contact
+}
+
+void frmNewContact::Explain(controls::Control& control, StringView hint) {
+  control.GotFocus = [this, hint = String(hint)] {
+    if (!showsFailure_) lblNotice.SetCaption(hint);
+  };
+  control.LostFocus = [this] {
+    if (!showsFailure_) lblNotice.SetCaption({});
+  };
+}
+
+void frmNewContact::ExplainBoxes() {
+  for (controls::Control* control : Controls()) {
+    if (const auto* box = dynamic_cast<controls::TextBox*>(control)) {
+      Explain(*control, u"Up to " + ToDecimal(box->MaxLength()) + u" characters.");
+    }
+  }
+  Explain(txtFname, u"Required, up to 50 characters.");
+  Explain(txtMobileno, u"Required, up to 20 digits, with the country prefix.");
+  Explain(txtCountryCode, u"Up to 10 characters; is put before the mobile number.");
+  Explain(txtEmail, u"Up to 50 characters, for example name@example.com.");
+  Explain(txtAge, u"Up to 3 digits.");
+  Explain(dtBirthday, u"Tick the box to enter a date.");
+  Explain(dtAnniversary, u"Tick the box to enter a date. It is stored only with a birthday.");
+}
+
+void frmNewContact::ShowFailure(StringView reason) {
+  showsFailure_ = !reason.empty();
+  lblNotice.SetCaption(String(reason));
 }
 
 void frmNewContact::txtMobileno_GotFocus() {

@@ -102,6 +102,8 @@ class frmNewContact final : public controls::Form {
 
   controls::CommandButton cmdSave{*this, ContactLayout::Button(1), u"&OK", Key::Enter};
   controls::CommandButton cmdCancel{*this, ContactLayout::Button(0), u"&Cancel", Key::Escape};
+  /// What the focused box accepts. A failure stays until the next OK.
+  controls::Label lblNotice{*this, ContactLayout::kNotice, u""};
 
   /// Enables or disables all input controls and the save button.
   void EnableControls(bool enable);
@@ -124,6 +126,12 @@ class frmNewContact final : public controls::Form {
 
   void cmdSave_Click();
   void cmdCancel_Click();
+  /// Shows the hint while the control has the focus.
+  void Explain(controls::Control& control, StringView hint);
+  void ExplainBoxes();
+  /// Shows why the contact is not saved.
+  void ShowFailure(StringView reason);
+
   void txtMobileno_GotFocus();
   /// Key filter of a box for digits.
   void FilterDigits(std::int16_t& code);
@@ -136,6 +144,7 @@ class frmNewContact final : public controls::Form {
   /// contact does not exist or was not loaded completely.
   std::optional<ContactFields::Entries> shown_;
   bool loadFailed_ = false;
+  bool showsFailure_ = false;  ///< instead of hints
   /// A new contact for which it is unknown whether the last save has stored it.
   struct InDoubt {
     database::NewRow Row;

@@ -65,6 +65,8 @@ function addsAnn() {
   var kTab = 9, kDown = 40, kEnter = 13;
   Ui.WaitText(editor.first, "");
   Ui.WaitText(editor.mobile, "91");
+  editor.waitFocus("Edit");
+  Ui.ChildWithText(editor.window, "Required, up to 50 characters.");
 
   // Each fault is told when Enter is pressed, one after the other.
   Ui.Press(editor.mobile, kEnter);
@@ -86,6 +88,7 @@ function addsAnn() {
   Ui.Type(editor.age, "4+1");
   Ui.WaitText(editor.age, "41");
 
+  // A letter without Alt presses no button, whatever has the focus.
   Ui.Press(editor.age, kTab);
   editor.waitFocus("ComboBox");
   Ui.Press(editor.sex, kDown);
@@ -93,12 +96,15 @@ function addsAnn() {
   Ui.WaitText(editor.sex, "Female");
   Ui.Press(editor.sex, kTab);
   editor.waitFocus("SysDateTimePick32");
+  Ui.Press(editor.birthday, 79);  // O
+  Ui.Press(editor.birthday, 67);  // C
   editor.pick(editor.birthday, "2", "28", "1990");
   // The other one is reached from behind, where the focus comes from a box.
   Ui.Click(editor.street);
   editor.waitFocus("Edit");
   Ui.Press(editor.street, kTab, 4);  // Shift
   editor.waitFocus("SysDateTimePick32");
+  Ui.ChildWithText(editor.window, "Tick the box to enter a date. It is stored only with a birthday.");
   editor.pick(editor.anniversary, "6", "12", "2015");
   Ui.Press(editor.anniversary, kTab);
   editor.waitFocus("Edit");

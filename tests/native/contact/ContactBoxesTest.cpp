@@ -31,6 +31,28 @@ TEST_F(ContactBoxesTest, PastedTextIsCutAtTheLimitAndNoSurrogatePairIs) {
   EXPECT_EQ(form->txtCity.Text(), String(49, u'x'));
 }
 
+TEST_F(ContactBoxesTest, TheFirstNameHasTheFocusAndTheFocusedBoxIsExplained) {
+  Add();
+  EXPECT_TRUE(form->txtFname.HasFocus());
+  EXPECT_EQ(form->lblNotice.Caption(), u"Required, up to 50 characters.");
+  form->txtZip.UserFocuses(true);
+  EXPECT_EQ(form->lblNotice.Caption(), u"Up to 20 characters.");
+  form->dtAnniversary.UserFocuses(true);
+  EXPECT_EQ(form->lblNotice.Caption(),
+            u"Tick the box to enter a date. It is stored only with a birthday.");
+  form->chkContacts.UserFocuses(true);
+  EXPECT_EQ(form->lblNotice.Caption(), u"");
+}
+
+TEST_F(ContactBoxesTest, EveryInputIsExplained) {
+  Add();
+  for (Control* control : form->Controls()) {
+    if (!dynamic_cast<TextBox*>(control) && !dynamic_cast<controls::DatePicker*>(control)) continue;
+    control->UserFocuses(true);
+    EXPECT_NE(form->lblNotice.Caption(), u"");
+  }
+}
+
 struct Typed {
   StringView Text;
   StringView Result;

@@ -132,6 +132,34 @@ TEST_F(ContactFailuresTest, ADatabaseThatIsNotThereAnyMore) {
   EXPECT_FALSE(form->IsLoaded());
 }
 
+TEST_F(ContactFailuresTest, AFailedSaveIsSeenInTheDialogUntilTheNextOk) {
+  Ann();
+  Edit();
+  outage = true;
+  PressOk();
+  EXPECT_EQ(form->lblNotice.Caption(), u"The contact was not saved. The log says why.");
+  form->txtCity.UserFocuses(true);
+  form->txtCity.UserFocuses(false);
+  EXPECT_EQ(form->lblNotice.Caption(), u"The contact was not saved. The log says why.");
+  outage = false;
+  form->txtFname.SetText({});
+  PressOk();  // tells by a message what is missing
+  EXPECT_EQ(screen.Messages.size(), 1u);
+  EXPECT_EQ(form->lblNotice.Caption(), u"Required, up to 50 characters.");
+}
+
+TEST_F(ContactFailuresTest, AContactThatCouldNotBeLoadedSaysSo) {
+  Ann();
+  outage = true;
+  Edit();
+  outage = false;
+  const String notice = form->lblNotice.Caption();
+  EXPECT_EQ(notice,
+            u"The contact could not be loaded, so it cannot be saved. Please open it again.");
+  PressOk();
+  EXPECT_EQ(form->lblNotice.Caption(), notice);
+}
+
 TEST_F(ContactFailuresTest, ADateThatTheDatabaseRefuses) {
   AddWithFakeDriver();
   form->dtBirthday.SetValue(Date(1800, 1, 1));

@@ -40,6 +40,7 @@ TEST_F(NewContactOutcomeTest, AnIdThatIsNotToldLeavesNoContactBehind) {
   watched.BeforeLastInsertedId = Lose;
   PressOk();
   EXPECT_EQ(SaveErrors(), 1);
+  EXPECT_EQ(form->lblNotice.Caption(), u"The contact was not saved. The log says why.");
   EXPECT_EQ(Contacts(), Lines{});
   watched.BeforeLastInsertedId = nullptr;
   PressOk();
