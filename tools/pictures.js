@@ -17,12 +17,14 @@ function take(folder, name) {
   while (files.FileExists(want)) WScript.Sleep(20);
 }
 
-/// Requests a picture of the dialog that `operation` opens, after `fill` has filled it.
+/// Requests a picture of the dialog that `operation` opens, after `fill` has filled it. The operation
+/// runs here, or on the user's thread if it is a text.
 function takeDialog(title, name, fill, operation) {
-  Player.Play(take.toString() + "var window = Ui.Window('" + title + "'); (" + fill +
+  var opens = typeof operation == "string" ? operation : "";
+  Player.Play(take.toString() + opens + "var window = Ui.Window('" + title + "'); (" + fill +
               ")(window); take('" + folder.replace(/\\/g, "\\\\") + "', '" + name +
               "'); Ui.Close(window); Ui.WaitGone(window);");
-  operation();
+  if (!opens) operation();
   Player.Wait();
 }
 
@@ -38,17 +40,17 @@ for (var i = 0; Ui.RowCount(grid) == 0 && i < 100; i++) WScript.Sleep(100);
 printIndented("Folders and groups:", Ui.Nodes(Ui.Child(window, "SysTreeView32")));
 printIndented("Shared Contacts:", Ui.Rows(grid));
 take(folder, "address-book");
+takeDialog("Add Folder", "folder", function(editor) {
+  Ui.Type(Ui.Child(editor, "Edit"), "Partners");
+  Ui.WaitText(Ui.Child(editor, "Edit"), "Partners");
+}, "Ui.RightClickNode(Ui.Child(Ui.Window('Address Book'), 'SysTreeView32'), 'Shared Contacts');" +
+   "Ui.Choose('Create Shared Folder');");
 Ui.Close(window);
 Ui.WaitGone(window);
 
 takeDialog("Edit Shared Contact", "contact", function(editor) {
   Ui.WaitText(Ui.Child(editor, "Edit", 0), "Priya");
 }, function() { book.EditContacts(kAdministrator, kShared, 3); });
-
-takeDialog("Add Folder", "folder", function(editor) {
-  Ui.Type(Ui.Child(editor, "Edit"), "Friends");
-  Ui.WaitText(Ui.Child(editor, "Edit"), "Friends");
-}, function() { book.LoadFolders(kAdministrator); });
 
 takeDialog("Modify Group", "group", function(editor) {
   Ui.WaitRows(Ui.Child(editor, "SysListView32", 1), 3);

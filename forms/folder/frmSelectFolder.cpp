@@ -10,8 +10,16 @@
 namespace ktrv::forms {
 namespace {
 
+namespace Notice {
+constexpr StringView kCannotSave =
+    u"A folder cannot be saved here. Folders are added and changed in the address book.";
+constexpr StringView kNotLoaded =
+    u"The folder could not be loaded, so it cannot be saved. Please open it again.";
+constexpr StringView kNotSaved = u"The folder was not saved. The log says why.";
+}  // namespace Notice
+
 controls::Form::Design DialogDesign() {
-  return {.Caption = u"New Folder", .Width = 6000, .Height = 2865};
+  return {.Caption = u"New Folder", .Width = 6000, .Height = 3330};
 }
 
 }  // namespace
@@ -35,11 +43,14 @@ frmSelectFolder::~frmSelectFolder() {
 
 void frmSelectFolder::Form_Load() {
   shown_.reset();
+  const Wait wait(*this);
+  canSave_ = HasCommands();
+  Tell({});
   if (HasCommands()) place_.Database.Open();
   PrepareCommand();
   LoadRemoteFolderViews();
   if (request_.Mode == ModeOfOperation::Modify) {
-    Populate_Data();
+    if (!Populate_Data()) Tell(Notice::kNotLoaded);
     SetCaption(u"Edit Folder");
     chkRemoteFolder.SetEnabled(false);  // the type of a folder cannot be changed
   } else {
@@ -246,15 +257,28 @@ void frmSelectFolder::txtFolderName_GotFocus() {
 
 void frmSelectFolder::cmdOK_Click() {
   // No validation if the folder was not loaded: the save will be refused anyway.
+  const Wait wait(*this);
+  complained_ = false;
   const bool valid = IsNotLoaded() || Validate_Data();
-  if (valid && Save_Data()) Unload();
+  if (valid && Save_Data()) {
+    Unload();
+  } else if (complained_) {
+    Tell({});
+  } else {
+    Tell(IsNotLoaded() ? Notice::kNotLoaded : Notice::kNotSaved);
+  }
 }
 
 void frmSelectFolder::cmdCancel_Click() {
   Unload();  // without a saved folder
 }
 
+void frmSelectFolder::Tell(StringView notice) {
+  lblNotice.SetCaption(String(canSave_ ? notice : Notice::kCannotSave));
+}
+
 void frmSelectFolder::Complain(StringView message, controls::Control& about) {
+  complained_ = true;
   place_.Services.ShowMessage(message, MessageStyle::Exclamation);
   about.SetFocus();
 }

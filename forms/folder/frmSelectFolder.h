@@ -37,9 +37,11 @@ class frmSelectFolder final : public controls::Form {
       *this, {180, 1425, 5640, 270}, u"Show contacts belonging to the following category"};
   controls::ComboBox cboRemoteFolderView{*this, {180, 1710, 5640, 345}};
   controls::CommandButton cmdOK{
-      *this, {3060, 2265, 1320, 420}, u"&OK", controls::CommandButton::Key::Enter};
+      *this, {3060, 2730, 1320, 420}, u"&OK", controls::CommandButton::Key::Enter};
   controls::CommandButton cmdCancel{
-      *this, {4500, 2265, 1320, 420}, u"&Cancel", controls::CommandButton::Key::Escape};
+      *this, {4500, 2730, 1320, 420}, u"&Cancel", controls::CommandButton::Key::Escape};
+  /// Why the folder cannot be saved, or was not.
+  controls::Label lblNotice{*this, {180, 2160, 5640, 510}, u""};
 
   const FolderCommands& Commands() const { return commands_; }
 
@@ -75,6 +77,8 @@ class frmSelectFolder final : public controls::Form {
   /// The saved folder's row; closed if there are no commands. \throws Error also if the update
   /// changed no row
   database::Recordset ReadBack();
+  /// Shows the notice, unless the folder cannot be saved at all.
+  void Tell(StringView notice);
   void Complain(StringView message, controls::Control& about);
 
   Workplace place_;
@@ -89,6 +93,8 @@ class frmSelectFolder final : public controls::Form {
   Shown written_;               ///< values of the last update
   std::optional<Shown> shown_;  ///< nullopt for a new folder and if loading failed
   std::optional<SavedFolder> saved_;
+  bool canSave_ = false;     ///< whether the dialog was opened for a type with commands
+  bool complained_ = false;  ///< whether a message has told the user why OK saved nothing
 };
 
 }  // namespace ktrv::forms

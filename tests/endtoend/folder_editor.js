@@ -4,6 +4,8 @@ function tries() {
   var editor = Ui.Window("Add Folder");
   var name = Ui.Child(editor, "Edit"), list = Ui.Child(editor, "ComboBox");
   var kEnter = 13, kEscape = 27;
+  Ui.ChildWithText(editor,
+                   "A folder cannot be saved here. Folders are added and changed in the address book.");
   if (Ui.IsEnabled(list)) throw new Error("the list is in use while the box is cleared");
   Ui.Press(name, kEnter);
   var box = Ui.Window("TALVERO Notification Server");

@@ -204,6 +204,16 @@ TEST_F(FolderLoadingTest, WithoutATypeItOpensWithoutConnectionAndLogsTheMissingC
   EXPECT_EQ(form->Caption(), u"Add Folder");
 }
 
+TEST_F(FolderLoadingTest, WithoutATypeTheDialogSaysThatItCannotSave) {
+  Add();
+  EXPECT_EQ(form->lblNotice.Caption(), u"");
+  form.Reset();
+  request.FolderType = TypeOfFolder::LocalFolder;
+  Add();
+  EXPECT_EQ(form->lblNotice.Caption(),
+            u"A folder cannot be saved here. Folders are added and changed in the address book.");
+}
+
 TEST_F(FolderLoadingTest, WithoutATypeNoFolderIsLoaded) {
   request.FolderType = TypeOfFolder::LocalFolder;
   Edit(u"4");

@@ -26,6 +26,7 @@ struct FolderSavingTest : FolderFixture {
     EXPECT_EQ(form->txtFolderName.Text(), u"Friends");
     EXPECT_EQ(ErrorsIn(procedure), 1);
     EXPECT_TRUE(screen.Messages.empty());
+    EXPECT_NE(form->lblNotice.Caption(), u"");
   }
 };
 
@@ -265,6 +266,19 @@ TEST_F(FolderSavingTest, WithoutATypeCheckingTheBoxDoesNotHelp) {
   PressOk();
   ExpectOpenWithItsText(u"Validate_Data");
   EXPECT_TRUE(LoggedNumber(ErrorNumber::ObjectNotSet));
+  EXPECT_EQ(form->lblNotice.Caption(),
+            u"A folder cannot be saved here. Folders are added and changed in the address book.");
+}
+
+TEST_F(FolderSavingTest, AFailedSaveIsSeenInTheDialogUntilTheNextOk) {
+  AddWithFakeDriver();
+  driver.Fail(u"SELECT 1", Error(ErrorNumber::DriverFailure, u"connection lost"));
+  PressOk();
+  EXPECT_EQ(form->lblNotice.Caption(), u"The folder was not saved. The log says why.");
+  Name(u"");
+  PressOk();  // tells by a message what is missing
+  EXPECT_EQ(screen.Messages.size(), 1u);
+  EXPECT_EQ(form->lblNotice.Caption(), u"");
 }
 
 TEST_F(FolderSavingTest, ALostConnectionIsLogged) {
@@ -405,6 +419,8 @@ TEST_F(FolderSavingTest, AFolderThatCouldNotBeLoadedKeepsItsNameAndMapping) {
   ExpectOpenWithItsText(u"Save_Data");
   EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
   EXPECT_EQ(Folders(), Lines{u"5|R|Dealers|0|2|C"});
+  EXPECT_EQ(form->lblNotice.Caption(),
+            u"The folder could not be loaded, so it cannot be saved. Please open it again.");
 }
 
 TEST_F(FolderSavingTest, AFolderThatCouldNotBeLoadedAsksForNoName) {
