@@ -20,6 +20,7 @@ constexpr milliseconds kLengths[] = {milliseconds(0), milliseconds(20), millisec
 
 struct Task {
   const char* Name;
+  int Aim;  ///< turns
   std::function<void(tests::Host&)> Before;
   std::function<void(tests::Host&)> Run;
   std::function<void(tests::Host&)> After;
@@ -30,17 +31,17 @@ const auto kNothing = [](tests::Host&) {};
 std::vector<Task> Tasks() {
   using tests::Host;
   return {
-      {"open a contact", kNothing, [](Host& host) { host.OpenContact(); }, kNothing},
-      {"save it", kNothing, [](Host& host) { host.SaveContact(); }, kNothing},
-      {"open the address book", kNothing, [](Host& host) { host.OpenAddressBook([] {}); },
+      {"open a contact", 2, kNothing, [](Host& host) { host.OpenContact(); }, kNothing},
+      {"save it", 5, kNothing, [](Host& host) { host.SaveContact(); }, kNothing},
+      {"open the address book", 10, kNothing, [](Host& host) { host.OpenAddressBook([] {}); },
        kNothing},
-      {"choose a node", kNothing, [](Host& host) { host.ChooseNode(u"SFLD1", 100); },
+      {"choose a node", 4, kNothing, [](Host& host) { host.ChooseNode(u"SFLD1", 100); },
        [](Host& host) { host.CloseAddressBook(); }},
-      {"open a group", kNothing, [](Host& host) { host.OpenGroup(); },
+      {"open a group", 8, kNothing, [](Host& host) { host.OpenGroup(); },
        [](Host& host) { host.CloseGroup(); }},
-      {"expand 100 groups", [](Host& host) { host.OpenPicker(); },
+      {"expand 100 groups", 202, [](Host& host) { host.OpenPicker(); },
        [](Host& host) { host.Expand(); }, kNothing},
-      {"save a group of 10,000", [](Host& host) { host.OpenNewGroup(); },
+      {"save a group of 10,000", 110, [](Host& host) { host.OpenNewGroup(); },
        [number = 0](Host& host) mutable { host.SaveGroup(u"Big " + ToDecimal(++number)); },
        kNothing},
   };
@@ -67,7 +68,8 @@ void MeasureLineWork(const std::string& connection) {
   tests::Host host(line.Through(direct));
   std::vector<Task> tasks = Tasks();
   std::vector<std::vector<std::string>> rows;
-  for (const Task& task : tasks) rows.push_back({task.Name, NameOf(connection)});
+  for (const Task& task : tasks)
+    rows.push_back({task.Name, NameOf(connection), std::to_string(task.Aim)});
   bool isFirst = true;
   // The first round is not printed, because it opens the connections.
   for (const milliseconds length : {milliseconds(0), kLengths[0], kLengths[1], kLengths[2]}) {
@@ -81,12 +83,12 @@ void MeasureLineWork(const std::string& connection) {
       const int turns = line.Turns() - before;
       tasks[each].After(host);
       if (isFirst) continue;
-      if (rows[each].size() == 2) rows[each].push_back(std::to_string(turns));
+      if (rows[each].size() == 3) rows[each].push_back(std::to_string(turns));
       rows[each].push_back(Milliseconds(seconds));
     }
     isFirst = false;
   }
-  Table table({"At the end of a line", "database", "turns", "0 ms", "20 ms", "100 ms"});
+  Table table({"At the end of a line", "database", "aim", "turns", "0 ms", "20 ms", "100 ms"});
   for (auto& row : rows) table.Add(std::move(row));
   table.Print();
 }
