@@ -72,6 +72,13 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   std::function<void(std::int16_t keyCode, std::int16_t shift)> KeyDown;
   /// \param row the row under the pointer; -1 for none
   std::function<void(MouseButton button, std::int16_t shift, int row)> MouseUp;
+  /// The user drags the selected rows. \param x, y twips in the form \return whether they may be
+  /// dropped there. Empty: rows cannot be dragged.
+  std::function<bool(int x, int y)> DragOver;
+  /// The user has dropped them where DragOver allowed it.
+  std::function<void(int x, int y)> Drop;
+  /// The drag has ended, before Drop or without it.
+  std::function<void()> DragEnd;
 
   // Rows and columns.
   int Rows() const;  ///< including the heading row

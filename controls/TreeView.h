@@ -36,6 +36,10 @@ class TreeViewPeer : public ControlPeer {
   /// Scrolls so that the node is the first visible one, as far as there are nodes below it.
   virtual void TopNodeChanged(TreeNode& /*node*/) {}
   virtual void RedrawChanged() {}
+  /// The node at this point, in twips relative to the tree; null for none. Scrolls near the edges
+  /// and expands a node that is pointed at for a while.
+  virtual TreeNode* DraggedOver(int /*x*/, int /*y*/) { return nullptr; }
+  virtual void DropTargetChanged(TreeNode* /*node*/) {}
 };
 
 /// A tree of nodes with unique keys, in insertion order.
@@ -80,6 +84,14 @@ class TreeView final : public ControlOf<TreeView, TreeViewPeer> {
   /// Scrolls so that the node is the first visible one, as far as there are nodes below it.
   void SetTopNode(TreeNode& node) {
     if (peer_) peer_->TopNodeChanged(node);
+  }
+  /// Something is dragged over the tree. \param x, y twips relative to the tree \return the node
+  /// there; null for none, and without a display. Scrolls near the edges and expands a node that is
+  /// pointed at for a while.
+  TreeNode* DraggedOver(int x, int y) { return peer_ ? peer_->DraggedOver(x, y) : nullptr; }
+  /// Marks the node on which something may be dropped; null: none.
+  void SetDropTarget(TreeNode* node) {
+    if (peer_) peer_->DropTargetChanged(node);
   }
   /// False suspends painting until it is set to true; calls do not nest.
   void SetRedraw(bool redraw);

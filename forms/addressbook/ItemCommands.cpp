@@ -1,6 +1,7 @@
 #include "forms/addressbook/ItemCommands.h"
 
 #include <limits>
+#include <utility>
 
 #include "common/Error.h"
 #include "common/ScopeExit.h"
@@ -17,6 +18,8 @@ constexpr StringView kNew =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactNew(), Module: frmAddressBook";
 constexpr StringView kNewFolder =
     u"KTRVAddressBook: Error occurred. Sub: mnuSharedFolderContext_Click, Module: frmAddressBook";
+constexpr StringView kAddMembers =
+    u"KTRVAddressBook: Error occurred. Sub: AddMembers, Module: frmAddressBook";
 constexpr StringView kProperties =
     u"KTRVKTRVAddressBook: Error occurred. Sub: ContactProperties, Module: frmAddressBook";
 }  // namespace Context
@@ -41,6 +44,7 @@ void ItemCommands::Run(StringView context, const std::function<void()>& command)
   // The window may be unloaded while its menu is open.
   if (running_ || !panes_.Window.IsLoaded()) return;
   if (IsDeleting()) return panes_.Note(u"Items are still being deleted.");
+  if (IsAdding()) return panes_.Note(u"Contacts are still being added to a group.");
   const controls::Form::Stay stay(panes_.Window);
   running_ = true;
   const ScopeExit done([this] { running_ = false; });
@@ -234,6 +238,59 @@ void ItemCommands::RowProperties() {
     return;
   }
   if (panes_.Window.IsLoaded()) panes_.LoadContacts();
+}
+
+// Members of a group.
+
+void ItemCommands::AddMembers(const String& groupKey) {
+  Run(Context::kAddMembers, [&] {
+    const controls::TreeNode* group = panes_.Tree.Find(groupKey);
+    if (!group) return panes_.Say(Messages::kPlaceIsGone);
+    const controls::FlexGrid& grid = panes_.Grid;
+    const int id = grid.ColIndex(ContactGridLayout::kId);
+    const int type = grid.ColIndex(ContactGridLayout::kType);
+    const std::vector<int> rows = grid.SelectedRows();
+    std::vector<String> contacts;
+    for (const int row : rows) {
+      if (grid.Text(row, type) == ContactKind::Contact) contacts.push_back(grid.Text(row, id));
+    }
+    if (contacts.empty()) {
+      return panes_.Note(u"Only contacts that can be changed here are added to a group.");
+    }
+    const std::size_t leftOut = rows.size() - contacts.size();
+    const String name = group->Text;
+    addition_ = std::make_shared<MemberAddition>(
+        place_.Services, place_.Database, String(NodeKey::IdOf(groupKey)), std::move(contacts));
+    addition_->Progress = [this, name, all = addition_->Count()](std::size_t done) {
+      panes_.Note(u"Adding to " + name + u": " + ToDecimal(static_cast<std::int64_t>(done)) +
+                  u" of " + ToDecimal(static_cast<std::int64_t>(all)));
+    };
+    addition_->Done = [this, groupKey, name, leftOut] { FinishAddition(groupKey, name, leftOut); };
+    addition_->Run();
+  });
+}
+
+void ItemCommands::FinishAddition(const String& groupKey, const String& groupName,
+                                  std::size_t leftOut) {
+  const auto addition = std::exchange(addition_, nullptr);
+  const MemberAddition::Counts& counts = addition->Result();
+  const auto number = [](std::size_t count) { return ToDecimal(static_cast<std::int64_t>(count)); };
+  String text = number(counts.Added) + u" contact(s) added to " + groupName;
+  if (counts.Present > 0) text += u", " + number(counts.Present) + u" were in it";
+  if (counts.Gone > 0) text += u", " + number(counts.Gone) + u" no longer exist";
+  if (leftOut > 0) text += u", " + number(leftOut) + u" left out";
+  if (addition->HasFailed()) text += u"; not all, the log says why";
+  if (panes_.Folders.Current().Key == groupKey && counts.Added > 0) panes_.LoadContacts();
+  panes_.Note(text + u".");
+  if (addition->GroupIsGone()) {
+    panes_.Say(Messages::kPlaceIsGone);
+    if (panes_.Window.IsLoaded()) panes_.RebuildTree();
+  }
+}
+
+void ItemCommands::Stop() {
+  deletion_.Stop();
+  if (const auto addition = std::exchange(addition_, nullptr)) addition->Stop();
 }
 
 void ItemCommands::Delete() {

@@ -18,10 +18,22 @@ ItemStatements::Membership ItemStatements::InsertMember(database::Connection& co
   if (!IsThere(connection, data::EditorQueries::ContactName(contactId))) {
     return Membership::ContactIsGone;
   }
-  if (!IsThere(connection, Queries::Membership(groupId, contactId))) {
-    connection.Execute(Queries::InsertMember(groupId, contactId));
-  }
+  if (IsThere(connection, Queries::Membership(groupId, contactId))) return Membership::Present;
+  connection.Execute(Queries::InsertMember(groupId, contactId));
   return Membership::Made;
+}
+
+ItemStatements::Membership ItemStatements::AddMember(StringView groupId, StringView contactId) {
+  database::Connection& connection = database_.Open();
+  try {
+    database::Transaction transaction(connection);
+    const Membership membership = InsertMember(connection, groupId, contactId);
+    transaction.Commit();
+    return membership;
+  } catch (...) {
+    database_.Close();  // as in Execute
+    throw;
+  }
 }
 
 bool ItemStatements::IsThere(database::Connection& connection, const String& query) {

@@ -17,10 +17,12 @@ class ItemStatements {
 
   /// Queries whether the group exists. \param connection that of the caller's transaction
   bool GroupIsThere(database::Connection& connection, StringView groupId);
-  enum class Membership { Made, GroupIsGone, ContactIsGone };
+  enum class Membership { Made, Present, GroupIsGone, ContactIsGone };
   /// Makes the contact a member of the group, if both exist and it is not a member yet.
   Membership InsertMember(database::Connection& connection, StringView groupId,
                           StringView contactId);
+  /// The same in a transaction of its own.
+  Membership AddMember(StringView groupId, StringView contactId);
   /// Deletes the group and its memberships, not its members.
   void DeleteGroup(StringView groupId);
   /// Deletes the folder and its contacts, not their memberships.

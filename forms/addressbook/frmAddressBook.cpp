@@ -72,6 +72,7 @@ frmAddressBook::frmAddressBook(Workplace place, Editors& editors)
   ConnectMenus();
   ConnectTree();
   ConnectGrid();
+  ConnectDrag();
   ConnectSplitter();
   ConnectFind();
   ConnectKeys();
@@ -335,6 +336,25 @@ void frmAddressBook::vsfContacts_MouseUp(MouseButton button, int row) {
       vsfContacts.SetRow(row);
     }
   });
+}
+
+// Dragging of contacts onto a group.
+
+controls::TreeNode* frmAddressBook::GroupAt(int x, int y) {
+  controls::TreeNode* node = tvwContacts.DraggedOver(x - tvwContacts.Left(), y - tvwContacts.Top());
+  return node && NodeKey::KindOf(node->Key) == NodeKey::SharedGroup ? node : nullptr;
+}
+
+void frmAddressBook::ConnectDrag() {
+  vsfContacts.DragOver = [this](int x, int y) {
+    controls::TreeNode* group = ContactGridLayout::HasRows(vsfContacts) ? GroupAt(x, y) : nullptr;
+    tvwContacts.SetDropTarget(group);
+    return group != nullptr;
+  };
+  vsfContacts.DragEnd = [this] { tvwContacts.SetDropTarget(nullptr); };
+  vsfContacts.Drop = [this](int x, int y) {
+    if (const controls::TreeNode* group = GroupAt(x, y)) commands_.AddMembers(String(group->Key));
+  };
 }
 
 // Layout.

@@ -75,6 +75,7 @@ class frmAddressBook final : public controls::Form {
 
   ItemMenus Menus;
   bool IsDeleting() const { return commands_.IsDeleting(); }
+  bool IsAdding() const { return commands_.IsAdding(); }
 
   /// The workplace of the window. Its connection may be replaced before the window is shown.
   Workplace& Place() { return place_; }
@@ -111,6 +112,10 @@ class frmAddressBook final : public controls::Form {
   void vsfContacts_AfterSort(int column, controls::SortOrder order);
   void vsfContacts_KeyDown(std::int16_t keyCode, std::int16_t shift);
   void vsfContacts_MouseUp(controls::MouseButton button, int row);
+  void ConnectDrag();
+  /// The group in the tree over which the list's rows are dragged; null elsewhere. \param x, y
+  /// twips in the form
+  controls::TreeNode* GroupAt(int x, int y);
   void picSlider_MouseDown();
   void picSlider_MouseMove(int x);
   void picSlider_MouseUp();

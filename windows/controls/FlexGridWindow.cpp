@@ -62,6 +62,20 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   void OnClick(controls::MouseButton button, const NMITEMACTIVATE& click);
   bool OnKey(WPARAM key);
 
+  // Dragging of the selected rows with the left button.
+  /// Timer that continues a drag over the same place, to scroll and to expand what is there.
+  static constexpr UINT_PTR kDragTimer = 0x4B55;
+  void BeginDrag();
+  void Drag();
+  /// \param drops whether the button was released
+  void EndDrag(bool drops);
+  /// Handles messages during a drag. \return whether it did
+  bool OnDragMessage(UINT message, WPARAM wParam);
+  /// The pointer in the form, in twips.
+  POINT PointerInForm() const;
+  bool dragging_ = false;
+  bool mayDrop_ = false;
+
   controls::FlexGrid& grid_;
   UniqueFont font_;          ///< null: the grid uses the form's font
   UniqueImageList rowSize_;  ///< its image size sets the row height and the room for pictures
@@ -251,6 +265,9 @@ std::optional<LRESULT> FlexGridWindow::OnNotify(NMHDR& header) {
     case NM_RCLICK:
       OnClick(MouseButton::Right, reinterpret_cast<const NMITEMACTIVATE&>(header));
       return 1;
+    case LVN_BEGINDRAG:
+      BeginDrag();
+      return 0;
     case NM_DBLCLK:
       selection_.Read();
       if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) grid_.UserDoubleClicks();
@@ -296,7 +313,70 @@ void FlexGridWindow::OnClick(MouseButton button, const NMITEMACTIVATE& click) {
   grid_.UserReleases(button, HeldKeys(), test.iItem < 0 ? -1 : test.iItem + 1);
 }
 
+void FlexGridWindow::BeginDrag() {
+  selection_.Read();
+  if (!grid_.DragOver || grid_.Selection().Count() == 0) return;
+  constexpr UINT kPause = 100;  // milliseconds
+  dragging_ = true;
+  SetCapture(Handle());
+  SetTimer(Handle(), kDragTimer, kPause, nullptr);
+  Drag();
+}
+
+POINT FlexGridWindow::PointerInForm() const {
+  POINT place{};
+  GetCursorPos(&place);
+  ScreenToClient(Owner().Handle(), &place);
+  return {CurrentScale().ToTwips(place.x), CurrentScale().ToTwips(place.y)};
+}
+
+void FlexGridWindow::Drag() {
+  const POINT place = PointerInForm();
+  mayDrop_ = grid_.DragOver(place.x, place.y);
+  SetCursor(LoadCursorW(nullptr, mayDrop_ ? IDC_HAND : IDC_NO));
+}
+
+void FlexGridWindow::EndDrag(bool drops) {
+  if (!std::exchange(dragging_, false)) return;
+  KillTimer(Handle(), kDragTimer);
+  if (GetCapture() == Handle()) ReleaseCapture();
+  SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+  if (drops) Drag();
+  if (grid_.DragEnd) grid_.DragEnd();
+  const POINT place = PointerInForm();
+  if (drops && mayDrop_ && grid_.Drop) grid_.Drop(place.x, place.y);
+}
+
+bool FlexGridWindow::OnDragMessage(UINT message, WPARAM wParam) {
+  switch (message) {
+    case WM_TIMER:
+      if (wParam != kDragTimer) return false;
+      Drag();
+      return true;
+    case WM_MOUSEMOVE:
+      Drag();
+      return true;
+    case WM_LBUTTONUP:
+      // A dialog may have been opened meanwhile. The list view must know that the button is up.
+      EndDrag(IsWindowEnabled(Owner().Handle()) != FALSE);
+      return false;
+    case WM_RBUTTONDOWN:
+      EndDrag(false);
+      return true;
+    case WM_KEYDOWN:
+      if (wParam == VK_ESCAPE) EndDrag(false);
+      return true;
+    case WM_CAPTURECHANGED:
+    case WM_DESTROY:
+      EndDrag(false);
+      return false;
+    default:
+      return false;
+  }
+}
+
 std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (dragging_ && OnDragMessage(message, wParam)) return 0;
   switch (message) {
     case WM_PAINT:
       painting_ = true;
@@ -315,8 +395,8 @@ std::optional<LRESULT> FlexGridWindow::OnMessage(UINT message, WPARAM wParam, LP
       ShowAppended();
       return 0;
     case WM_GETDLGCODE:
-      // Enter opens the row; the form must not handle it.
-      if (lParam && reinterpret_cast<const MSG*>(lParam)->wParam == VK_RETURN) {
+      // Enter opens the row and Esc ends a drag; the form must not handle them.
+      if (lParam && (dragging_ || reinterpret_cast<const MSG*>(lParam)->wParam == VK_RETURN)) {
         return DLGC_WANTMESSAGE | DLGC_WANTARROWS | DLGC_WANTCHARS;
       }
       return std::nullopt;
@@ -344,7 +424,7 @@ bool FlexGridWindow::MayChangeSelection(UINT message) const {
       return true;
     case WM_MOUSEMOVE:
     case WM_TIMER:
-      return GetCapture() == Handle();  // rubber-band selection
+      return !dragging_ && GetCapture() == Handle();  // rubber-band selection
     default:
       return false;
   }

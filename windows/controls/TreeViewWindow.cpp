@@ -106,6 +106,25 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
   }
 
+  TreeNode* DraggedOver(int x, int y) override {
+    TreeNode* node = NodeAt({CurrentScale().ToPixels(x), CurrentScale().ToPixels(y)});
+    if (node != std::exchange(draggedOver_, node)) draggedSince_ = GetTickCount64();
+    if (!node) return nullptr;
+    for (const WPARAM neighbour : {TVGN_PREVIOUSVISIBLE, TVGN_NEXTVISIBLE}) {
+      const LRESULT item =
+          Send(TVM_GETNEXTITEM, neighbour, reinterpret_cast<LPARAM>(ItemOf(*node)));
+      if (item) Send(TVM_ENSUREVISIBLE, 0, item);
+    }
+    constexpr ULONGLONG kPause = 700;  // milliseconds
+    if (!node->Expanded && !node->Children.empty() && GetTickCount64() - draggedSince_ >= kPause) {
+      tree_.SetExpanded(*node, true);
+    }
+    return node;
+  }
+  void DropTargetChanged(controls::TreeNode* node) override {
+    Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(node ? ItemOf(*node) : nullptr));
+  }
+
   std::optional<LRESULT> OnNotify(NMHDR& header) override {
     switch (header.code) {
       case TVN_SELCHANGEDW:
@@ -239,6 +258,9 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   controls::TreeView& tree_;
   UniqueImageList images_;
   std::unordered_map<const controls::TreeNode*, HTREEITEM> items_;
+  /// The node over which something was dragged last; only compared. Since then, in milliseconds.
+  const controls::TreeNode* draggedOver_ = nullptr;
+  ULONGLONG draggedSince_ = 0;
   int changing_ = 0;            ///< > 0 while the program, not the user, changes the tree
   bool clickReported_ = false;  ///< since the left button was pressed
 };
