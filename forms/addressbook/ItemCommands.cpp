@@ -259,14 +259,15 @@ void ItemCommands::AddMembers(const String& groupKey) {
     }
     const std::size_t leftOut = rows.size() - contacts.size();
     const String name = group->Text;
-    addition_ = std::make_shared<MemberAddition>(
+    const auto addition = std::make_shared<MemberAddition>(
         place_.Services, place_.Database, String(NodeKey::IdOf(groupKey)), std::move(contacts));
-    addition_->Progress = [this, name, all = addition_->Count()](std::size_t done) {
+    addition->Progress = [this, name, all = addition->Count()](std::size_t done) {
       panes_.Note(u"Adding to " + name + u": " + ToDecimal(static_cast<std::int64_t>(done)) +
                   u" of " + ToDecimal(static_cast<std::int64_t>(all)));
     };
-    addition_->Done = [this, groupKey, name, leftOut] { FinishAddition(groupKey, name, leftOut); };
-    addition_->Run();
+    addition->Done = [this, groupKey, name, leftOut] { FinishAddition(groupKey, name, leftOut); };
+    addition_ = addition;
+    addition->Run();
   });
 }
 

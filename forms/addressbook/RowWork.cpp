@@ -14,14 +14,14 @@ void RowWork::Run() {
   failed_ = true;
   const bool goesOn = services_.Trap(context_, false, [&] {
     const bool isUnfinished = WorkForAMoment();
+    if (isUnfinished && !stopped_) GoOnLater();
     failed_ = false;
     return isUnfinished;
   });
-  if (stopped_) return;
-  if (!goesOn) {
-    if (Done) Done();
-    return;
-  }
+  if (!goesOn && !stopped_ && Done) Done();
+}
+
+void RowWork::GoOnLater() {
   if (Progress) Progress(next_);
   services_.Screen.Post([waiting = weak_from_this()] {
     if (const auto work = waiting.lock()) work->Run();

@@ -45,6 +45,7 @@ class RowWork : public std::enable_shared_from_this<RowWork> {
  private:
   /// Runs one slice. \return whether rows are left
   bool WorkForAMoment();
+  void GoOnLater();
 
   const String context_;
   const std::size_t count_;

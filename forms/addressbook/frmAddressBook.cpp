@@ -353,7 +353,7 @@ void frmAddressBook::ConnectDrag() {
   };
   vsfContacts.DragEnd = [this] { tvwContacts.SetDropTarget(nullptr); };
   vsfContacts.Drop = [this](int x, int y) {
-    if (const controls::TreeNode* group = GroupAt(x, y)) commands_.AddMembers(String(group->Key));
+    if (const controls::TreeNode* group = GroupAt(x, y)) AddToGroup(String(group->Key));
   };
 }
 

@@ -65,6 +65,9 @@ class frmAddressBook final : public controls::Form {
   /// Deletes the tree's selected node or the grid's selected rows. Deletion of many rows continues
   /// after it returns.
   void ContactDelete() { commands_.Delete(); }
+  /// Makes the grid's selected contacts members of the group with this key. Continues after it
+  /// returns.
+  void AddToGroup(const String& key) { commands_.AddMembers(key); }
   /// Shows the context menu of the current node. \param x, y twips in the client area; without
   /// both, at the pointer
   void ShowItemContextMenu(std::optional<int> x = {}, std::optional<int> y = {});

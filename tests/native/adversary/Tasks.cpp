@@ -198,6 +198,24 @@ bool DeleteRows(Stage& stage, StringView key, std::initializer_list<StringView> 
   return std::none_of(numbers.begin(), numbers.end(), isListed);
 }
 
+/// Drags contacts onto the group, once more if the window says that not all were added.
+bool AddToGroup(Stage& stage, StringView key, const std::vector<StringView>& numbers) {
+  // Where the group is not in the tree, the window is opened again.
+  if (!BookAt(stage, key, true)) return false;
+  frmAddressBook* book = stage.Book(u"SHARED", false);
+  if (!book) return false;
+  const auto said = [&](StringView text) {
+    return book->StatusBar1.PanelAt(2).Text.find(text) != String::npos;
+  };
+  const auto add = [&] {
+    if (!stage.SelectRow(*book, numbers)) return false;
+    stage.Do([&] { book->AddToGroup(String(key)); });
+    stage.Wait([&] { return !book->IsAdding() && !book->List().IsLoading(); });
+    return said(u" added to ") && !said(u"not all") && !said(u"no longer exist");
+  };
+  return add() || (stage.TriesAgain && book->IsLoaded() && add());
+}
+
 bool RowProperties(Stage& stage, StringView key, StringView text,
                    const std::function<void(bool& done)>& play) {
   frmAddressBook* book = BookAt(stage, key, false);
@@ -359,6 +377,11 @@ std::vector<UserTask> MakeTasks() {
        },
        Nothing},
       {"DeleteMember", [](Stage& stage) { return DeleteRows(stage, u"SHGR12", {u"46 98003"}); },
+       Nothing},
+      {"AddToGroup",
+       [](Stage& stage) {
+         return AddToGroup(stage, u"SHGR12", {u"91 98001", u"98002"});
+       },
        Nothing},
       {"DeleteGroup", [](Stage& stage) { return DeleteNode(stage, u"SHGR11"); }, Nothing},
       {"DeleteFolder", [](Stage& stage) { return DeleteNode(stage, u"SFLD4"); }, Nothing},
