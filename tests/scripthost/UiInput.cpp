@@ -152,6 +152,8 @@ void Drag(HWND window, POINT from, POINT to, UINT keys) {
     SetCursorPos(from.x + (to.x - from.x) * step / kSteps,
                  from.y + (to.y - from.y) * step / kSteps);
     Send({MouseInput(MOUSEEVENTF_MOVE)});
+    // As a hand does; moves that a window has not taken yet are merged into one.
+    Sleep(20);
   }
   Send({MouseInput(MOUSEEVENTF_LEFTUP)});
 }

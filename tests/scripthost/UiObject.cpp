@@ -56,16 +56,19 @@ POINT RowAt(const Arguments& arguments) {
   return {area.left + 5, MiddleOf(area).y};
 }
 
-POINT NodeAt(const Arguments& arguments) {
-  const HWND tree = Handle(arguments);
-  const HTREEITEM node = ControlText::Node(tree, arguments.Text(1));
+POINT NodeAt(HWND tree, const std::wstring& name) {
+  const HTREEITEM node = ControlText::Node(tree, name);
   RECT area = {};
   if (node == nullptr) {
-    throw ScriptFailure{L"There is no node " + arguments.Text(1)};
+    throw ScriptFailure{L"There is no node " + name};
   }
   TreeView_EnsureVisible(tree, node);
   TreeView_GetItemRect(tree, node, &area, TRUE);
   return MiddleOf(area);
+}
+
+POINT NodeAt(const Arguments& arguments) {
+  return NodeAt(Handle(arguments), arguments.Text(1));
 }
 
 }  // namespace
@@ -241,6 +244,16 @@ void UiObject::OfferInput() {
   offer(L"Drag", [](const Arguments& arguments) {
     UiInput::Drag(Handle(arguments), PointOf(arguments),
                   {arguments.Number(3), arguments.Number(4)});
+  });
+  // DragRow list, row, tree, node
+  offer(L"DragRow", [](const Arguments& arguments) {
+    const HWND list = Handle(arguments);
+    const HWND tree = reinterpret_cast<HWND>(static_cast<LONG_PTR>(arguments.Number(2)));
+    POINT to = NodeAt(tree, arguments.Text(3));
+    MapWindowPoints(tree, list, &to, 1);
+    POINT from = RowAt(arguments);
+    from.x += 20;  // after a click on the row this is no double click
+    UiInput::Drag(list, from, to);
   });
   offer(L"BringToFront", [](const Arguments& arguments) {
     const HWND window = Handle(arguments);
