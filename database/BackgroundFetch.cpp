@@ -26,7 +26,7 @@ struct Ended {
 
 using Item = std::variant<std::vector<Column>, std::unique_ptr<RowBlock>, Ended>;
 
-constexpr std::chrono::milliseconds kPatience{100};
+constexpr std::chrono::milliseconds kRetryAfter{100};
 
 }  // namespace
 
@@ -71,7 +71,7 @@ class BackgroundFetch::Exchange : public std::enable_shared_from_this<Exchange> 
   /// Queues the end of the fetch. Retries until it succeeds, because otherwise the list would stay
   /// in the loading state.
   void HandEnd(Ended ended) noexcept {
-    while (!TryToHandEnd(ended)) std::this_thread::sleep_for(kPatience);
+    while (!TryToHandEnd(ended)) std::this_thread::sleep_for(kRetryAfter);
   }
 
   // On the user-interface thread.

@@ -5,7 +5,7 @@
 namespace ktrv::database {
 namespace {
 
-constexpr std::chrono::milliseconds kPatience{100};
+constexpr std::chrono::milliseconds kFirstWait{100};
 constexpr int kMostCancels = 8;  // at intervals that double: some 25 seconds
 
 }  // namespace
@@ -46,7 +46,7 @@ void Canceller::Cancel() noexcept {
 void Canceller::Run() noexcept {
   std::unique_lock lock(mutex_);
   changed_.wait(lock, [this] { return told_ || !statement_; });
-  auto patience = kPatience;
+  auto patience = kFirstWait;
   for (int tries = 0; tries < kMostCancels && statement_; ++tries) {
     CancelOnce(lock);
     changed_.wait_for(lock, patience, [this] { return !statement_; });

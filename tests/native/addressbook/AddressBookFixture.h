@@ -19,6 +19,10 @@ class AddressBookTest : public SessionFixture {
 
   AddressBookTest();
 
+  static constexpr StringView kLoadContext =
+      u"KTRVAddressBook: Error occurred. Sub: LoadContacts, Module: frmAddressBook";
+  static constexpr StringView kDeleteContext =
+      u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
   static constexpr StringView kGroupsInFolder = u"SELECT ID FROM SMS_ABGROUPS WHERE FOLDER_ID = ";
 
   /// As a host's initialisation leaves the session.

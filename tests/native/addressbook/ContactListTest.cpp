@@ -10,8 +10,6 @@ using controls::SortOrder;
 using Alignment = controls::GridColumn::Alignment;
 using Texts = std::vector<String>;
 
-constexpr StringView kLoadContext =
-    u"KTRVAddressBook: Error occurred. Sub: LoadContacts, Module: frmAddressBook";
 constexpr StringView kSortContext =
     u"KTRVAddressBook: Error occurred. Sub:ChangeSortOrder(), Module: frmAddressBook";
 

@@ -7,9 +7,6 @@ namespace {
 using controls::SortOrder;
 using Texts = std::vector<String>;
 
-constexpr StringView kLoadContext =
-    u"KTRVAddressBook: Error occurred. Sub: LoadContacts, Module: frmAddressBook";
-
 /// Loads that the test holds up, and loads that fail.
 struct ContactLoadTest : AddressBookTest {
   ContactLoadTest() {

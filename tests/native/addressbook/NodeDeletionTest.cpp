@@ -5,8 +5,6 @@ namespace {
 
 using Texts = std::vector<String>;
 
-constexpr StringView kContext =
-    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
 constexpr StringView kQuestion = u"Are you sure you want to delete the selected item(s)?";
 constexpr std::int32_t kYesNoNoFirst = 4 + 32 + 256;  // Yes and No, question, the second is default
 constexpr std::int32_t kWarning = 48;
@@ -122,7 +120,7 @@ TEST_F(NodeDeletionTest, AFolderWhoseGroupsCannotBeCountedIsNotDeleted) {
   Delete();
   EXPECT_TRUE(screen.Messages.empty());
   EXPECT_TRUE(Deleted().empty());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kDeleteContext), 1);
   GroupsInFolders({});
   Delete();  // with the answers from before
   EXPECT_EQ(Deleted().size(), 2U);
@@ -262,7 +260,7 @@ TEST_F(NodeDeletionTest, AFailingFirstStatementLeavesAll) {
   Answers({Yes});
   Delete();
   EXPECT_EQ(Deleted().size(), 1U);
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kDeleteContext), 1);
   EXPECT_NE(form->tvwContacts.Find(u"SHGR5"), nullptr);
   EXPECT_TRUE(form->IsVisible());
 }
@@ -274,7 +272,7 @@ TEST_F(NodeDeletionTest, AFailingSecondStatementLeavesTheFirstDoneAndCanBeTriedA
   Delete();
   EXPECT_EQ(Deleted().size(), 2U);
   EXPECT_TRUE(Ran(u"ROLLBACK").empty());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kDeleteContext), 1);
   driver.Changes(u"DELETE FROM SMS_ABGROUPMAPS", 1);
   Answers({Yes});
   Delete();

@@ -8,8 +8,6 @@ namespace {
 using Texts = std::vector<String>;
 using namespace MessageAnswer;
 
-constexpr StringView kContext =
-    u"KTRVKTRVAddressBook: Error occurred. Sub: ContactDelete(), Module: frmAddressBook";
 constexpr StringView kNothing = u"No item(s) selected for deletion.";
 constexpr StringView kRemote =
     u"This is a Shared Remote Contact. This contact can be deleted from TALVERO only.";
@@ -250,7 +248,7 @@ TEST_F(RowDeletionTest, AFailureLeavesTheRowsBeforeItDeletedAndThoseBehindItAlon
   EXPECT_EQ(Deleted(), (Texts{u"DELETE FROM SMS_ABCONTACTS WHERE ID = 1",
                               u"DELETE FROM SMS_ABGROUPMAPS WHERE CONTACT_ID = '1'",
                               u"DELETE FROM SMS_ABCONTACTS WHERE ID = 2"}));
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kDeleteContext), 1);
   EXPECT_EQ(Column(u"NAME"), (Texts{u"Bert", u"Carl"}));
   EXPECT_EQ(screen.Messages.size(), 1U);
 }
@@ -273,7 +271,7 @@ TEST_F(RowDeletionTest, AnIdThatIsNoNumberNeverReachesTheDatabase) {
     Delete();
   }
   EXPECT_TRUE(Deleted().empty());
-  EXPECT_EQ(ErrorsLogged(kContext), 2);
+  EXPECT_EQ(ErrorsLogged(kDeleteContext), 2);
 }
 
 // Many rows.

@@ -8,9 +8,9 @@
 namespace ktrv::tests {
 namespace {
 
-thread_local bool counts = false;
-thread_local std::int64_t counted = 0;
-thread_local std::int64_t failing = 0;
+thread_local bool countsAllocations = false;
+thread_local std::int64_t allocations = 0;
+thread_local std::int64_t failingAllocation = 0;
 std::atomic<std::int64_t> alive = 0;
 std::atomic<std::int64_t> bytes = 0;
 std::atomic<std::int64_t> peak = 0;
@@ -18,12 +18,12 @@ std::atomic<std::int64_t> peak = 0;
 }  // namespace
 
 void FailingAllocations::FailAt(std::int64_t allocation) {
-  counted = 0;
-  failing = allocation;
+  allocations = 0;
+  failingAllocation = allocation;
 }
 
 std::int64_t FailingAllocations::Counted() {
-  return counted;
+  return allocations;
 }
 
 std::int64_t FailingAllocations::Alive() {
@@ -43,15 +43,15 @@ void FailingAllocations::LowerPeak() {
 }
 
 bool FailingAllocations::HasFailed() {
-  return failing > 0 && counted >= failing;
+  return failingAllocation > 0 && allocations >= failingAllocation;
 }
 
-FailingAllocations::Scope::Scope(bool on) : before_(counts) {
-  counts = on;
+FailingAllocations::Scope::Scope(bool on) : before_(countsAllocations) {
+  countsAllocations = on;
 }
 
 FailingAllocations::Scope::~Scope() {
-  counts = before_;
+  countsAllocations = before_;
 }
 
 namespace {
@@ -65,7 +65,7 @@ std::int64_t SizeOf(void* memory) noexcept {
 }
 
 void* Allocate(std::size_t size) noexcept {
-  if (counts && ++counted == failing) return nullptr;
+  if (countsAllocations && ++allocations == failingAllocation) return nullptr;
   void* memory = std::malloc(size == 0 ? 1 : size);
   if (!memory) return nullptr;
   ++alive;

@@ -7,24 +7,24 @@
 namespace ktrv::tests {
 namespace {
 
-thread_local std::int64_t counted = 0;
-thread_local std::int64_t failing = 0;
+thread_local std::int64_t threads = 0;
+thread_local std::int64_t failingThread = 0;
 
 using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
 
 }  // namespace
 
 void FailingThreads::FailAt(std::int64_t thread) {
-  counted = 0;
-  failing = thread;
+  threads = 0;
+  failingThread = thread;
 }
 
 std::int64_t FailingThreads::Counted() {
-  return counted;
+  return threads;
 }
 
 bool FailingThreads::HasFailed() {
-  return failing > 0 && counted >= failing;
+  return failingThread > 0 && threads >= failingThread;
 }
 
 }  // namespace ktrv::tests
@@ -33,7 +33,7 @@ bool FailingThreads::HasFailed() {
 extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes,
                               void* (*start)(void*), void* argument) noexcept {
   using namespace ktrv::tests;
-  if (++counted == failing) return EAGAIN;
+  if (++threads == failingThread) return EAGAIN;
   static const auto create = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
   return create(thread, attributes, start, argument);
 }

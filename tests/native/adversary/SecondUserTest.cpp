@@ -85,12 +85,12 @@ struct End {
   bool WithFirst = false;  ///< the first one's work was done before, and must not be refused
 };
 
-struct Case {
+struct Meeting {
   std::size_t Task;
   const char16_t* Word;
 };
 
-struct SecondUserTest : testing::TestWithParam<Case> {
+struct SecondUserTest : testing::TestWithParam<Meeting> {
   const UserTask& Task() const { return UserTasks()[GetParam().Task]; }
 
   static void Settle(Stage& stage) {
@@ -215,17 +215,18 @@ TEST_P(SecondUserTest, NeitherUsersWorkIsLost) {
   if (const auto open = choice.Open(); !open.empty()) GTEST_SKIP() << open;
 }
 
-std::vector<Case> Cases() {
-  std::vector<Case> cases;
+std::vector<Meeting> Meetings() {
+  std::vector<Meeting> cases;
   for (std::size_t task = 0; task < UserTasks().size(); ++task) {
     for (const char16_t* word : {u"SQL", u"ORACLE"}) cases.push_back({task, word});
   }
   return cases;
 }
 
-INSTANTIATE_TEST_SUITE_P(Tasks, SecondUserTest, testing::ValuesIn(Cases()), [](const auto& each) {
-  return UserTasks()[each.param.Task].Name + "_" + ToUtf8(each.param.Word);
-});
+INSTANTIATE_TEST_SUITE_P(Tasks, SecondUserTest, testing::ValuesIn(Meetings()),
+                         [](const auto& each) {
+                           return UserTasks()[each.param.Task].Name + "_" + ToUtf8(each.param.Word);
+                         });
 
 }  // namespace
 }  // namespace ktrv::tests

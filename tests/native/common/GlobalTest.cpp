@@ -7,7 +7,7 @@
 namespace ktrv::tests {
 namespace {
 
-constexpr StringView kPath = u"AddressBook.log";
+constexpr StringView kLogPath = u"AddressBook.log";
 
 struct EmailCase {
   const char16_t* Address;
@@ -21,7 +21,7 @@ struct ValidateEmailTest : testing::TestWithParam<EmailCase> {
 };
 
 TEST_P(ValidateEmailTest, JudgesTheAddress) {
-  EXPECT_EQ(Global::ValidateEmail(Log, kPath, GetParam().Address), GetParam().Valid)
+  EXPECT_EQ(Global::ValidateEmail(Log, kLogPath, GetParam().Address), GetParam().Valid)
       << GetParam().Why;
   EXPECT_TRUE(System.Appends.empty());
 }
@@ -51,11 +51,11 @@ INSTANTIATE_TEST_SUITE_P(
         EmailCase{u" @ . ", true, "blanks are characters like others"}));
 
 TEST_F(ValidateEmailTest, TheLongestAddressThatCanBeCountedIsJudged) {
-  EXPECT_TRUE(Global::ValidateEmail(Log, kPath, u"a@b.c" + String(32762, u'd')));
+  EXPECT_TRUE(Global::ValidateEmail(Log, kLogPath, u"a@b.c" + String(32762, u'd')));
 }
 
 TEST_F(ValidateEmailTest, OneCharacterMoreIsATrappedOverflow) {
-  EXPECT_FALSE(Global::ValidateEmail(Log, kPath, u"a@b.c" + String(32763, u'd')));
+  EXPECT_FALSE(Global::ValidateEmail(Log, kLogPath, u"a@b.c" + String(32763, u'd')));
   EXPECT_THAT(
       System.Contents(),
       testing::AllOf(testing::HasSubstr(

@@ -9,8 +9,8 @@ namespace {
 
 using Lines = std::vector<String>;
 
-constexpr std::int32_t kAdministrator = 1;
-constexpr std::int32_t kClerk = 2;
+constexpr std::int32_t kFirstUser = 1;
+constexpr std::int32_t kSecondUser = 2;
 constexpr std::int32_t kNobody = 9;
 
 /// What an open window or dialog works with, whatever the host says and calls meanwhile. A second
@@ -61,7 +61,7 @@ struct OwnSessionsTest : DialogFixture {
 
   void AtServer() { session.RunAt = RunApplicationAt::RuntAtServer; }
   forms::frmAddressBook& Book() { return dialogs.AddressBook(); }
-  forms::frmAddressBook& OpenBook(std::int32_t user = kAdministrator) {
+  forms::frmAddressBook& OpenBook(std::int32_t user = kFirstUser) {
     EXPECT_EQ(main.LoadAddressBook(user), 1);
     return Book();
   }
@@ -93,11 +93,11 @@ TEST_F(OwnSessionsTest, ACancelledPickReturnsNoOtherPicksRecipients) {
   In<forms::frmGroupsNew>([this](forms::frmGroupsNew& outer) {
     ASSERT_TRUE(Come(outer));
     Pick(1);
-    EXPECT_EQ(main.LoadRecipients(kAdministrator, false), 1);
+    EXPECT_EQ(main.LoadRecipients(kFirstUser, false), 1);
     EXPECT_EQ(main.SelectedRecipients()->Count(), 1);
     outer.cmdCancel.UserClicks();
   });
-  EXPECT_EQ(main.LoadRecipients(kAdministrator, false), 1);
+  EXPECT_EQ(main.LoadRecipients(kFirstUser, false), 1);
   EXPECT_EQ(main.SelectedRecipients()->Count(), 0);
   EXPECT_EQ(main.SelectedMobileNos()->Count(), 0);
   EXPECT_EQ(main.strContactsName(), u"");
@@ -106,10 +106,10 @@ TEST_F(OwnSessionsTest, ACancelledPickReturnsNoOtherPicksRecipients) {
 TEST_F(OwnSessionsTest, ACancelledNewContactHasNoOthersId) {
   In<forms::frmNewContact>([this](forms::frmNewContact& outer) {
     CloseNext();
-    EXPECT_EQ(main.EditContacts(kAdministrator, 1, 2, {}, {}), 1);
+    EXPECT_EQ(main.EditContacts(kFirstUser, 1, 2, {}, {}), 1);
     outer.cmdCancel.UserClicks();
   });
-  EXPECT_EQ(main.AddContacts(kAdministrator, 1, {}, {}), 1);
+  EXPECT_EQ(main.AddContacts(kFirstUser, 1, {}, {}), 1);
   EXPECT_EQ(main.NewContactId(), u"");
 }
 
@@ -120,11 +120,11 @@ TEST_F(OwnSessionsTest, ACancelledNewGroupHasNoOthersId) {
       ASSERT_TRUE(Come(inner));
       inner.cmdOK.UserClicks();
     });
-    EXPECT_EQ(main.EditGroup(kAdministrator, u"6", 1, {}), 1);
+    EXPECT_EQ(main.EditGroup(kFirstUser, u"6", 1, {}), 1);
     EXPECT_EQ(main.NewGroupId(), u"6");
     outer.cmdCancel.UserClicks();
   });
-  EXPECT_EQ(main.AddGroup(kAdministrator, u"0", 1, {}), 1);
+  EXPECT_EQ(main.AddGroup(kFirstUser, u"0", 1, {}), 1);
   EXPECT_EQ(main.NewGroupId(), u"");
   EXPECT_EQ(main.NewGroupName(), u"");
 }
@@ -135,23 +135,23 @@ TEST_F(OwnSessionsTest, ACancelledNewContactAddsNoOthersRow) {
     const int rows = editor.vsfFolderContacts.Rows();
     In<forms::frmNewContact>([this](forms::frmNewContact& contact) {
       CloseNext();
-      EXPECT_EQ(main.EditContacts(kAdministrator, 1, 2, {}, {}), 1);
+      EXPECT_EQ(main.EditContacts(kFirstUser, 1, 2, {}, {}), 1);
       contact.cmdCancel.UserClicks();
     });
     editor.cmdNew.UserClicks();
     EXPECT_EQ(editor.vsfFolderContacts.Rows(), rows);
   });
-  EXPECT_EQ(main.EditGroup(kAdministrator, u"5", 1, {}), 1);
+  EXPECT_EQ(main.EditGroup(kFirstUser, u"5", 1, {}), 1);
 }
 
 TEST_F(OwnSessionsTest, AGroupEditorTakesNoPickAway) {
   In<forms::frmGroupsNew>([this](forms::frmGroupsNew& editor) {
     ASSERT_TRUE(Come(editor));
     Pick(2);
-    EXPECT_EQ(main.LoadRecipients(kAdministrator, false), 1);
+    EXPECT_EQ(main.LoadRecipients(kFirstUser, false), 1);
     editor.cmdOK.UserClicks();
   });
-  EXPECT_EQ(main.EditGroup(kAdministrator, u"5", 1, {}), 1);
+  EXPECT_EQ(main.EditGroup(kFirstUser, u"5", 1, {}), 1);
   ASSERT_EQ(main.SelectedRecipients()->Count(), 1);
 }
 
@@ -202,7 +202,7 @@ TEST_F(OwnSessionsTest, AContactIsSavedInNoOtherDatabase) {
       editor.cmdSave.UserClicks();
     });
     main.SetRemoteDBString(database.ConnectionString());
-    EXPECT_EQ(main.EditContacts(kAdministrator, 1, initialised ? 1 : 2, {}, {}), 1);
+    EXPECT_EQ(main.EditContacts(kFirstUser, 1, initialised ? 1 : 2, {}, {}), 1);
   }
   EXPECT_EQ(other.Rows(u"SELECT LNAME FROM SMS_ABCONTACTS ORDER BY ID"), (Lines{u"null", u"null"}));
   EXPECT_EQ(database.Rows(u"SELECT LNAME FROM SMS_ABCONTACTS ORDER BY ID"),
@@ -216,7 +216,7 @@ TEST_F(OwnSessionsTest, AGroupIsSavedInNoOtherDatabase) {
     editor.txtGroupName.SetText(u"Ship");
     editor.cmdOK.UserClicks();
   });
-  EXPECT_EQ(main.EditGroup(kAdministrator, u"5", 1, {}), 1);
+  EXPECT_EQ(main.EditGroup(kFirstUser, u"5", 1, {}), 1);
   EXPECT_EQ(other.Rows(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 5"), Lines{u"Other Boat"});
   EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABGROUPS WHERE ID = 5"), Lines{u"Ship"});
 }
@@ -247,7 +247,7 @@ TEST_F(OwnSessionsTest, ADialectMeantForAnotherDatabaseChangesNoOpenDialog) {
     ASSERT_TRUE(Come(picker));
     EXPECT_EQ(Trim(picker.vsfFolderContacts.Text(1, 2)), u"Ann");
   });
-  EXPECT_EQ(main.LoadRecipients(kAdministrator, false), 1);
+  EXPECT_EQ(main.LoadRecipients(kFirstUser, false), 1);
 }
 
 TEST_F(OwnSessionsTest, AChangedDatabaseIsShownByTheNextLoad) {
@@ -285,7 +285,7 @@ TEST_F(OwnSessionsTest, AContactMadeInAGroupEditorIsNotLost) {
     ASSERT_TRUE(Come(editor));
     EXPECT_EQ(editor.vsfFolderContacts.Rows(), rows + 1);
   });
-  EXPECT_EQ(main.EditGroup(kAdministrator, u"5", 1, {}), 1);
+  EXPECT_EQ(main.EditGroup(kFirstUser, u"5", 1, {}), 1);
   EXPECT_EQ(Contacts(database), (Lines{u"Ann", u"Bert", u"Zoe"}));
 }
 
@@ -310,7 +310,7 @@ TEST_F(OwnSessionsTest, ACheckOfRightsAsksNoFormerDatabase) {
   EXPECT_EQ(main.EditContacts(kNobody, 1, 1, {}, {}), 0);
   ASSERT_EQ(session.SessionConnection->State(), database::ObjectState::Open);
   main.SetRemoteDBString(OtherString());
-  EXPECT_EQ(main.LoadAddressBook(kAdministrator), 0);
+  EXPECT_EQ(main.LoadAddressBook(kFirstUser), 0);
   EXPECT_EQ(screen.LastMessage().Text, u"User has been either deleted or disabled");
 }
 
@@ -320,7 +320,7 @@ TEST_F(OwnSessionsTest, AClerksCallTakesNoRightsFromAnOpenWindow) {
   OpenBook();
   Show(u"SHARED");
   CloseNext();
-  EXPECT_EQ(main.EditContacts(kClerk, 0, 1, {}, {}), 1);
+  EXPECT_EQ(main.EditContacts(kSecondUser, 0, 1, {}, {}), 1);
   SelectRow(1);
   screen.Answer(MessageAnswer::Yes);
   Book().ContactDelete();
@@ -329,10 +329,10 @@ TEST_F(OwnSessionsTest, AClerksCallTakesNoRightsFromAnOpenWindow) {
 }
 
 TEST_F(OwnSessionsTest, AnAdministratorsCallGivesAClerksWindowNoRights) {
-  OpenBook(kClerk);
+  OpenBook(kSecondUser);
   Show(u"SHARED");
   CloseNext();
-  EXPECT_EQ(main.EditContacts(kAdministrator, 0, 1, {}, {}), 1);
+  EXPECT_EQ(main.EditContacts(kFirstUser, 0, 1, {}, {}), 1);
   SelectRow(1);
   Book().ContactDelete();
   EXPECT_TRUE(screen.Messages.empty());
@@ -358,7 +358,7 @@ TEST_F(OwnSessionsTest, ARefusedUsersIdIsStoredNowhere) {
 TEST_F(OwnSessionsTest, AnotherUsersLoadLeavesNoFormerRights) {
   OpenBook();
   Show(u"SHARED");
-  OpenBook(kClerk);
+  OpenBook(kSecondUser);
   EXPECT_TRUE(Book().IsVisible());
   Show(u"SHARED");
   SelectRow(1);
@@ -388,7 +388,7 @@ TEST_F(OwnSessionsTest, AnotherObjectsEndClosesNothing) {
     picker.cmdSelect.UserClicks();
     picker.cmdOK.UserClicks();
   });
-  EXPECT_EQ(main.LoadRecipients(kAdministrator, false), 1);
+  EXPECT_EQ(main.LoadRecipients(kFirstUser, false), 1);
   EXPECT_EQ(main.SelectedRecipients()->Count(), 1);
   EXPECT_TRUE(Book().IsLoaded());
 }

@@ -3,8 +3,6 @@
 namespace ktrv::forms {
 namespace {
 
-constexpr StringView kContext =
-    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
 constexpr StringView kChanged =
     u"Another user has changed this group since it was opened. Do you want to replace the changes?";
 constexpr StringView kGone =
@@ -28,7 +26,7 @@ struct GroupBesideOthers : tests::GroupsOnDatabase {
     ASSERT_EQ(screen.Messages.size(), 1U);
     EXPECT_EQ(screen.LastMessage().Text, text);
     EXPECT_EQ(screen.LastMessage().Style, MessageStyle::Exclamation);
-    EXPECT_EQ(ErrorsLogged(kContext), 1);
+    EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   }
   String Names() { return Query(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"); }
 };
@@ -111,7 +109,7 @@ TEST_F(GroupBesideOthers, ComparisonThatFailsWritesNothing) {
   FailOnce(u"SELECT CONTACT_ID, CONTACT_TYPE");
   Press();
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S,R1:R");
 }

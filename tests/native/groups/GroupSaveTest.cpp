@@ -6,9 +6,6 @@ namespace {
 
 namespace Queries = data::GroupQueries;
 
-constexpr StringView kContext =
-    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
-
 struct GroupSaveTest : tests::GroupsTest {
   /// The texts that wrote something, in order.
   std::vector<String> Written() const {
@@ -117,7 +114,7 @@ TEST_F(GroupSaveTest, NameTakenBetweenCheckAndInsertKeepsTheDialogOpen) {
   form->txtGroupName.UserTypes(u"Team");
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_TRUE(Ran(u"DELETE").empty());
   EXPECT_FALSE(form->Result().Unfinished);
   EXPECT_TRUE(form->lblSave.Visible());
@@ -151,7 +148,7 @@ TEST_F(GroupSaveTest, GroupDeletedMeanwhileIsNotFilled) {
     driver.Changes(Queries::kRenameGroup, count);
     form->cmdOK.UserClicks();
     EXPECT_TRUE(form->IsLoaded());
-    EXPECT_EQ(ErrorsLogged(kContext), ++failures);
+    EXPECT_EQ(ErrorsLogged(kSaveContext), ++failures);
     EXPECT_TRUE(Ran(Queries::kInsertMember).empty());
   }
 }
@@ -167,7 +164,7 @@ TEST_F(GroupSaveTest, MemberIdOfMoreThan50UnitsFailsTheSave) {
   Modify({{String(51, u'x'), u"Long", u"", u"", u"3", u""}});
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
 }
 
 // Members that are not there yet.
@@ -281,7 +278,7 @@ TEST_F(SavesOnDatabase, DeletedGroupIsNotFilledWithOrphans) {
                 u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 11"});
   form->cmdOK.UserClicks();
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_EQ(MembershipsOf(u"11"), u"");
 }
 

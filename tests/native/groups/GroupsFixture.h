@@ -15,6 +15,8 @@ namespace ktrv::tests {
 class GroupsTest : public SessionFixture {
  protected:
   using Row = FakeDriver::Row;
+  static constexpr StringView kSaveContext =
+      u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
 
   GroupsTest();
 

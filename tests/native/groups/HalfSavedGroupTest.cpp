@@ -4,8 +4,6 @@
 namespace ktrv::forms {
 namespace {
 
-constexpr StringView kContext =
-    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
 constexpr StringView kIncomplete = u"The stored group is incomplete. OK tries again.";
 constexpr StringView kInsertGroup = u"INSERT INTO SMS_ABGROUPS ";
 constexpr StringView kInsertMember = u"INSERT INTO SMS_ABGROUPMAPS";
@@ -59,7 +57,7 @@ TEST_F(HalfSavedGroup, TooLongACodeDoesNotCostTheOldMembers) {
             u"The codes of these members are too long for a group: Long. Please remove them from "
             u"the list.");
   EXPECT_EQ(screen.LastMessage().Style, MessageStyle::Exclamation);
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
 }
 
 TEST_F(HalfSavedGroup, IsNotTakenForSavedNorForUntouched) {
@@ -68,7 +66,7 @@ TEST_F(HalfSavedGroup, IsNotTakenForSavedNorForUntouched) {
   Press();
   EXPECT_TRUE(form->IsLoaded());
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S");
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_TRUE(form->lblSave.Visible());
   EXPECT_EQ(form->lblSave.Caption(), kIncomplete);
 }
@@ -187,7 +185,7 @@ TEST_F(HalfSavedGroup, NewGroupWhoseReadBackFailsIsNotStoredTwice) {
   FailOnce(kReadBack);
   Press();
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_EQ(form->lblSave.Caption(), kIncomplete);
   Press();
   EXPECT_FALSE(form->IsLoaded());
@@ -298,7 +296,7 @@ TEST_F(HalfSavedOnAFake, NewGroupThatIsNotFoundAgainIsInsertedOnce) {
     form->cmdOK.UserClicks();
     EXPECT_TRUE(form->IsLoaded());
     EXPECT_EQ(form->lblSave.Caption(), kIncomplete);
-    EXPECT_EQ(ErrorsLogged(kContext), times);
+    EXPECT_EQ(ErrorsLogged(kSaveContext), times);
   }
   EXPECT_EQ(Ran(Queries::kInsertGroup).size(), 1U);
   EXPECT_TRUE(Ran(Queries::kClearMembers).empty());

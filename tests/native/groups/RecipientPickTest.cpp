@@ -8,9 +8,6 @@ namespace {
 
 namespace Queries = data::GroupQueries;
 
-constexpr StringView kContext =
-    u"KTRVAddressBook: Error occurred. Sub:Save_Data(), Module: frmGroupsNew()";
-
 String Padded(String id, StringView name) {
   id.resize(15, u' ');
   return id.append(name);
@@ -102,7 +99,7 @@ TEST_F(RecipientPickTest, IdOfMoreThan15UnitsFailsAndLeavesNothingBehind) {
   PickAndOk({{u"1", u"Anna", u"98001", u"", u"1", u""},
              {String(16, u'x'), u"Long", u"", u"", u"3", u""}});
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_TRUE(Recipients().empty());
   EXPECT_TRUE(Numbers().empty());
   EXPECT_EQ(form->lblSave.Caption(), u"The recipients could not be selected.");
@@ -231,7 +228,7 @@ TEST_F(RecipientPickTest, GroupThatCannotBeExpandedKeepsTheDialogOpen) {
               Error(ErrorNumber::SyntaxOrPermission, u"'TO_CHAR' is not a function"));
   PickAndOk({{u"9", u"Team", u"", u"", u"2", u""}});
   EXPECT_TRUE(form->IsLoaded());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_TRUE(Recipients().empty());
 }
 

@@ -7,7 +7,7 @@ namespace {
 namespace Queries = data::GroupQueries;
 using Purpose = Queries::Purpose;
 
-constexpr StringView kContext =
+constexpr StringView kSourceContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadFolderContacts(), Module: frmGroupsNew()";
 
 struct SourceListTest : tests::GroupsTest {
@@ -45,7 +45,7 @@ TEST_F(SourceListTest, FailureToFillTheSelectorIsLoggedUnderTheListsName) {
   driver.Fail(Queries::kFolders, Error(ErrorNumber::TableNotFound, u"no table"));
   OpenPicker();
   ASSERT_TRUE(Complete());
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSourceContext), 1);
   EXPECT_EQ(Sources(), (std::vector<String>{u"Shared Contacts"}));
 }
 
@@ -98,7 +98,7 @@ TEST_F(SourceListTest, FolderIdWithMoreThanDigitsNeverReachesTheList) {
   ASSERT_TRUE(Complete());
   FolderIs(u"S");
   form->LoadFolderContacts(u"8 OR 1=1");
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSourceContext), 1);
   EXPECT_TRUE(Ran(u"OR 1=1").empty());
 }
 
@@ -114,7 +114,7 @@ struct FailedSourceTest : SourceListTest {
   }
   void NobodyCanBeTaken() {
     EXPECT_TRUE(Choose(u"Friends"));
-    EXPECT_EQ(ErrorsLogged(kContext), 1);
+    EXPECT_EQ(ErrorsLogged(kSourceContext), 1);
     EXPECT_EQ(form->vsfFolderContacts.Rows(), 1);
     EXPECT_EQ(form->vsfFolderContacts.Text(0, form->vsfFolderContacts.ColIndex(u"NAME")), u"Name");
     EXPECT_TRUE(form->lblLoadingFolder.Visible());
@@ -169,7 +169,7 @@ TEST_F(SourceListTest, FolderIdAbove32BitsIsNotCut) {
   ASSERT_TRUE(Complete());
   EXPECT_EQ(Sources(), (std::vector<String>{u"Shared Contacts", u"Friends"}));
   EXPECT_EQ(form->cboContactType.ItemData(1), 3);
-  EXPECT_EQ(ErrorsLogged(kContext), 3);
+  EXPECT_EQ(ErrorsLogged(kSourceContext), 3);
 }
 
 TEST_F(SourceListTest, BarRunsToContactsAndGroupsInThePicker) {
@@ -308,7 +308,7 @@ TEST_F(SourceListTest, RemoteViewThatFailsIsLoggedAndTold) {
   FolderIs(u"R");
   driver.Fail(u"V_ZUL$REMOTE_CONTACTS", Error(ErrorNumber::TableNotFound, u"no view"));
   form->LoadFolderContacts(u"8");
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSourceContext), 1);
   EXPECT_TRUE(form->lblLoadingFolder.Visible());
   EXPECT_FALSE(form->Sources().IsLoading());
 }
@@ -319,7 +319,7 @@ TEST_F(SourceListTest, FetchThatFailsHalfWayKeepsWhatCameAndTells) {
   OpenPicker();
   ASSERT_TRUE(Complete());
   EXPECT_EQ(Column(form->vsfFolderContacts, u"NAME"), (std::vector<String>{u"Anna"}));
-  EXPECT_EQ(ErrorsLogged(kContext), 1);
+  EXPECT_EQ(ErrorsLogged(kSourceContext), 1);
   EXPECT_EQ(form->lblLoadingFolder.Caption(), u"The list could not be loaded.");
 }
 
