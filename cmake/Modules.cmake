@@ -23,6 +23,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # GCC 12 reports false overlaps in its own std::basic_string at -O3.
   target_compile_options(ktrv_options INTERFACE -Wno-restrict)
 endif()
+if(CMAKE_UNITY_BUILD)
+  # A source of a batch is an included file, and the warning is about included files.
+  target_compile_options(ktrv_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(WIN32)
   target_compile_definitions(ktrv_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX)
   # With --gc-sections the linker removes unused functions and data from the DLL.
