@@ -71,13 +71,13 @@ function(ktrv_precompile_test_headers name)
   target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
-# ktrv_test(NAME [DEPENDS lib...] [LABELS label...] [ON_SERVERS filter] [SIDE_BY_SIDE number]):
-# a GoogleTest program of all sources in the current folder. Cases that match ON_SERVERS also run on
-# each database server. Natively each case is one CTest test, discovered when ctest runs; with
-# SIDE_BY_SIDE, for cases that mostly wait, they are one test that runs so many at a time. For
+# ktrv_test(NAME [DEPENDS lib...] LABELS label [ON_SERVERS filter] [NEEDS_SERVERS filter]
+# [SIDE_BY_SIDE number]): a GoogleTest program of all sources in the current folder. Cases that match
+# ON_SERVERS also run on each database server, those of NEEDS_SERVERS only there; both have the label
+# `servers`. Natively each case is one CTest test, discovered when ctest runs; with SIDE_BY_SIDE, for cases that mostly wait, they are one test that runs so many at a time. For
 # Windows the program is one test, because starting a program under Wine costs more than most cases.
 function(ktrv_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ON_SERVERS;SIDE_BY_SIDE" "DEPENDS;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABELS;ON_SERVERS;NEEDS_SERVERS;SIDE_BY_SIDE" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
     return()
@@ -88,7 +88,7 @@ function(ktrv_test name)
   if(WIN32)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
-    if("wine" IN_LIST arg_LABELS)
+    if(arg_LABELS STREQUAL "wine")
       # Windows on one desktop share the input focus.
       set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
       target_link_libraries(${name} PRIVATE ktrv_desktop_for_tests ktrv_desktop)
@@ -98,18 +98,37 @@ function(ktrv_test name)
       "$<TARGET_FILE:${name}>")
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300 PROCESSORS 2)
   else()
-    # With pretty values the names of parameterised cases would contain addresses, which change with
-    # each build.
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
-      PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 120)
+    set(others "")
+    if(arg_NEEDS_SERVERS)
+      ktrv_discover_tests(${name} servers FILTER "${arg_NEEDS_SERVERS}")
+      set(others FILTER "-${arg_NEEDS_SERVERS}")
+    endif()
+    ktrv_discover_tests(${name} ${arg_LABELS} ${others})
   endif()
   if(arg_ON_SERVERS)
-    ktrv_test_on_servers(${name} "${arg_ON_SERVERS}" "${arg_LABELS}")
+    ktrv_test_on_servers(${name} "${arg_ON_SERVERS}")
   endif()
 endfunction()
 
-function(ktrv_test_on_servers name filter labels)
-  if(NOT KTRV_TEST_SERVERS OR KTRV_SANITIZE STREQUAL "thread")
+# ktrv_discover_tests(NAME LABEL [FILTER filter] [SUFFIX suffix] [TIMEOUT seconds]
+# [ENVIRONMENT setting]): each case of a GoogleTest program is one CTest test.
+function(ktrv_discover_tests name label)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "FILTER;SUFFIX;TIMEOUT;ENVIRONMENT" "")
+  set(properties LABELS ${label} TIMEOUT 120)
+  if(arg_TIMEOUT)
+    list(APPEND properties TIMEOUT ${arg_TIMEOUT})
+  endif()
+  if(arg_ENVIRONMENT)
+    list(APPEND properties ENVIRONMENT ${arg_ENVIRONMENT})
+  endif()
+  # With pretty values the names of parameterised cases would contain addresses, which change with
+  # each build.
+  gtest_discover_tests(${name} TEST_FILTER "${arg_FILTER}" TEST_SUFFIX "${arg_SUFFIX}"
+    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})
+endfunction()
+
+function(ktrv_test_on_servers name filter)
+  if(KTRV_SANITIZE STREQUAL "thread")
     return()  # what has threads there is the contract's
   endif()
   foreach(engine mariadb postgresql)
@@ -117,12 +136,11 @@ function(ktrv_test_on_servers name filter labels)
       add_test(NAME ${name}.${engine}
         COMMAND "${PROJECT_SOURCE_DIR}/tools/with-servers" "${CMAKE_BINARY_DIR}/servers"
           ${CMAKE_CROSSCOMPILING_EMULATOR} "$<TARGET_FILE:${name}>" "--gtest_filter=${filter}")
-      set_tests_properties(${name}.${engine} PROPERTIES LABELS "${labels}" TIMEOUT 300
+      set_tests_properties(${name}.${engine} PROPERTIES LABELS servers TIMEOUT 300
         ENVIRONMENT KTRV_TEST_ENGINE=${engine})
     else()
-      gtest_discover_tests(${name} TEST_SUFFIX .${engine} TEST_FILTER "${filter}"
-        DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
-        PROPERTIES LABELS "${labels}" TIMEOUT 120 ENVIRONMENT KTRV_TEST_ENGINE=${engine})
+      ktrv_discover_tests(${name} servers FILTER "${filter}" SUFFIX .${engine}
+        ENVIRONMENT KTRV_TEST_ENGINE=${engine})
     endif()
   endforeach()
 endfunction()
