@@ -49,30 +49,6 @@ void AppendUtf8(std::string& bytes, char32_t code) {
   }
 }
 
-/// One code point and its length in bytes. Length 0 for invalid UTF-8, which includes overlong
-/// forms and surrogates.
-struct Decoded {
-  char32_t Code = 0;
-  std::size_t Length = 0;
-};
-
-Decoded DecodeUtf8(std::string_view bytes) {
-  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  const unsigned char lead = at(0);
-  if (lead < 0x80) return {lead, 1};
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length) return {};
-  char32_t code = lead & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((at(i) & 0xC0) != 0x80) return {};
-    code = (code << 6) | (at(i) & 0x3F);
-  }
-  constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-  if (code < kSmallest[length] || code > 0x10FFFF || surrogate) return {};
-  return {code, length};
-}
-
 }  // namespace
 
 StringView LTrim(StringView text) {
@@ -149,22 +125,43 @@ std::string ToUtf8(StringView text) {
   return bytes;
 }
 
+DecodedUtf8 DecodeUtf8(std::string_view bytes) {
+  const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  const unsigned char lead = at(0);
+  if (lead < 0x80) return {lead, 1};
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length) return {};
+  char32_t code = lead & (0x7FU >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((at(i) & 0xC0) != 0x80) return {};
+    code = (code << 6) | (at(i) & 0x3F);
+  }
+  constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (code < kSmallest[length] || code > 0x10FFFF || surrogate) return {};
+  return {code, length};
+}
+
+void AppendCodePoint(String& text, char32_t code) {
+  if (code >= 0x10000) {
+    text.push_back(static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10)));
+    text.push_back(static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF)));
+  } else {
+    text.push_back(static_cast<char16_t>(code));
+  }
+}
+
 String FromUtf8(std::string_view bytes) {
   String text;
   text.reserve(bytes.size());
   while (!bytes.empty()) {
-    const Decoded decoded = DecodeUtf8(bytes);
+    const DecodedUtf8 decoded = DecodeUtf8(bytes);
     if (decoded.Length == 0) {
       text.push_back(kReplacement);
       bytes.remove_prefix(1);
       continue;
     }
-    if (decoded.Code >= 0x10000) {
-      text.push_back(static_cast<char16_t>(0xD800 + ((decoded.Code - 0x10000) >> 10)));
-      text.push_back(static_cast<char16_t>(0xDC00 + ((decoded.Code - 0x10000) & 0x3FF)));
-    } else {
-      text.push_back(static_cast<char16_t>(decoded.Code));
-    }
+    AppendCodePoint(text, decoded.Code);
     bytes.remove_prefix(decoded.Length);
   }
   return text;

@@ -47,4 +47,17 @@ std::string ToUtf8(StringView text);
 /// Converts from UTF-8; each invalid byte becomes U+FFFD.
 String FromUtf8(std::string_view bytes);
 
+/// One code point and its length in bytes. Length 0 for invalid UTF-8, which includes overlong
+/// forms and surrogates.
+struct DecodedUtf8 {
+  char32_t Code = 0;
+  std::size_t Length = 0;
+};
+
+/// The code point at the start of the bytes. \pre not empty
+DecodedUtf8 DecodeUtf8(std::string_view bytes);
+
+/// Appends a code point as one or two units.
+void AppendCodePoint(String& text, char32_t code);
+
 }  // namespace ktrv
