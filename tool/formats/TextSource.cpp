@@ -7,7 +7,7 @@
 namespace ktrv::tool {
 namespace {
 
-constexpr std::size_t kChunk = 65536;  // bytes
+constexpr std::size_t kPart = 65536;  // bytes
 
 char16_t Invalid(char byte) {
   return static_cast<char16_t>(TextSource::kInvalid + static_cast<unsigned char>(byte));
@@ -22,8 +22,8 @@ bool TextSource::Next(String& text) {
   text.clear();
   while (text.empty()) {
     const std::size_t held = bytes_.size();
-    bytes_.resize(held + kChunk);
-    stream_.read(bytes_.data() + held, kChunk);
+    bytes_.resize(held + kPart);
+    stream_.read(bytes_.data() + held, kPart);
     const auto count = static_cast<std::size_t>(stream_.gcount());
     bytes_.resize(held + count);
     if (!std::exchange(started_, true)) {

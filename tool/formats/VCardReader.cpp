@@ -13,7 +13,7 @@ constexpr StringView kEnd = u"END:VCARD";
 
 constexpr StringView kNoEnd = u"The vCard has no END:VCARD";
 constexpr StringView kNoColon = u"The vCard has a line without a colon";
-constexpr StringView kTooLong = u"The vCard is too long. An END:VCARD may be missing";
+constexpr StringView kCardTooLong = u"The vCard is too long. An END:VCARD may be missing";
 
 /// Whether the line is the text, apart from case and blanks.
 bool Is(StringView line, StringView text) {
@@ -52,12 +52,7 @@ StringView Unquoted(StringView text) {
   return text;
 }
 
-/// Property parameters that change how the value is read.
-struct Coding {
-  bool IsQuotedPrintable = false;
-};
-
-void AddParameter(StringView parameter, VCardProperty& property, Coding& coding) {
+void AddParameter(StringView parameter, VCardProperty& property) {
   StringView values = parameter;
   const bool isNamed = parameter.find(u'=') != StringView::npos;
   const String name = isNamed ? ToUpperAscii(Trim(TakeUntil(values, u'='))) : String(u"TYPE");
@@ -65,7 +60,7 @@ void AddParameter(StringView parameter, VCardProperty& property, Coding& coding)
     property.Preference =
         static_cast<int>(std::clamp<std::int64_t>(ParseInteger(values).value_or(0), 0, 100));
   }
-  if (EqualsIgnoringCase(values, u"QUOTED-PRINTABLE")) coding.IsQuotedPrintable = true;
+  if (EqualsIgnoringCase(values, u"QUOTED-PRINTABLE")) property.IsEncoded = true;
   if (name != u"TYPE") return;
   StringView types = Unquoted(values);
   while (!types.empty()) {
@@ -84,23 +79,22 @@ std::optional<StringView> HeadOf(StringView line) {
   return head;
 }
 
-/// Splits the part before the colon. \return the coding of the value
-Coding ParseHead(StringView head, VCardProperty& property) {
-  Coding coding;
+/// Splits the part before the colon.
+void ParseHead(StringView head, VCardProperty& property) {
   StringView name = TakeUntil(head, u';');
   if (const std::size_t dot = name.rfind(u'.'); dot != StringView::npos) {
     property.Group = Trim(name.substr(0, dot));
     name.remove_prefix(dot + 1);
   }
   property.Name = ToUpperAscii(Trim(name));
-  while (!head.empty()) AddParameter(Trim(TakeUntil(head, u';')), property, coding);
-  return coding;
+  while (!head.empty()) AddParameter(Trim(TakeUntil(head, u';')), property);
 }
 
 bool IsQuotedPrintable(StringView line) {
   const auto head = HeadOf(line);
-  VCardProperty ignored;
-  return head && ParseHead(*head, ignored).IsQuotedPrintable;
+  VCardProperty property;
+  if (head) ParseHead(*head, property);
+  return property.IsEncoded;
 }
 
 /// Appends the escaped text to plain text, up to a separator outside of escapes.
@@ -187,6 +181,17 @@ bool VCardReader::ReadLine(Line& line, bool isFolded) {
   return true;
 }
 
+bool VCardReader::IsFoldedCode() {
+  constexpr std::size_t kUnits = 3;  // a blank and two digits
+  for (String more; text_.size() - at_ < kUnits && source_.Next(more);) {
+    text_ = text_.substr(at_) + more;
+    at_ = 0;
+  }
+  const StringView next = StringView(text_).substr(at_, kUnits);
+  return next.size() == kUnits && next[0] == u' ' &&
+         next.find_first_not_of(u"0123456789ABCDEF", 1) == StringView::npos;
+}
+
 bool VCardReader::ReadUnfolded(Line& line) {
   line = {};
   line.Number = line_;
@@ -198,7 +203,7 @@ bool VCardReader::ReadUnfolded(Line& line) {
       // Whether the text ends with a soft line break. It is asked once, because the head of the
       // line is complete by then.
       if (!std::exchange(isKnown, true)) isQuotedPrintable = IsQuotedPrintable(line.Text);
-      if (isQuotedPrintable) {
+      if (isQuotedPrintable && !IsFoldedCode()) {
         line.Text.pop_back();
         ReadLine(line, false);
         continue;
@@ -234,7 +239,7 @@ bool VCardReader::Next(VCard& card) {
       return true;
     }
     if (line.IsTooLong || card.Raw.size() + line.Raw.size() > kLongest) {
-      complain(kTooLong);
+      complain(kCardTooLong);
     } else {
       card.Raw += line.Raw;
     }
@@ -248,9 +253,9 @@ bool VCardReader::Next(VCard& card) {
       continue;
     }
     VCardProperty property;
-    const Coding coding = ParseHead(*head, property);
+    ParseHead(*head, property);
     property.Value = StringView(line.Text).substr(head->size() + 1);
-    if (coding.IsQuotedPrintable) property.Value = FromQuotedPrintable(property.Value);
+    if (property.IsEncoded) property.Value = FromQuotedPrintable(property.Value);
     card.Properties.push_back(std::move(property));
   }
   complain(kNoEnd);

@@ -14,6 +14,7 @@ struct VCardProperty {
   String Name;                ///< in upper case
   std::vector<String> Types;  ///< values of TYPE, also those without its name, in lower case
   int Preference = 0;         ///< of PREF, 1 first; 1 for the type "pref"; 0 if it has none
+  bool IsEncoded = false;     ///< the value was quoted-printable
   String Value;               ///< with its escapes, but without quoted-printable
 
   bool HasType(StringView type) const;
@@ -59,6 +60,9 @@ class VCardReader {
   bool Fill();
   /// Appends the next line of the file to the raw text, and without its line break to the text.
   bool ReadLine(Line& line, bool isFolded);
+  /// Whether the next line continues "=", at which the former was folded. Else it is the one behind
+  /// a soft line break.
+  bool IsFoldedCode();
   /// Reads a line and its continuations.
   bool ReadUnfolded(Line& line);
 

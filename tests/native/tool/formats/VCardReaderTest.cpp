@@ -98,6 +98,15 @@ TEST(VCardReaderTest, DecodesQuotedPrintable) {
   EXPECT_EQ(Property("PHOTO;ENCODING=BASE64:AAA=\r\n BBB=").Value, u"AAA=BBB=");
 }
 
+TEST(VCardReaderTest, UnfoldsQuotedPrintable) {
+  for (const char* text : {"X;ENCODING=QUOTED-PRINTABLE:=\r\n 41=42",
+                           "X;QUOTED-PRINTABLE:=4\r\n 1=42", "X;QUOTED-PRINTABLE:=41\r\n =42"}) {
+    const VCardProperty property = Property(text);
+    EXPECT_EQ(property.Value, u"AB") << text;
+    EXPECT_TRUE(property.IsEncoded);
+  }
+}
+
 TEST(VCardReaderTest, SkipsCardsInsideACard) {
   const auto cards = Read(
       "BEGIN:VCARD\nFN:Anna\nAGENT:\nBEGIN:VCARD\nFN:Bert\nEND:VCARD\nTEL:1\nEND:VCARD\n"
