@@ -1,0 +1,79 @@
+#include "tool/Arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+
+#include "tool/Listing.h"
+
+namespace ktrv::tool {
+namespace {
+
+constexpr const char* kFooter =
+    "The connection string is taken from --connect, --connect-file, or the environment variable\n"
+    "ADDRESSBOOK_CONNECT.\n"
+    "Exit codes: 0 done; 1 failed, or something remains to be mended; 2 wrong arguments.";
+
+/// The command with its options.
+template <class Options>
+Command With(int (*run)(const Options&, Book&, Console&), const Options& options) {
+  return [run, options](Book& book, Console& console) { return run(options, book, console); };
+}
+
+void AddCommonOptions(CLI::App& app, Arguments& parsed) {
+  auto* connect =
+      app.add_option("--connect", parsed.Connect, "ODBC connection string")->type_name("STRING");
+  app.add_option("--connect-file", parsed.ConnectFile,
+                 "file that contains the connection string; only its owner may be able to read it")
+      ->type_name("FILE")
+      ->excludes(connect);
+  app.add_option("--dialect", parsed.Dialect,
+                 "dialect of the query texts; default: ORACLE on Oracle, else SQL")
+      ->check(CLI::IsMember({"SQL", "ORACLE"}, CLI::ignore_case));
+  app.add_flag("--json", parsed.Json, "results as JSON");
+}
+
+void AddListing(CLI::App& app, Arguments& parsed) {
+  auto* list = app.add_subcommand("list", "Lists the contacts and groups outside any folder");
+  auto listing = std::make_shared<ListOptions>();
+  list->add_option("--folder", listing->Folder, "of this folder instead: its name, or #ID");
+  list->callback([&parsed, listing] { parsed.Run = With(List, *listing); });
+
+  auto* show = app.add_subcommand("show", "Shows all columns of a contact");
+  auto showing = std::make_shared<ShowOptions>();
+  show->add_option("ID", showing->ContactId, "id of the contact")->required();
+  show->callback([&parsed, showing] { parsed.Run = With(Show, *showing); });
+
+  app.add_subcommand("folders", "Lists the folders")->callback([&parsed] { parsed.Run = Folders; });
+  app.add_subcommand("groups", "Lists the groups")->callback([&parsed] { parsed.Run = Groups; });
+
+  auto* members = app.add_subcommand("members", "Lists the members of a group");
+  auto membersOf = std::make_shared<MembersOptions>();
+  members->add_option("GROUP", membersOf->Group, "name of the group, or #ID")->required();
+  members->add_flag("--expand", membersOf->Expand, "as the recipients of a message to the group");
+  members->callback([&parsed, membersOf] { parsed.Run = With(Members, *membersOf); });
+}
+
+}  // namespace
+
+std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, Console& console) {
+  CLI::App app("Lists, exports, checks and creates the shared address book.", "addressbook");
+  Arguments parsed;
+  app.footer(kFooter);
+  app.set_version_flag("--version", "addressbook " KTRV_VERSION);
+  app.require_subcommand(1);
+  app.fallthrough();
+  AddCommonOptions(app, parsed);
+  AddListing(app, parsed);
+  std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
+  try {
+    app.parse(arguments);
+  } catch (const CLI::ParseError& error) {
+    const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+    app.exit(error, console.Out, console.Messages);
+    return asked ? ExitCode::Done : ExitCode::Usage;
+  }
+  return parsed;
+}
+
+}  // namespace ktrv::tool

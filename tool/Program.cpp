@@ -1,0 +1,112 @@
+#include "tool/Program.h"
+
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include "common/Error.h"
+#include "common/Passwords.h"
+#include "data/Dialect.h"
+#include "database/Connection.h"
+#include "database/odbc/ConnectionString.h"
+#include "tool/Arguments.h"
+#include "tool/Files.h"
+
+namespace ktrv::tool {
+namespace {
+
+constexpr const char* kVariable = "ADDRESSBOOK_CONNECT";
+
+/// A complaint about the arguments.
+struct UsageError {
+  std::string Text;
+};
+
+std::string FirstLine(std::string text) {
+  return text.substr(0, text.find_first_of("\r\n"));
+}
+
+std::string ReadConnectFile(const std::string& name, const Platform& platform) {
+  const std::filesystem::path path = PathOf(name);
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw UsageError{"cannot read the file of --connect-file: " + name};
+  if (!platform.IsPrivate(path)) {
+    throw UsageError{"others can read the file of --connect-file: " + name +
+                     "; let only its owner read it (chmod 600)"};
+  }
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
+  return FirstLine(std::move(text));
+}
+
+String ConnectionStringOf(const Arguments& arguments, const Platform& platform) {
+  std::string text = arguments.Connect;
+  if (text.empty() && !arguments.ConnectFile.empty()) {
+    text = ReadConnectFile(arguments.ConnectFile, platform);
+  }
+  if (text.empty()) text = platform.EnvironmentVariable(kVariable).value_or("");
+  String connection = FromUtf8(text);
+  if (Trim(connection).empty()) {
+    throw UsageError{std::string("no connection string: give --connect, --connect-file or ") +
+                     kVariable};
+  }
+  using database::odbc::KeywordValue;
+  if (!KeywordValue(connection, u"Provider").empty()) {
+    throw UsageError{"an OLE DB connection string (Provider=) is not supported; give one of ODBC"};
+  }
+  const bool sqlite =
+      ToUpperAscii(KeywordValue(connection, u"Driver")).find(u"SQLITE") != String::npos;
+  if (arguments.CreatesDatabase && sqlite && KeywordValue(connection, u"NoCreat").empty()) {
+    connection = database::odbc::WithKeyword(connection, u"NoCreat", u"0");
+  }
+  return connection;
+}
+
+data::Dialect DialectOf(const Arguments& arguments, const database::Connection& connection) {
+  if (!arguments.Dialect.empty()) return data::FoldedDialect(FromUtf8(arguments.Dialect));
+  const bool oracle = connection.CurrentLink()->Get().EngineKind() == database::Engine::Oracle;
+  return oracle ? data::Dialect::Oracle : data::Dialect::Sql;
+}
+
+int RunCommand(const Arguments& arguments, const String& connectionString, const Platform& platform,
+               Console& console) {
+  try {
+    database::Connection connection(
+        {[&platform](StringView) -> database::Driver& { return platform.Driver; },
+         [](const auto&) {}});
+    connection.Open(connectionString);
+    if (!connection.CurrentLink()) throw Error(ErrorNumber::ObjectClosed);
+    Book book{connection, DialectOf(arguments, connection)};
+    return arguments.Run(book, console);
+  } catch (...) {
+    console.Messages << "addressbook: "
+                     << ToUtf8(HidePasswords(Error::Current().Description(), connectionString))
+                     << '\n';
+    return ExitCode::Failed;
+  }
+}
+
+}  // namespace
+
+int RunProgram(std::vector<std::string> arguments, const Platform& platform,
+               Console& console) noexcept {
+  try {
+    const auto parsed = ParseArguments(std::move(arguments), console);
+    if (const int* code = std::get_if<int>(&parsed)) return *code;
+    const auto& accepted = std::get<Arguments>(parsed);
+    console.Json = accepted.Json;
+    const int code =
+        RunCommand(accepted, ConnectionStringOf(accepted, platform), platform, console);
+    console.Out.flush();
+    if (console.Out) return code;
+    console.Messages << "addressbook: the output could not be written\n";
+  } catch (const UsageError& error) {
+    console.Messages << "addressbook: " << error.Text << '\n';
+    return ExitCode::Usage;
+  } catch (...) {
+    console.Messages << "addressbook: " << Error::Current().what() << '\n';
+  }
+  return ExitCode::Failed;
+}
+
+}  // namespace ktrv::tool
