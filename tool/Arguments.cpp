@@ -2,8 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <map>
 #include <memory>
 
+#include "tool/Export.h"
 #include "tool/Listing.h"
 
 namespace ktrv::tool {
@@ -54,6 +56,24 @@ void AddListing(CLI::App& app, Arguments& parsed) {
   members->callback([&parsed, membersOf] { parsed.Run = With(Members, *membersOf); });
 }
 
+void AddExport(CLI::App& app, Arguments& parsed) {
+  static const std::map<std::string, FileFormat> kFormats = {{"csv", FileFormat::Csv},
+                                                             {"vcard", FileFormat::VCard4},
+                                                             {"vcard3", FileFormat::VCard3},
+                                                             {"json", FileFormat::Json}};
+  auto* command = app.add_subcommand("export", "Writes contacts to a file; by default all");
+  auto options = std::make_shared<ExportOptions>();
+  auto* folder = command->add_option("--folder", options->Folder, "of this folder: name, or #ID");
+  auto* group = command->add_option("--group", options->Group, "of this group: name, or #ID")
+                    ->excludes(folder);
+  command->add_flag("--all")->description("all contacts")->excludes(folder)->excludes(group);
+  command->add_option("--format", options->Format, "csv, vcard (4.0), vcard3 (3.0) or json")
+      ->transform(CLI::CheckedTransformer(kFormats, CLI::ignore_case).description(""));
+  command->add_option("--output", options->Output, "the file; by default standard output");
+  command->add_flag("--bom", options->ByteOrderMark, "start CSV with a byte order mark");
+  command->callback([&parsed, options] { parsed.Run = With(Export, *options); });
+}
+
 }  // namespace
 
 std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, Console& console) {
@@ -65,6 +85,7 @@ std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, 
   app.fallthrough();
   AddCommonOptions(app, parsed);
   AddListing(app, parsed);
+  AddExport(app, parsed);
   std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
   try {
     app.parse(arguments);

@@ -1,0 +1,125 @@
+#include "tool/Export.h"
+
+#include <fstream>
+#include <unordered_map>
+
+#include "common/Error.h"
+#include "data/ToolQueries.h"
+#include "tool/ContactColumns.h"
+#include "tool/Directory.h"
+#include "tool/Files.h"
+#include "tool/Progress.h"
+#include "tool/Query.h"
+
+namespace ktrv::tool {
+namespace {
+
+namespace Queries = data::ToolQueries;
+
+/// The names of folders and groups, and who is in which group.
+class Places {
+ public:
+  explicit Places(database::Connection& connection) {
+    for (const Folder& folder : ReadFolders(connection)) folders_[folder.Id] = folder.Name;
+    for (const Group& group : ReadGroups(connection)) groups_[group.Id] = group.Name;
+    Query query(connection, Queries::kContactMemberships);
+    while (query.Next()) {
+      const auto group = groups_.find(String(query.Text(0)));
+      if (group == groups_.end()) continue;
+      auto& names = memberships_[String(query.Text(1))];
+      if (names.empty() || names.back() != group->second) names.emplace_back(group->second);
+    }
+  }
+
+  std::optional<StringView> FolderOf(StringView folderId) const {
+    const auto folder = folders_.find(String(folderId));
+    return folder == folders_.end() ? std::nullopt : std::optional<StringView>(folder->second);
+  }
+  const std::vector<StringView>& GroupsOf(StringView contactId) const {
+    static const std::vector<StringView> kNone;
+    if (memberships_.empty()) return kNone;
+    const auto found = memberships_.find(String(contactId));
+    return found == memberships_.end() ? kNone : found->second;
+  }
+
+ private:
+  std::unordered_map<String, String> folders_;
+  std::unordered_map<String, String> groups_;
+  std::unordered_map<String, std::vector<StringView>> memberships_;
+};
+
+/// The query for the contacts that the options name.
+String ChosenContacts(const ExportOptions& options, database::Connection& connection) {
+  if (!options.Group.empty()) {
+    const auto groups = ReadGroups(connection);
+    return Queries::ContactsOfGroup(FindGroup(groups, options.Group).Id);
+  }
+  if (options.Folder.empty()) return String(Queries::kContacts);
+  const auto folders = ReadFolders(connection);
+  const Folder& folder = FindFolder(folders, options.Folder);
+  if (folder.IsRemote) {
+    throw Error(ErrorNumber::InvalidArgument,
+                u"The folder \"" + folder.Name +
+                    u"\" shows remote contacts, which belong to TALVERO and are not exported");
+  }
+  return Queries::ContactsOfFolder(folder.Id);
+}
+
+/// Writes the rows of the query. \return their number
+std::int64_t WriteContacts(StringView text, database::Connection& connection, ContactWriter& writer,
+                           Progress& progress) {
+  const Places places(connection);
+  Query query(connection, text);
+  ContactRecord contact;
+  contact.Columns.resize(ContactColumns::kNames.size());
+  String lastId;
+  std::int64_t written = 0;
+  writer.Begin();
+  while (query.Next()) {
+    const StringView id = query.Text(0);
+    if (written > 0 && id == lastId) continue;  // twice in the group
+    lastId = id;
+    contact.Folder = places.FolderOf(query.Text(1));
+    contact.Groups = places.GroupsOf(id);
+    for (std::size_t column = 0; column < contact.Columns.size(); ++column) {
+      contact.Columns[column] = query.Cell(2 + column);
+    }
+    writer.Write(contact);
+    progress.Count(++written);
+  }
+  writer.End();
+  return written;
+}
+
+Error CannotWrite(const std::string& name) {
+  return Error(ErrorNumber::DriverFailure, u"The file " + FromUtf8(name) + u" cannot be written");
+}
+
+}  // namespace
+
+int Export(const ExportOptions& options, Book& book, Console& console) {
+  const String query = ChosenContacts(options, book.Connection);
+  Progress progress(console, "exported");
+  const auto writeTo = [&](std::ostream& file) {
+    const auto writer = MakeWriter(options.Format, file, options.ByteOrderMark);
+    return WriteContacts(query, book.Connection, *writer, progress);
+  };
+  if (options.Output.empty()) {
+    progress.Finish(writeTo(console.Out));
+    return ExitCode::Done;
+  }
+  const std::filesystem::path path = PathOf(options.Output);
+  std::filesystem::path unfinished = path;
+  unfinished += ".part";
+  std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
+  const std::int64_t written = writeTo(file);
+  file.close();
+  if (!file) throw CannotWrite(options.Output);
+  std::error_code failure;
+  std::filesystem::rename(unfinished, path, failure);
+  if (failure) throw CannotWrite(options.Output);
+  progress.Finish(written);
+  return ExitCode::Done;
+}
+
+}  // namespace ktrv::tool
