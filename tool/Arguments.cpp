@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 
+#include "tool/Create.h"
 #include "tool/Export.h"
 #include "tool/Listing.h"
 
@@ -74,6 +75,17 @@ void AddExport(CLI::App& app, Arguments& parsed) {
   command->callback([&parsed, options] { parsed.Run = With(Export, *options); });
 }
 
+void AddCreate(CLI::App& app, Arguments& parsed) {
+  auto* command = app.add_subcommand("create", "Creates the tables of the address book");
+  auto options = std::make_shared<CreateOptions>();
+  command->add_flag("--host-tables", options->HostTables,
+                    "also stand-ins for the tables of the host, for experiments");
+  command->callback([&parsed, options] {
+    parsed.Run = With(Create, *options);
+    parsed.CreatesDatabase = true;
+  });
+}
+
 }  // namespace
 
 std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, Console& console) {
@@ -86,6 +98,7 @@ std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, 
   AddCommonOptions(app, parsed);
   AddListing(app, parsed);
   AddExport(app, parsed);
+  AddCreate(app, parsed);
   std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
   try {
     app.parse(arguments);

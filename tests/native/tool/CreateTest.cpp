@@ -1,0 +1,58 @@
+#include <gmock/gmock.h>
+
+#include "tests/native/support/SqliteFile.h"
+#include "tests/native/tool/ToolFixture.h"
+#include "tool/Schema.h"
+
+namespace ktrv::tests {
+namespace {
+
+using testing::HasSubstr;
+
+using CreateTest = ToolFixture;
+using CreateOnDatabaseTest = ToolFixture;
+
+TEST_F(CreateTest, MakesAFileWithAllTables) {
+  const SqliteFile place;
+  const std::string name = place.File().string() + ".new";
+  const std::string connect = "Driver=SQLite3;Database=" + name;
+  ASSERT_EQ(RunBare({"--connect", connect, "create", "--host-tables"}), 0) << Messages.str();
+  EXPECT_EQ(RunBare({"--connect", connect, "list"}), 0) << Messages.str();
+  EXPECT_EQ(RunBare({"--connect", connect, "folders"}), 0) << Messages.str();
+  std::filesystem::remove(name);
+}
+
+TEST_F(CreateOnDatabaseTest, RefusesTablesThatAreThere) {
+  EXPECT_EQ(Run({"create"}), 1);
+  EXPECT_THAT(Messages.str(), HasSubstr("SMS_ABFOLDERS is already there"));
+}
+
+TEST_F(CreateOnDatabaseTest, MakesWhatIsMissing) {
+  Database.Run({u"DROP TABLE SMS_ABFOLDERS", u"DROP TABLE SMS_ABCONTACTS",
+                u"DROP TABLE SMS_ABGROUPS", u"DROP TABLE SMS_ABGROUPMAPS"});
+  if (std::getenv("KTRV_TEST_ENGINE") &&
+      std::string(std::getenv("KTRV_TEST_ENGINE")) == "postgresql") {
+    Database.Run({u"DROP OPERATOR = (INTEGER, TEXT)", u"DROP OPERATOR = (TEXT, INTEGER)",
+                  u"DROP FUNCTION SMS_AB_SAME_ID(INTEGER, TEXT)",
+                  u"DROP FUNCTION SMS_AB_SAME_ID(TEXT, INTEGER)"});
+  }
+  ASSERT_EQ(Run({"create"}), 0) << Messages.str();
+  EXPECT_EQ(Run({"list"}), 0) << Messages.str();
+}
+
+TEST(SchemaTest, HasAStatementForEachTableOnEachEngine) {
+  using database::Engine;
+  for (const Engine engine :
+       {Engine::Sqlite, Engine::MySql, Engine::PostgreSql, Engine::SqlServer, Engine::Oracle}) {
+    std::size_t tables = 0;
+    for (const String& statement : tool::SchemaStatements(engine)) {
+      EXPECT_EQ(statement.find(u';'), String::npos);
+      EXPECT_EQ(statement.find(u"--"), String::npos);
+      if (statement.find(u"CREATE TABLE") != String::npos) ++tables;
+    }
+    EXPECT_EQ(tables, 4U);
+  }
+}
+
+}  // namespace
+}  // namespace ktrv::tests
