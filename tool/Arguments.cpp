@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 
+#include "tool/Check.h"
 #include "tool/Create.h"
 #include "tool/Export.h"
 #include "tool/Listing.h"
@@ -86,6 +87,19 @@ void AddCreate(CLI::App& app, Arguments& parsed) {
   });
 }
 
+void AddCheck(CLI::App& app, Arguments& parsed) {
+  auto* command = app.add_subcommand("check", "Tells what is wrong with the address book");
+  auto options = std::make_shared<CheckOptions>();
+  auto* repair = command->add_flag("--repair", options->Repair, "repair what can be repaired");
+  command->add_flag("--yes", options->Yes, "without asking")->needs(repair);
+  command
+      ->add_option("--removed", options->Removed,
+                   "file for the rows that a repair removes or changes")
+      ->needs(repair)
+      ->capture_default_str();
+  command->callback([&parsed, options] { parsed.Run = With(Check, *options); });
+}
+
 }  // namespace
 
 std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, Console& console) {
@@ -99,6 +113,7 @@ std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, 
   AddListing(app, parsed);
   AddExport(app, parsed);
   AddCreate(app, parsed);
+  AddCheck(app, parsed);
   std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
   try {
     app.parse(arguments);

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+
+#include "common/Text.h"
+
+namespace ktrv::tool {
+
+/// A key of a number that is the same however the number is written: of its country code and its
+/// digits, without signs, blanks and leading zeros. 0: it has no digits. Numbers of more than 18
+/// digits are hashed.
+inline std::uint64_t NumberKey(StringView countryCode, StringView number) {
+  constexpr int kExact = 18;
+  constexpr std::uint64_t kPrime = 1099511628211;
+  std::uint64_t key = 0;
+  int digits = 0;
+  for (const StringView part : {countryCode, number}) {
+    for (const char16_t unit : part) {
+      if (unit < u'0' || unit > u'9') continue;
+      const auto digit = static_cast<std::uint64_t>(unit - u'0');
+      if (key == 0 && digit == 0) continue;
+      key = ++digits <= kExact ? key * 10 + digit : (key ^ digit) * kPrime;
+    }
+  }
+  return key;
+}
+
+/// Why the number cannot be dialled; empty if it can. The contact editor's rules, and no letters.
+inline StringView NotDialled(StringView number) {
+  const StringView trimmed = Trim(number);
+  if (trimmed.empty()) return u"no number";
+  for (const char16_t unit : trimmed) {
+    if ((unit < u'0' || unit > u'9') && StringView(u" +-()./").find(unit) == StringView::npos) {
+      return u"not a number";
+    }
+  }
+  return NumberKey({}, trimmed) == 0 ? StringView(u"only zeros") : StringView();
+}
+
+}  // namespace ktrv::tool
