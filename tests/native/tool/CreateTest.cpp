@@ -28,14 +28,17 @@ TEST_F(CreateOnDatabaseTest, RefusesTablesThatAreThere) {
 }
 
 TEST_F(CreateOnDatabaseTest, MakesWhatIsMissing) {
-  Database.Run({u"DROP TABLE SMS_ABFOLDERS", u"DROP TABLE SMS_ABCONTACTS",
-                u"DROP TABLE SMS_ABGROUPS", u"DROP TABLE SMS_ABGROUPMAPS"});
-  if (std::getenv("KTRV_TEST_ENGINE") &&
-      std::string(std::getenv("KTRV_TEST_ENGINE")) == "postgresql") {
-    Database.Run({u"DROP OPERATOR = (INTEGER, TEXT)", u"DROP OPERATOR = (TEXT, INTEGER)",
-                  u"DROP FUNCTION SMS_AB_SAME_ID(INTEGER, TEXT)",
-                  u"DROP FUNCTION SMS_AB_SAME_ID(TEXT, INTEGER)"});
+  database::Connection connection(Database.Surroundings());
+  connection.Open(Database.ConnectionString());
+  for (const StringView table :
+       {u"SMS_ABFOLDERS", u"SMS_ABCONTACTS", u"SMS_ABGROUPS", u"SMS_ABGROUPMAPS"}) {
+    connection.Execute(u"DROP TABLE " + String(table));
   }
+  if (connection.CurrentLink()->Get().EngineKind() == database::Engine::PostgreSql) {
+    connection.Execute(u"DROP FUNCTION SMS_AB_SAME_ID(INTEGER, TEXT) CASCADE");
+    connection.Execute(u"DROP FUNCTION SMS_AB_SAME_ID(TEXT, INTEGER) CASCADE");
+  }
+  connection.Close();
   ASSERT_EQ(Run({"create"}), 0) << Messages.str();
   EXPECT_EQ(Run({"list"}), 0) << Messages.str();
 }
