@@ -150,6 +150,15 @@ void FlexGrid::AddRow(std::vector<String> cells) {
   if (peer_) peer_->RowsAppended();
 }
 
+void FlexGrid::InsertRows(std::vector<PlacedRow> rows) {
+  for (PlacedRow& row : rows) {
+    if (row.Cells.size() > columns_.size()) row.Cells.resize(columns_.size());
+  }
+  rows_.Insert(std::move(rows));
+  sortIsCurrent_ = false;
+  Unselect();
+}
+
 void FlexGrid::RemoveItem(int row) {
   CheckRow(row);
   if (row == 0) throw Error(ErrorNumber::SubscriptOutOfRange);
@@ -164,8 +173,16 @@ void FlexGrid::RemoveItem(int row) {
   ReportSelection();
 }
 
+void FlexGrid::RemoveRows(const RowSelection& rows) {
+  rows_.Remove(rows);
+  Unselect();
+}
+
 void FlexGrid::RemoveSelected() {
-  rows_.Remove(selection_);
+  RemoveRows(selection_);
+}
+
+void FlexGrid::Unselect() {
   row_ = 0;
   selection_.Clear();
   if (peer_) peer_->RowsChanged();
@@ -338,8 +355,9 @@ void FlexGrid::UserReleases(MouseButton button, std::int16_t shift, int row) {
 void FlexGrid::UserClicksHeading(int column) {
   CheckColumn(column);
   if (!UserCanSort) return;
-  const bool ascending = (sortColumn_ == Shown(column) && sortOrder_ == SortOrder::Ascending) ||
-                         ColumnAt(column).HeadingPicture == Image::SortAscending;
+  const bool sorted = sortColumn_ == Shown(column) && sortOrder_ == SortOrder::Ascending;
+  const bool ascending =
+      (sorted && sortIsCurrent_) || ColumnAt(column).HeadingPicture == Image::SortAscending;
   const SortOrder order = ascending ? SortOrder::Descending : SortOrder::Ascending;
   Sort(column, order);
   if (AfterSort) AfterSort(column, order);

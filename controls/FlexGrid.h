@@ -37,6 +37,13 @@ struct GridColumn {
 
 enum class SortOrder : std::int16_t { None = 0, Ascending = 1, Descending = 2 };
 
+/// A picture that marks some rows of a grid.
+struct RowMark {
+  Image Picture = Image::None;
+  String Name{};                       ///< for screen readers
+  std::function<bool(int row)> Has{};  ///< empty: no row is marked
+};
+
 class FlexGridPeer : public ControlPeer {
  public:
   virtual void ColumnsChanged() = 0;
@@ -115,7 +122,12 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void AddItem(StringView tabSeparated);
   /// Appends a row; texts may contain tabs.
   void AddRow(std::vector<String> cells);
+  /// Inserts rows so that they have their row numbers, as far as there are rows before them. There
+  /// is no current row afterwards. \param rows in ascending order
+  void InsertRows(std::vector<PlacedRow> rows);
   void RemoveItem(int row);
+  /// Removes these rows in one pass. There is no current row afterwards.
+  void RemoveRows(const RowSelection& rows);
   /// Removes all selected rows in one pass. There is no current row afterwards.
   void RemoveSelected();
 
@@ -126,6 +138,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// The column whose text is also shown in column 0 of data rows, for a picture in front of each
   /// row; 0 for none.
   int FixedColumnShows = 0;
+  /// Which rows are marked in column 0, behind their picture. Call Refresh when that has changed.
+  RowMark Mark;
 
   // Permissions of the user.
   bool UserCanSort = true;
@@ -158,6 +172,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// including those still to be fetched; FindRow on the name column uses it too. A search among a
   /// million rows takes a few milliseconds then. Memory: eight bytes per word and number.
   void SetSearchColumns(const SearchColumns& columns);
+  /// The column in which letters typed in the list find a row; 0 for the first visible one.
+  int TypingColumn() const { return finder_.Columns().Name; }
   /// The first row from `startRow` that a typed text finds, as RowFinder; -1 if there is none.
   int FindFirst(StringView typed, int startRow) const;
   /// The next row that it finds after `row` (0: none), or the previous one; continues at the other
@@ -174,8 +190,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void UserPresses(std::int16_t keyCode, std::int16_t shift);
   void UserDoubleClicks();
   void UserReleases(MouseButton button, std::int16_t shift, int row);
-  /// Sorts by the column: descending if it is sorted ascending or its heading says so, otherwise
-  /// ascending.
+  /// Sorts by the column: descending if its rows are in ascending order or its heading says so,
+  /// otherwise ascending.
   void UserClicksHeading(int column);
   /// \param width twips
   void UserSizesColumn(int column, int width);
@@ -190,6 +206,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   bool TakeColumns();
   /// Resets current row, selection and sort order.
   void Forget();
+  /// After rows were inserted or removed at any place: no row is selected.
+  void Unselect();
   /// Maps the current row and the selection to the new order.
   void Reordered(const GridRows::FormerRows& formerRows);
   int Shown(int column) const;

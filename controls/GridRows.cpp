@@ -54,6 +54,22 @@ void GridRows::Append(std::vector<String> cells) {
   own_.push_back(std::move(cells));
 }
 
+void GridRows::Insert(std::vector<PlacedRow> rows) {
+  Materialise();
+  std::vector<Reference> order;
+  order.reserve(order_.size() + rows.size());
+  auto next = order_.cbegin();
+  for (PlacedRow& row : rows) {
+    while (order.size() + 1 < static_cast<std::size_t>(row.Row) && next != order_.cend()) {
+      order.push_back(*next++);
+    }
+    order.push_back(kOwn | static_cast<Reference>(own_.size()));
+    own_.push_back(std::move(row.Cells));
+  }
+  order.insert(order.end(), next, order_.cend());
+  order_ = std::move(order);
+}
+
 void GridRows::Remove(int row) {
   if (!ordered_ && taken_ == 0) {
     own_.erase(own_.begin() + row);

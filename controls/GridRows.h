@@ -12,6 +12,12 @@ namespace ktrv::controls {
 
 class Language;
 
+/// A row of texts and its row number in the grid, 1-based.
+struct PlacedRow {
+  int Row = 0;
+  std::vector<String> Cells;
+};
+
 /// The data rows of a grid, 0-based, in display order: rows of a recordset, read on demand,
 /// followed by rows of the grid itself. In the recordset's order, even a million rows need no
 /// memory here.
@@ -40,6 +46,9 @@ class GridRows {
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);
   void Append(std::vector<String> cells);
+  /// Inserts rows so that they have their row numbers, as far as there are rows before them.
+  /// \param rows in ascending order
+  void Insert(std::vector<PlacedRow> rows);
   void Remove(int row);
   /// \param rows row numbers of the grid, 1-based
   void Remove(const RowSelection& rows);

@@ -17,6 +17,7 @@ enum class Image {
   Properties,
   Delete,
   Refresh,
+  Tick,
 };
 
 }  // namespace ktrv::controls

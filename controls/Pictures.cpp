@@ -102,6 +102,13 @@ Layers RoundArrow() {
           {kGreen, Polygon{{{8.6, 0.2}, {8.6, 7}, {13.2, 3.6}}}}};
 }
 
+Layers Tick() {
+  return {{kWhite, Line{{3.6, 8.6}, {6.6, 11.8}, 4}},
+          {kWhite, Line{{6.6, 11.8}, {12.2, 4.6}, 4}},
+          {kGreen, Line{{3.6, 8.6}, {6.6, 11.8}, 2}},
+          {kGreen, Line{{6.6, 11.8}, {12.2, 4.6}, 2}}};
+}
+
 Layers Arrow(bool up) {
   if (up) return {{kInk, Polygon{{{3.5, 10.5}, {8, 5.5}, {12.5, 10.5}}}}};
   return {{kInk, Polygon{{{3.5, 5.5}, {8, 10.5}, {12.5, 5.5}}}}};
@@ -134,6 +141,8 @@ Layers LayersOf(Image image) {
       return Cross();
     case Image::Refresh:
       return RoundArrow();
+    case Image::Tick:
+      return Tick();
     case Image::None:
       break;
   }

@@ -3,11 +3,6 @@
 #include "controls/Color.h"
 
 namespace ktrv::forms {
-namespace {
-
-constexpr std::uint32_t kNotFoundColor = 0x00D9D9FF;  // light red
-
-}  // namespace
 
 void FindBox::Search(bool isLoading) {
   waiting_ = false;
@@ -56,7 +51,7 @@ bool FindBox::Take(int row) {
 }
 
 void FindBox::ShowFound(bool found) {
-  box_.SetBackColor(found ? controls::kSystemWindowBackground : kNotFoundColor);
+  box_.SetBackColor(found ? controls::kSystemWindowBackground : controls::kNotFoundBackground);
   if (found) return panel_.ShowSelection();
   panel_.Note(u"Not found: " + String(Trim(box_.Text())));
 }

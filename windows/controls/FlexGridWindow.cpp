@@ -289,6 +289,9 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
   if (const auto& picture = grid_.ColumnAt(*column).Picture) {
     // When painting, the picture replaces the text. Other requests (screen readers) get its name.
     text = painting_ ? String() : picture(text).second;
+    if (*column == 0 && !painting_ && columns_.IsMarked(item.iItem)) {
+      text += u", " + grid_.Mark.Name;
+    }
   }
   std::wstring& given = given_[nextGiven_++ % given_.size()];
   given = ToWide(text);
@@ -297,7 +300,8 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
 
 LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) {
   if (appended_) ShowAppended();
-  const auto column = columns_.Find(0);
+  const int typing = grid_.TypingColumn();
+  const auto column = typing > 0 ? std::optional(typing) : columns_.Find(0);
   if (!(search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !column) return -1;
   const String text = FromWide(search.lvfi.psz);
   int row = grid_.FindRow(text, search.iStart + 1, *column);

@@ -91,6 +91,10 @@ void ListColumns::ShowFirst() {
   }
 }
 
+bool ListColumns::IsMarked(int item) const {
+  return grid_.Mark.Has && item >= 0 && item < grid_.Rows() - 1 && grid_.Mark.Has(item + 1);
+}
+
 bool ListColumns::HasPicturesBefore() const {
   const auto first = Find(0);
   return first && !grid_.ColumnAt(*first).PictureOf.empty();
@@ -214,8 +218,18 @@ void ListColumns::DrawPictures(HDC target, int item) {
     cell.top = place;
     cell.left = place == 0 ? LVIR_LABEL : LVIR_BOUNDS;
     list_.Send(LVM_GETSUBITEMRECT, static_cast<WPARAM>(item), &cell);
+    if (*column == 0 && grid_.Mark.Has) cell = DrawMark(target, item, cell);
     pictures_.Draw(target, image, cell, list_.CurrentScale().Units(16));
   }
+}
+
+RECT ListColumns::DrawMark(HDC target, int item, RECT cell) {
+  RECT rest = cell;
+  rest.right = cell.left = (cell.left + cell.right) / 2;
+  if (IsMarked(item)) {
+    pictures_.Draw(target, grid_.Mark.Picture, cell, list_.CurrentScale().Units(16));
+  }
+  return rest;
 }
 
 }  // namespace ktrv::windows

@@ -22,6 +22,8 @@ class ListColumns {
   void ShowFirst();
   /// Whether the first column has pictures before its texts.
   bool HasPicturesBefore() const;
+  /// Whether the item's row is marked in column 0.
+  bool IsMarked(int item) const;
   /// Whether a shown column has a key.
   bool AreNamed() const;
   /// Updates headings and widths.
@@ -43,6 +45,8 @@ class ListColumns {
   void UpdateColumn(int listColumn);
   void Fit(int listColumn);
   void DrawPictures(HDC target, int item);
+  /// Draws the mark of an item in the right half of its cell. \return the rest of the cell
+  RECT DrawMark(HDC target, int item, RECT cell);
   void DrawPictureBefore(HDC target, int item);
   void DrawSelected(NMLVCUSTOMDRAW& draw) const;
 

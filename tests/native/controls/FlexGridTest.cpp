@@ -204,6 +204,35 @@ TEST_F(FlexGridTest, AClickOnAHeadingSortsAndTurnsTheOrder) {
                                             SortOrder::Ascending}));
 }
 
+TEST_F(FlexGridTest, AClickOnAHeadingWhoseOrderWasLostRestoresIt) {
+  Fill({u"b", u"a"});
+  grid.UserClicksHeading(1);
+  grid.AddItem(u"\t0");
+  grid.UserClicksHeading(1);
+  EXPECT_EQ(Names(), (std::vector<String>{u"0", u"a", u"b"}));
+}
+
+TEST_F(FlexGridTest, InsertedRowsGetTheirPlaces) {
+  Fill({u"b", u"d"});
+  grid.SelectAll();
+  grid.InsertRows({{1, {u"", u"a"}}, {3, {u"", u"c"}}, {9, {u"", u"e", u"too many"}}});
+  EXPECT_EQ(Names(), (std::vector<String>{u"a", u"b", u"c", u"d", u"e"}));
+  EXPECT_TRUE(grid.SelectedRows().empty());
+  EXPECT_EQ(grid.Row(), 0);
+  grid.AddItem(u"\tf");
+  EXPECT_EQ(Names().back(), u"f");
+}
+
+TEST_F(FlexGridTest, RowsThatAreNotSelectedGoToo) {
+  Fill({u"a", u"b", u"c"});
+  grid.SetRow(1);
+  RowSelection rows;
+  rows.Add(2, 3);
+  grid.RemoveRows(rows);
+  EXPECT_EQ(Names(), (std::vector<String>{u"a"}));
+  EXPECT_TRUE(grid.SelectedRows().empty());
+}
+
 TEST_F(FlexGridTest, AClickOnAHeadingDoesNothingWhenTheUserMayNotSort) {
   Fill({u"b", u"a"});
   grid.UserCanSort = false;

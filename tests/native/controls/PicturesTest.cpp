@@ -9,10 +9,19 @@
 namespace ktrv::controls {
 namespace {
 
-constexpr std::array kPictures{Image::SharedContacts, Image::Group,          Image::Folder,
-                               Image::RemoteFolder,   Image::Contact,        Image::RemoteContact,
-                               Image::SortAscending,  Image::SortDescending, Image::New,
-                               Image::Properties,     Image::Delete,         Image::Refresh};
+constexpr std::array kPictures{Image::SharedContacts,
+                               Image::Group,
+                               Image::Folder,
+                               Image::RemoteFolder,
+                               Image::Contact,
+                               Image::RemoteContact,
+                               Image::SortAscending,
+                               Image::SortDescending,
+                               Image::New,
+                               Image::Properties,
+                               Image::Delete,
+                               Image::Refresh,
+                               Image::Tick};
 constexpr std::array kSizes{16, 19, 20, 24, 32, 48};
 
 std::uint32_t AlphaOf(std::uint32_t pixel) {
