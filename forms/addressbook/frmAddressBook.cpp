@@ -6,7 +6,7 @@
 #include "forms/Messages.h"
 #include "forms/addressbook/AddressBookTools.h"
 #include "forms/addressbook/ContactGridLayout.h"
-#include "forms/addressbook/RowText.h"
+#include "services/RowText.h"
 
 namespace ktrv::forms {
 namespace {

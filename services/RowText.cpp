@@ -1,8 +1,8 @@
-#include "forms/addressbook/RowText.h"
+#include "services/RowText.h"
 
 #include <algorithm>
 
-namespace ktrv::forms {
+namespace ktrv {
 namespace {
 
 void AppendCell(String& text, StringView cell) {
@@ -24,8 +24,7 @@ void AppendRow(String& text, const controls::FlexGrid& grid, int row,
 
 }  // namespace
 
-String SelectedRowsText(const controls::FlexGrid& grid) {
-  if (grid.Selection().Count() == 0) return {};
+String RowsText(const controls::FlexGrid& grid, const std::vector<int>& rows) {
   std::vector<int> columns;
   for (int column = 0; column < grid.Cols(); ++column) {
     const controls::GridColumn& design = grid.ColumnAt(column);
@@ -33,9 +32,15 @@ String SelectedRowsText(const controls::FlexGrid& grid) {
   }
   if (columns.empty()) return {};  // no list is shown
   String text;
-  AppendRow(text, grid, 0, columns);
-  for (const int row : grid.SelectedRows()) AppendRow(text, grid, row, columns);
+  for (const int row : rows) AppendRow(text, grid, row, columns);
   return text;
 }
 
-}  // namespace ktrv::forms
+String SelectedRowsText(const controls::FlexGrid& grid) {
+  std::vector<int> rows = grid.SelectedRows();
+  if (rows.empty()) return {};
+  rows.insert(rows.begin(), 0);
+  return RowsText(grid, rows);
+}
+
+}  // namespace ktrv
