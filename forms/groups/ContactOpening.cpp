@@ -51,6 +51,9 @@ void ContactOpening::New(std::int32_t folderId) {
   ContactRow contact;
   if (made.EditContactId.empty() || !IsShared() || !Read(made.EditContactId, contact)) return;
   ContactColumns(list_).Add(std::move(contact));
+  ContactColumns::ShowNoOrder(list_);
+  list_.SetRow(list_.Rows() - 1);
+  list_.ShowRow(list_.Row());
 }
 
 void ContactOpening::Properties() {
@@ -95,8 +98,11 @@ void ContactOpening::WriteRow(const ContactRow& contact) {
   for (controls::FlexGrid* grid : {&list_, &picked_}) {
     const ContactColumns columns(*grid);
     const int row = columns.Find(contact.Kind, contact.Id);
-    if (row > 0) columns.Write(row, contact);
+    if (row < 1) continue;
+    columns.Write(row, contact);
+    ContactColumns::ShowNoOrder(*grid);
   }
+  RowWritten(contact);
 }
 
 bool ContactOpening::Read(const String& contactId, ContactRow& contact) {

@@ -31,6 +31,8 @@ class ContactOpening {
 
   Editor OpenEditor;
   GroupProperties OpenGroup;
+  /// Raised when the rows of a contact or group got these texts.
+  std::function<void(const ContactRow& contact)> RowWritten;
   /// Raised after contacts were opened from the properties of a group: the list may be out of date.
   std::function<void()> ListIsStale;
 

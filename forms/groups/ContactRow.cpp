@@ -52,10 +52,12 @@ void ContactColumns::LayOut(FlexGrid& grid) {
   // Shows the picture of the kind at the start of each row.
   grid.FixedColumnShows = grid.ColIndex(u"CONTACTTYPE");
   GridColumn& kind = grid.ColumnAt(0);
-  kind.Width = 350;
+  kind.Width = grid.Mark.Has ? 560 : 350;
   kind.Align = GridColumn::Alignment::Center;
   kind.Hidden = false;
   kind.Picture = PictureOf;
+  grid.SetSearchColumns(
+      {.Name = grid.ColIndex(u"NAME"), .Number = grid.ColIndex(u"MOBILE_DISPLAY")});
   grid.ColumnsChanged();
 }
 
@@ -70,7 +72,7 @@ void ContactColumns::ShowOrder(FlexGrid& grid, int sorted, controls::SortOrder o
     const Image picture = column != sorted || order == controls::SortOrder::None ? Image::None
                           : order == controls::SortOrder::Ascending ? Image::SortAscending
                                                                     : Image::SortDescending;
-    grid.SetHeadingPicture(column, picture);
+    if (grid.ColumnAt(column).HeadingPicture != picture) grid.SetHeadingPicture(column, picture);
   }
 }
 
@@ -105,17 +107,18 @@ void ContactColumns::Write(int row, const ContactRow& contact) const {
 }
 
 void ContactColumns::Add(ContactRow contact) const {
-  std::vector<String> cells(kKeys.size());
-  const auto place = [&](int column, String& text) {
-    cells.at(static_cast<std::size_t>(column)) = std::move(text);
-  };
-  place(id_, contact.Id);
-  place(name_, contact.Name);
-  place(mobileNo_, contact.MobileNo);
-  place(countryCode_, contact.CountryCode);
-  place(kind_, contact.Kind);
-  place(mobileDisplay_, contact.MobileDisplay);
-  grid_.AddRow(std::move(cells));
+  grid_.AddRow(Cells(std::move(contact)));
+}
+
+std::vector<String> ContactColumns::Cells(ContactRow contact) {
+  std::vector<String> cells;
+  cells.reserve(kKeys.size());
+  cells.emplace_back();  // the fixed column
+  for (String* text : {&contact.Id, &contact.Name, &contact.MobileNo, &contact.CountryCode,
+                       &contact.Kind, &contact.MobileDisplay}) {
+    cells.push_back(std::move(*text));
+  }
+  return cells;
 }
 
 String MobileDisplayOf(StringView countryCode, StringView mobileNo) {

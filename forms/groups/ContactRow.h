@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "controls/FlexGrid.h"
 #include "forms/ContactKind.h"
 
@@ -28,6 +30,10 @@ class ContactColumns {
 
   /// Shows the sort indicator in the heading of the column only.
   static void ShowOrder(controls::FlexGrid& grid, int sorted, controls::SortOrder order);
+  /// Shows that the rows may be in no order, after some were added or changed.
+  static void ShowNoOrder(controls::FlexGrid& grid) {
+    ShowOrder(grid, 0, controls::SortOrder::None);
+  }
 
   int Id() const { return id_; }
   int Name() const { return name_; }
@@ -42,6 +48,8 @@ class ContactColumns {
   /// Writes all cells except id and kind.
   void Write(int row, const ContactRow& contact) const;
   void Add(ContactRow contact) const;
+  /// The texts of a row, in the order of the columns.
+  static std::vector<String> Cells(ContactRow contact);
 
  private:
   String Trimmed(int row, int column) const;

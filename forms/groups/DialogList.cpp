@@ -1,5 +1,7 @@
 #include "forms/groups/DialogList.h"
 
+#include "forms/groups/ContactRow.h"
+
 namespace ktrv::forms {
 namespace {
 
@@ -46,6 +48,7 @@ void DialogList::ShowFailure(StringView reason) {
 void DialogList::FetchProgress(std::int64_t rows) {
   const bool taken = services_.Trap(context_, false, [&] {
     display_.Grid.RowsArrived();
+    ContactColumns::ShowNoOrder(display_.Grid);
     display_.Bar.SetValue(rows);
     return true;
   });

@@ -1,25 +1,9 @@
 #include "forms/groups/GroupSaving.h"
 
-#include <algorithm>
-
 #include "forms/Messages.h"
+#include "forms/groups/NameList.h"
 
 namespace ktrv::forms {
-namespace {
-
-/// The names, separated by commas; at most five, followed by the number of others.
-String Listed(const std::vector<String>& names) {
-  constexpr std::size_t kMost = 5;
-  String text;
-  for (std::size_t index = 0; index < std::min(names.size(), kMost); ++index) {
-    if (index > 0) text += u", ";
-    text += names[index];
-  }
-  if (names.size() <= kMost) return text;
-  return text + u" and " + ToDecimal(static_cast<std::int64_t>(names.size() - kMost)) + u" more";
-}
-
-}  // namespace
 
 GroupSaving::GroupSaving(Workplace& place, GroupRequest& request, GroupStore& store,
                          Display display)

@@ -1,5 +1,8 @@
 #include "forms/groups/MemberList.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "common/ScopeExit.h"
 #include "data/GroupQueries.h"
 #include "forms/groups/JobProgress.h"
@@ -7,7 +10,7 @@
 namespace ktrv::forms {
 namespace {
 
-constexpr StringView kContext =
+constexpr StringView kLoadContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadGroupContacts(), Module: frmGroupsNew()";
 
 /// The names, separated by commas, as far as they fit in a label, and the number of others. "&" is
@@ -24,28 +27,35 @@ String Joined(const std::vector<String>& names) {
   return text + u" and " + ToDecimal(static_cast<std::int64_t>(names.size() - joined)) + u" more";
 }
 
+/// ", 1 was there" or ", 2 were there"; empty for 0.
+String Also(std::int64_t count, StringView one, StringView many) {
+  if (count == 0) return {};
+  return u", " + ToDecimal(count) + String(count == 1 ? one : many);
+}
+
 }  // namespace
 
 MemberList::MemberList(Services& services, BookDatabase& database, GroupCommands& commands,
-                       GroupStore& store, Display display, controls::Label& count,
-                       controls::Label& leftOut)
-    : DialogList(services, database, display, kContext),
+                       GroupStore& store, Display display, Labels labels)
+    : DialogList(services, database, display, kLoadContext),
       commands_(commands),
       store_(store),
-      count_(count),
-      leftOut_(leftOut) {}
+      labels_(labels) {}
 
 void MemberList::Empty() {
   ContactColumns::Empty(display_.Grid);
   ids_.Clear();
   kinds_.clear();
+  history_.Clear();
   state_ = State::Complete;
   ShowCount(0);
 }
 
 void MemberList::Load() {
-  const bool started = services_.Trap(kContext, false, [&] {
+  const bool started = services_.Trap(kLoadContext, false, [&] {
     Begin();
+    history_.Clear();
+    labels_.Outcome.SetCaption({});
     const String query =
         data::GroupQueries::Members(data::FoldedDialect(database_.DbType), store_.GroupId());
     const std::int64_t members = commands_.Count(GroupCommand::CountMembers, store_.GroupId());
@@ -66,7 +76,7 @@ void MemberList::Fail() {
 }
 
 void MemberList::Loaded() {
-  const bool taken = services_.Trap(kContext, false, [&] {
+  const bool taken = services_.Trap(kLoadContext, false, [&] {
     RemoveStrangers();
     ReadIds();
     return true;
@@ -103,45 +113,139 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
                       JobProgress& progress) {
   const ContactColumns from(source);
   const ContactColumns to(display_.Grid);
+  std::vector<String>& added = history_.Begin().Added;
   std::vector<String> leftOut;
+  std::int64_t present = 0;
+  std::int64_t withoutNumber = 0;
+  bool stopped = false;
   {
     display_.Grid.SetRedraw(false);
     const ScopeExit redraw([this] { display_.Grid.SetRedraw(true); });
     // Duplicates often come in the order of the list.
     std::size_t guess = 0;
     for (const int row : rows) {
-      if (!progress.GoesOn()) break;
+      if (stopped = !progress.GoesOn(); stopped) break;
       const String id = from.ReadId(row);
       if (const auto found = ids_.Find(id, guess)) {
         guess = *found + 1;
-        if (kinds_[*found] != from.ReadKind(row)) leftOut.push_back(from.Read(row).Name);
+        if (kinds_[*found] == from.ReadKind(row)) {
+          ++present;
+        } else {
+          leftOut.push_back(from.Read(row).Name);
+        }
         continue;
       }
-      to.Add(from.Read(row));
+      ContactRow contact = from.Read(row);
+      if (contact.Kind != ContactKind::Group && contact.MobileNo.empty()) ++withoutNumber;
+      added.push_back(id);
+      to.Add(std::move(contact));
       Remember(id, from.ReadKind(row));
     }
   }
-  ShowCount(Count());
+  const auto count = static_cast<std::int64_t>(added.size());
+  history_.End();
+  if (count > 0) ContactColumns::ShowNoOrder(display_.Grid);
   ShowLeftOut(leftOut);
+  ShowChange((stopped ? u"Stopped: " : u"") + ToDecimal(count) + u" added" +
+             Also(present, u" was in the list already", u" were in the list already") +
+             Also(withoutNumber, u" has no number", u" have no number"));
 }
 
 void MemberList::RemoveSelected() {
-  display_.Grid.RemoveSelected();
+  Remove(display_.Grid.Selection());
+}
+
+void MemberList::RemoveAll() {
+  controls::RowSelection all;
+  all.Add(1, Count());
+  Remove(all);
+}
+
+void MemberList::Remove(const controls::RowSelection& selection) {
+  const controls::RowSelection rows = selection;
+  if (rows.Count() == 0) return;
+  const ContactColumns columns(display_.Grid);
+  std::vector<MemberHistory::Removed> gone;
+  for (const int row : rows.Rows()) gone.push_back({row, columns.Read(row)});
+  const auto count = static_cast<std::int64_t>(gone.size());
+  const int first = rows.Ranges().front().First;
+  history_.Begin().Gone = std::move(gone);
+  display_.Grid.RemoveRows(rows);
   // Rebuild from the remaining rows: a database without keys may have returned an id twice.
   ReadIds();
-  ShowCount(Count());
+  if (Count() > 0) GoTo(std::min(first, Count()));
   ShowLeftOut({});
+  ShowChange(ToDecimal(count) + u" removed");
+}
+
+void MemberList::Undo() {
+  if (history_.IsEmpty()) return;
+  const MemberHistory::Change change = history_.TakeLast();
+  RemoveAdded(change.Added);
+  const std::int64_t back = PutBack(change.Gone);
+  ShowLeftOut({});
+  ShowChange(change.Gone.empty()
+                 ? u"Undone: " + ToDecimal(static_cast<std::int64_t>(change.Added.size())) +
+                       u" removed"
+                 : u"Undone: " + ToDecimal(back) + u" back in the list");
+}
+
+void MemberList::RemoveAdded(const std::vector<String>& ids) {
+  if (ids.empty()) return;
+  TextIndex added;
+  for (const String& id : ids) added.Add(id);
+  const ContactColumns columns(display_.Grid);
+  controls::RowSelection rows;
+  for (int row = 1; row < display_.Grid.Rows(); ++row) {
+    if (added.Contains(columns.ReadId(row))) rows.Add(row, row);
+  }
+  display_.Grid.RemoveRows(rows);
+  ReadIds();
+}
+
+std::int64_t MemberList::PutBack(const std::vector<MemberHistory::Removed>& gone) {
+  std::vector<controls::PlacedRow> rows;
+  TextIndex back;
+  for (const MemberHistory::Removed& removed : gone) {
+    if (ids_.Contains(removed.Contact.Id) || !back.Add(removed.Contact.Id)) continue;
+    rows.push_back({removed.Row, ContactColumns::Cells(removed.Contact)});
+  }
+  if (rows.empty()) return 0;
+  const auto count = static_cast<std::int64_t>(rows.size());
+  const int first = std::min(rows.front().Row, Count() + 1);
+  display_.Grid.InsertRows(std::move(rows));
+  ReadIds();
+  ContactColumns::ShowNoOrder(display_.Grid);
+  GoTo(first);
+  return count;
+}
+
+void MemberList::GoTo(int row) {
+  display_.Grid.SetRow(row);
+  display_.Grid.ShowRow(row);
+}
+
+bool MemberList::Has(StringView kind, StringView id) const {
+  if (!IsComplete()) return false;
+  const auto found = ids_.Find(id);
+  return found && kinds_[*found] == kind;
+}
+
+void MemberList::ShowChange(const String& outcome) {
+  ShowCount(Count());
+  Say(outcome);
+  if (Changed) Changed();
 }
 
 void MemberList::ShowLeftOut(const std::vector<String>& names) {
-  leftOut_.SetVisible(!names.empty());
+  labels_.LeftOut.SetVisible(!names.empty());
   if (names.empty()) return;
-  leftOut_.SetCaption(ToDecimal(static_cast<std::int64_t>(names.size())) +
-                      u" left out, ids already in the list: " + Joined(names));
+  labels_.LeftOut.SetCaption(ToDecimal(static_cast<std::int64_t>(names.size())) +
+                             u" left out, ids already in the list: " + Joined(names));
 }
 
 void MemberList::ShowCount(std::int64_t members) {
-  count_.SetCaption(ToDecimal(members) + u" Member(s)");
+  labels_.Count.SetCaption(ToDecimal(members) + u" Member(s)");
 }
 
 }  // namespace ktrv::forms

@@ -5,6 +5,7 @@
 #include "forms/groups/DialogList.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/GroupStore.h"
+#include "forms/groups/MemberHistory.h"
 
 namespace ktrv::forms {
 
@@ -14,9 +15,14 @@ class JobProgress;
 /// most once, regardless of its kind: a contact excludes a group with the same id.
 class MemberList final : public DialogList {
  public:
+  struct Labels {
+    controls::Label& Count;
+    controls::Label& LeftOut;  ///< who is excluded by another kind with the same id
+    controls::Label& Outcome;  ///< what the last change did
+  };
   /// All references must outlive the object.
   MemberList(Services& services, BookDatabase& database, GroupCommands& commands, GroupStore& store,
-             Display display, controls::Label& count, controls::Label& leftOut);
+             Display display, Labels labels);
 
   /// Clears the list; it is complete then.
   void Empty();
@@ -28,26 +34,47 @@ class MemberList final : public DialogList {
   /// must not be changed or saved, because missing members would be deleted.
   bool IsComplete() const { return state_ == State::Complete; }
 
+  // Changes: call them only if the list is complete. They raise Changed.
+
   /// Appends rows of the other list whose ids are not in this one. Rows that are excluded by a row
   /// of another kind with the same id are named in a label until the next change. If the user
   /// cancels, the rows appended so far stay.
   void Take(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
+  /// The row that takes the place of the first selected one becomes current.
   void RemoveSelected();
+  void RemoveAll();
+  bool CanUndo() const { return !history_.IsEmpty(); }
+  /// Takes back the last change. A removed row does not come back if its id is in the list.
+  void Undo();
+  /// The contact was edited: undoing brings it back with these texts.
+  void Edited(const ContactRow& contact) { history_.Update(contact); }
+
+  /// Shows what a command did instead of changing the list.
+  void Say(const String& outcome) { labels_.Outcome.SetCaption(outcome); }
 
   int Count() const { return display_.Grid.Rows() - 1; }
+  /// Whether this contact or group is in the list; false if the list is not complete.
+  bool Has(StringView kind, StringView id) const;
 
  private:
   void Loaded() override;
   void RemoveStrangers();
   void ReadIds();
   void Remember(const String& id, const String& kind);
+  void Remove(const controls::RowSelection& rows);
+  void RemoveAdded(const std::vector<String>& ids);
+  /// \return the number of rows that are back
+  std::int64_t PutBack(const std::vector<MemberHistory::Removed>& gone);
   void ShowCount(std::int64_t members);
+  void GoTo(int row);
+  /// Shows count and outcome of a change.
+  void ShowChange(const String& outcome);
   void ShowLeftOut(const std::vector<String>& names);
 
   GroupCommands& commands_;
   GroupStore& store_;
-  controls::Label& count_;
-  controls::Label& leftOut_;
+  Labels labels_;
+  MemberHistory history_;
   TextIndex ids_;              ///< the ids in the grid
   std::vector<String> kinds_;  ///< the kind of each id
 };

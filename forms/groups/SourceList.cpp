@@ -67,10 +67,17 @@ void SourceList::Fail() {
 
 bool SourceList::Find(StringView text, int startRow) {
   controls::FlexGrid& grid = display_.Grid;
-  const int row = grid.FindRow(text, startRow, grid.ColIndex(u"NAME"));
+  return Show(grid.FindRow(text, startRow, grid.ColIndex(u"NAME")));
+}
+
+bool SourceList::FindElsewhere(StringView text, int row) {
+  return Show(display_.Grid.FindNext(text, row, false));
+}
+
+bool SourceList::Show(int row) {
   if (row < 1) return false;
-  grid.SetRow(row);
-  grid.ShowRow(row);
+  display_.Grid.SetRow(row);
+  display_.Grid.ShowRow(row);
   return true;
 }
 

@@ -30,6 +30,9 @@ class SourceList final : public DialogList {
   /// Selects the first row from `startRow` whose name starts with the text, and scrolls to it.
   /// \return whether there is one
   bool Find(StringView text, int startRow);
+  /// The same for the next row after `row` with a word of the name, or a number, that starts with
+  /// the text; continues at the start of the list.
+  bool FindElsewhere(StringView text, int row);
 
   /// TYPE and NAME of the last requested source; empty if they could not be read.
   const String& Kind() const { return kind_; }
@@ -38,6 +41,7 @@ class SourceList final : public DialogList {
   const String& Query() const { return query_; }
 
  private:
+  bool Show(int row);
   void AddFolder(const database::Recordset& folder);
   void ChooseSource(StringView folderId);
   std::int64_t CountRows(data::GroupQueries::Purpose purpose, StringView folderId);

@@ -45,18 +45,25 @@ constexpr StringView kMemberLayout =
 }  // namespace
 
 frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
-    : Form(place.Services.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7350}),
+    : Form(place.Services.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7650}),
       place_(std::move(place)),
       request_(std::move(request)),
       sources_(place_.Services, place_.Database, commands_, cboContactType,
                {vsfFolderContacts, lblLoadingFolder, pbrFolder}),
       members_(place_.Services, place_.Database, commands_, store_,
-               {vsfGroupContacts, lblLoadingGrp, PbrGrp}, lblMemberCount, lblLeftOut),
+               {vsfGroupContacts, lblLoadingGrp, PbrGrp}, {lblMemberCount, lblLeftOut, lblOutcome}),
+      memberCommands_(place_.Services, {sources_, vsfFolderContacts, members_, vsfGroupContacts},
+                      {cmdRemove, cmdRemoveAll, cmdUndo, cmdPaste, cmdCopy}, Progress()),
       contacts_(place_.Services, commands_, vsfFolderContacts, vsfGroupContacts,
                 {request_.GroupType, request_.SharedMode}) {
   cboContactType.AccessibleName = u"Source";
   vsfFolderContacts.AccessibleName = u"Contacts";
   vsfGroupContacts.AccessibleName = u"Members";
+  vsfFolderContacts.Mark = {controls::Image::Tick, u"in the list", [this](int row) {
+                              const ContactColumns columns(vsfFolderContacts);
+                              return columns.Id() > 0 &&
+                                     members_.Has(columns.ReadKind(row), columns.ReadId(row));
+                            }};
   for (controls::FlexGrid* grid : {&vsfFolderContacts, &vsfGroupContacts}) {
     grid->FontName = u"Arial";
     ContactColumns::Empty(*grid);
@@ -78,6 +85,7 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
                                              .GroupName = name})
         .HasOpenedContacts;
   };
+  contacts_.RowWritten = [this](const ContactRow& contact) { members_.Edited(contact); };
   contacts_.ListIsStale = [this] {
     // The host may have closed the dialog meanwhile.
     if (IsLoaded()) LoadChosenSource();
@@ -98,20 +106,34 @@ void frmGroupsNew::ConnectEvents() {
   cmdSelect.Click = [this] { SelectMembers(); };
   cmdSelectAll.Click = [this] { SelectAllMembers(); };
   txtFind.Change = [this] { txtFind_Change(); };
+  cmdRemove.Click = [this] { RemoveGroupMembers(); };
+  memberCommands_.Connect();
+  memberFind_.Connect();
+  memberFind_.NotFound = [this](const String& text) {
+    members_.Say(text.empty() ? String() : u"Not found: " + text);
+  };
   vsfFolderContacts.DoubleClick = [this] { SelectMembers(); };
+  vsfFolderContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
+    if (keyCode == controls::KeyCode::Enter) cmdSelect.UserClicks();
+  };
   vsfFolderContacts.AfterDataRefresh = [this] { vsfFolderContacts_AfterDataRefresh(); };
   vsfFolderContacts.AfterSort = [this](int column, controls::SortOrder order) {
     ContactColumns::ShowOrder(vsfFolderContacts, column, order);
   };
   vsfGroupContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
     if (keyCode == controls::KeyCode::Delete) RemoveGroupMembers();
+    if (keyCode == controls::KeyCode::Enter) cmdOK.UserClicks();
   };
+  vsfGroupContacts.SelectionChange = [this] { ShowWhatIsPossible(); };
   vsfGroupContacts.AfterDataRefresh = [this] { vsfGroupContacts_AfterDataRefresh(); };
   vsfGroupContacts.AfterSort = [this](int column, controls::SortOrder order) {
     ContactColumns::ShowOrder(vsfGroupContacts, column, order);
   };
   sources_.Changed = [this] { ShowWhatIsPossible(); };
-  members_.Changed = [this] { ShowWhatIsPossible(); };
+  members_.Changed = [this] {
+    ShowWhatIsPossible();
+    vsfFolderContacts.Refresh();
+  };
 }
 
 void frmGroupsNew::Form_Load() {
@@ -219,6 +241,7 @@ void frmGroupsNew::ShowSource(bool connected) {
 void frmGroupsNew::ShowWhatIsPossible() {
   cmdSelect.SetEnabled(members_.IsComplete());
   cmdSelectAll.SetEnabled(members_.IsComplete() && sources_.IsComplete());
+  memberCommands_.ShowWhatIsPossible(cmdOK.Enabled());
 }
 
 void frmGroupsNew::LoadFolderContacts(StringView folderId) {
@@ -287,7 +310,9 @@ void frmGroupsNew::cmdFind_Click() {
   ConnectAgain();
   if (vsfFolderContacts.Rows() < 2) return;
   const StringView text = Trim(txtFind.Text());
-  if (!sources_.Find(text, vsfFolderContacts.Row() + 1)) sources_.Find(text, 1);
+  const int row = vsfFolderContacts.Row();
+  if (sources_.Find(text, row + 1) || sources_.Find(text, 1)) return;
+  sources_.FindElsewhere(text, row);
 }
 
 void frmGroupsNew::cboContactType_Click() {
@@ -300,7 +325,9 @@ void frmGroupsNew::LoadChosenSource() {
 }
 
 void frmGroupsNew::txtFind_Change() {
-  if (vsfFolderContacts.Rows() > 1) sources_.Find(Trim(txtFind.Text()), 1);
+  if (vsfFolderContacts.Rows() < 2) return;
+  const StringView text = Trim(txtFind.Text());
+  if (!sources_.Find(text, 1)) sources_.FindElsewhere(text, 0);
 }
 
 void frmGroupsNew::vsfFolderContacts_AfterDataRefresh() {

@@ -12,6 +12,8 @@
 #include "forms/groups/ContactOpening.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/GroupSaving.h"
+#include "forms/groups/MemberCommands.h"
+#include "forms/groups/MemberFind.h"
 #include "forms/groups/MemberList.h"
 #include "forms/groups/SourceList.h"
 #include "services/Workplace.h"
@@ -39,30 +41,38 @@ class frmGroupsNew final : public controls::Form {
   controls::Label lblGroupName{*this, {150, 210, 1200, 255}, u"Group Name"};
   controls::TextBox txtGroupName{*this, {1400, 165, 4300, 330}, 100};
   controls::CheckBox chkGroup{*this, {6000, 195, 3600, 285}, u"This is a Shared Group"};
-  controls::Frame Frame2{*this, {150, 750, 11400, 5955}, u" Select Group Members "};
-  controls::ComboBox cboContactType{*this, {345, 1080, 4650, 330}};
-  controls::Label Label2{*this, {345, 1530, 4650, 255}, u"Type Name or select from list"};
-  controls::TextBox txtFind{*this, {345, 1800, 3600, 330}};
-  controls::CommandButton cmdFind{*this, {4035, 1785, 960, 360}, u"&Find"};
-  controls::FlexGrid vsfFolderContacts{*this, {345, 2250, 4650, 3900}};
-  controls::Label lblLoadingFolder{*this, {345, 6270, 2500, 255}, u"Loading..."};
-  controls::ProgressBar pbrFolder{*this, {2895, 6270, 2100, 240}};
-  controls::CommandButton cmdSelect{*this, {5130, 2700, 1500, 390}, u"&Select ->"};
-  controls::CommandButton cmdSelectAll{*this, {5130, 3165, 1500, 390}, u"&All ->"};
-  controls::CommandButton cmdProperty{*this, {5130, 4050, 1500, 390}, u"&Properties"};
-  controls::CommandButton cmdNew{*this, {5130, 4515, 1500, 390}, u"&New Contact"};
+  controls::Frame Frame2{*this, {150, 750, 11400, 6255}, u" Select Group Members "};
+  controls::ComboBox cboContactType{*this, {345, 1080, 4785, 330}};
+  controls::Label Label2{*this, {345, 1530, 4785, 255}, u"Type Name or select from list"};
+  controls::TextBox txtFind{*this, {345, 1800, 3735, 330}};
+  controls::CommandButton cmdFind{*this, {4170, 1785, 960, 360}, u"&Find"};
+  controls::FlexGrid vsfFolderContacts{*this, {345, 2250, 4785, 4200}};
+  controls::Label lblLoadingFolder{*this, {345, 6570, 2500, 255}, u"Loading..."};
+  controls::ProgressBar pbrFolder{*this, {3030, 6570, 2100, 240}};
+  controls::CommandButton cmdSelect{*this, {5190, 2100, 1515, 390}, u"&Select ->"};
+  controls::CommandButton cmdSelectAll{*this, {5190, 2565, 1515, 390}, u"&All ->"};
+  controls::CommandButton cmdRemove{*this, {5190, 3150, 1515, 390}, u"&Remove"};
+  controls::CommandButton cmdRemoveAll{*this, {5190, 3615, 1515, 390}, u"Remove a&ll"};
+  controls::CommandButton cmdUndo{*this, {5190, 4080, 1515, 390}, u"&Undo"};
+  controls::CommandButton cmdPaste{*this, {5190, 4665, 1515, 390}, u"Pas&te"};
+  controls::CommandButton cmdCopy{*this, {5190, 5130, 1515, 390}, u"Cop&y"};
+  controls::CommandButton cmdProperty{*this, {5190, 5715, 1515, 390}, u"&Properties"};
+  controls::CommandButton cmdNew{*this, {5190, 6180, 1515, 390}, u"&New Contact"};
+  controls::Label lblFindMember{*this, {6765, 1125, 1400, 255}, u"F&ind in the list"};
+  controls::TextBox txtFindMember{*this, {8265, 1080, 3090, 330}};
   controls::Label lblMemberCount{*this, {6765, 1530, 4590, 255}, {}};
   controls::FlexGrid vsfGroupContacts{*this, {6765, 1800, 4590, 3975}};
   controls::CheckBox chkIncudeCountryCode{
       *this, {6765, 5865, 4590, 285}, u"Prefix Country code (if available)"};
-  controls::Label lblLoadingGrp{*this, {6765, 6270, 2500, 255}, u"Loading..."};
-  controls::ProgressBar PbrGrp{*this, {9255, 6270, 2100, 240}};
-  controls::Label lblLeftOut{*this, {6765, 6195, 4590, 480}, {}};
-  controls::Label lblSave{*this, {150, 6870, 4300, 255}, u"Saving Group..."};
-  controls::ProgressBar pbrSave{*this, {4500, 6870, 3600, 240}};
-  controls::CommandButton cmdOK{*this, {8700, 6810, 1350, 390}, u"&OK"};
+  controls::Label lblOutcome{*this, {6765, 6195, 4590, 255}, {}};
+  controls::Label lblLoadingGrp{*this, {6765, 6570, 2500, 255}, u"Loading..."};
+  controls::ProgressBar PbrGrp{*this, {9255, 6570, 2100, 240}};
+  controls::Label lblLeftOut{*this, {6765, 6480, 4590, 480}, {}};
+  controls::Label lblSave{*this, {150, 7170, 4300, 255}, u"Saving Group..."};
+  controls::ProgressBar pbrSave{*this, {4500, 7170, 3600, 240}};
+  controls::CommandButton cmdOK{*this, {8700, 7110, 1350, 390}, u"&OK"};
   controls::CommandButton cmdCancel{
-      *this, {10200, 6810, 1350, 390}, u"&Cancel", controls::CommandButton::Key::Escape};
+      *this, {10200, 7110, 1350, 390}, u"&Cancel", controls::CommandButton::Key::Escape};
 
   /// Creates the prepared statements. \throws Error
   void InitAdoCommands();
@@ -123,6 +133,8 @@ class frmGroupsNew final : public controls::Form {
   GroupSaving saving_{place_, request_, store_, {*this, vsfGroupContacts, Progress()}};
   SourceList sources_;
   MemberList members_;
+  MemberCommands memberCommands_;
+  MemberFind memberFind_{txtFindMember, vsfGroupContacts};
   ContactOpening contacts_;
   String shownName_;        ///< the group's name as loaded
   bool connected_ = false;  ///< the selector could be filled

@@ -292,6 +292,7 @@ TEST_F(GroupDialogTest, NewContactOfTheChosenFolderIsAppendedToTheSource) {
   EXPECT_EQ(Column(grid, u"COUNTRYCODE"), (std::vector<String>{u"91"}));
   EXPECT_EQ(Column(grid, u"MOBILE_DISPLAY"), (std::vector<String>{u"91 98009"}));
   EXPECT_EQ(Column(grid, u"CONTACTTYPE"), (std::vector<String>{u"1"}));
+  EXPECT_EQ(grid.SelectedRows(), (std::vector<int>{1}));
 }
 
 TEST_F(GroupDialogTest, NewContactStaysInAListThatWasStillLoading) {

@@ -94,8 +94,9 @@ TEST_F(StoppedJob, ObeysNoOtherButton) {
   const std::vector<String> before = Column(form->vsfGroupContacts, u"ID");
   screen.WhileWorking = [&](controls::Form&) {
     ++looks;
-    for (auto* button : {&form->cmdOK, &form->cmdSelect, &form->cmdSelectAll, &form->cmdNew,
-                         &form->cmdProperty, &form->cmdFind}) {
+    for (auto* button :
+         {&form->cmdOK, &form->cmdSelect, &form->cmdSelectAll, &form->cmdNew, &form->cmdProperty,
+          &form->cmdFind, &form->cmdRemove, &form->cmdRemoveAll, &form->cmdUndo}) {
       button->UserClicks();
     }
     EXPECT_EQ(form->cmdCancel.Caption(), u"&Stop");

@@ -1,0 +1,193 @@
+#include "forms/groups/PastedText.h"
+
+#include "tests/native/groups/GroupsFixture.h"
+
+namespace ktrv::forms {
+namespace {
+
+/// Lists that are pasted into the group dialog.
+struct PastedTextTest : tests::GroupsTest {
+  PastedTextTest() {
+    Candidates({{u"1", u"Anna Ek", u"30 1234", u"49", u"1", u"49 30 1234"},
+                {u"2", u"Bert", u"98002", u"", u"1", u"98002"},
+                {u"3", u"Cora", u"", u"", u"1", u""},
+                {u"4", u"Bert", u"98004", u"", u"1", u"98004"},
+                {u"5", u"Dora", u"98002", u"46", u"1", u"46 98002"},
+                {u"6", u"Team", u"", u"", u"2", u""}});
+  }
+  void Open() {
+    OpenPicker();
+    ASSERT_TRUE(Complete());
+  }
+  /// Pastes into an empty list. \return the ids in the list
+  std::vector<String> Paste(StringView text) {
+    form->cmdRemoveAll.UserClicks();
+    screen.Clipboard = String(text);
+    form->cmdPaste.UserClicks();
+    return Column(form->vsfGroupContacts, u"ID");
+  }
+  const String& Told() const { return screen.LastMessage().Text; }
+};
+
+using Ids = std::vector<String>;
+
+TEST_F(PastedTextTest, NumbersAreFoundHoweverTheyAreWritten) {
+  Open();
+  for (const StringView number : {u"49301234", u"+49 (0)30-1234", u"0049 30/1234", u"030 1234",
+                                  u"30.1234", u"  (030) 1234 "}) {
+    EXPECT_EQ(Paste(number), Ids{u"1"}) << ToUtf8(number);
+  }
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(PastedTextTest, PartOfANumberIsNotFound) {
+  Open();
+  EXPECT_EQ(Paste(u"1234"), Ids{});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: 1234.");
+}
+
+TEST_F(PastedTextTest, WholeNamesAreFoundWithoutCaseAndBlanks) {
+  Open();
+  EXPECT_EQ(Paste(u"  anna   EK "), Ids{u"1"});
+  EXPECT_EQ(Paste(u"Anna\u00A0Ek"), Ids{u"1"});
+  EXPECT_EQ(Paste(u"team"), Ids{u"6"});
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Paste(u"Anna"), Ids{});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: Anna.");
+}
+
+TEST_F(PastedTextTest, LinesSemicolonsAndTabsSeparate) {
+  Open();
+  EXPECT_EQ(Paste(u"cora\r\n98004;Anna Ek\tTeam\n\n;;\t"), (Ids{u"3", u"4", u"1", u"6"}));
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(form->lblOutcome.Caption(), u"4 added, 1 has no number");
+}
+
+TEST_F(PastedTextTest, WhoIsMeantTwiceIsAddedOnce) {
+  Open();
+  EXPECT_EQ(Paste(u"Cora\ncora\nCora"), Ids{u"3"});
+  EXPECT_EQ(Paste(u"Anna Ek\n49301234\n030 1234"), Ids{u"1"});
+  EXPECT_EQ(form->lblOutcome.Caption(), u"1 added");
+}
+
+TEST_F(PastedTextTest, NobodyIsChosenAmongSeveral) {
+  Open();
+  EXPECT_EQ(Paste(u"Bert\n98002\nCora\nZoe"), Ids{u"3"});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: Zoe. There are several of these: Bert, 98002.");
+}
+
+TEST_F(PastedTextTest, NameAndNumberWithATabBetweenMeanOnePerson) {
+  Open();
+  EXPECT_EQ(Paste(u"Bert\t98004"), Ids{u"4"});
+  EXPECT_EQ(Paste(u"Bert\t98002\r\nDora\t98002"), (Ids{u"2", u"5"}));
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Paste(u"98004\nBert"), Ids{u"4"});
+  EXPECT_EQ(Told(), u"There are several of these: Bert.");
+}
+
+TEST_F(PastedTextTest, WhoIsInTheListAlreadyStaysOnce) {
+  Open();
+  Take({1});
+  screen.Clipboard = u"Anna Ek\nCora";
+  form->cmdPaste.UserClicks();
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), (Ids{u"1", u"3"}));
+  EXPECT_EQ(form->lblOutcome.Caption(), u"1 added, 1 was in the list already, 1 has no number");
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), Ids{u"1"});
+}
+
+TEST_F(PastedTextTest, OfManyNamesThatAreNotFoundTheFirstAreNamed) {
+  Open();
+  String text;
+  for (int name = 1; name <= 40; ++name) text += u"X" + ToDecimal(name) + u"\n";
+  Paste(text);
+  EXPECT_TRUE(Told().ends_with(u"X19, X20 and 20 more.")) << ToUtf8(Told());
+}
+
+TEST_F(PastedTextTest, EmptyClipboardIsTold) {
+  Open();
+  for (const std::optional<String>& text :
+       {std::optional<String>(), std::optional<String>(u" \r\n;\t")}) {
+    screen.Clipboard = text;
+    form->cmdPaste.UserClicks();
+    EXPECT_EQ(Told(), u"The clipboard contains no names or numbers.");
+  }
+  EXPECT_EQ(form->Members().Count(), 0);
+  EXPECT_FALSE(form->cmdUndo.Enabled());
+}
+
+TEST_F(PastedTextTest, NothingIsPastedWhileAListIsLoading) {
+  MembersAre({{u"1", u"Anna Ek", u"", u"", u"1", u""}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  EXPECT_TRUE(form->cmdPaste.Enabled());
+  screen.Clipboard = u"Cora";
+  HoldFetches();
+  form->LoadGroupContacts();
+  EXPECT_FALSE(form->cmdPaste.Enabled());
+  form->cmdPaste.UserClicks();
+  driver.OpenGate.Open();
+  ASSERT_TRUE(Complete());
+  HoldFetches();
+  form->LoadFolderContacts(u"0");
+  EXPECT_FALSE(form->cmdPaste.Enabled());
+  form->cmdPaste.UserClicks();
+  driver.OpenGate.Open();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), Ids{u"1"});
+  form->cmdPaste.UserClicks();
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), (Ids{u"1", u"3"}));
+}
+
+TEST_F(PastedTextTest, StoppedPasteAddsNobody) {
+  std::vector<Row> rows = Contacts(200000);
+  Candidates(std::move(rows));
+  Open();
+  screen.Clipboard = u"Name 1";
+  screen.WhileWorking = [this](controls::Form&) { form->cmdCancel.UserClicks(); };
+  form->cmdPaste.UserClicks();
+  EXPECT_EQ(form->lblOutcome.Caption(), u"Stopped. Nothing was added.");
+  EXPECT_EQ(form->Members().Count(), 0);
+  EXPECT_EQ(ErrorsLogged(), 0);
+}
+
+TEST_F(PastedTextTest, CopiedListCanBePasted) {
+  Open();
+  EXPECT_FALSE(form->cmdCopy.Enabled());
+  Take({1, 2, 3, 4});
+  form->cmdCopy.UserClicks();
+  EXPECT_EQ(screen.Clipboard, u"Anna Ek\t49 30 1234\r\nBert\t98002\r\nCora\t\r\nBert\t98004\r\n");
+  EXPECT_EQ(form->lblOutcome.Caption(), u"4 copied");
+  form->cmdRemoveAll.UserClicks();
+  form->cmdPaste.UserClicks();
+  // There are two Berts, and two have the number of the first one.
+  EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), (Ids{u"1", u"2", u"3", u"4"}));
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(PastedTextTest, KeysInTheListDoTheSame) {
+  Open();
+  Take({3});
+  form->vsfGroupContacts.UserFocuses(true);
+  form->UserPresses(u'C', controls::ShiftMask::Ctrl);
+  EXPECT_EQ(screen.Clipboard, u"Cora\t\r\n");
+  screen.Clipboard = u"Anna Ek";
+  form->UserPresses(u'V', controls::ShiftMask::Ctrl);
+  EXPECT_EQ(form->Members().Count(), 2);
+  form->UserPresses(u'Z', controls::ShiftMask::Ctrl);
+  EXPECT_EQ(form->Members().Count(), 1);
+  form->txtGroupName.UserFocuses(true);  // a text box has its own keys
+  form->UserPresses(u'Z', controls::ShiftMask::Ctrl);
+  EXPECT_EQ(form->Members().Count(), 1);
+}
+
+TEST_F(PastedTextTest, TextOfManyKindsDoesNoHarm) {
+  Open();
+  Paste(u"\x1\xD800;\xDC00\t=1+1\r+\n()\n(0)\n-");
+  EXPECT_EQ(form->Members().Count(), 0);
+  EXPECT_EQ(ErrorsLogged(), 0);
+}
+
+}  // namespace
+}  // namespace ktrv::forms
