@@ -2,8 +2,8 @@
 
 !define LOG AddressBook.log
 
-; A DLL that a host has loaded cannot be deleted. It is renamed instead, and deleted at the next
-; restart of Windows or the next run of the setup program.
+; A DLL that a host has loaded, or a running program, cannot be deleted. It is renamed instead, and
+; deleted at the next restart of Windows or the next run of the setup program.
 !macro PutAside path
   Delete "${path}\..\ns*.tmp"
   ClearErrors
