@@ -5,7 +5,6 @@
 #include "common/Trap.h"
 
 namespace ktrv::Global {
-namespace {
 
 bool IsValidEmail(StringView address) {
   if (address.size() > static_cast<std::size_t>(std::numeric_limits<std::int16_t>::max())) {
@@ -23,8 +22,6 @@ bool IsValidEmail(StringView address) {
   return address.back() != u'.' && address.front() != u'@' && address.substr(at, 2) != u"@." &&
          address.substr(dot, 2) != u".@";
 }
-
-}  // namespace
 
 bool ValidateEmail(Logger& logger, StringView logPath, StringView address) {
   return Trap(logger, String(logPath),

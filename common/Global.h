@@ -15,6 +15,9 @@ namespace ktrv::Global {
 /// false.
 bool ValidateEmail(Logger& logger, StringView logPath, StringView address);
 
+/// The same without a log. \throws Error Overflow for an address of more than 32767 units
+bool IsValidEmail(StringView address);
+
 /// Whether a numeric box accepts the character code of a key: digits, backspace (8), tab (9), copy
 /// (3), "." and ";" unless refused, and paste (22) if the clipboard holds a number >= 0.
 /// \param clipboard called only for a paste; nullopt when the clipboard holds no text.

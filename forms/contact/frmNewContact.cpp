@@ -158,25 +158,15 @@ void frmNewContact::EnableControls(bool enable) {
 }
 
 std::int16_t frmNewContact::Validate_Data() {
-  const auto refuse = [&](StringView message, controls::TextBox& box) {
-    place_.Services.ShowMessage(message, MessageStyle::Exclamation);
-    box.SetFocus();
-    return std::int16_t{0};
-  };
-  if (Trim(txtFname.Text()).empty()) return refuse(u"Please enter the First Name.", txtFname);
-  if (Trim(txtMobileno.Text()).empty()) {
-    return refuse(u"Please enter the Mobile No.", txtMobileno);
-  }
-  // Any number except 0 is accepted, also the prefix alone.
-  if (LeadingNumber(txtMobileno.Text()) == 0) {
-    return refuse(u"Enter a proper Mobile No.", txtMobileno);
-  }
-  const String& email = txtEmail.Text();
-  if (!Trim(email).empty() &&
-      !Global::ValidateEmail(place_.Services.Logger, place_.Services.LogFilePath, email)) {
-    return refuse(u"Enter a valid Email Id", txtEmail);
-  }
-  return 1;
+  const auto refusal = data::ContactRefusalOf(
+      txtFname.Text(), txtMobileno.Text(), txtEmail.Text(), [&](StringView email) {
+        return Global::ValidateEmail(place_.Services.Logger, place_.Services.LogFilePath, email);
+      });
+  if (!refusal) return 1;
+  place_.Services.ShowMessage(refusal->Message, MessageStyle::Exclamation);
+  const bool isName = refusal->Field == Text::FirstName;
+  (isName ? txtFname : refusal->Field == Text::Email ? txtEmail : txtMobileno).SetFocus();
+  return 0;
 }
 
 bool frmNewContact::Save_Data() {

@@ -11,6 +11,7 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/UpDown.h"
+#include "data/ContactRules.h"
 #include "database/NewRow.h"
 #include "forms/contact/ContactFields.h"
 #include "forms/contact/ContactLayout.h"
@@ -35,6 +36,7 @@ class frmNewContact final : public controls::Form {
 
   // Tab order is the order of declaration. Each label belongs to the box that follows it.
   using Key = controls::CommandButton::Key;
+  using Text = data::ContactText;
   static constexpr auto& kKind = ContactLayout::kKind;
   static constexpr auto& kName = ContactLayout::kName;
   static constexpr auto& kPhones = ContactLayout::kPhones;
@@ -50,31 +52,36 @@ class frmNewContact final : public controls::Form {
 
   controls::Frame Frame2{*this, kName, u" Name "};
   controls::Label lblFname{*this, ContactLayout::Label(kName, 0), u"First"};
-  controls::TextBox txtFname{*this, ContactLayout::Box(kName, 0), 50};
+  controls::TextBox txtFname{*this, ContactLayout::Box(kName, 0), data::LimitOf(Text::FirstName)};
   controls::Label lblMname{*this, ContactLayout::Label(kName, 1), u"Middle"};
-  controls::TextBox txtMname{*this, ContactLayout::Box(kName, 1), 50};
+  controls::TextBox txtMname{*this, ContactLayout::Box(kName, 1), data::LimitOf(Text::MiddleName)};
   controls::Label lblLname{*this, ContactLayout::Label(kName, 2), u"Last"};
-  controls::TextBox txtLname{*this, ContactLayout::Box(kName, 2), 50};
+  controls::TextBox txtLname{*this, ContactLayout::Box(kName, 2), data::LimitOf(Text::LastName)};
 
   controls::Frame fraPhones{*this, kPhones, u" Phone Numbers "};
   controls::Label lblCountryCode{*this, ContactLayout::Label(kPhones, 0), u"Country Code "};
-  controls::TextBox txtCountryCode{*this, ContactLayout::Box(kPhones, 0, 1200), 10};
+  controls::TextBox txtCountryCode{*this, ContactLayout::Box(kPhones, 0, 1200),
+                                   data::LimitOf(Text::CountryCode)};
   controls::Label lblMobileno{*this, ContactLayout::Label(kPhones, 1), u"Mobile No"};
-  controls::TextBox txtMobileno{*this, ContactLayout::Box(kPhones, 1), 20};
+  controls::TextBox txtMobileno{*this, ContactLayout::Box(kPhones, 1),
+                                data::LimitOf(Text::MobileNo)};
   controls::Label lblEmail{*this, ContactLayout::Label(kPhones, 2), u"Email Id"};
-  controls::TextBox txtEmail{*this, ContactLayout::Box(kPhones, 2), 50};
+  controls::TextBox txtEmail{*this, ContactLayout::Box(kPhones, 2), data::LimitOf(Text::Email)};
   controls::Label lblOrganisation{*this, ContactLayout::Label(kPhones, 3), u"Company"};
-  controls::TextBox txtOrganisation{*this, ContactLayout::Box(kPhones, 3), 50};
+  controls::TextBox txtOrganisation{*this, ContactLayout::Box(kPhones, 3),
+                                    data::LimitOf(Text::Organisation)};
   controls::Label lblOfficePhone{*this, ContactLayout::Label(kPhones, 4), u"Office Phone"};
-  controls::TextBox txtOfficePhone{*this, ContactLayout::Box(kPhones, 4), 20};
+  controls::TextBox txtOfficePhone{*this, ContactLayout::Box(kPhones, 4),
+                                   data::LimitOf(Text::OfficePhone)};
   controls::Label lblHomePhone{*this, ContactLayout::Label(kPhones, 5), u"Home Phone"};
-  controls::TextBox txtHomePhone{*this, ContactLayout::Box(kPhones, 5), 20};
+  controls::TextBox txtHomePhone{*this, ContactLayout::Box(kPhones, 5),
+                                 data::LimitOf(Text::HomePhone)};
   controls::Label lblFax{*this, ContactLayout::Label(kPhones, 6), u"Fax"};
-  controls::TextBox txtFax{*this, ContactLayout::Box(kPhones, 6), 20};
+  controls::TextBox txtFax{*this, ContactLayout::Box(kPhones, 6), data::LimitOf(Text::Fax)};
 
   controls::Frame fraPersonals{*this, kPersonals, u" Personal Info "};
   controls::Label lblAge{*this, ContactLayout::Label(kPersonals, 0), u"Age"};
-  controls::TextBox txtAge{*this, ContactLayout::Box(kPersonals, 0, kAgeWidth), 3};
+  controls::TextBox txtAge{*this, ContactLayout::Box(kPersonals, 0, kAgeWidth), data::kAgeLimit};
   controls::UpDown UpDnLast{*this,
                             ContactLayout::Arrows(kPersonals, 0, kAgeWidth),
                             txtAge,
@@ -88,17 +95,19 @@ class frmNewContact final : public controls::Form {
 
   controls::Frame fraAddress{*this, kAddress, u" Address "};
   controls::Label lblAddress{*this, ContactLayout::Label(kAddress, 0), u"Street"};
-  controls::TextBox txtAddress{*this, ContactLayout::Box(kAddress, 0), 50};
+  controls::TextBox txtAddress{*this, ContactLayout::Box(kAddress, 0),
+                               data::LimitOf(Text::Address)};
   controls::Label lblCity{*this, ContactLayout::Label(kAddress, 1), u"City"};
-  controls::TextBox txtCity{*this, ContactLayout::Box(kAddress, 1), 50};
+  controls::TextBox txtCity{*this, ContactLayout::Box(kAddress, 1), data::LimitOf(Text::City)};
   controls::Label lblState{*this, ContactLayout::Label(kAddress, 2), u"State"};
-  controls::TextBox txtState{*this, ContactLayout::Box(kAddress, 2), 50};
+  controls::TextBox txtState{*this, ContactLayout::Box(kAddress, 2), data::LimitOf(Text::State)};
   controls::Label lblCountry{*this, ContactLayout::Label(kAddress, 3), u"Country"};
-  controls::TextBox txtCountry{*this, ContactLayout::Box(kAddress, 3), 50};
+  controls::TextBox txtCountry{*this, ContactLayout::Box(kAddress, 3),
+                               data::LimitOf(Text::Country)};
   controls::Label lblZip{*this, ContactLayout::Label(kAddress, 4), u"Zip"};
-  controls::TextBox txtZip{*this, ContactLayout::Box(kAddress, 4, 1800), 20};
+  controls::TextBox txtZip{*this, ContactLayout::Box(kAddress, 4, 1800), data::LimitOf(Text::Zip)};
   controls::Label lblHobby{*this, ContactLayout::Label(kAddress, 5), u"Hobby"};
-  controls::TextBox txtHobby{*this, ContactLayout::Box(kAddress, 5), 100};
+  controls::TextBox txtHobby{*this, ContactLayout::Box(kAddress, 5), data::LimitOf(Text::Hobby)};
 
   controls::CommandButton cmdSave{*this, ContactLayout::Button(1), u"&OK", Key::Enter};
   controls::CommandButton cmdCancel{*this, ContactLayout::Button(0), u"&Cancel", Key::Escape};
