@@ -30,21 +30,6 @@ SQLSMALLINT SqlType(DataType type) {
   return SQL_WVARCHAR;
 }
 
-SQL_TIMESTAMP_STRUCT Timestamp(DateTime moment) {
-  const auto day = std::chrono::floor<std::chrono::days>(moment);
-  const std::chrono::year_month_day date{day};
-  const std::chrono::hh_mm_ss time{moment - day};
-  SQL_TIMESTAMP_STRUCT timestamp = {};
-  timestamp.year = static_cast<SQLSMALLINT>(static_cast<int>(date.year()));
-  timestamp.month = static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.month()));
-  timestamp.day = static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.day()));
-  timestamp.hour = static_cast<SQLUSMALLINT>(time.hours().count());
-  timestamp.minute = static_cast<SQLUSMALLINT>(time.minutes().count());
-  timestamp.second = static_cast<SQLUSMALLINT>(time.seconds().count());
-  timestamp.fraction = static_cast<SQLUINTEGER>(time.subseconds().count() * 1'000'000);
-  return timestamp;
-}
-
 /// Replaces unpaired surrogates. PostgreSQL's driver combines one with the following unit;
 /// MariaDB's rejects the whole text.
 String WellFormed(String text) {
@@ -59,6 +44,21 @@ String WellFormed(String text) {
 }
 
 }  // namespace
+
+SQL_TIMESTAMP_STRUCT TimestampOf(DateTime moment) {
+  const auto day = std::chrono::floor<std::chrono::days>(moment);
+  const std::chrono::year_month_day date{day};
+  const std::chrono::hh_mm_ss time{moment - day};
+  SQL_TIMESTAMP_STRUCT timestamp = {};
+  timestamp.year = static_cast<SQLSMALLINT>(static_cast<int>(date.year()));
+  timestamp.month = static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.month()));
+  timestamp.day = static_cast<SQLUSMALLINT>(static_cast<unsigned>(date.day()));
+  timestamp.hour = static_cast<SQLUSMALLINT>(time.hours().count());
+  timestamp.minute = static_cast<SQLUSMALLINT>(time.minutes().count());
+  timestamp.second = static_cast<SQLUSMALLINT>(time.seconds().count());
+  timestamp.fraction = static_cast<SQLUINTEGER>(time.subseconds().count() * 1'000'000);
+  return timestamp;
+}
 
 String TextForDriver(String text, Engine engine, const Dialogue& dialogue) {
   if (engine == Engine::MySql || engine == Engine::PostgreSql) text = WellFormed(std::move(text));
@@ -99,7 +99,7 @@ void ParameterBuffer::Bind(SQLHANDLE statement, SQLUSMALLINT number, const Param
     result = bind(SQL_C_BIT, SQL_BIT, 1, 0, &truth_);
   } else if (const auto* moment = std::get_if<DateTime>(&value);
              moment && engine != Engine::Sqlite) {
-    timestamp_ = Timestamp(*moment);
+    timestamp_ = TimestampOf(*moment);
     result = bind(SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &timestamp_);
   } else {
     // SQLite stores dates as text. Use one format, so that equal dates compare equal.

@@ -9,6 +9,9 @@ namespace ktrv::database::odbc {
 /// it
 String TextForDriver(String text, Engine engine, const Dialogue& dialogue);
 
+/// The date and time in the form that drivers read.
+SQL_TIMESTAMP_STRUCT TimestampOf(DateTime moment);
+
 /// The value of one parameter, in the form that the driver reads.
 class ParameterBuffer {
  public:

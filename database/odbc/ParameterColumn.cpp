@@ -11,37 +11,60 @@ namespace ktrv::database::odbc {
 
 bool ParameterColumn::Bind(SQLHANDLE statement, std::size_t index, const Parameter& parameter,
                            Rows rows, Engine engine, const Dialogue& dialogue) {
-  const auto isNarrowNumber = [&](const std::vector<Variant>& row) {
-    const auto* number = std::get_if<std::int64_t>(&row[index]);
-    return number && IntegerForm::Of(*number) == IntegerForm{};
+  const auto any = [&](auto is) {
+    return std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return is(row[index]); });
   };
-  const auto isText = [&](const std::vector<Variant>& row) {
-    return std::holds_alternative<String>(row[index]);
+  const bool allNull = !any([](const Variant& value) { return !IsNull(value); });
+  // A column of nulls is bound as its parameter says.
+  const auto holds = [&]<class Kind>(Kind, DataType type) {
+    if (allNull) return parameter.Type == type;
+    return !any([](const Variant& value) {
+      return !IsNull(value) && !std::holds_alternative<Kind>(value);
+    });
+  };
+  const auto bind = [&](SQLSMALLINT form, SQLSMALLINT type, SQLULEN digits, SQLSMALLINT fraction,
+                        SQLPOINTER data) {
+    Checked(SQLBindParameter(statement, static_cast<SQLUSMALLINT>(index + 1), SQL_PARAM_INPUT, form,
+                             type, digits, fraction, data, 0, lengths_.data()),
+            SQL_HANDLE_STMT, statement, dialogue);
+    return true;
   };
   lengths_.clear();
-  if (std::all_of(rows.begin(), rows.end(), isNarrowNumber)) {
-    BindNumbers(statement, index, rows, dialogue);
-    return true;
+  if (holds(std::int64_t{}, DataType::Integer)) {
+    const IntegerForm form;
+    const auto isWide = [&](const Variant& value) {
+      const auto* number = std::get_if<std::int64_t>(&value);
+      return number && IntegerForm::Of(*number) != form;
+    };
+    if (any(isWide)) return false;
+    Fill<std::int64_t>(numbers_, rows, index,
+                       [](std::int64_t number) { return static_cast<SQLINTEGER>(number); });
+    return bind(form.InMemory, form.InDatabase, form.Digits, 0, numbers_.data());
   }
-  if (std::all_of(rows.begin(), rows.end(), isText)) {
+  if (holds(double{}, DataType::Double)) {
+    Fill<double>(fractions_, rows, index, [](double fraction) { return fraction; });
+    return bind(SQL_C_DOUBLE, SQL_DOUBLE, 15, 0, fractions_.data());
+  }
+  if (holds(DateTime{}, DataType::Date)) {
+    Fill<DateTime>(dates_, rows, index, TimestampOf);
+    return bind(SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, dates_.data());
+  }
+  if (holds(String{}, DataType::VarChar) || holds(String{}, DataType::VarWChar)) {
     BindTexts(statement, index, parameter, rows, engine, dialogue);
     return true;
   }
   return false;
 }
 
-void ParameterColumn::BindNumbers(SQLHANDLE statement, std::size_t index, Rows rows,
-                                  const Dialogue& dialogue) {
-  numbers_.clear();
+template <class Kind, class Value, class Convert>
+void ParameterColumn::Fill(std::vector<Value>& values, Rows rows, std::size_t index,
+                           Convert convert) {
+  values.clear();
   for (const auto& row : rows) {
-    numbers_.push_back(static_cast<SQLINTEGER>(std::get<std::int64_t>(row[index])));
-    lengths_.push_back(0);
+    const auto* value = std::get_if<Kind>(&row[index]);
+    values.push_back(value ? convert(*value) : Value{});
+    lengths_.push_back(value ? 0 : SQL_NULL_DATA);
   }
-  const IntegerForm form;
-  Checked(SQLBindParameter(statement, static_cast<SQLUSMALLINT>(index + 1), SQL_PARAM_INPUT,
-                           form.InMemory, form.InDatabase, form.Digits, 0, numbers_.data(), 0,
-                           lengths_.data()),
-          SQL_HANDLE_STMT, statement, dialogue);
 }
 
 void ParameterColumn::BindTexts(SQLHANDLE statement, std::size_t index, const Parameter& parameter,
@@ -50,7 +73,10 @@ void ParameterColumn::BindTexts(SQLHANDLE statement, std::size_t index, const Pa
   TextForm form = TextForm::Of(parameter, {});
   std::size_t longest = 1;
   for (const auto& row : rows) {
-    texts.push_back(TextForDriver(std::get<String>(row[index]), engine, dialogue));
+    const auto* text = std::get_if<String>(&row[index]);
+    texts.push_back(text ? TextForDriver(*text, engine, dialogue) : String());
+    lengths_.push_back(text ? static_cast<SQLLEN>(texts.back().size() * sizeof(char16_t))
+                            : SQL_NULL_DATA);
     const TextForm own = TextForm::Of(parameter, texts.back());
     const bool isWide = own.InDatabase == SQL_WVARCHAR || own.InDatabase == SQL_WLONGVARCHAR;
     if (isWide || own.Size > form.Size) form.InDatabase = own.InDatabase;
@@ -61,7 +87,6 @@ void ParameterColumn::BindTexts(SQLHANDLE statement, std::size_t index, const Pa
   for (std::size_t row = 0; row < texts.size(); ++row) {
     std::copy(texts[row].begin(), texts[row].end(),
               texts_.begin() + static_cast<std::ptrdiff_t>(row * longest));
-    lengths_.push_back(static_cast<SQLLEN>(texts[row].size() * sizeof(char16_t)));
   }
   Checked(SQLBindParameter(statement, static_cast<SQLUSMALLINT>(index + 1), SQL_PARAM_INPUT,
                            SQL_C_WCHAR, form.InDatabase, form.Size, 0, texts_.data(),

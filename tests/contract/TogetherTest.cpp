@@ -81,9 +81,34 @@ TEST_P(TogetherTest, ValuesThatDoNotFitRunOneByOne) {
   EXPECT_EQ(insert.ExecuteTogether(
                 {{std::int64_t{1}, String(u"Ann")}, {std::int64_t{2}, String(101, u'x')}}),
             Command::Together::CannotRun);
-  EXPECT_EQ(insert.ExecuteTogether({{std::int64_t{1}, String(u"Ann")}, {Null{}, String(u"Bob")}}),
-            Command::Together::CannotRun);
   EXPECT_EQ(Names(), u"");
+}
+
+TEST_P(TogetherTest, NullsFractionsAndDatesRunToo) {
+  connection.Execute(u"ALTER TABLE T ADD SIZE DOUBLE PRECISION");
+  connection.Execute(u"ALTER TABLE T ADD BORN DATE");
+  connection.Execute(u"ALTER TABLE T ADD NEVER DATE");
+  insert.SetCommandText(u"INSERT INTO T (NUMBER, NAME, SIZE, BORN, NEVER) VALUES (?, ?, ?, ?, ?)");
+  insert.Append(u"SIZE", database::DataType::Double);
+  insert.Append(u"BORN", database::DataType::Date);
+  insert.Append(u"NEVER", database::DataType::Date);
+  const DateTime born = *ParseDateTime(u"1985-05-17");
+  database::Transaction transaction(connection);
+  EXPECT_EQ(insert.ExecuteTogether({{Null{}, String(u"Ann"), 1.5, Null{}, Null{}},
+                                    {std::int64_t{2}, Null{}, Null{}, born, Null{}},
+                                    {std::int64_t{3}, String(), 2.25, born, Null{}}}),
+            Command::Together::Ran);
+  transaction.Commit();
+  database::Recordset rows(environment);
+  rows.Open(u"SELECT NUMBER, NAME, SIZE, BORN, NEVER FROM T ORDER BY ID", connection);
+  String found;
+  for (; !rows.EndOfFile(); rows.MoveNext()) {
+    for (const auto& column : rows.Columns()) {
+      const Variant value = rows.Field(column.Name);
+      found += IsNull(value) ? String(u"null ") : ToText(value) + u" ";
+    }
+  }
+  EXPECT_EQ(found, u"null Ann 1.5 null null 2 null null 1985-05-17 null 3  2.25 1985-05-17 null ");
 }
 
 TEST_P(TogetherTest, ASessionThatIsLostInBetweenStoresNothing) {
