@@ -9,6 +9,7 @@
 #include "tool/Create.h"
 #include "tool/Export.h"
 #include "tool/Listing.h"
+#include "tool/import/Import.h"
 
 namespace ktrv::tool {
 namespace {
@@ -76,6 +77,58 @@ void AddExport(CLI::App& app, Arguments& parsed) {
   command->callback([&parsed, options] { parsed.Run = With(Export, *options); });
 }
 
+void AddImportFormat(CLI::App& command, ImportOptions& options) {
+  command
+      .add_option_function<std::string>(
+          "--encoding",
+          [&options](const std::string& name) {
+            options.Format.Encoding = EncodingOf(FromUtf8(name));
+            if (!options.Format.Encoding) throw CLI::ValidationError("--encoding", name);
+          },
+          "utf-8, utf-16le, utf-16be or windows-1252; by default found out")
+      ->type_name("NAME");
+  command
+      .add_option_function<std::string>(
+          "--delimiter",
+          [&options](const std::string& name) {
+            const String unit = name == "tab" ? String(u"\t") : FromUtf8(name);
+            if (unit.size() != 1) throw CLI::ValidationError("--delimiter", "takes one character");
+            options.Format.Delimiter = unit[0];
+          },
+          "of CSV: a character, or tab; by default found out")
+      ->type_name("CHARACTER");
+  command
+      .add_option("--map", options.Format.Mapped,
+                  "of CSV: a heading and its column, as in \"Tel=MOBILENO\"; more than once")
+      ->type_name("HEADING=COLUMN")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  static const std::map<std::string, DateOrder> kOrders = {{"mdy", DateOrder::MonthFirst},
+                                                           {"dmy", DateOrder::DayFirst}};
+  command.add_option("--dates", options.Dates, "how dates like 4/5/1990 are meant: mdy or dmy")
+      ->transform(CLI::CheckedTransformer(kOrders, CLI::ignore_case).description(""));
+}
+
+void AddImport(CLI::App& app, Arguments& parsed) {
+  static const std::map<std::string, Duplicates> kDuplicates = {
+      {"skip", Duplicates::Skip}, {"merge", Duplicates::Merge}, {"add", Duplicates::Add}};
+  auto* command = app.add_subcommand("import", "Adds the contacts of a CSV file or of vCards");
+  auto options = std::make_shared<ImportOptions>();
+  command->add_option("FILE", options->File, "CSV or vCards; recognised by its contents")
+      ->required();
+  command->add_option("--folder", options->Folder, "put them into this folder: name, or #ID");
+  command->add_option("--group", options->Group, "make them members of this group: name, or #ID");
+  command->add_flag("--dry-run", options->DryRun, "only tell what would happen");
+  command
+      ->add_option("--duplicates", options->OfDuplicates,
+                   "contacts that are there: skip, merge (fill their gaps) or add")
+      ->transform(CLI::CheckedTransformer(kDuplicates, CLI::ignore_case).description(""));
+  command->add_option("--rejects", options->Rejects,
+                      "file for rows that are not imported; by default beside FILE");
+  AddImportFormat(*command, *options);
+  command->callback([&parsed, options] { parsed.Run = With(Import, *options); });
+}
+
 void AddCreate(CLI::App& app, Arguments& parsed) {
   auto* command = app.add_subcommand("create", "Creates the tables of the address book");
   auto options = std::make_shared<CreateOptions>();
@@ -103,7 +156,8 @@ void AddCheck(CLI::App& app, Arguments& parsed) {
 }  // namespace
 
 std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, Console& console) {
-  CLI::App app("Lists, exports, checks and creates the shared address book.", "addressbook");
+  CLI::App app("Lists, imports, exports, checks and creates the shared address book.",
+               "addressbook");
   Arguments parsed;
   app.footer(kFooter);
   app.set_version_flag("--version", "addressbook " KTRV_VERSION);
@@ -112,6 +166,7 @@ std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, 
   AddCommonOptions(app, parsed);
   AddListing(app, parsed);
   AddExport(app, parsed);
+  AddImport(app, parsed);
   AddCreate(app, parsed);
   AddCheck(app, parsed);
   std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them

@@ -7,15 +7,18 @@
 namespace ktrv::tool {
 
 /// A key of a number that is the same however the number is written: of its country code and its
-/// digits, without signs, blanks and leading zeros. 0: it has no digits. Numbers of more than 18
-/// digits are hashed.
+/// digits, without signs, blanks, leading zeros and the zero of "+49 (0) 30". 0: it has no digits.
+/// Numbers of more than 18 digits are hashed.
 inline std::uint64_t NumberKey(StringView countryCode, StringView number) {
   constexpr int kExact = 18;
   constexpr std::uint64_t kPrime = 1099511628211;
   std::uint64_t key = 0;
   int digits = 0;
   for (const StringView part : {countryCode, number}) {
-    for (const char16_t unit : part) {
+    const std::size_t trunk = part.find(u"(0)");
+    for (std::size_t at = 0; at < part.size(); ++at) {
+      const char16_t unit = part[at];
+      if (trunk != StringView::npos && at == trunk + 1) continue;
       if (unit < u'0' || unit > u'9') continue;
       const auto digit = static_cast<std::uint64_t>(unit - u'0');
       if (key == 0 && digit == 0) continue;

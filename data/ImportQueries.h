@@ -1,0 +1,34 @@
+#pragma once
+
+#include "data/ContactRules.h"
+#include "data/IdText.h"
+
+/// Query texts of an import of contacts, the same for every engine.
+namespace ktrv::data::ImportQueries {
+
+/// What finds a contact again.
+inline constexpr StringView kPeople =
+    u"SELECT ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, EMAIL FROM SMS_ABCONTACTS";
+
+/// The folder, the texts in the order of ContactText, the others.
+inline constexpr StringView kInsertContact =
+    u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, "
+    u"OFFICEPHONE, HOMEPHONE, FAX, EMAIL, ORGANISATION, ADDRESS, CITY, STATE, COUNTRY, ZIP, HOBBY, "
+    u"AGE, SEX, BIRTHDAY, ANNIVERSARY) "
+    u"VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
+
+inline constexpr StringView kNewestContact = u"SELECT MAX(ID) AS ID FROM SMS_ABCONTACTS";
+/// Contacts that were inserted after this one. \throws as WithId does
+inline String ContactsAfter(StringView contactId) {
+  return WithId(u"SELECT ID, COUNTRYCODE, MOBILENO FROM SMS_ABCONTACTS WHERE ID > {id} ORDER BY ID",
+                contactId);
+}
+
+/// The contacts of a group. \throws as WithId does
+inline String MembersOf(StringView groupId) {
+  return WithId(
+      u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {id} AND CONTACT_TYPE = 'S'",
+      groupId);
+}
+
+}  // namespace ktrv::data::ImportQueries

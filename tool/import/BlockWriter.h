@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "database/Command.h"
+#include "tool/import/Contact.h"
+
+namespace ktrv::tool {
+
+/// A row of the file on its way to the database.
+struct ImportEntry {
+  enum class Kind {
+    Add,    ///< a new contact
+    Merge,  ///< values for the gaps of a contact in the database
+    Join,   ///< nothing but memberships
+  };
+  Kind What = Kind::Add;
+  std::int64_t Line = 0;
+  String Raw;
+  Contact Values;
+  std::int64_t FolderId = 0;         ///< of a new contact
+  std::vector<std::int64_t> Groups;  ///< ids of groups to be a member of
+  std::int64_t Id = 0;  ///< of the contact; 0: not known. Set by the writer for a new contact
+  std::optional<std::size_t> Original;  ///< the entry of the same block that adds the contact
+  std::size_t Person = 0;               ///< in the index of duplicates
+  String Refusal;                       ///< set by the writer if the database refuses the row
+};
+
+/// Writes rows in blocks, each in one transaction: all of them, or none.
+class BlockWriter {
+ public:
+  /// \param connection open; must outlive the writer. \param findsIds whether ids of new contacts
+  /// are needed, for merging and memberships
+  BlockWriter(database::Connection& connection, bool findsIds);
+
+  /// Writes the entries in order. If the database refuses one, they are written one by one, each in
+  /// a transaction of its own. \throws Error for other failures. Then nothing of the block is
+  /// stored, apart from rows that were written one by one, or a commit has an unknown outcome
+  void Write(std::vector<ImportEntry>& entries);
+
+ private:
+  using Entries = std::vector<ImportEntry>;
+  using Membership = std::pair<std::int64_t, std::int64_t>;  ///< group and contact
+  struct Refused {
+    String Message;
+  };
+
+  /// \throws Refused if the database refuses one of them; then nothing is stored
+  void WriteTogether(Entries& entries, std::size_t begin, std::size_t end);
+  void Run(database::Command& command, std::vector<std::vector<Variant>> rows);
+  void Insert(Entries& entries, std::size_t begin, std::size_t end);
+  void FindIds(Entries& entries, std::size_t begin, std::size_t end, std::int64_t newest);
+  void RequireNothingStored(const Entries& entries, std::size_t begin, std::size_t end,
+                            std::int64_t newest);
+  void FillGapsOf(const ImportEntry& entry);
+  std::vector<Membership> NewMemberships(const Entries& entries, std::size_t begin,
+                                         std::size_t end);
+  std::unordered_set<std::int64_t>& MembersOf(std::int64_t groupId);
+
+  database::Connection& connection_;
+  bool findsIds_;
+  database::Command insertContact_;
+  database::Command insertMember_;
+  std::map<std::int64_t, std::unordered_set<std::int64_t>> members_;  ///< contacts by group
+};
+
+}  // namespace ktrv::tool

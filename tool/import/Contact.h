@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "common/Variant.h"
+#include "data/ContactRules.h"
+
+namespace ktrv::tool {
+
+/// The values that a file can have of a contact: the texts of data::ContactText in their order, and
+/// these.
+enum class Field : std::size_t {
+  Age = data::kContactTexts,
+  Sex,
+  Birthday,
+  Anniversary,
+  FullName,  ///< the first name of a contact whose name is not divided
+};
+inline constexpr std::size_t kFields = data::kContactTexts + 5;
+
+constexpr Field FieldOf(data::ContactText text) {
+  return static_cast<Field>(text);
+}
+
+/// The field of a column of the table; nullopt for other columns. Ignores case.
+std::optional<Field> FieldOfColumn(StringView name);
+
+/// The texts of a contact as a file has them; nullopt for no value.
+class RawContact {
+ public:
+  /// Written by our export: the values are stored as they are, and no value is a null.
+  bool IsOwn = false;
+  String Folder;               ///< name; empty: none
+  std::vector<String> Groups;  ///< names
+
+  std::optional<String>& operator[](Field field) {
+    return values_[static_cast<std::size_t>(field)];
+  }
+  StringView Text(Field field) const {
+    const auto& value = values_[static_cast<std::size_t>(field)];
+    return value ? StringView(*value) : StringView();
+  }
+  bool Has(Field field) const { return values_[static_cast<std::size_t>(field)].has_value(); }
+  /// Sets a value that the contact does not have yet. Empty texts do not count.
+  void Offer(Field field, StringView text) {
+    if (Text(field).empty() && !text.empty()) (*this)[field] = String(text);
+  }
+
+ private:
+  std::array<std::optional<String>, kFields> values_;
+};
+
+/// A contact as it is stored; nullopt is null.
+struct Contact {
+  std::array<std::optional<String>, data::kContactTexts> Texts;
+  std::optional<double> Age;
+  std::optional<String> Sex;  ///< "M" or "F"
+  std::optional<DateTime> Birthday;
+  std::optional<DateTime> Anniversary;
+
+  StringView Text(data::ContactText text) const {
+    const auto& value = Texts[static_cast<std::size_t>(text)];
+    return value ? StringView(*value) : StringView();
+  }
+};
+
+/// Takes values of the other contact for those that are null or empty.
+void FillGaps(Contact& contact, const Contact& other);
+
+}  // namespace ktrv::tool

@@ -1,0 +1,250 @@
+#include "tool/import/Import.h"
+
+#include <algorithm>
+
+#include "common/Error.h"
+#include "data/ImportQueries.h"
+#include "tool/Files.h"
+#include "tool/JsonText.h"
+#include "tool/Progress.h"
+#include "tool/Query.h"
+#include "tool/import/BlockWriter.h"
+#include "tool/import/DuplicateIndex.h"
+#include "tool/import/ImportPlaces.h"
+#include "tool/import/RejectsFile.h"
+
+namespace ktrv::tool {
+namespace {
+
+using data::ContactText;
+
+constexpr std::size_t kUnitsOfBlock = 4 * 1024 * 1024;  ///< of rows kept for the file of rejects
+
+DuplicateIndex::Person PersonOf(const Contact& contact) {
+  return {contact.Text(ContactText::FirstName), contact.Text(ContactText::MiddleName),
+          contact.Text(ContactText::LastName),  contact.Text(ContactText::CountryCode),
+          contact.Text(ContactText::MobileNo),  contact.Text(ContactText::Email)};
+}
+
+std::filesystem::path RejectsPath(const ImportOptions& options) {
+  if (options.Rejects.empty()) {
+    return options.DryRun ? std::filesystem::path() : RejectsFile::PathBeside(PathOf(options.File));
+  }
+  const std::filesystem::path path = PathOf(options.Rejects);
+  if (std::filesystem::exists(path)) {
+    throw Error(ErrorNumber::InvalidArgument,
+                u"The file of rejects exists already: " + FromUtf8(options.Rejects));
+  }
+  return path;
+}
+
+/// Results for people, or as JSON.
+class Report {
+ public:
+  Report(const ImportOptions& options, Console& console) : options_(options), console_(console) {
+    if (console.Json) console.Out << "{\"rejected\": [";
+  }
+
+  void Reject(std::int64_t line, StringView reason) {
+    if (console_.Json) {
+      std::string json = rejected_ == 0 ? "\n" : ",\n";
+      json += "{\"line\": " + std::to_string(line) + ", \"reason\": ";
+      AppendJson(json, reason);
+      console_.Out << json << '}';
+    } else {
+      Note(line, reason);
+    }
+    ++rejected_;
+  }
+  void Note(std::int64_t line, StringView text) {
+    console_.Messages << (console_.IsInteractive ? "\r" : "") << options_.File << ':' << line
+                      << ": " << ToUtf8(text) << '\n';
+  }
+  void LeftOut(const std::vector<String>& headings) {
+    if (headings.empty()) return;
+    console_.Messages << "not imported:";
+    for (const String& heading : headings) {
+      console_.Messages << (&heading == headings.data() ? " " : ", ") << ToUtf8(heading);
+    }
+    console_.Messages << '\n';
+  }
+  void Finish(const std::filesystem::path& rejects) {
+    if (console_.Json) {
+      console_.Out << "],\n\"added\": " << Added << ", \"merged\": " << Merged
+                   << ", \"skipped\": " << Skipped << "}\n";
+      return;
+    }
+    console_.Out << (options_.DryRun ? "would add " : "added ") << Added;
+    if (options_.OfDuplicates == Duplicates::Merge) console_.Out << ", merged " << Merged;
+    console_.Out << ", skipped " << Skipped << " duplicates, rejected " << rejected_ << '\n';
+    if (rejected_ > 0 && !rejects.empty()) {
+      console_.Out << "rejected rows are in " << ToUtf8(rejects.u16string()) << '\n';
+    }
+  }
+  bool HasRejects() const { return rejected_ > 0; }
+
+  std::int64_t Added = 0;
+  std::int64_t Merged = 0;
+  std::int64_t Skipped = 0;
+
+ private:
+  const ImportOptions& options_;
+  Console& console_;
+  std::int64_t rejected_ = 0;
+};
+
+class Importer {
+ public:
+  Importer(const ImportOptions& options, Book& book, Console& console)
+      : options_(options),
+        connection_(book.Connection),
+        rejects_(RejectsPath(options)),
+        file_(OpenImportFile(PathOf(options.File), options.Format)),
+        places_(book.Connection, !options.DryRun),
+        writer_(book.Connection, !options.Group.empty() || file_->HasGroups() ||
+                                     options.OfDuplicates == Duplicates::Merge),
+        progress_(console, options.DryRun ? "read" : "imported"),
+        report_(options, console) {
+    if (!options.Folder.empty()) folder_ = places_.ChosenFolder(options.Folder);
+    if (!options.Group.empty()) group_ = places_.ChosenGroup(options.Group);
+  }
+
+  int Run() {
+    report_.LeftOut(file_->LeftOut());
+    if (options_.OfDuplicates != Duplicates::Add) ReadPeople();
+    for (ImportRow row; file_->Next(row);) {
+      Take(row);
+      progress_.Count(++rows_);
+      if (block_.size() >= options_.RowsOfBlock || blockUnits_ >= kUnitsOfBlock) WriteBlock();
+    }
+    WriteBlock();
+    rejects_.Close();
+    progress_.Finish(rows_);
+    report_.Finish(rejects_.Path());
+    return report_.HasRejects() ? ExitCode::Failed : ExitCode::Done;
+  }
+
+ private:
+  void ReadPeople() {
+    Query query(connection_, data::ImportQueries::kPeople);
+    while (query.Next()) {
+      people_.Add({query.Text(1), query.Text(2), query.Text(3), query.Text(4), query.Text(5),
+                   query.Text(6)},
+                  ToInteger(String(query.Text(0))));
+    }
+  }
+
+  void Reject(std::int64_t line, StringView raw, StringView reason) {
+    report_.Reject(line, reason);
+    rejects_.Add(file_->Head(), raw);
+  }
+
+  void Take(const ImportRow& row) {
+    if (!row.Problem.empty()) return Reject(row.Line, row.Raw, row.Problem);
+    CheckedContact checked = Check(row.Values, options_.Dates);
+    if (!checked.Refusal.empty()) return Reject(row.Line, row.Raw, checked.Refusal);
+    for (const String& note : checked.Notes) report_.Note(row.Line, note);
+    ImportEntry entry;
+    entry.Line = row.Line;
+    entry.Raw = row.Raw;
+    entry.Values = std::move(checked.Cleaned);
+    entry.FolderId = folder_ ? *folder_ : places_.FolderOf(row.Values.Folder);
+    if (group_) entry.Groups.push_back(*group_);
+    for (const String& name : row.Values.Groups) entry.Groups.push_back(places_.GroupOf(name));
+    Place(std::move(entry));
+  }
+
+  /// Decides what becomes of a valid row.
+  void Place(ImportEntry entry) {
+    const DuplicateIndex::Person person = PersonOf(entry.Values);
+    std::optional<std::size_t> known;
+    if (options_.OfDuplicates != Duplicates::Add) known = people_.Find(person);
+    if (!known) {
+      if (options_.OfDuplicates != Duplicates::Add) {
+        entry.Person = people_.Add(person);
+        added_.emplace_back(entry.Person, block_.size());
+      }
+      return Put(std::move(entry));
+    }
+    const bool isMerged = options_.OfDuplicates == Duplicates::Merge;
+    entry.What = isMerged ? ImportEntry::Kind::Merge : ImportEntry::Kind::Join;
+    entry.Person = *known;
+    entry.Id = people_.IdOf(*known);
+    if (entry.Id == DuplicateIndex::kNotStored) {
+      const auto original =
+          std::lower_bound(added_.begin(), added_.end(), std::pair(*known, std::size_t{0}));
+      entry.Original = original->second;
+      if (isMerged) FillGaps(block_[original->second].Values, entry.Values);
+      entry.What = ImportEntry::Kind::Join;
+    }
+    (isMerged ? report_.Merged : report_.Skipped) += 1;
+    const bool isNothing =
+        entry.What == ImportEntry::Kind::Join && entry.Groups.empty() && !entry.Original;
+    if (!isNothing) Put(std::move(entry));
+  }
+
+  void Put(ImportEntry entry) {
+    blockUnits_ += entry.Raw.size();
+    block_.push_back(std::move(entry));
+  }
+
+  void WriteBlock() {
+    if (!options_.DryRun && !block_.empty()) Write();
+    for (const ImportEntry& entry : block_) {
+      const bool isAdded = entry.What == ImportEntry::Kind::Add;
+      if (!entry.Refusal.empty()) {
+        if (!isAdded) {
+          (options_.OfDuplicates == Duplicates::Merge ? report_.Merged : report_.Skipped) -= 1;
+        } else if (options_.OfDuplicates != Duplicates::Add) {
+          people_.Remove(entry.Person);
+        }
+        Reject(entry.Line, entry.Raw, entry.Refusal);
+      } else if (isAdded) {
+        ++report_.Added;
+        if (options_.OfDuplicates != Duplicates::Add) {
+          people_.SetId(entry.Person, entry.Id > 0 ? entry.Id : DuplicateIndex::kUnknown);
+        }
+      }
+    }
+    block_.clear();
+    added_.clear();
+    blockUnits_ = 0;
+  }
+
+  void Write() {
+    try {
+      writer_.Write(block_);
+    } catch (const Error&) {
+      report_.Note(block_.front().Line,
+                   options_.OfDuplicates == Duplicates::Add
+                       ? u"stopped here; rows above this line are stored"
+                       : u"stopped here; run the same import again to continue, what is stored is "
+                         u"skipped");
+      throw;
+    }
+  }
+
+  const ImportOptions& options_;
+  database::Connection& connection_;
+  RejectsFile rejects_;
+  std::unique_ptr<ImportFile> file_;
+  ImportPlaces places_;
+  BlockWriter writer_;
+  Progress progress_;
+  Report report_;
+  std::optional<std::int64_t> folder_;
+  std::optional<std::int64_t> group_;
+  DuplicateIndex people_;
+  std::vector<ImportEntry> block_;
+  std::size_t blockUnits_ = 0;
+  std::vector<std::pair<std::size_t, std::size_t>> added_;  ///< person and place in the block
+  std::int64_t rows_ = 0;
+};
+
+}  // namespace
+
+int Import(const ImportOptions& options, Book& book, Console& console) {
+  return Importer(options, book, console).Run();
+}
+
+}  // namespace ktrv::tool

@@ -1,0 +1,127 @@
+#include "tool/import/ImportFile.h"
+
+#include <algorithm>
+#include <fstream>
+
+#include "common/Error.h"
+#include "tool/formats/CsvReader.h"
+#include "tool/formats/VCardReader.h"
+#include "tool/import/CardContact.h"
+#include "tool/import/Headings.h"
+
+namespace ktrv::tool {
+namespace {
+
+/// The stream and its text.
+class OpenFile {
+ public:
+  OpenFile(const std::filesystem::path& path, std::optional<Encoding> encoding)
+      : stream_(path, std::ios::binary), source_(stream_, Found(encoding)) {}
+
+  TextSource& Source() { return source_; }
+  void Check() const {
+    if (!stream_.is_open() || stream_.bad()) {
+      throw Error(ErrorNumber::DriverFailure, u"The file to import cannot be read");
+    }
+  }
+
+ private:
+  Encoding Found(std::optional<Encoding> encoding) {
+    if (encoding) return *encoding;
+    Check();
+    const Encoding found = DetectEncoding(stream_);
+    Check();
+    stream_.clear();
+    stream_.seekg(0);
+    return found;
+  }
+
+  std::ifstream stream_;
+  TextSource source_;
+};
+
+class CsvFile final : public ImportFile {
+ public:
+  CsvFile(const std::filesystem::path& path, const ImportFormat& format)
+      : file_(path, format.Encoding), reader_(file_.Source(), format.Delimiter) {
+    CsvRecord headings;
+    const bool isThere = reader_.Next(headings);
+    file_.Check();
+    if (!isThere) throw Error(ErrorNumber::InvalidArgument, u"The file to import is empty");
+    if (!headings.Problem.empty()) {
+      throw Error(ErrorNumber::InvalidArgument,
+                  u"The headings cannot be read: " + String(headings.Problem));
+    }
+    head_ = headings.Raw + u"\r\n";
+    headings_.emplace(headings, format.Mapped);
+  }
+
+  bool Next(ImportRow& row) override {
+    do {
+      if (!reader_.Next(record_)) {
+        file_.Check();
+        return false;
+      }
+    } while (record_.IsEmpty() && record_.Problem.empty());
+    row.Line = record_.Line;
+    row.Raw = record_.Raw;
+    row.Problem = record_.Problem;
+    if (row.Problem.empty()) row.Values = headings_->Read(record_);
+    return true;
+  }
+  StringView Head() const override { return head_; }
+  std::vector<String> LeftOut() const override { return headings_->LeftOut(); }
+  bool HasGroups() const override { return headings_->HasGroups(); }
+
+ private:
+  OpenFile file_;
+  CsvReader reader_;
+  CsvRecord record_;
+  String head_;
+  std::optional<Headings> headings_;
+};
+
+class CardFile final : public ImportFile {
+ public:
+  CardFile(const std::filesystem::path& path, const ImportFormat& format)
+      : file_(path, format.Encoding), reader_(file_.Source()) {}
+
+  bool Next(ImportRow& row) override {
+    if (!reader_.Next(card_)) {
+      file_.Check();
+      return false;
+    }
+    row.Line = card_.Line;
+    row.Raw = card_.Raw;
+    row.Problem = card_.Problem;
+    if (row.Problem.empty()) row.Values = ContactOf(card_);
+    return true;
+  }
+  StringView Head() const override { return {}; }
+  bool HasGroups() const override { return true; }
+
+ private:
+  OpenFile file_;
+  VCardReader reader_;
+  VCard card_;
+};
+
+bool BeginsWithCard(const std::filesystem::path& path, std::optional<Encoding> encoding) {
+  OpenFile file(path, encoding);
+  file.Check();
+  constexpr StringView kBegin = u"BEGIN:VCARD";
+  String start;
+  file.Source().Next(start);
+  const std::size_t first = std::min(start.find_first_not_of(u" \t\r\n"), start.size());
+  return EqualsIgnoringCase(StringView(start).substr(first, kBegin.size()), kBegin);
+}
+
+}  // namespace
+
+std::unique_ptr<ImportFile> OpenImportFile(const std::filesystem::path& path,
+                                           const ImportFormat& format) {
+  if (BeginsWithCard(path, format.Encoding)) return std::make_unique<CardFile>(path, format);
+  return std::make_unique<CsvFile>(path, format);
+}
+
+}  // namespace ktrv::tool

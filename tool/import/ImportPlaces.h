@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tool/Directory.h"
+
+namespace ktrv::tool {
+
+/// The folders and groups that an import puts contacts in. Those that our export names are created
+/// if they are not there, unless it is a dry run.
+class ImportPlaces {
+ public:
+  /// \param connection open; must outlive the object. \param creates false: nothing is created.
+  /// \throws Error
+  ImportPlaces(database::Connection& connection, bool creates);
+
+  /// The ids of those that the user names. \throws Error if there is none, and for a folder that
+  /// shows remote contacts
+  std::int64_t ChosenFolder(const std::string& name) const;
+  std::int64_t ChosenGroup(const std::string& name) const;
+
+  /// The ids of those that a file names. \return 0 for one that would be created. \throws Error
+  std::int64_t FolderOf(const String& name);
+  std::int64_t GroupOf(const String& name);
+
+ private:
+  database::Connection& connection_;
+  bool creates_;
+  std::vector<Folder> folders_;
+  std::vector<Group> groups_;
+};
+
+}  // namespace ktrv::tool
