@@ -94,6 +94,28 @@ void PlayEditGroup(Stage& stage, bool& done) {
   };
 }
 
+/// The same for a user who takes all members out, thinks again, and pastes the new one's name.
+void PlayUndoneEditGroup(Stage& stage, bool& done) {
+  stage.InGroup = [&](frmGroupsNew& editor) {
+    if (!WaitForLists(stage, editor)) return;
+    const auto members = [&] { return editor.vsfGroupContacts.Rows() - 1; };
+    const int before = members();
+    editor.txtGroupName.SetText(u"Squad");
+    stage.Do([&] { editor.cmdRemoveAll.UserClicks(); });
+    if (members() != 0) return;
+    stage.Do([&] { editor.cmdUndo.UserClicks(); });
+    if (members() != before || !ChooseSource(stage, editor, u"Staff")) return;
+    const int dora = std::max(Stage::RowOf(editor.vsfFolderContacts, u"Dora  Vik"),
+                              Stage::RowOf(editor.vsfFolderContacts, u"Dora"));
+    if (dora == 0) return;
+    stage.screen.Clipboard = forms::ContactColumns(editor.vsfFolderContacts).Read(dora).Name;
+    stage.Do([&] { editor.cmdPaste.UserClicks(); });
+    if (members() != before + 1) return;
+    if (!Remove(stage, editor, u"Bert  Al") && !Remove(stage, editor, u"Bert")) return;
+    done = stage.PressOk(editor, editor.cmdOK);
+  };
+}
+
 void PlayPick(Stage& stage, bool& done) {
   stage.InGroup = [&](frmGroupsNew& editor) {
     if (!WaitForLists(stage, editor)) return;
@@ -300,6 +322,17 @@ std::vector<UserTask> MakeTasks() {
          stage.driver.StartCounting();
          bool done = false;
          PlayEditGroup(stage, done);
+         return Stage::Work([&] {
+                  return stage.main->EditGroup(kAdministrator, u"11", kShared, u"");
+                }) == 1 &&
+                done;
+       },
+       NewGroupOf},
+      {"EditGroupUndone",
+       [](Stage& stage) {
+         stage.driver.StartCounting();
+         bool done = false;
+         PlayUndoneEditGroup(stage, done);
          return Stage::Work([&] {
                   return stage.main->EditGroup(kAdministrator, u"11", kShared, u"");
                 }) == 1 &&
