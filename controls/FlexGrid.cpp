@@ -219,6 +219,13 @@ void FlexGrid::SelectRows(int first, int last) {
   ShowSelection();
 }
 
+void FlexGrid::SelectRows(const RowSelection& rows) {
+  selection_ = rows;
+  selection_.Remove(Rows(), INT32_MAX);
+  row_ = selection_.Count() > 0 ? selection_.Ranges().front().First : 0;
+  ShowSelection();
+}
+
 void FlexGrid::SelectAll() {
   selection_.Clear();
   selection_.Add(1, Rows() - 1);

@@ -158,6 +158,7 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   const RowSelection& Selection() const { return selection_; }
   /// Selects exactly these rows and makes the first one current.
   void SelectRows(int first, int last);
+  void SelectRows(const RowSelection& rows);
   void SelectAll();
   void ShowRow(int row);
   /// The first visible row; without a display the last one that was set.

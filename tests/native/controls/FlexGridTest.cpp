@@ -223,6 +223,19 @@ TEST_F(FlexGridTest, InsertedRowsGetTheirPlaces) {
   EXPECT_EQ(Names().back(), u"f");
 }
 
+TEST_F(FlexGridTest, RowsOfManyRangesAreSelected) {
+  Fill({u"a", u"b", u"c", u"d"});
+  RowSelection rows;
+  rows.Add(2, 2);
+  rows.Add(4, 9);
+  grid.SelectRows(rows);
+  EXPECT_EQ(grid.SelectedRows(), (std::vector<int>{2, 4}));
+  EXPECT_EQ(grid.Row(), 2);
+  grid.SelectRows(RowSelection());
+  EXPECT_TRUE(grid.SelectedRows().empty());
+  EXPECT_EQ(grid.Row(), 0);
+}
+
 TEST_F(FlexGridTest, RowsThatAreNotSelectedGoToo) {
   Fill({u"a", u"b", u"c"});
   grid.SetRow(1);
