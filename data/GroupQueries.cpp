@@ -106,6 +106,22 @@ String Members(Dialect dialect, StringView groupId) {
   return WithId(dialect == Dialect::Sql ? kMembersSql : kMembersOracle, groupId);
 }
 
+String MembersOfGroups(const std::vector<String>& groupIds) {
+  String ids;
+  for (const String& id : groupIds) ids += (ids.empty() ? u"" : u", ") + WithId(u"{id}", id);
+  return Joined(
+      {u"SELECT M.GROUP_ID, TO_CHAR(ID) AS ID, FNAME, MOBILENO, COUNTRYCODE "
+       u"FROM SMS_ABCONTACTS C,SMS_ABGROUPMAPS M "
+       u"WHERE C.ID = M.CONTACT_ID AND M.GROUP_ID IN (",
+       ids,
+       u") AND M.CONTACT_TYPE = 'S' "
+       u"UNION "
+       u"SELECT M.GROUP_ID, CODE, NAME, MOBILENO, '' AS COUNTRYCODE "
+       u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M "
+       u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID IN (",
+       ids, u") AND M.CONTACT_TYPE = 'R'"});
+}
+
 const std::vector<CommandText>& Commands() {
   using Parameters = std::vector<CommandParameter>;
   constexpr auto number = [](StringView name) { return CommandParameter{name}; };

@@ -101,5 +101,7 @@ String SharedCandidates(Dialect dialect, Purpose purpose, StringView folderId);
 String RemoteCandidates(Dialect dialect, Purpose purpose, StringView folderId);
 /// Members of a group. The SQL text lists contacts only; the Oracle text remote contacts too.
 String Members(Dialect dialect, StringView groupId);
+/// The members that kExpandedMembers finds, for several groups: GROUP_ID and its columns.
+String MembersOfGroups(const std::vector<String>& groupIds);
 
 }  // namespace ktrv::data::GroupQueries

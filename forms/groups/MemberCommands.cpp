@@ -17,6 +17,8 @@ constexpr StringView kPaste =
     u"KTRVAddressBook: Error occurred. Sub:cmdPaste_Click(), Module: frmGroupsNew()";
 constexpr StringView kCopy =
     u"KTRVAddressBook: Error occurred. Sub:cmdCopy_Click(), Module: frmGroupsNew()";
+constexpr StringView kSelect =
+    u"KTRVAddressBook: Error occurred. Sub:SelectCounted(), Module: frmGroupsNew()";
 
 /// What was not added; empty if all was.
 String LeftOut(const PastedText::Found& found) {
@@ -42,6 +44,8 @@ void MemberCommands::Connect() {
   connect(buttons_.Undo, kUndo, [this] { lists_.Members.Undo(); });
   connect(buttons_.Paste, kPaste, [this] { Paste(); });
   connect(buttons_.Copy, kCopy, [this] { Copy(); });
+  connect(buttons_.WithoutNumber, kSelect, [this] { Select(lists_.Count.WithoutNumber()); });
+  connect(buttons_.Twice, kSelect, [this] { Select(lists_.Count.Twice()); });
   const auto inList = [this] { return lists_.MemberGrid.HasFocus(); };
   const auto add = [&](char16_t letter, controls::CommandButton& button) {
     buttons_.Undo.Parent().Shortcuts.push_back({static_cast<std::int16_t>(letter),
@@ -61,6 +65,11 @@ void MemberCommands::ShowWhatIsPossible(bool mayChange) {
   buttons_.Undo.SetEnabled(possible && members.CanUndo());
   buttons_.Paste.SetEnabled(possible && lists_.Source.IsComplete());
   buttons_.Copy.SetEnabled(members.IsComplete() && members.Count() > 0);
+  const auto offer = [&](controls::CommandButton& button, const controls::RowSelection& rows) {
+    button.SetEnabled(members.IsComplete() && !rows.Ranges().empty());
+  };
+  offer(buttons_.WithoutNumber, lists_.Count.WithoutNumber());
+  offer(buttons_.Twice, lists_.Count.Twice());
 }
 
 void MemberCommands::Paste() {
@@ -84,6 +93,13 @@ void MemberCommands::Paste() {
   }
   const String leftOut = LeftOut(found);
   if (!leftOut.empty()) services_.ShowMessage(leftOut, MessageStyle::Exclamation);
+}
+
+void MemberCommands::Select(const controls::RowSelection& rows) {
+  if (rows.Ranges().empty()) return;
+  lists_.MemberGrid.SelectRows(rows);
+  lists_.MemberGrid.ShowRow(lists_.MemberGrid.Row());
+  lists_.Members.Say(ToDecimal(rows.Count()) + u" selected");
 }
 
 void MemberCommands::Copy() {

@@ -3,6 +3,7 @@
 #include "controls/CommandButton.h"
 #include "forms/groups/JobProgress.h"
 #include "forms/groups/MemberList.h"
+#include "forms/groups/RecipientCount.h"
 #include "forms/groups/SourceList.h"
 #include "services/Services.h"
 
@@ -17,12 +18,15 @@ class MemberCommands {
     controls::CommandButton& Undo;
     controls::CommandButton& Paste;
     controls::CommandButton& Copy;
+    controls::CommandButton& WithoutNumber;
+    controls::CommandButton& Twice;
   };
   struct Lists {
     const SourceList& Source;
     controls::FlexGrid& SourceGrid;
     MemberList& Members;
     controls::FlexGrid& MemberGrid;
+    const RecipientCount& Count;
   };
 
   /// All references must outlive the object.
@@ -37,6 +41,7 @@ class MemberCommands {
  private:
   void Paste();
   void Copy();
+  void Select(const controls::RowSelection& rows);
 
   Services& services_;
   Lists lists_;

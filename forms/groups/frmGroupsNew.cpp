@@ -52,8 +52,10 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
                {vsfFolderContacts, lblLoadingFolder, pbrFolder}),
       members_(place_.Services, place_.Database, commands_, store_,
                {vsfGroupContacts, lblLoadingGrp, PbrGrp}, {lblMemberCount, lblLeftOut, lblOutcome}),
-      memberCommands_(place_.Services, {sources_, vsfFolderContacts, members_, vsfGroupContacts},
-                      {cmdRemove, cmdRemoveAll, cmdUndo, cmdPaste, cmdCopy}, Progress()),
+      memberCommands_(
+          place_.Services, {sources_, vsfFolderContacts, members_, vsfGroupContacts, counts_},
+          {cmdRemove, cmdRemoveAll, cmdUndo, cmdPaste, cmdCopy, cmdWithoutNumber, cmdTwice},
+          Progress()),
       contacts_(place_.Services, commands_, vsfFolderContacts, vsfGroupContacts,
                 {request_.GroupType, request_.SharedMode}) {
   cboContactType.AccessibleName = u"Source";
@@ -85,7 +87,10 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
                                              .GroupName = name})
         .HasOpenedContacts;
   };
-  contacts_.RowWritten = [this](const ContactRow& contact) { members_.Edited(contact); };
+  contacts_.RowWritten = [this](const ContactRow& contact) {
+    members_.Edited(contact);
+    counts_.Forget();
+  };
   contacts_.ListIsStale = [this] {
     // The host may have closed the dialog meanwhile.
     if (IsLoaded()) LoadChosenSource();
@@ -124,13 +129,18 @@ void frmGroupsNew::ConnectEvents() {
     if (keyCode == controls::KeyCode::Delete) RemoveGroupMembers();
     if (keyCode == controls::KeyCode::Enter) cmdOK.UserClicks();
   };
-  vsfGroupContacts.SelectionChange = [this] { ShowWhatIsPossible(); };
+  vsfGroupContacts.SelectionChange = [this] {
+    ShowWhatIsPossible();
+    counts_.Show();
+  };
   vsfGroupContacts.AfterDataRefresh = [this] { vsfGroupContacts_AfterDataRefresh(); };
   vsfGroupContacts.AfterSort = [this](int column, controls::SortOrder order) {
     ContactColumns::ShowOrder(vsfGroupContacts, column, order);
   };
   sources_.Changed = [this] { ShowWhatIsPossible(); };
+  counts_.Changed = [this] { ShowWhatIsPossible(); };
   members_.Changed = [this] {
+    counts_.Update(members_.IsComplete());
     ShowWhatIsPossible();
     vsfFolderContacts.Refresh();
   };
@@ -178,6 +188,7 @@ bool frmGroupsNew::ConnectAgain() {
 void frmGroupsNew::Form_QueryUnload() {
   sources_.Cancel();
   members_.Cancel();
+  counts_.Cancel();
 }
 
 void frmGroupsNew::InitAdoCommands() {

@@ -15,6 +15,7 @@
 #include "forms/groups/MemberCommands.h"
 #include "forms/groups/MemberFind.h"
 #include "forms/groups/MemberList.h"
+#include "forms/groups/RecipientCount.h"
 #include "forms/groups/SourceList.h"
 #include "services/Workplace.h"
 
@@ -61,7 +62,10 @@ class frmGroupsNew final : public controls::Form {
   controls::Label lblFindMember{*this, {6765, 1125, 1400, 255}, u"F&ind in the list"};
   controls::TextBox txtFindMember{*this, {8265, 1080, 3090, 330}};
   controls::Label lblMemberCount{*this, {6765, 1530, 4590, 255}, {}};
-  controls::FlexGrid vsfGroupContacts{*this, {6765, 1800, 4590, 3975}};
+  controls::FlexGrid vsfGroupContacts{*this, {6765, 1800, 4590, 3075}};
+  controls::Label lblCounts{*this, {6765, 4920, 4590, 480}, {}};
+  controls::CommandButton cmdWithoutNumber{*this, {6765, 5445, 2250, 345}, u"Without num&ber"};
+  controls::CommandButton cmdTwice{*this, {9105, 5445, 2250, 345}, u"Numbers t&wice"};
   controls::CheckBox chkIncudeCountryCode{
       *this, {6765, 5865, 4590, 285}, u"Prefix Country code (if available)"};
   controls::Label lblOutcome{*this, {6765, 6195, 4590, 255}, {}};
@@ -98,6 +102,7 @@ class frmGroupsNew final : public controls::Form {
   const GroupCommands& Commands() const { return commands_; }
   const SourceList& Sources() const { return sources_; }
   const MemberList& Members() const { return members_; }
+  const RecipientCount& Reached() const { return counts_; }
 
  protected:
   void Form_Load() override;
@@ -133,6 +138,7 @@ class frmGroupsNew final : public controls::Form {
   GroupSaving saving_{place_, request_, store_, {*this, vsfGroupContacts, Progress()}};
   SourceList sources_;
   MemberList members_;
+  RecipientCount counts_{place_.Services, place_.Database, vsfGroupContacts, lblCounts};
   MemberCommands memberCommands_;
   MemberFind memberFind_{txtFindMember, vsfGroupContacts};
   ContactOpening contacts_;

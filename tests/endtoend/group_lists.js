@@ -128,6 +128,21 @@ function picks(lists) {
   Ui.WaitGone(box);
   Ui.WaitRows(lists.members, 3);
   if (lists.names(lists.members) != "Anna,Priya,John") throw new Error(lists.names(lists.members));
+  lists.waitText("3 entries, 3 people");
+
+  // A group counts with its members, and who is one of them can be shown and taken out.
+  Ui.DoubleClickRow(lists.contacts, lists.row(lists.contacts, "Management"));
+  Ui.WaitRows(lists.members, 4);
+  lists.waitText("4 entries, 6 people, 2 numbers twice");
+  lists.press("Numbers twice");
+  lists.waitText("2 selected");
+  lists.press("Remove");
+  Ui.WaitRows(lists.members, 2);
+  lists.waitText("2 entries, 4 people");
+  lists.press("Undo");
+  lists.press("Undo");
+  Ui.WaitRows(lists.members, 3);
+  lists.waitText("3 entries, 3 people");
 
   // Sorted the other way round.
   var heading = Ui.Child(lists.members, "SysHeader32");

@@ -178,6 +178,8 @@ void Host::OpenPicker() {
   CompleteGroup();
   group_->cmdSelectAll.UserClicks();
   Require(group_->vsfGroupContacts.Rows() == kGroups + 1, "the groups were not taken");
+  Require(WaitUntil([&] { return !group_->Reached().IsCounting(); }),
+          "the groups were not counted");
 }
 
 void Host::Expand() {

@@ -123,6 +123,7 @@ void PlayPick(Stage& stage, bool& done) {
     if (!Take(stage, editor, u"Boat")) return;
     if (!ChooseSource(stage, editor, u"Dealers")) return;
     if (!Take(stage, editor, u"Rita")) return;
+    if (!stage.Wait([&] { return !editor.Reached().IsCounting(); })) return;
     done = stage.PressOk(editor, editor.cmdOK);
   };
 }

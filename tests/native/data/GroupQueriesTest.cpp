@@ -70,6 +70,13 @@ TEST(GroupQueries, ListMembersInTheOracleFamilyWithRemoteOnes) {
             u" AND F.REMOTE_CONTACTS_CATEGORY = C.CATEGORY ORDER BY FNAME");
 }
 
+TEST(GroupQueries, CountTheMembersThatExpandingFinds) {
+  const String text = MembersOfGroups({u"12", u"7"});
+  EXPECT_NE(text.find(u"M.GROUP_ID IN (12, 7) AND M.CONTACT_TYPE = 'S'"), String::npos);
+  EXPECT_NE(text.find(u"M.GROUP_ID IN (12, 7) AND M.CONTACT_TYPE = 'R'"), String::npos);
+  EXPECT_THROW(MembersOfGroups({u"12", u"7 OR 1=1"}), Error);
+}
+
 TEST(GroupQueries, ArePreparedToTheLetter) {
   EXPECT_EQ(kFolder,
             u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS WHERE ID = ? ");
