@@ -64,4 +64,22 @@ std::optional<StringView> RowBlock::Cell(std::size_t row, std::size_t column) co
   return StringView(text + kLongLengthUnits, std::size_t{text[0]} << 16 | text[1]);
 }
 
+void RowBlock::ReadRow(std::size_t row, std::span<std::optional<StringView>> cells) const {
+  const char16_t* const lengths = units_.data() + starts_[row];
+  const char16_t* text = lengths + columns_;
+  for (std::size_t column = 0; column < columns_; ++column) {
+    if (lengths[column] == kNull) {
+      cells[column].reset();
+      continue;
+    }
+    std::size_t length = lengths[column];
+    if (length == kLong) {
+      length = std::size_t{text[0]} << 16 | text[1];
+      text += kLongLengthUnits;
+    }
+    cells[column].emplace(text, length);
+    text += length;
+  }
+}
+
 }  // namespace ktrv::database

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "common/Text.h"
@@ -31,6 +32,9 @@ class RowBlock {
   /// The text of a cell; nullopt for null. Valid for the lifetime of the block. \pre row < Rows(),
   /// column < Columns()
   std::optional<StringView> Cell(std::size_t row, std::size_t column) const;
+
+  /// All cells of a row: faster than Cell for each of them. \param cells Columns() places
+  void ReadRow(std::size_t row, std::span<std::optional<StringView>> cells) const;
 
  private:
   std::size_t columns_;

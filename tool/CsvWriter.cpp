@@ -6,6 +6,16 @@
 namespace ktrv::tool {
 namespace {
 
+/// Characters that never need quotation marks.
+constexpr std::array<bool, 128> PlainCharacters() {
+  std::array<bool, 128> plain{};
+  for (std::size_t code = 0x20; code < plain.size(); ++code) {
+    plain[code] = code != ' ' && code != ',' && code != '"';
+  }
+  return plain;
+}
+constexpr std::array<bool, 128> kPlain = PlainCharacters();
+
 /// Readers may remove blanks around a field, and take a quotation mark for the start of a quoted
 /// one.
 bool NeedsQuotes(StringView text) {
@@ -53,6 +63,7 @@ void CsvWriter::Write(const ContactRecord& contact) {
 
 void CsvWriter::AppendField(std::optional<StringView> text) {
   if (!text) return;
+  if (!text->empty() && AppendIf(text_, *text, kPlain)) return;
   if (!NeedsQuotes(*text)) return AppendUtf8(text_, *text);
   text_ += '"';
   StringView rest = *text;

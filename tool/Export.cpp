@@ -35,10 +35,9 @@ class Places {
     const auto folder = folders_.find(String(folderId));
     return folder == folders_.end() ? std::nullopt : std::optional<StringView>(folder->second);
   }
-  const std::vector<StringView>& GroupsOf(StringView contactId) const {
+  const std::vector<StringView>& GroupsOf(const String& contactId) const {
     static const std::vector<StringView> kNone;
-    if (memberships_.empty()) return kNone;
-    const auto found = memberships_.find(String(contactId));
+    const auto found = memberships_.find(contactId);
     return found == memberships_.end() ? kNone : found->second;
   }
 
@@ -73,14 +72,18 @@ std::int64_t WriteContacts(StringView text, database::Connection& connection, Co
   ContactRecord contact;
   contact.Columns.resize(ContactColumns::kNames.size());
   String lastId;
+  String lastFolder = u"0";
   std::int64_t written = 0;
   writer.Begin();
   while (query.Next()) {
     const StringView id = query.Text(0);
     if (written > 0 && id == lastId) continue;  // twice in the group
     lastId = id;
-    contact.Folder = places.FolderOf(query.Text(1));
-    contact.Groups = places.GroupsOf(id);
+    if (query.Text(1) != lastFolder) {
+      lastFolder = query.Text(1);
+      contact.Folder = places.FolderOf(lastFolder);
+    }
+    contact.Groups = places.GroupsOf(lastId);
     for (std::size_t column = 0; column < contact.Columns.size(); ++column) {
       contact.Columns[column] = query.Cell(2 + column);
     }

@@ -21,11 +21,17 @@ Query::Query(database::Connection& connection, StringView text)
 Query::~Query() = default;
 
 bool Query::Next() {
-  if (block_ && ++row_ < block_->Rows()) return true;
-  block_ = statement_->Fetch(kBlockRows);
-  row_ = 0;
-  if (!block_) connection_.StatementWorked();
-  return block_ != nullptr;
+  if (!block_ || ++row_ == block_->Rows()) {
+    block_ = statement_->Fetch(kBlockRows);
+    row_ = 0;
+    if (!block_) {
+      connection_.StatementWorked();
+      return false;
+    }
+    cells_.resize(block_->Columns());
+  }
+  block_->ReadRow(row_, cells_);
+  return true;
 }
 
 std::size_t Query::ColumnOf(StringView name) const {

@@ -20,8 +20,8 @@ class Query {
   /// \throws Error
   bool Next();
 
-  /// A cell of the current row; nullopt for null. Valid until Next.
-  std::optional<StringView> Cell(std::size_t column) const { return block_->Cell(row_, column); }
+  /// A cell of the current row; nullopt for null. Valid until the next call of Next.
+  std::optional<StringView> Cell(std::size_t column) const { return cells_[column]; }
   /// The same; "" for null.
   StringView Text(std::size_t column) const { return Cell(column).value_or(StringView()); }
 
@@ -35,6 +35,7 @@ class Query {
   std::unique_ptr<database::Statement> statement_;
   std::unique_ptr<database::RowBlock> block_;
   std::size_t row_ = 0;
+  std::vector<std::optional<StringView>> cells_;  ///< of the current row
 };
 
 /// The first cell of the query's first row as a number; 0 without one. \throws Error

@@ -36,6 +36,25 @@ TEST(RowBlock, LongTextsDoNotDisturbTheirNeighbours) {
   }
 }
 
+TEST(RowBlock, ReadsTheSameCellsOfAWholeRow) {
+  RowBlock block(5);
+  for (const StringView first : {u"a", u""}) {
+    block.BeginRow();
+    block.Add(first);
+    block.Add(String(65534, u'l'));
+    block.AddNull();
+    block.Add(u"");
+    block.Add(u"z");
+  }
+  std::vector<std::optional<StringView>> cells(5, u"of the row before");
+  for (std::size_t row = 0; row < block.Rows(); ++row) {
+    block.ReadRow(row, cells);
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+      EXPECT_TRUE(cells[column] == block.Cell(row, column)) << row << ", " << column;
+    }
+  }
+}
+
 std::unique_ptr<RowBlock> BlockOf(std::initializer_list<StringView> rows) {
   auto block = std::make_unique<RowBlock>(1);
   for (const StringView row : rows) {
