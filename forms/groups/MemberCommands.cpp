@@ -24,13 +24,14 @@ constexpr StringView kSelect =
 String LeftOut(const PastedText::Found& found) {
   constexpr std::size_t kMost = 20;
   String text;
-  if (!found.Missing.empty()) {
-    text = u"Not found in the list on the left: " + Listed(found.Missing, kMost) + u".";
-  }
-  if (!found.Several.empty()) {
+  const auto add = [&](StringView what, const std::vector<String>& fields) {
+    if (fields.empty()) return;
     if (!text.empty()) text += u" ";
-    text += u"There are several of these: " + Listed(found.Several, kMost) + u".";
-  }
+    text += String(what) + u": " + Listed(fields, kMost) + u".";
+  };
+  add(u"Not found in the list on the left", found.Missing);
+  add(u"There are several of these", found.Several);
+  add(u"Name and number belong to different people", found.Differing);
   return text;
 }
 

@@ -26,6 +26,11 @@ String NumberKey(StringView number) {
   return digits;
 }
 
+bool IsInternational(StringView number) {
+  const StringView start = number.substr(0, number.find_first_of(u"123456789"));
+  return start.find(u'+') != StringView::npos || start.find(u"00") != StringView::npos;
+}
+
 void Note(std::unordered_map<String, std::vector<int>>& index, const String& key, int row) {
   // So many rows of one name are not told apart.
   constexpr std::size_t kMost = 1000;
@@ -49,7 +54,8 @@ PastedText::PastedText(StringView text, const controls::Language& language) : fo
 void PastedText::Add(StringView text, int record) {
   if (text.empty()) return;
   const controls::SoughtNumber number(text);
-  const Rows* byNumber = number.IsEmpty() ? nullptr : &numbers_[String(number.Digits())];
+  Index& numbers = IsInternational(text) ? internationalNumbers_ : numbers_;
+  const Rows* byNumber = number.IsEmpty() ? nullptr : &numbers[String(number.Digits())];
   fields_.push_back({String(text), record, &names_[NameKey(text)], byNumber});
 }
 
@@ -67,7 +73,7 @@ String PastedText::NameKey(StringView name) const {
 }
 
 void PastedText::LookAt(controls::FlexGrid& list, JobProgress& progress) {
-  for (Index* index : {&names_, &numbers_}) {
+  for (Index* index : {&names_, &numbers_, &internationalNumbers_}) {
     for (auto& [key, rows] : *index) rows.clear();
   }
   const ContactColumns columns(list);
@@ -77,51 +83,62 @@ void PastedText::LookAt(controls::FlexGrid& list, JobProgress& progress) {
     Note(names_, NameKey(contact.Name), row);
     const String number = NumberKey(contact.MobileNo);
     if (number.empty()) continue;
+    const String withCountry = NumberKey(contact.CountryCode) + number;
     Note(numbers_, number, row);
-    Note(numbers_, NumberKey(contact.CountryCode) + number, row);
+    Note(numbers_, withCountry, row);
+    // 49 1234 in another country is not +49 1234.
+    Note(internationalNumbers_, withCountry, row);
   }
 }
 
-int PastedText::RowOf(std::size_t field) const {
-  const Rows& rows = fields_[field].Found();
-  if (rows.size() == 1) return rows.front();
-  // A record with name and number means the one who has both.
-  const auto isMeantToo = [&](int row) {
-    const auto has = [&](std::size_t other) {
-      return other != field && fields_[other].Record == fields_[field].Record &&
-             std::binary_search(fields_[other].Found().begin(), fields_[other].Found().end(), row);
-    };
-    constexpr std::size_t kNear = 5;
-    const std::size_t end = std::min(field + kNear, fields_.size());
-    for (std::size_t other = field - std::min(field, kNear); other < end; ++other) {
-      if (has(other)) return true;
+std::optional<bool> PastedText::HasOther(std::size_t field, int row) const {
+  constexpr std::size_t kNear = 5;
+  const std::size_t end = std::min(field + kNear, fields_.size());
+  std::optional<bool> has;
+  for (std::size_t other = field - std::min(field, kNear); other < end; ++other) {
+    const Field& each = fields_[other];
+    if (each.Record != fields_[field].Record || each.IsNumber() == fields_[field].IsNumber() ||
+        each.Found().empty()) {
+      continue;
     }
-    return false;
-  };
-  int meant = 0;
-  for (const int row : rows) {
-    if (!isMeantToo(row)) continue;
-    if (meant > 0) return 0;
-    meant = row;
+    has = has.value_or(false) || std::binary_search(each.Found().begin(), each.Found().end(), row);
   }
-  return meant;
+  return has;
+}
+
+void PastedText::Find(std::size_t field, Found& found) const {
+  const Field& sought = fields_[field];
+  const Rows& rows = sought.Found();
+  if (rows.empty()) {
+    found.Missing.push_back(sought.Text);
+    return;
+  }
+  Rows meant = rows;
+  // A record with name and number means the one who has both.
+  if (HasOther(field, rows.front())) {
+    std::erase_if(meant, [&](int row) { return !*HasOther(field, row); });
+  }
+  if (meant.size() == 1) {
+    found.Rows.push_back(meant.front());
+  } else if (meant.empty()) {
+    found.Differing.push_back(sought.Text);
+  } else {
+    found.Several.push_back(sought.Text);
+  }
 }
 
 PastedText::Found PastedText::FindIn(controls::FlexGrid& list, JobProgress& progress) {
   LookAt(list, progress);
   Found found;
-  std::unordered_set<int> taken;
-  std::unordered_set<StringView> told;
-  for (std::size_t field = 0; field < fields_.size(); ++field) {
-    const String& text = fields_[field].Text;
-    if (fields_[field].Found().empty()) {
-      if (told.insert(text).second) found.Missing.push_back(text);
-    } else if (const int row = RowOf(field); row == 0) {
-      if (told.insert(text).second) found.Several.push_back(text);
-    } else if (taken.insert(row).second) {
-      found.Rows.push_back(row);
-    }
-  }
+  for (std::size_t field = 0; field < fields_.size(); ++field) Find(field, found);
+  const auto keepFirst = [](auto& values) {
+    std::unordered_set<typename std::decay_t<decltype(values)>::value_type> known;
+    std::erase_if(values, [&](const auto& each) { return !known.insert(each).second; });
+  };
+  keepFirst(found.Rows);
+  keepFirst(found.Missing);
+  keepFirst(found.Several);
+  keepFirst(found.Differing);
   return found;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -21,9 +22,10 @@ class PastedText {
   bool IsEmpty() const { return fields_.empty(); }
 
   struct Found {
-    std::vector<int> Rows;        ///< each once, in the order of the text
-    std::vector<String> Missing;  ///< what no row has
-    std::vector<String> Several;  ///< what several rows have
+    std::vector<int> Rows;          ///< each once, in the order of the text
+    std::vector<String> Missing;    ///< what no row has
+    std::vector<String> Several;    ///< what several rows have
+    std::vector<String> Differing;  ///< names and numbers of one record that no row has together
   };
   /// \param list laid out by ContactColumns; one step of progress for each row. \throws Stopped
   Found FindIn(controls::FlexGrid& list, JobProgress& progress);
@@ -38,19 +40,24 @@ class PastedText {
     const Rows* ByName;
     const Rows* ByNumber;  ///< null if the text is no number
 
-    const Rows& Found() const { return ByNumber && !ByNumber->empty() ? *ByNumber : *ByName; }
+    bool IsNumber() const { return ByNumber && !ByNumber->empty(); }
+    const Rows& Found() const { return IsNumber() ? *ByNumber : *ByName; }
   };
 
   void Add(StringView text, int record);
   String NameKey(StringView name) const;
   void LookAt(controls::FlexGrid& list, JobProgress& progress);
-  /// The row that the field means; 0 if several are possible. \pre it has some
-  int RowOf(std::size_t field) const;
+  /// Whether a row has a name of the field's record if the field is a number, or a number of it if
+  /// the field is a name; nothing if the record has none that is in the list.
+  std::optional<bool> HasOther(std::size_t field, int row) const;
+  /// Adds the row that the field means, or its text to what is not found so.
+  void Find(std::size_t field, Found& found) const;
 
   controls::CaseFolding folding_;
   std::vector<Field> fields_;
   Index names_;
   Index numbers_;
+  Index internationalNumbers_;  ///< those that start with + or 00
 };
 
 }  // namespace ktrv::forms

@@ -86,6 +86,28 @@ TEST_F(PastedTextTest, NameAndNumberWithATabBetweenMeanOnePerson) {
   EXPECT_EQ(Told(), u"There are several of these: Bert.");
 }
 
+TEST_F(PastedTextTest, NobodyIsAddedWhoseNameAndNumberContradict) {
+  Open();
+  EXPECT_EQ(Paste(u"Dora\t98004"), Ids{});
+  EXPECT_EQ(Told(), u"Name and number belong to different people: Dora, 98004.");
+  EXPECT_EQ(Paste(u"98004\tAnna Ek\nCora\t12345\nDora\nBert\t98004"), (Ids{u"3", u"5", u"4"}));
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: 12345. "
+            u"Name and number belong to different people: 98004, Anna Ek.");
+}
+
+TEST_F(PastedTextTest, NumberOfOneCountryFindsNobodyOfAnother) {
+  Candidates({{u"1", u"Ravi", u"491234", u"91", u"1", u"91 491234"},
+              {u"2", u"Ute", u"+49 5678", u"", u"1", u"+49 5678"}});
+  Open();
+  for (const StringView number : {u"+49 1234", u"0049 1234", u"(+49) 1234"}) {
+    EXPECT_EQ(Paste(number), Ids{}) << ToUtf8(number);
+  }
+  EXPECT_EQ(Paste(u"491234"), Ids{u"1"});
+  EXPECT_EQ(Paste(u"+91 491234"), Ids{u"1"});
+  EXPECT_EQ(Paste(u"+49 5678"), Ids{u"2"});
+}
+
 TEST_F(PastedTextTest, WhoIsInTheListAlreadyStaysOnce) {
   Open();
   Take({1});
