@@ -56,12 +56,8 @@ void DialogList::FetchProgress(std::int64_t rows) {
 }
 
 void DialogList::FetchComplete(const Error* error) {
-  const bool complete = services_.Trap(context_, false, [&] {
-    display_.Grid.RowsArrived();
-    if (error) throw Error(*error);
-    return true;
-  });
-  if (!complete || lost_) return ShowFailure(kNotLoaded);
+  if (error) services_.Trap(context_, [&] { throw Error(*error); });
+  if (error || lost_) return ShowFailure(kNotLoaded);
   display_.Loading.SetVisible(false);
   display_.Bar.SetVisible(false);
   Become(State::Complete);
