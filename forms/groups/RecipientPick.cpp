@@ -42,7 +42,6 @@ void ExpandGroup(GroupCommands& commands, const ContactRow& group, RecipientResu
 
 Recipients PickRecipients(GroupCommands& commands, controls::FlexGrid& picked, PickOptions options,
                           JobProgress& progress, String& current) {
-  progress.Say(kSelecting);
   const ContactColumns columns(picked);
   RecipientResult result(options.PrefixCountryCode, static_cast<std::size_t>(picked.Rows() - 1));
   for (int index = 1; index < picked.Rows(); ++index) {
