@@ -56,7 +56,6 @@ void ContactList::Load(StringView nodeKey) {
     display_.Window.SetPointer(MousePointer::Default);
     RemoveCountPanel();
     Open(nodeKey);
-    display_.Window.SetPointer(MousePointer::Default);
     return true;
   });
   if (!loaded) ShowFailure();
