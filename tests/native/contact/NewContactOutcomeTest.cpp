@@ -1,3 +1,6 @@
+#include <optional>
+
+#include "tests/native/adversary/FailingAllocations.h"
 #include "tests/native/contact/ContactFixture.h"
 #include "tests/native/support/WatchedDriver.h"
 
@@ -74,6 +77,30 @@ TEST_F(NewContactOutcomeTest, AStoredContactWhoseAnswerWasLostIsNotStoredTwice) 
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
   EXPECT_EQ(Left().Id, u"1");
+}
+
+TEST_F(NewContactOutcomeTest, AStoredContactIsNotStoredTwiceWhenMemoryIsShortThen) {
+  constexpr int kMost = 1000;
+  int allocation = 0;
+  do {
+    ++allocation;
+    AddNamed(u"Ann");
+    form->txtAddress.SetText(u"Street 1, Leeds");  // too long for a text without an allocation
+    std::optional<FailingAllocations::Scope> counted;
+    watched.AfterCommit = [&] {
+      FailingAllocations::FailAt(allocation);
+      counted.emplace();
+    };
+    PressOk();
+    counted.reset();
+    watched.AfterCommit = nullptr;
+    if (form->IsLoaded()) PressOk();
+    EXPECT_FALSE(form->IsLoaded()) << allocation;
+    EXPECT_EQ(Contacts().size(), 1u) << allocation;
+    database.Run({u"DELETE FROM SMS_ABCONTACTS"});
+  } while (FailingAllocations::HasFailed() && allocation < kMost);
+  EXPECT_GT(allocation, 1);
+  EXPECT_LT(allocation, kMost);
 }
 
 TEST_F(NewContactOutcomeTest, WhatIsChangedAfterALostAnswerChangesTheStoredContact) {
