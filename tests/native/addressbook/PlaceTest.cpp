@@ -190,6 +190,17 @@ TEST_F(PlaceTest, TwoRefreshesAtOnceKeepThePlaceToo) {
   EXPECT_EQ(Chosen(), u"Name 20");
 }
 
+TEST_F(PlaceTest, APlaceThatWasReachedDoesNotReplaceALaterOne) {
+  Show();
+  form->vsfContacts.SetRow(20);
+  Refresh();
+  form->vsfContacts.SetRow(0);
+  form->vsfContacts.SetTopRow(12);
+  Refresh();
+  EXPECT_EQ(Chosen(), u"");
+  EXPECT_EQ(form->vsfContacts.TopRow(), 12);
+}
+
 TEST_F(PlaceTest, AListThatBreaksOffDoesNotChooseANeighbour) {
   Show();
   form->vsfContacts.SetRow(20);
