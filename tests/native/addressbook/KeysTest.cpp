@@ -88,7 +88,14 @@ TEST_F(KeysTest, OtherModifierKeysMakeAnotherKey) {
 }
 
 TEST_F(KeysTest, OnlyKeysThatGoOnRepeatWhileTheyAreHeld) {
-  EXPECT_TRUE(form->ShortcutOf(KeyCode::F3, ShiftMask::None)->Repeats);
+  form->txtFind.SetFocus();
+  for (const std::int16_t key : {KeyCode::F3, KeyCode::Enter}) {
+    EXPECT_TRUE(form->ShortcutOf(key, ShiftMask::None)->Repeats) << key;
+    EXPECT_TRUE(form->ShortcutOf(key, ShiftMask::Shift)->Repeats) << key;
+  }
+  for (const std::int16_t key : {KeyCode::Down, KeyCode::Escape}) {
+    EXPECT_FALSE(form->ShortcutOf(key, ShiftMask::None)->Repeats) << key;
+  }
   EXPECT_FALSE(form->ShortcutOf(KeyCode::F5, ShiftMask::None)->Repeats);
   EXPECT_FALSE(form->ShortcutOf(u'N', ShiftMask::Ctrl)->Repeats);
 }

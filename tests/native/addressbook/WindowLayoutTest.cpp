@@ -26,6 +26,8 @@ TEST_F(WindowLayoutTest, TheSplitterBarAndItsShadowAreAsTheWindowLoads) {
 
 TEST_F(WindowLayoutTest, ThePanesTakeTheHeightLessEightHundred) {
   const int height = 8000 - form->vsfContacts.Top() - 800;
+  EXPECT_EQ(form->tvwContacts.Left(), 0);
+  EXPECT_EQ(form->tvwContacts.Top(), form->vsfContacts.Top());
   EXPECT_EQ(form->vsfContacts.Height(), height);
   EXPECT_EQ(form->tvwContacts.Height(), height);
   EXPECT_EQ(form->picSlider.Height(), height);
