@@ -213,6 +213,17 @@ TEST_F(ArrivingRowsTest, RowsThatArriveInASortedGridStandLast) {
   EXPECT_EQ(Names(), (std::vector<String>{u"", u"c", u"a", u"b"}));
 }
 
+TEST_F(ArrivingRowsTest, RowsThatArriveInASortedGridAreNotLeftOutOfTheNextSort) {
+  int arrivals = 0;
+  rows.FetchProgress = [&](std::int64_t, std::int64_t) {
+    grid.RowsArrived();
+    if (++arrivals == 1) grid.Sort(2, SortOrder::Ascending);
+  };
+  ASSERT_TRUE(Arrive());
+  grid.Sort(2, SortOrder::Ascending);
+  EXPECT_EQ(Names(), (std::vector<String>{u"", u"a", u"b", u"c"}));
+}
+
 TEST_F(ArrivingRowsTest, RowsThatHaveComeAreFoundWhileOthersStillCome) {
   std::vector<int> found;
   rows.FetchProgress = [&](std::int64_t, std::int64_t) {

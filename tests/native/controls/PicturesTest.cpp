@@ -86,6 +86,17 @@ TEST(PicturesTest, APartlyCoveredPixelHasTheWholeColour) {
   EXPECT_GT(partly, 0);
 }
 
+TEST(PicturesTest, NoShapeEndsBeforeItsEdge) {
+  constexpr int kSize = 48;
+  const auto pixel = [](Image image, int column, int row) {
+    return PixelAt(PixelsOf(image, kSize), kSize, column, row);
+  };
+  EXPECT_EQ(pixel(Image::SharedContacts, 24, 40), 0xFF2F74C0U) << "the cover of the book";
+  EXPECT_EQ(pixel(Image::Contact, 16, 31), 0xFF2F74C0U) << "the shoulders on the card";
+  EXPECT_EQ(pixel(Image::RemoteContact, 37, 43), 0xFF2A9D8FU) << "the south of the globe";
+  EXPECT_EQ(pixel(Image::Refresh, 26, 19), 0xFF3C9A44U) << "the head of the arrow";
+}
+
 TEST(PicturesTest, UprightEdgesAreSharpAtEachSize) {
   for (const int size : kSizes) {
     SCOPED_TRACE(size);

@@ -150,6 +150,12 @@ TEST_F(FolderLoadingTest, AnIdThatNamesNoRowIsLoggedAndTheDialogStays) {
   EXPECT_TRUE(form->IsLoaded());
 }
 
+TEST_F(FolderLoadingTest, AFolderThatIsNotLoadedDoesNotLookLikeAnEmptyOne) {
+  Edit(u"4");
+  EXPECT_EQ(form->lblNotice.Caption(),
+            u"The folder could not be loaded, so it cannot be saved. Please open it again.");
+}
+
 TEST_F(FolderLoadingTest, TheConnectionIsOpenedOnlyWhenItIsClosed) {
   UseFakeDriver();
   driver.Answer(u"", {{u"NONE"}}, {});
