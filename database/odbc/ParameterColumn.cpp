@@ -70,19 +70,15 @@ void ParameterColumn::Fill(std::vector<Value>& values, Rows rows, std::size_t in
 void ParameterColumn::BindTexts(SQLHANDLE statement, std::size_t index, const Parameter& parameter,
                                 Rows rows, Engine engine, const Dialogue& dialogue) {
   std::vector<String> texts;
-  TextForm form = TextForm::Of(parameter, {});
   std::size_t longest = 1;
   for (const auto& row : rows) {
     const auto* text = std::get_if<String>(&row[index]);
     texts.push_back(text ? TextForDriver(*text, engine, dialogue) : String());
     lengths_.push_back(text ? static_cast<SQLLEN>(texts.back().size() * sizeof(char16_t))
                             : SQL_NULL_DATA);
-    const TextForm own = TextForm::Of(parameter, texts.back());
-    const bool isWide = own.InDatabase == SQL_WVARCHAR || own.InDatabase == SQL_WLONGVARCHAR;
-    if (isWide || own.Size > form.Size) form.InDatabase = own.InDatabase;
-    form.Size = std::max(form.Size, own.Size);
     longest = std::max(longest, texts.back().size());
   }
+  const TextForm form = TextForm::OfAll(parameter, texts);
   texts_.assign(longest * rows.size(), u'\0');
   for (std::size_t row = 0; row < texts.size(); ++row) {
     std::copy(texts[row].begin(), texts[row].end(),

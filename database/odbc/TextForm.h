@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "database/Types.h"
 #include "database/odbc/Native.h"
 
@@ -12,6 +14,8 @@ struct TextForm {
 
   /// The declared type, but wide if narrow text would lose characters.
   static TextForm Of(const Parameter& parameter, StringView text);
+  /// One form for several texts of the parameter.
+  static TextForm OfAll(const Parameter& parameter, std::span<const String> texts);
 };
 
 }  // namespace ktrv::database::odbc

@@ -30,5 +30,23 @@ TEST(TextForm, SizeIsTheParametersUnlessTheTextIsLonger) {
   EXPECT_EQ(TextForm::Of({u"NOTE", DataType::VarWChar, 0}, u"").Size, 1u);
 }
 
+TEST(TextForm, WideTextAmongNarrowOnesIsNotBoundNarrow) {
+  const std::vector<String> texts = {u"Ann", u"नाम", String(60, u'a')};
+  EXPECT_EQ(TextForm::OfAll(kNarrow, texts).InDatabase, SQL_WVARCHAR);
+  EXPECT_EQ(TextForm::OfAll(kNarrow, texts).Size, 60u);
+}
+
+TEST(TextForm, LongTextAmongShortOnesIsNotBoundLimited) {
+  const std::vector<String> texts = {String(5000, u'a'), u"Ann"};
+  EXPECT_EQ(TextForm::OfAll(kNarrow, texts).InDatabase, SQL_LONGVARCHAR);
+  EXPECT_EQ(TextForm::OfAll(kWide, texts).InDatabase, SQL_WLONGVARCHAR);
+}
+
+TEST(TextForm, NarrowTextsStayNarrow) {
+  const std::vector<String> texts = {u"Ann", u"Bob"};
+  EXPECT_EQ(TextForm::OfAll(kNarrow, texts).InDatabase, SQL_VARCHAR);
+  EXPECT_EQ(TextForm::OfAll(kNarrow, texts).Size, 50u);
+}
+
 }  // namespace
 }  // namespace ktrv::database::odbc
