@@ -107,6 +107,26 @@ Engine EngineOf(StringView product) {
   return Engine::Other;
 }
 
+StringView MarkStatement(Engine engine) {
+  switch (engine) {
+    case Engine::MySql:
+    case Engine::PostgreSql:
+    case Engine::Oracle:
+      return u"SAVEPOINT KTRV_MARK";
+    case Engine::SqlServer:
+      return u"SAVE TRANSACTION KTRV_MARK";
+    case Engine::Sqlite:
+    case Engine::Other:
+      break;
+  }
+  return {};
+}
+
+StringView UndoToMarkStatement(Engine engine) {
+  return engine == Engine::SqlServer ? u"ROLLBACK TRANSACTION KTRV_MARK"
+                                     : u"ROLLBACK TO SAVEPOINT KTRV_MARK";
+}
+
 String NameInCatalogue(StringView table, Engine engine) {
   const StringView name = table.substr(table.rfind(u'.') + 1);
   return engine == Engine::PostgreSql ? InSmallLetters(name) : String(name);

@@ -14,6 +14,13 @@ Engine EngineOf(StringView product);
 /// The name of a table in the engine's catalogue, without schema, if it is written without quotes.
 String NameInCatalogue(StringView table, Engine engine);
 
+/// The statement that sets a mark in a transaction; empty for unknown engines and for SQLite, which
+/// has no network round trips to save.
+StringView MarkStatement(Engine engine);
+
+/// The statement that undoes what was done since the mark.
+StringView UndoToMarkStatement(Engine engine);
+
 /// A link that was idle for longer is tested with Answers before its next use. Statements that
 /// follow faster belong to one task.
 inline constexpr std::chrono::milliseconds kIdle{100};

@@ -141,7 +141,7 @@ std::vector<String> OdbcLink::AskKeyColumns(StringView table) const {
   const StatementHandle statement = NewStatement();
   const std::string bytes = ToUtf8(name);
   // Newer versions of Wine find no key with the wide function.
-  const bool narrow = dialogue_.Utf8 || bytes.size() == name.size();
+  const bool narrow = dialogue_.Utf8 || FitsCodePage(name);
   const SQLRETURN result =
       narrow ? SQLPrimaryKeys(statement.Get(), nullptr, 0, nullptr, 0, Narrow(bytes), SQL_NTS)
              : SQLPrimaryKeysW(statement.Get(), nullptr, 0, nullptr, 0, Wide(name), SQL_NTS);
@@ -206,25 +206,13 @@ void OdbcLink::RollBack() {
 }
 
 bool OdbcLink::SetMark() {
-  switch (engine_) {
-    case Engine::MySql:
-    case Engine::PostgreSql:
-    case Engine::Oracle:
-      Run(u"SAVEPOINT KTRV_MARK");
-      return true;
-    case Engine::SqlServer:
-      Run(u"SAVE TRANSACTION KTRV_MARK");
-      return true;
-    case Engine::Sqlite:  // not needed: no network round trips to save
-    case Engine::Other:
-      break;
-  }
-  return false;
+  const StringView statement = MarkStatement(engine_);
+  if (!statement.empty()) Run(statement);
+  return !statement.empty();
 }
 
 void OdbcLink::RollBackToMark() {
-  Run(engine_ == Engine::SqlServer ? u"ROLLBACK TRANSACTION KTRV_MARK"
-                                   : u"ROLLBACK TO SAVEPOINT KTRV_MARK");
+  Run(UndoToMarkStatement(engine_));
 }
 
 }  // namespace ktrv::database::odbc
