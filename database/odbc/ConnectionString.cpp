@@ -86,6 +86,11 @@ String WithKeyword(StringView connectionString, StringView keyword, StringView v
   return longer.append(keyword) + u"=" + Quoted(value);
 }
 
+bool MayBePostgreSql(StringView connectionString) {
+  const String driver = ToUpperAscii(KeywordValue(connectionString, u"Driver"));
+  return driver.empty() || driver.find(u"POSTGRES") != String::npos;
+}
+
 String CompleteConnectionString(StringView connectionString, StringView user, StringView password) {
   String complete(connectionString);
   if (!user.empty()) complete = WithKeyword(complete, u"Uid", user);

@@ -12,6 +12,9 @@ String KeywordValue(StringView connectionString, StringView keyword);
 /// Appends a keyword with its value, in braces if needed.
 String WithKeyword(StringView connectionString, StringView keyword, StringView value);
 
+/// Whether the driver is PostgreSQL's or unknown, as with a DSN.
+bool MayBePostgreSql(StringView connectionString);
+
 /// Completes the program's connection string for the driver: adds user and password if not empty,
 /// and the following settings unless present. SQLite: fetch rows while the query runs (StepAPI), do
 /// not create missing files (NoCreat), wait up to 3 seconds for a locked file. PostgreSQL: send

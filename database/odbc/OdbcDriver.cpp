@@ -16,8 +16,7 @@ namespace {
 class Connecting {
  public:
   explicit Connecting(StringView connectionString) {
-    const String driver = ToUpperAscii(odbc::KeywordValue(connectionString, u"Driver"));
-    if (!driver.empty() && driver.find(u"POSTGRES") == String::npos) return;
+    if (!odbc::MayBePostgreSql(connectionString)) return;
     std::unique_lock lock(shared_.Mutex);
     alone_ =
         shared_.Ended.wait_for(lock, std::chrono::seconds(1), [this] { return !shared_.Busy; });

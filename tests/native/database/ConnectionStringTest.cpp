@@ -32,6 +32,13 @@ TEST(ConnectionString, AddedValueIsQuotedWhenItMustBe) {
   EXPECT_EQ(WithKeyword(u"DSN=x;", u"Pwd", u"a;b}c"), u"DSN=x;Pwd={a;b}}c}");
 }
 
+TEST(ConnectionString, OtherDriversAreNotTakenForPostgreSqls) {
+  EXPECT_TRUE(MayBePostgreSql(u"Driver={PostgreSQL Unicode};Server=x"));
+  EXPECT_TRUE(MayBePostgreSql(u"DSN=Book"));
+  EXPECT_FALSE(MayBePostgreSql(u"Driver={MariaDB Unicode};Database=postgres"));
+  EXPECT_FALSE(MayBePostgreSql(u"Driver=SQLite3"));
+}
+
 TEST(ConnectionString, UserAndPasswordAreAddedOnlyWhenGiven) {
   EXPECT_EQ(CompleteConnectionString(u"DSN=x", u"", u""), u"DSN=x");
   EXPECT_EQ(CompleteConnectionString(u"DSN=x", u"ann", u"s"), u"DSN=x;Uid=ann;Pwd=s");
