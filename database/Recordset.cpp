@@ -102,7 +102,6 @@ void Recordset::ReadAll(Statement& statement) {
 void Recordset::Disconnect() {
   Contents& contents = Opened();
   contents.Updatable = false;
-  contents.ConnectionLink.reset();
   contents.OwnLink.reset();
 }
 

@@ -17,11 +17,8 @@ PreparedStatement::PreparedStatement(PreparedStatement&& other) noexcept
     : link_(std::move(other.link_)), statement_(std::exchange(other.statement_, nullptr)) {}
 
 PreparedStatement& PreparedStatement::operator=(PreparedStatement&& other) noexcept {
-  if (this != &other) {
-    Release();
-    link_ = std::move(other.link_);
-    statement_ = std::exchange(other.statement_, nullptr);
-  }
+  std::swap(link_, other.link_);
+  std::swap(statement_, other.statement_);
   return *this;
 }
 
