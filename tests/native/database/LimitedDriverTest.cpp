@@ -88,6 +88,19 @@ TEST_F(LimitedDriverTest, AStatementGivesWhatItsDriverGives) {
             ErrorNumber::TableNotFound);
 }
 
+TEST_F(LimitedDriverTest, AStatementThatEndsDoesNotEndTheOthers) {
+  const auto link = Open();
+  const auto before = link->Prepare(u"SELECT ID FROM T", {});
+  auto ended = link->Prepare(u"UPDATE T SET N = 1", {});
+  const auto after = link->Prepare(u"SELECT ID FROM T", {});
+  ended->Execute({});
+  ended.reset();
+  for (Statement* const statement : {before.get(), after.get()}) {
+    EXPECT_EQ(FailureOf([&] { statement->Execute({}); }), 0);
+    EXPECT_EQ(statement->Fetch(2)->Rows(), 2U);
+  }
+}
+
 TEST_F(LimitedDriverTest, AnOpeningThatIsNotAnsweredFailsAndClosesWhatItMakesLate) {
   driver.OpenGate.Close();
   EXPECT_EQ(FailureOf([&] { Open(); }), ErrorNumber::TimedOut);

@@ -85,6 +85,23 @@ TEST_F(TableWriterTest, UpdateWritesOnlyWhatChangesAndComparesAllThatWasSet) {
             "UPDATE T SET FNAME = ? WHERE Id = ? AND FNAME = ? AND AGE = ?");
 }
 
+TEST_F(TableWriterTest, UnlimitedTextIsNotComparedWhereTheEngineRejectsIt) {
+  driver.Changes(u"UPDATE", 1);
+  columns[1].Size = 1;
+  columns.push_back({u"NOTE", DataType::VarWChar, 0});
+  const auto condition = [&](Engine engine) {
+    driver.Kind = engine;
+    TableWriter::Cells cells = {u"5", u"A", std::nullopt, u"old"};
+    TableWriter(*link, u"SELECT * FROM T", columns)
+        .Update(cells, {{1, String(u"B")}, {3, String(u"new")}});
+    const String text = driver.Executed().back().Text;
+    return ToUtf8(text.substr(text.find(u"WHERE")));
+  };
+  EXPECT_EQ(condition(Engine::SqlServer), "WHERE Id = ? AND FNAME = ?");
+  EXPECT_EQ(condition(Engine::Oracle), "WHERE Id = ? AND FNAME = ?");
+  EXPECT_EQ(condition(Engine::PostgreSql), "WHERE Id = ? AND FNAME = ? AND NOTE = ?");
+}
+
 TEST_F(TableWriterTest, UpdateThatChangesNothingLooksWhetherTheRowIsAsItWasRead) {
   driver.Answer(u"SELECT", columns, {{u"5", u"Ann", std::nullopt}});
   TableWriter::Cells cells = {u"5", u"Ann", std::nullopt};
