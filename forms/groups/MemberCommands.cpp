@@ -97,6 +97,7 @@ void MemberCommands::Paste() {
 }
 
 void MemberCommands::Select(const controls::RowSelection& rows) {
+  lists_.Count.Update(lists_.Members.IsComplete());  // the list may have been sorted
   if (rows.Ranges().empty()) return;
   lists_.MemberGrid.SelectRows(rows);
   lists_.MemberGrid.ShowRow(lists_.MemberGrid.Row());

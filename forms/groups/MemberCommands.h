@@ -26,7 +26,7 @@ class MemberCommands {
     controls::FlexGrid& SourceGrid;
     MemberList& Members;
     controls::FlexGrid& MemberGrid;
-    const RecipientCount& Count;
+    RecipientCount& Count;
   };
 
   /// All references must outlive the object.

@@ -67,6 +67,17 @@ TEST_F(RecipientCountOnDatabase, ThoseWhoAreCountedAreShownAndRemoved) {
   EXPECT_EQ(Counts(), u"4 entries, 6 people, 1 without a number, 2 numbers twice");
 }
 
+TEST_F(RecipientCountOnDatabase, ThoseWhoAreCountedAreTheSameInAnotherOrder) {
+  Open();
+  Take({1, 2, 3});
+  auto& list = form->vsfGroupContacts;
+  list.UserClicksHeading(list.ColIndex(u"NAME"));
+  list.UserClicksHeading(list.ColIndex(u"NAME"));
+  EXPECT_EQ(Names(), (std::vector<String>{u"Cora", u"Bert", u"Anna"}));
+  form->cmdWithoutNumber.UserClicks();
+  EXPECT_EQ(list.SelectedRows(), (std::vector<int>{1}));
+}
+
 TEST_F(RecipientCountOnDatabase, NumbersAreTheSameHoweverTheyAreWritten) {
   Run(u"UPDATE SMS_ABCONTACTS SET COUNTRYCODE = '', MOBILENO = '+91 980-01' WHERE ID = 2");
   Open();
