@@ -30,6 +30,16 @@ SQLHANDLE BareOdbc::NewStatement() {
   return statement;
 }
 
+void BareOdbc::CommitByHand() {
+  Succeed(SQLSetConnectAttr(connection_, SQL_ATTR_AUTOCOMMIT,
+                            reinterpret_cast<SQLPOINTER>(std::uintptr_t{SQL_AUTOCOMMIT_OFF}), 0),
+          "commit by hand");
+}
+
+void BareOdbc::Commit() {
+  Succeed(SQLEndTran(SQL_HANDLE_DBC, connection_, SQL_COMMIT), "commit");
+}
+
 SQLRETURN BareOdbc::Succeed(SQLRETURN result, const char* what) {
   if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) throw std::runtime_error(what);
   return result;

@@ -18,6 +18,10 @@ class BareOdbc {
   /// Allocates a statement, which the connection frees. \throws std::runtime_error
   SQLHANDLE NewStatement();
 
+  /// Statements are committed by Commit only. \throws std::runtime_error
+  void CommitByHand();
+  void Commit();
+
   /// \throws std::runtime_error(what) if the call failed
   static SQLRETURN Succeed(SQLRETURN result, const char* what);
 

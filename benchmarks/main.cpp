@@ -4,6 +4,7 @@
 
 #include "benchmarks/ContactWork.h"
 #include "benchmarks/GroupWork.h"
+#include "benchmarks/ImportWork.h"
 #include "benchmarks/LineWork.h"
 #include "benchmarks/ListWork.h"
 #include "benchmarks/Load.h"
@@ -13,7 +14,8 @@ int main(int argc, char** argv) {
     std::fputs(
         "usage: benchmarks DATABASE...   (smallest first)\n"
         "       benchmarks --groups DATABASE\n"
-        "       benchmarks --server CONNECTION\n"
+        "       benchmarks --import DATABASE     (its contacts go)\n"
+        "       benchmarks --server CONNECTION   (its contacts go)\n"
         "       benchmarks --line CONNECTION     (its rows go)\n",
         stderr);
     return 2;
@@ -23,6 +25,10 @@ int main(int argc, char** argv) {
       ktrv::benchmarks::MeasureGroupWork(argv[2]);
       return 0;
     }
+    if (argv[1] == std::string_view("--import") && argc == 3) {
+      ktrv::benchmarks::MeasureImport(argv[2]);
+      return 0;
+    }
     if (argv[1] == std::string_view("--line") && argc == 3) {
       ktrv::benchmarks::MeasureLineWork(argv[2]);
       return 0;
@@ -30,6 +36,7 @@ int main(int argc, char** argv) {
     if (argv[1] == std::string_view("--server") && argc == 3) {
       ktrv::benchmarks::MeasureLoad({argv[2]});
       ktrv::benchmarks::MeasureContactWork({argv[2]});
+      ktrv::benchmarks::MeasureImport(argv[2]);
       return 0;
     }
     ktrv::benchmarks::MeasureLoad({argv + 1, argv + argc});
