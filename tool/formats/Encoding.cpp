@@ -33,6 +33,10 @@ std::optional<Encoding> ByZeros(std::string_view bytes) {
 bool IsUtf8(std::string_view bytes, std::string& rest) {
   constexpr std::size_t kLongest = 4;  // bytes of a code point
   while (!bytes.empty()) {
+    std::size_t ascii = 0;
+    while (ascii < bytes.size() && static_cast<unsigned char>(bytes[ascii]) < 0x80) ++ascii;
+    bytes.remove_prefix(ascii);
+    if (bytes.empty()) break;
     const std::size_t length = DecodeUtf8(bytes).Length;
     if (length == 0) {
       rest = bytes;

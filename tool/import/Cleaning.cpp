@@ -182,7 +182,7 @@ class Checking {
 
 }  // namespace
 
-CheckedContact Check(const RawContact& raw, DateOrder order) {
+CheckedContact CheckContact(const RawContact& raw, DateOrder order) {
   CheckedContact checked;
   Checking(raw, order, checked).Run();
   return checked;

@@ -18,7 +18,7 @@ struct CheckedContact {
 };
 
 /// Numbers lose what people put between digits; dates and the sex are parsed.
-CheckedContact Check(const RawContact& raw, DateOrder order);
+CheckedContact CheckContact(const RawContact& raw, DateOrder order);
 
 /// The number as the contact editor takes it: digits only. Other texts stay as they are.
 String CleanNumber(StringView number);

@@ -103,7 +103,7 @@ class Importer {
         places_(book.Connection, !options.DryRun),
         writer_(book.Connection, !options.Group.empty() || file_->HasGroups() ||
                                      options.OfDuplicates == Duplicates::Merge),
-        progress_(console, options.DryRun ? "read" : "imported"),
+        progress_(console, "read"),
         report_(options, console) {
     if (!options.Folder.empty()) folder_ = places_.ChosenFolder(options.Folder);
     if (!options.Group.empty()) group_ = places_.ChosenGroup(options.Group);
@@ -141,7 +141,7 @@ class Importer {
 
   void Take(const ImportRow& row) {
     if (!row.Problem.empty()) return Reject(row.Line, row.Raw, row.Problem);
-    CheckedContact checked = Check(row.Values, options_.Dates);
+    CheckedContact checked = CheckContact(row.Values, options_.Dates);
     if (!checked.Refusal.empty()) return Reject(row.Line, row.Raw, checked.Refusal);
     for (const String& note : checked.Notes) report_.Note(row.Line, note);
     ImportEntry entry;

@@ -12,30 +12,29 @@
 namespace ktrv::tool {
 namespace {
 
+void RequireReadable(const std::ifstream& stream) {
+  if (stream.is_open() && !stream.bad()) return;
+  throw Error(ErrorNumber::DriverFailure, u"The file to import cannot be read");
+}
+
+Encoding EncodingOfFile(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  RequireReadable(stream);
+  const Encoding found = DetectEncoding(stream);
+  RequireReadable(stream);
+  return found;
+}
+
 /// The stream and its text.
 class OpenFile {
  public:
   OpenFile(const std::filesystem::path& path, std::optional<Encoding> encoding)
-      : stream_(path, std::ios::binary), source_(stream_, Found(encoding)) {}
+      : stream_(path, std::ios::binary), source_(stream_, encoding.value_or(Encoding::Utf8)) {}
 
   TextSource& Source() { return source_; }
-  void Check() const {
-    if (!stream_.is_open() || stream_.bad()) {
-      throw Error(ErrorNumber::DriverFailure, u"The file to import cannot be read");
-    }
-  }
+  void Check() const { RequireReadable(stream_); }
 
  private:
-  Encoding Found(std::optional<Encoding> encoding) {
-    if (encoding) return *encoding;
-    Check();
-    const Encoding found = DetectEncoding(stream_);
-    Check();
-    stream_.clear();
-    stream_.seekg(0);
-    return found;
-  }
-
   std::ifstream stream_;
   TextSource source_;
 };
@@ -120,8 +119,10 @@ bool BeginsWithCard(const std::filesystem::path& path, std::optional<Encoding> e
 
 std::unique_ptr<ImportFile> OpenImportFile(const std::filesystem::path& path,
                                            const ImportFormat& format) {
-  if (BeginsWithCard(path, format.Encoding)) return std::make_unique<CardFile>(path, format);
-  return std::make_unique<CsvFile>(path, format);
+  ImportFormat known = format;
+  if (!known.Encoding) known.Encoding = EncodingOfFile(path);
+  if (BeginsWithCard(path, known.Encoding)) return std::make_unique<CardFile>(path, known);
+  return std::make_unique<CsvFile>(path, known);
 }
 
 }  // namespace ktrv::tool

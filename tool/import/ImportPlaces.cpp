@@ -47,7 +47,7 @@ std::int64_t ImportPlaces::ChosenGroup(const std::string& name) const {
   return IdOf(FindGroup(groups_, name).Id);
 }
 
-std::int64_t ImportPlaces::FolderOf(const String& name) {
+std::int64_t ImportPlaces::FindFolderId(const String& name) {
   const auto find = [&] {
     return std::find_if(folders_.begin(), folders_.end(), [&](const Folder& folder) {
       return !folder.IsRemote && folder.Name == name;
@@ -67,7 +67,7 @@ std::int64_t ImportPlaces::FolderOf(const String& name) {
   return IdOf(created->Id);
 }
 
-std::int64_t ImportPlaces::GroupOf(const String& name) {
+std::int64_t ImportPlaces::FindGroupId(const String& name) {
   const auto find = [&] {
     return std::find_if(groups_.begin(), groups_.end(),
                         [&](const Group& group) { return group.Name == name; });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,14 +22,30 @@ class ImportPlaces {
   std::int64_t ChosenGroup(const std::string& name) const;
 
   /// The ids of those that a file names. \return 0 for one that would be created. \throws Error
-  std::int64_t FolderOf(const String& name);
-  std::int64_t GroupOf(const String& name);
+  std::int64_t FolderOf(const String& name) {
+    return Known(folderIds_, name, &ImportPlaces::FindFolderId);
+  }
+  std::int64_t GroupOf(const String& name) {
+    return Known(groupIds_, name, &ImportPlaces::FindGroupId);
+  }
 
  private:
+  using Ids = std::map<String, std::int64_t>;
+
+  std::int64_t Known(Ids& ids, const String& name,
+                     std::int64_t (ImportPlaces::*find)(const String& name)) {
+    const auto found = ids.find(name);
+    return found != ids.end() ? found->second : ids[name] = (this->*find)(name);
+  }
+  std::int64_t FindFolderId(const String& name);
+  std::int64_t FindGroupId(const String& name);
+
   database::Connection& connection_;
   bool creates_;
   std::vector<Folder> folders_;
   std::vector<Group> groups_;
+  Ids folderIds_;  ///< of names that rows have had
+  Ids groupIds_;
 };
 
 }  // namespace ktrv::tool

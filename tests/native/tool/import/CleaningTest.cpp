@@ -17,7 +17,7 @@ RawContact Anna() {
 String RefusalOf(Field field, String text) {
   RawContact raw = Anna();
   raw[field] = std::move(text);
-  return Check(raw, DateOrder::MonthFirst).Refusal;
+  return CheckContact(raw, DateOrder::MonthFirst).Refusal;
 }
 
 TEST(CleaningTest, LeavesDigitsOfANumber) {
@@ -57,14 +57,14 @@ TEST(CleaningTest, ShortensALongNumberOfAnotherKind) {
   RawContact raw = Anna();
   raw[FieldOf(ContactText::HomePhone)] = u"+49 (0) 221 / 123 456 - 0";
   raw[FieldOf(ContactText::Fax)] = u"08-465 00 12";
-  const CheckedContact checked = Check(raw, DateOrder::MonthFirst);
+  const CheckedContact checked = CheckContact(raw, DateOrder::MonthFirst);
   EXPECT_EQ(checked.Refusal, u"");
   EXPECT_EQ(checked.Cleaned.Text(ContactText::HomePhone), u"492211234560");
   EXPECT_EQ(checked.Cleaned.Text(ContactText::Fax), u"08-465 00 12");
 }
 
 TEST(CleaningTest, StoresEmptyTextsAsTheEditorDoes) {
-  const CheckedContact checked = Check(Anna(), DateOrder::MonthFirst);
+  const CheckedContact checked = CheckContact(Anna(), DateOrder::MonthFirst);
   EXPECT_EQ(checked.Cleaned.Texts[static_cast<std::size_t>(ContactText::City)], u"");
   EXPECT_FALSE(checked.Cleaned.Age);
   EXPECT_FALSE(checked.Cleaned.Sex);
@@ -75,7 +75,7 @@ TEST(CleaningTest, KeepsValuesOfOurExport) {
   raw.IsOwn = true;
   raw[FieldOf(ContactText::MobileNo)] = u" +98 001 ";
   raw[FieldOf(ContactText::LastName)] = u" two ";
-  const CheckedContact checked = Check(raw, DateOrder::MonthFirst);
+  const CheckedContact checked = CheckContact(raw, DateOrder::MonthFirst);
   EXPECT_EQ(checked.Refusal, u"");
   EXPECT_EQ(checked.Cleaned.Text(ContactText::LastName), u" two ");
   EXPECT_EQ(checked.Cleaned.Text(ContactText::MobileNo), u" +98 001 ");
