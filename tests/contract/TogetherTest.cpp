@@ -3,6 +3,13 @@
 #include "database/odbc/Native.h"
 #include "tests/contract/ServerTest.h"
 
+#ifndef _WIN32
+#include <sql.h>
+
+#include <atomic>
+#include <dlfcn.h>
+#endif
+
 namespace ktrv::tests {
 namespace {
 
@@ -70,6 +77,21 @@ TEST_P(TogetherTest, TheLastOfABlockMayBeTheOneThatIsRefused) {
   EXPECT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Bob", u"Ann"})), Command::Together::Undone);
   EXPECT_EQ(Names(), u"");
 }
+
+#ifndef _WIN32
+std::atomic<bool> refusesArrays = false;
+
+TEST_P(TogetherTest, WhatTheDriverDoesNotTakeTogetherIsNotTakenForWritten) {
+  database::Transaction transaction(connection);
+  refusesArrays = true;
+  const auto outcome = insert.ExecuteTogether(Named({u"Ann", u"Bob"}));
+  refusesArrays = false;
+  EXPECT_EQ(outcome, Command::Together::CannotRun);
+  insert.Execute({std::int64_t{7}, String(u"Bob")});
+  transaction.Commit();
+  EXPECT_EQ(Names(), u"7:Bob ");
+}
+#endif
 
 TEST_P(TogetherTest, WithoutATransactionNothingRuns) {
   EXPECT_EQ(insert.ExecuteTogether(Named({u"Ann", u"Bob"})), Command::Together::CannotRun);
@@ -149,3 +171,17 @@ INSTANTIATE_TEST_SUITE_P(, TogetherOrNotTest,
 
 }  // namespace
 }  // namespace ktrv::tests
+
+#ifndef _WIN32
+/// Comes before the driver manager's.
+extern "C" SQLRETURN SQL_API SQLSetStmtAttr(SQLHSTMT statement, SQLINTEGER attribute,
+                                            SQLPOINTER value, SQLINTEGER length) {
+  static const auto next =
+      reinterpret_cast<decltype(&SQLSetStmtAttr)>(dlsym(RTLD_NEXT, "SQLSetStmtAttr"));
+  if (ktrv::tests::refusesArrays && attribute == SQL_ATTR_PARAMSET_SIZE &&
+      reinterpret_cast<std::uintptr_t>(value) > 1) {
+    return SQL_ERROR;
+  }
+  return next(statement, attribute, value, length);
+}
+#endif
