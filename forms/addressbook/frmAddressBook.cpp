@@ -68,6 +68,7 @@ frmAddressBook::frmAddressBook(Workplace place, Editors& editors)
                  contactList_, panel_}) {
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
   StatusBar1.AddPanel({.Width = 3000, .Springs = true});
+  ProgressBar1.AccessibleName = u"Progress";
   ConnectToolBar();
   ConnectMenus();
   ConnectTree();

@@ -62,6 +62,7 @@ frmNewContact::frmNewContact(Workplace place, ContactRequest request)
     box->KeyPress = [this](std::int16_t& code) { FilterDigits(code); };
     box->Insertion = [](String& text) { text = Global::PastedNumber(text).value_or(String()); };
   }
+  UpDnLast.AccessibleName = lblAge.Caption();
   ExplainBoxes();
   txtMobileno.GotFocus = [this, explain = txtMobileno.GotFocus] {
     explain();

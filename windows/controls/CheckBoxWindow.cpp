@@ -18,6 +18,10 @@ class CheckBoxWindow final : public Peer<controls::CheckBoxPeer> {
   void CheckedChanged() override {
     Send(BM_SETCHECK, box_.Checked() ? BST_CHECKED : BST_UNCHECKED);
   }
+  bool ShowsCaption() const override { return true; }
+  AccessiblePart Describe() const override {
+    return {.Role = ROLE_SYSTEM_CHECKBUTTON, .State = box_.Checked() ? STATE_SYSTEM_CHECKED : 0};
+  }
   void OnCommand(WORD code) override {
     const bool checked = Send(BM_GETCHECK) == BST_CHECKED;
     if (code == BN_CLICKED && checked != box_.Checked()) box_.UserClicks();

@@ -36,6 +36,13 @@ class ComboBoxWindow final : public Peer<controls::ComboBoxPeer> {
   void OnCommand(WORD code) override {
     if (code == CBN_SELCHANGE) combo_.UserChooses(static_cast<int>(Send(CB_GETCURSEL)));
   }
+  AccessiblePart Describe() const override {
+    const bool isOpen = Send(CB_GETDROPPEDSTATE) != 0;
+    return {
+        .Role = ROLE_SYSTEM_COMBOBOX,
+        .State = STATE_SYSTEM_HASPOPUP | (isOpen ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED),
+        .Value = ToWide(combo_.Text())};
+  }
   std::optional<std::uint32_t> BackColor() const override { return combo_.BackColor(); }
 
  private:

@@ -15,6 +15,12 @@ class CommandButtonWindow final : public Peer<controls::CommandButtonPeer> {
   }
 
   void TextChanged() override { ShowText(button_.Caption()); }
+  bool ShowsCaption() const override { return true; }
+  AccessiblePart Describe() const override {
+    const LONG_PTR style = GetWindowLongPtrW(Handle(), GWL_STYLE);
+    const bool isDefault = (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    return {.Role = ROLE_SYSTEM_PUSHBUTTON, .State = isDefault ? STATE_SYSTEM_DEFAULT : 0};
+  }
   void OnCommand(WORD code) override {
     if (code == BN_CLICKED) button_.UserClicks();
   }

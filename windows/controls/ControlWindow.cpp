@@ -110,6 +110,9 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
       self->handle_ = nullptr;
       return std::nullopt;
     }
+    if (message == WM_GETOBJECT) {
+      if (const LRESULT object = DescribeControl(window, wParam, lParam)) return object;
+    }
     if (self->form_.IsLocked(window, message)) return 0;
     if (message == WM_NOTIFY || message == WM_COMMAND) {
       // From child windows of this one. Containers forward only one of the two themselves.

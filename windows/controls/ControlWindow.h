@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "controls/Control.h"
+#include "windows/controls/Accessible.h"
 #include "windows/controls/Scale.h"
 
 namespace ktrv::windows {
@@ -55,6 +56,19 @@ class ControlWindow {
   /// Called before a key presses a button while this control keeps the focus; commits pending
   /// input.
   virtual void FinishTyping() {}
+
+  // What the control tells screen readers of itself.
+  /// The window that shows the control.
+  virtual HWND DescribedWindow() const { return handle_; }
+  /// Role, value, and the state beside what all windows have: focus, disabled, hidden.
+  virtual AccessiblePart Describe() const { return {}; }
+  /// Whether the caption of the window is the control's name.
+  virtual bool ShowsCaption() const { return false; }
+  /// Parts that are no windows; numbers start at 1, and 0 is the control itself.
+  virtual int PartCount() const { return 0; }
+  virtual AccessiblePart Part(int /*number*/) const { return {}; }
+  virtual int PartAt(POINT /*place*/) const { return 0; }
+  virtual int FocusedPart() const { return 0; }
 
   FormWindow& Owner() const { return form_; }
   const controls::Control& Shown() const { return control_; }

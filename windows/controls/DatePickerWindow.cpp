@@ -1,3 +1,5 @@
+#include <array>
+
 #include "controls/DatePicker.h"
 #include "windows/controls/ControlWindow.h"
 #include "windows/controls/WindowFactory.h"
@@ -56,6 +58,17 @@ class DatePickerWindow final : public Peer<controls::DatePickerPeer> {
     // the form keeps but the picker cannot show.
     if (picked != picker_.Value()) picker_.UserPicks(picked);
     return 0;
+  }
+  AccessiblePart Describe() const override {
+    std::array<wchar_t, 64> date{};
+    if (picker_.Value()) {
+      const SYSTEMTIME time = ToSystemTime(*picker_.Value());
+      GetDateFormatW(LOCALE_USER_DEFAULT, DATE_LONGDATE, &time, nullptr, date.data(),
+                     static_cast<int>(date.size()));
+    }
+    return {.Role = ROLE_SYSTEM_DROPLIST,
+            .State = picker_.Value() ? STATE_SYSTEM_CHECKED : 0,
+            .Value = date.data()};
   }
   void FinishTyping() override {
     // Typed digits are committed when the field or the picker loses the focus.

@@ -34,6 +34,15 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   int TopRow() const override;
   void TopRowChanged(int row) override;
 
+  AccessiblePart Describe() const override {
+    return {.Role = ROLE_SYSTEM_LIST,
+            .State = STATE_SYSTEM_MULTISELECTABLE | STATE_SYSTEM_EXTSELECTABLE};
+  }
+  int PartCount() const override { return grid_.Rows() - 1; }
+  AccessiblePart Part(int number) const override;
+  int PartAt(POINT place) const override;
+  int FocusedPart() const override { return grid_.Row(); }
+
   std::optional<LRESULT> OnNotify(NMHDR& header) override;
   void OnScaleChanged() override;
 
@@ -57,6 +66,8 @@ class FlexGridWindow final : public Peer<controls::FlexGridPeer> {
   bool appended_ = false;  ///< rows were appended that are not shown yet
 
   void GiveCell(LVITEMW& item);
+  /// The text of a cell; the name of a picture instead of its text.
+  String SpokenCell(int row, int column) const;
   LRESULT FindItem(const NMLVFINDITEMW& search);
   bool MayChangeSelection(UINT message) const;
   void OnClick(controls::MouseButton button, const NMITEMACTIVATE& click);
@@ -283,19 +294,51 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
   const auto column = columns_.Find(item.iSubItem);
   if (!(item.mask & LVIF_TEXT) || !column) return;
   String text;
-  if (item.iItem >= 0 && item.iItem < grid_.Rows() - 1) {
-    text = grid_.Text(item.iItem + 1, *column);
-  }
-  if (const auto& picture = grid_.ColumnAt(*column).Picture) {
-    // When painting, the picture replaces the text. Other requests (screen readers) get its name.
-    text = painting_ ? String() : picture(text).second;
-    if (*column == 0 && !painting_ && columns_.IsMarked(item.iItem)) {
-      text += u", " + grid_.Mark.Name;
-    }
+  // When painting, the picture replaces the text.
+  const bool isPainted = painting_ && grid_.ColumnAt(*column).Picture;
+  if (!isPainted && item.iItem >= 0 && item.iItem < grid_.Rows() - 1) {
+    text = SpokenCell(item.iItem + 1, *column);
   }
   std::wstring& given = given_[nextGiven_++ % given_.size()];
   given = ToWide(text);
   item.pszText = given.data();
+}
+
+String FlexGridWindow::SpokenCell(int row, int column) const {
+  const String text = grid_.Text(row, column);
+  const auto& picture = grid_.ColumnAt(column).Picture;
+  if (!picture) return text;
+  String spoken = picture(text).second;
+  if (column == 0 && columns_.IsMarked(row - 1)) spoken += u", " + grid_.Mark.Name;
+  return spoken;
+}
+
+AccessiblePart FlexGridWindow::Part(int number) const {
+  AccessiblePart row{.Role = ROLE_SYSTEM_LISTITEM,
+                     .State = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE};
+  if (grid_.IsSelected(number)) row.State |= STATE_SYSTEM_SELECTED;
+  if (number == grid_.Row() && GetFocus() == Handle()) row.State |= STATE_SYSTEM_FOCUSED;
+  String others;
+  for (int place = 0; const auto column = columns_.Find(place); ++place) {
+    const String text = SpokenCell(number, *column);
+    if (row.Name.empty() && !grid_.ColumnAt(*column).Picture) {
+      row.Name = ToWide(text);
+    } else if (!text.empty()) {
+      const String& heading = grid_.ColumnAt(*column).Heading;
+      others += (others.empty() ? u"" : u", ") + heading + (heading.empty() ? u"" : u": ") + text;
+    }
+  }
+  row.Description = ToWide(others);
+  row.Place.left = LVIR_BOUNDS;
+  if (!Send(LVM_GETITEMRECT, static_cast<WPARAM>(number - 1), &row.Place)) row.Place = {};
+  return row;
+}
+
+int FlexGridWindow::PartAt(POINT place) const {
+  LVHITTESTINFO test{};
+  test.pt = place;
+  Send(LVM_SUBITEMHITTEST, 0, &test);
+  return test.iItem < 0 ? 0 : test.iItem + 1;
 }
 
 LRESULT FlexGridWindow::FindItem(const NMLVFINDITEMW& search) {

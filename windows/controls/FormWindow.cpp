@@ -6,6 +6,7 @@
 #include "controls/Color.h"
 #include "controls/CommandButton.h"
 #include "controls/Control.h"
+#include "controls/Label.h"
 #include "windows/base/Guard.h"
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
@@ -300,6 +301,13 @@ void FormWindow::FocusNext(bool backward) {
   if (SendMessageW(next, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)
     SendMessageW(next, EM_SETSEL, 0, -1);
   SetFocus(next);
+}
+
+const ControlWindow* FormWindow::LabelOf(const ControlWindow& control) const {
+  const auto place = std::find(windows_.begin(), windows_.end(), &control);
+  if (place == windows_.begin() || place == windows_.end()) return nullptr;
+  const ControlWindow* before = *(place - 1);
+  return dynamic_cast<const controls::Label*>(&before->Shown()) ? before : nullptr;
 }
 
 bool FormWindow::TakeMnemonic(wchar_t letter) {

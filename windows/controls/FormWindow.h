@@ -48,6 +48,9 @@ class FormWindow final : public controls::FormPeer {
   /// Stores the focused control, to restore the focus when the form is activated.
   void RememberFocus(HWND control) { focus_ = control; }
 
+  /// The label right before the control in tab order; null if there is none.
+  const ControlWindow* LabelOf(const ControlWindow& control) const;
+
   /// Handles an access key: focuses or presses its control.
   /// \return false if no control has it
   bool TakeMnemonic(wchar_t letter);

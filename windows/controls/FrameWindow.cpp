@@ -13,6 +13,8 @@ class FrameWindow final : public Peer<controls::FramePeer> {
     ShowText(control.Caption());
   }
 
+  bool ShowsCaption() const override { return true; }
+  AccessiblePart Describe() const override { return {.Role = ROLE_SYSTEM_GROUPING}; }
   void OnFormRealised() override {
     // The controls inside were created later and are below the frame in z-order; move it to the
     // bottom.

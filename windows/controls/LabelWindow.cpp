@@ -14,6 +14,10 @@ class LabelWindow final : public Peer<controls::LabelPeer> {
   }
 
   void TextChanged() override { ShowText(label_.Caption()); }
+  bool ShowsCaption() const override { return true; }
+  AccessiblePart Describe() const override {
+    return {.Role = ROLE_SYSTEM_STATICTEXT, .State = STATE_SYSTEM_READONLY};
+  }
 
  private:
   controls::Label& label_;

@@ -35,6 +35,7 @@ class PictureBoxWindow final : public Peer<controls::PictureBoxPeer> {
     ShowVisible();
   }
   void BackColorChanged() override { PaintNow(); }
+  AccessiblePart Describe() const override { return {.Role = ROLE_SYSTEM_SEPARATOR}; }
 
  protected:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {

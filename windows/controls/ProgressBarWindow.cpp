@@ -36,6 +36,13 @@ class ProgressBarWindow final : public Peer<controls::ProgressBarPeer> {
     if (bar_.Value() < bar_.Max()) Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value() + 1));
     Send(PBM_SETPOS, static_cast<WPARAM>(bar_.Value()));
   }
+  AccessiblePart Describe() const override {
+    AccessiblePart told{.Role = ROLE_SYSTEM_PROGRESSBAR, .State = STATE_SYSTEM_READONLY};
+    if (bar_.Marquee()) return told;
+    const std::int64_t done = std::int64_t{bar_.Value()} - bar_.Min();
+    told.Value = std::to_wstring(100 * done / (std::int64_t{bar_.Max()} - bar_.Min())) + L"%";
+    return told;
+  }
   void PlacedIn(controls::StatusBar& statusBar, int panel) override {
     auto* host = dynamic_cast<StatusBarWindow*>(statusBar.Display());
     if (!host || !Handle()) return;

@@ -39,6 +39,14 @@ void StatusBarWindow::OnFormResized() {
   bar_.Move(CurrentScale().ToTwips(place));
 }
 
+AccessiblePart StatusBarWindow::Part(int number) const {
+  AccessiblePart panel{.Role = ROLE_SYSTEM_STATICTEXT,
+                       .State = STATE_SYSTEM_READONLY,
+                       .Name = ToWide(bar_.PanelAt(number).Text)};
+  Send(SB_GETRECT, static_cast<WPARAM>(number - 1), &panel.Place);
+  return panel;
+}
+
 void StatusBarWindow::LayOut() {
   const Scale scale = CurrentScale();
   int spare = Owner().InnerSize().cx;

@@ -16,6 +16,9 @@ class StatusBarWindow final : public Peer<controls::StatusBarPeer> {
   void PanelsChanged() override;
   void PanelTextChanged(int panel) override;
   void OnFormResized() override;
+  AccessiblePart Describe() const override { return {.Role = ROLE_SYSTEM_STATUSBAR}; }
+  int PartCount() const override { return bar_.PanelCount(); }
+  AccessiblePart Part(int number) const override;
 
  private:
   void LayOut();

@@ -38,6 +38,9 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
     text.resize(static_cast<std::size_t>(length));
     TakeIn(FromWide(text));
   }
+  AccessiblePart Describe() const override {
+    return {.Role = ROLE_SYSTEM_TEXT, .Value = ToWide(box_.Text())};
+  }
   std::optional<std::uint32_t> BackColor() const override { return box_.BackColor(); }
 
  protected:

@@ -10,6 +10,7 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/ToolBar.h"
+#include "windows/base/Guard.h"
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/controls/Band.h"
@@ -30,6 +31,20 @@ constexpr UINT kSecondBand = 1;
 BYTE StyleOf(const controls::ToolBar::Button& button) {
   const int style = BTNS_BUTTON | BTNS_AUTOSIZE | BTNS_SHOWTEXT;
   return static_cast<BYTE>(button.DropDown ? style | BTNS_DROPDOWN : style);
+}
+
+constexpr UINT_PTR kSubclass = 0x4B54;
+
+/// The toolbar is not the control's own window, which is the cool bar around it.
+LRESULT CALLBACK DescribeToolBar(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR) {
+  if (message == WM_GETOBJECT) {
+    const LRESULT object =
+        Guard<LRESULT>(0, [&] { return DescribeControl(window, wParam, lParam); });
+    if (object) return object;
+  }
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, &DescribeToolBar, kSubclass);
+  return DefSubclassProc(window, message, wParam, lParam);
 }
 
 /// A cool bar; the toolbar and the box of the second band are its children.
@@ -99,6 +114,19 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
     }
     return false;
   }
+  HWND DescribedWindow() const override { return toolbar_; }
+  AccessiblePart Describe() const override { return {.Role = ROLE_SYSTEM_TOOLBAR}; }
+  int PartCount() const override { return static_cast<int>(bar_.Buttons().size()); }
+  AccessiblePart Part(int number) const override {
+    const auto& button = bar_.Buttons()[static_cast<std::size_t>(number - 1)];
+    AccessiblePart told{.Role = button.DropDown ? ROLE_SYSTEM_SPLITBUTTON : ROLE_SYSTEM_PUSHBUTTON,
+                        .State = button.Enabled ? 0 : STATE_SYSTEM_UNAVAILABLE,
+                        .Name = SpokenCaption(ToWide(button.Caption)),
+                        .Description = ToWide(button.ToolTip)};
+    SendMessageW(toolbar_, TB_GETITEMRECT, static_cast<WPARAM>(number - 1),
+                 reinterpret_cast<LPARAM>(&told.Place));
+    return told;
+  }
   void OnScaleChanged() override {
     SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(Owner().Font()), TRUE);
     MakeImages();
@@ -129,6 +157,7 @@ class ToolBarWindow final : public Peer<controls::ToolBarPeer> {
                                    TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_TRANSPARENT |
                                    CCS_NODIVIDER | CCS_NOPARENTALIGN | CCS_NORESIZE,
                                0, 0, 0, 0, Handle(), nullptr, ThisModule(), nullptr);
+    SetWindowSubclass(toolbar_, &DescribeToolBar, kSubclass, 0);
     SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(toolbar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
     SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(Owner().Font()), FALSE);

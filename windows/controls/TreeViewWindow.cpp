@@ -150,6 +150,12 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
         return std::nullopt;
     }
   }
+  AccessiblePart Describe() const override { return {.Role = ROLE_SYSTEM_OUTLINE}; }
+  int PartCount() const override { return tree_.Count(); }
+  AccessiblePart Part(int number) const override;
+  int PartAt(POINT place) const override { return NumberOf(NodeAt(place)); }
+  int FocusedPart() const override { return NumberOf(tree_.SelectedNode()); }
+
   void OnScaleChanged() override {
     UniqueImageList former =
         std::exchange(images_, DrawImageList(tree_.Images(), CurrentScale().Units(16)));
@@ -179,6 +185,20 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   HTREEITEM ItemOf(const controls::TreeNode& node) const {
     const auto found = items_.find(&node);
     return found == items_.end() ? nullptr : found->second;
+  }
+  /// The number of a node in the tree, from 1; 0 for null.
+  int NumberOf(const controls::TreeNode* node) const {
+    int number = node ? tree_.Count() : 0;
+    while (number > 0 && &tree_.At(number) != node) --number;
+    return number;
+  }
+  /// Its text; empty if it is not visible.
+  RECT PlaceOf(const controls::TreeNode& node) const {
+    // TVM_GETITEMRECT reads the item from the start of the result buffer.
+    RECT text{};
+    const HTREEITEM item = ItemOf(node);
+    std::memcpy(&text, &item, sizeof(HTREEITEM));
+    return Send(TVM_GETITEMRECT, TRUE, &text) ? text : RECT{};
   }
   static controls::TreeNode* NodeOf(LPARAM data) { return reinterpret_cast<TreeNode*>(data); }
   /// The node whose image or text is at the point. \param place pixels in the tree view
@@ -231,11 +251,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   void OnMenuKey() {
     TreeNode* node = tree_.SelectedNode();
     if (!node) return;
-    RECT text{};
-    // TVM_GETITEMRECT reads the item from the start of the result buffer.
-    const HTREEITEM item = ItemOf(*node);
-    std::memcpy(&text, &item, sizeof(HTREEITEM));
-    Send(TVM_GETITEMRECT, TRUE, &text);
+    const RECT text = PlaceOf(*node);
     tree_.UserClicks(*node);
     Release(MouseButton::Right, {text.left, text.bottom});
   }
@@ -264,6 +280,28 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   int changing_ = 0;            ///< > 0 while the program, not the user, changes the tree
   bool clickReported_ = false;  ///< since the left button was pressed
 };
+
+AccessiblePart TreeViewWindow::Part(int number) const {
+  const TreeNode& node = tree_.At(number);
+  AccessiblePart told{.Role = ROLE_SYSTEM_OUTLINEITEM,
+                      .State = STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE,
+                      .Name = ToWide(node.Text),
+                      .Place = PlaceOf(node)};
+  if (!node.Children.empty()) {
+    told.State |= node.Expanded ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED;
+  }
+  if (&node == tree_.SelectedNode()) {
+    told.State |= STATE_SYSTEM_SELECTED;
+    if (GetFocus() == Handle()) told.State |= STATE_SYSTEM_FOCUSED;
+  }
+  int level = 0;
+  for (const TreeNode* above = node.Parent; above; above = above->Parent) {
+    ++level;
+    if (!above->Expanded) told.State |= STATE_SYSTEM_INVISIBLE;
+  }
+  told.Value = std::to_wstring(level);  // as the system's own trees do
+  return told;
+}
 
 }  // namespace
 

@@ -21,6 +21,7 @@ class UpDownWindow final : public Peer<controls::UpDownPeer> {
     auto* buddy = dynamic_cast<ControlWindow*>(arrows_.Buddy().Display());
     if (buddy) Send(UDM_SETBUDDY, reinterpret_cast<WPARAM>(buddy->Handle()));
   }
+  AccessiblePart Describe() const override { return {.Role = ROLE_SYSTEM_SPINBUTTON}; }
   std::optional<LRESULT> OnNotify(NMHDR& header) override {
     if (header.code != UDN_DELTAPOS) return std::nullopt;
     arrows_.UserSteps(reinterpret_cast<NMUPDOWN&>(header).iDelta > 0 ? 1 : -1);
