@@ -64,9 +64,9 @@ constexpr Rectangle Button(int place) {
           kButtonHeight};
 }
 
-/// The line beside the buttons.
-inline constexpr Rectangle kNotice{kMargin, kButtonsTop + 75,
-                                   kWidth - 3 * kMargin - 2 * kButtonWidth - 120, 285};
+/// Two lines beside the buttons.
+inline constexpr Rectangle kNotice{kMargin, kButtonsTop,
+                                   kWidth - 3 * kMargin - 2 * kButtonWidth - 120, 465};
 
 static_assert(kPhones.Top + kPhones.Height == kAddress.Top + kAddress.Height);
 

@@ -115,6 +115,9 @@ std::optional<LRESULT> FormWindow::Reflect(UINT message, WPARAM wParam, LPARAM l
       return window->OnNotify(header);
     }
   }
+  if (message == WM_CTLCOLOREDIT || message == WM_CTLCOLORLISTBOX) {
+    return BackgroundOf(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam));
+  }
   if (message == WM_COMMAND && lParam != 0) {
     // Ignores a click sent before the form was disabled.
     const bool click = HIWORD(wParam) == BN_CLICKED;
@@ -207,10 +210,9 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
       if (lParam == 0) PressButtonOf(LOWORD(wParam));
       return Reflect(message, wParam, lParam);
     case WM_NOTIFY:
-      return Reflect(message, wParam, lParam);
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:
-      return BackgroundOf(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam));
+      return Reflect(message, wParam, lParam);
     case WM_CLOSE:
       if (IsWindowEnabled(handle_)) form_.UserCloses();
       return 0;
@@ -244,6 +246,8 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
       OnScaleChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
       return 0;
     case WM_SETTINGCHANGE:
+      if (wParam == SPI_SETNONCLIENTMETRICS) RenewFont();
+      [[fallthrough]];
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
       for (ControlWindow* window : windows_) {
@@ -263,6 +267,7 @@ std::optional<LRESULT> FormWindow::BackgroundOf(HWND control, HDC target) {
   const auto color = window ? window->BackColor() : std::nullopt;
   if (!color || *color == controls::kSystemWindowBackground) return std::nullopt;
   constexpr std::uint32_t kSystem = 0x80000000;
+  if (!(*color & kSystem) && IsHighContrast()) return std::nullopt;
   const COLORREF shown = *color & kSystem ? GetSysColor(static_cast<int>(*color & 0xFF))
                                           : static_cast<COLORREF>(*color);
   SetBkColor(target, shown);
@@ -462,6 +467,21 @@ void FormWindow::OnScaleChanged(int dpi, const RECT& place) {
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
   for (ControlWindow* window : windows_) window->OnFormResized();
   RedrawWindow(handle_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void FormWindow::RenewFont() {
+  RECT place{};
+  GetWindowRect(handle_, &place);
+  if (!IsZoomed(handle_) && !IsIconic(handle_)) {
+    const Scale scale = Scale::At(scale_.Dpi());
+    const SIZE inner{scale.ToPixels(form_.ScaleWidth()), scale.ToPixels(form_.ScaleHeight())};
+    const SIZE outer = scale.Outer(inner, Style(), ExStyle());
+    place.right = place.left + outer.cx;
+    place.bottom = place.top + outer.cy;
+  }
+  OnScaleChanged(scale_.Dpi(), place);
+  // The window may have kept its size while a twip has become larger.
+  OnSize(IsIconic(handle_) ? SIZE_MINIMIZED : SIZE_RESTORED);
 }
 
 void FormWindow::CenterOnMonitor() {

@@ -57,8 +57,8 @@ class FormWindow final : public controls::FormPeer {
   /// Handles a key press that is a shortcut of the form. \return false if it is none
   bool TakeShortcut(const MSG& message);
 
-  /// Reflects a notification from the parent to the control's window. nullopt: not one of ours, or
-  /// not handled.
+  /// Reflects a notification or a request for colours from the parent to the control's window.
+  /// nullopt: not one of ours, or not handled.
   static std::optional<LRESULT> Reflect(UINT message, WPARAM wParam, LPARAM lParam);
 
   void CaptionChanged() override;
@@ -91,6 +91,8 @@ class FormWindow final : public controls::FormPeer {
   void LimitSize(MINMAXINFO& limits) const;
   void OnSize(WPARAM kind);
   void OnScaleChanged(int dpi, const RECT& place);
+  /// The user has chosen another message font.
+  void RenewFont();
   void OnDestroyed();
   void RestoreFocus();
   void CenterOnMonitor();

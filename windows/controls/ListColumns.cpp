@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "windows/base/WideText.h"
+#include "windows/controls/VisualStyle.h"
 
 namespace ktrv::windows {
 
@@ -18,13 +19,6 @@ int FormatOf(const GridColumn& column) {
   if (column.HeadingPicture == Image::SortAscending) format |= HDF_SORTUP;
   if (column.HeadingPicture == Image::SortDescending) format |= HDF_SORTDOWN;
   return format | HDF_STRING;
-}
-
-bool IsHighContrast() {
-  HIGHCONTRASTW contrast{};
-  contrast.cbSize = sizeof contrast;
-  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-         contrast.dwFlags & HCF_HIGHCONTRASTON;
 }
 
 /// One third of the selection's color on two thirds of the background's.

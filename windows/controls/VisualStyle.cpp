@@ -6,6 +6,13 @@
 
 namespace ktrv::windows {
 
+bool IsHighContrast() {
+  HIGHCONTRASTW contrast{};
+  contrast.cbSize = sizeof contrast;
+  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+         contrast.dwFlags & HCF_HIGHCONTRASTON;
+}
+
 VisualStyle::VisualStyle() {
   std::array<wchar_t, MAX_PATH> path{};
   GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size()));

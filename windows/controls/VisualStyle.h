@@ -4,6 +4,9 @@
 
 namespace ktrv::windows {
 
+/// Whether the user wants high contrast: then only the system's colours are used.
+bool IsHighContrast();
+
 /// Activates the module's manifest (resource 2) on this thread for its lifetime. Windows created
 /// meanwhile use the themed common controls, whatever the host's manifest says.
 class VisualStyle {
