@@ -91,6 +91,20 @@ void TextBox::UserTypes(StringView text) {
   selectionLength_ = 0;
   if (peer_) peer_->TextChanged();
   if (Change) Change();
+  const bool isCharacter = typed.size() == 1 || (typed.size() == 2 && IsHighSurrogate(typed[0]));
+  if (isCharacter && selectionStart_ == static_cast<int>(text_.size())) CompleteTyped();
+}
+
+void TextBox::CompleteTyped() {
+  if (!Completion || text_.empty() || IsHighSurrogate(text_.back())) return;
+  String whole = Completion(text_);
+  if (whole.size() <= text_.size() || !whole.starts_with(text_) || Fitting(whole) != whole) return;
+  const int typed = static_cast<int>(text_.size());
+  text_ = std::move(whole);
+  selectionStart_ = typed;
+  selectionLength_ = static_cast<int>(text_.size()) - typed;
+  if (peer_) peer_->TextChanged();
+  if (Change) Change();
 }
 
 void TextBox::UserChanges(String text) {

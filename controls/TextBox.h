@@ -26,6 +26,9 @@ class TextBox final : public ControlOf<TextBox, TextBoxPeer> {
   /// Raised before a text of several characters is inserted (paste, input method). The handler may
   /// change it, or clear it to reject it.
   std::function<void(String& text)> Insertion;
+  /// Completes what the user has typed: given the text of the box, returns a longer one that starts
+  /// with it, or any other text for none. Asked after each character typed at the end.
+  std::function<String(StringView typed)> Completion;
 
   const String& Text() const { return text_; }
   /// Sets the text and raises Change if it differs. It may be longer than maxLength.
@@ -52,6 +55,9 @@ class TextBox final : public ControlOf<TextBox, TextBoxPeer> {
   /// The user replaced the selection by this text. Inserts what is Admitted, truncated to maxLength
   /// without splitting a surrogate pair. No effect for a rejected text.
   void UserTypes(StringView text);
+  /// The user has typed a character at the end of the text. Appends what Completion adds to it and
+  /// selects it: typing goes on over it, and Backspace and Delete remove it. What was typed stays.
+  void CompleteTyped();
   /// The user changed the selection. Does not notify the peer.
   void UserSelects(int start, int length);
   /// The box on the display now has this text. An unpaired surrogate caused by truncation is

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "common/Global.h"
-#include "data/ContactQueries.h"
 #include "data/EditorQueries.h"
 #include "database/Transaction.h"
 #include "forms/Messages.h"
@@ -64,6 +63,7 @@ frmNewContact::frmNewContact(Workplace place, ContactRequest request)
   }
   UpDnLast.AccessibleName = lblAge.Caption();
   ExplainBoxes();
+  CompleteBoxes();
   txtMobileno.GotFocus = [this, explain = txtMobileno.GotFocus] {
     explain();
     txtMobileno_GotFocus();
@@ -262,6 +262,8 @@ void frmNewContact::cmdSave_Click() {
     if (loadFailed_) throw NotLoaded();  // empty boxes are not the user's mistake then
     if (Validate_Data() != 1) return true;
     const Wait wait(*this);
+    // A statement that still reads may hold up the one that writes.
+    for (StoredValues* values : {&companies_, &cities_, &states_, &countries_}) values->Cancel();
     if (Save_Data()) Unload();
     return true;
   });
@@ -297,6 +299,18 @@ void frmNewContact::ExplainBoxes() {
   Explain(txtAge, u"Up to 3 digits.");
   Explain(dtBirthday, u"Tick the box to enter a date.");
   Explain(dtAnniversary, u"Tick the box to enter a date. It is stored only with a birthday.");
+}
+
+void frmNewContact::CompleteBoxes() {
+  const auto complete = [](controls::TextBox& box, StoredValues& values) {
+    box.Completion = [&box, &values](StringView typed) {
+      return values.Completing(typed, box.MaxLength());
+    };
+  };
+  complete(txtOrganisation, companies_);
+  complete(txtCity, cities_);
+  complete(txtState, states_);
+  complete(txtCountry, countries_);
 }
 
 void frmNewContact::ShowFailure(StringView reason) {

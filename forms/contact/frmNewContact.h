@@ -11,11 +11,13 @@
 #include "controls/Label.h"
 #include "controls/TextBox.h"
 #include "controls/UpDown.h"
+#include "data/ContactQueries.h"
 #include "data/ContactRules.h"
 #include "database/NewRow.h"
 #include "forms/contact/ContactFields.h"
 #include "forms/contact/ContactLayout.h"
 #include "forms/contact/ContactRequest.h"
+#include "forms/contact/StoredValues.h"
 #include "services/Workplace.h"
 
 namespace ktrv::forms {
@@ -138,6 +140,8 @@ class frmNewContact final : public controls::Form {
   /// Shows the hint while the control has the focus.
   void Explain(controls::Control& control, StringView hint);
   void ExplainBoxes();
+  /// Completes boxes from the values of other contacts.
+  void CompleteBoxes();
   /// Shows why the contact is not saved.
   void ShowFailure(StringView reason);
 
@@ -146,6 +150,10 @@ class frmNewContact final : public controls::Form {
   void FilterDigits(std::int16_t& code);
 
   Workplace place_;
+  StoredValues companies_{place_.Services, place_.Database, data::ContactQueries::kCompanies};
+  StoredValues cities_{place_.Services, place_.Database, data::ContactQueries::kCities};
+  StoredValues states_{place_.Services, place_.Database, data::ContactQueries::kStates};
+  StoredValues countries_{place_.Services, place_.Database, data::ContactQueries::kCountries};
   ContactRequest request_;
   ContactFields fields_;
   String contactId_;  ///< trimmed id of the contact to edit

@@ -53,18 +53,28 @@ class TextBoxWindow final : public Peer<controls::TextBoxPeer> {
       Paste();
       return 0;
     }
-    if (message != WM_CHAR || !box_.KeyPress) return std::nullopt;
+    if (message != WM_CHAR || !(box_.KeyPress || box_.Completion)) return std::nullopt;
     auto code = static_cast<std::int16_t>(wParam);
-    box_.KeyPress(code);
+    if (box_.KeyPress) box_.KeyPress(code);
     if (code == 0) return 0;
-    typing_ = code >= u' ';
-    const LRESULT result =
-        DefSubclassProc(Handle(), message, static_cast<std::uint16_t>(code), lParam);
+    const auto typed = static_cast<std::uint16_t>(code);
+    const bool isText = typed >= u' ' && typed != kDeleteWord;
+    typing_ = isText && box_.KeyPress;
+    const LRESULT result = DefSubclassProc(Handle(), message, typed, lParam);
     typing_ = false;
+    if (isText && IsCaretAtEnd()) box_.CompleteTyped();
     return result;
   }
 
  private:
+  static constexpr std::uint16_t kDeleteWord = 0x7F;  ///< Ctrl+Backspace
+
+  bool IsCaretAtEnd() const {
+    DWORD start = 0;
+    DWORD end = 0;
+    Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), &end);
+    return start == end && end == box_.Text().size();
+  }
   /// Handles a change of the edit control's text. An insertion by an input method, the context menu
   /// or another program is filtered; what the filter rejects is removed again.
   void TakeIn(String text) {

@@ -143,5 +143,79 @@ TEST_F(TextBoxTest, TheSelectionStaysInsideTheText) {
   EXPECT_EQ(box.SelectionStart(), 0);
 }
 
+struct CompletionTest : testing::Test {
+  CompletionTest() {
+    box.Completion = [this](StringView typed) {
+      asked.push_back(String(typed));
+      return known;
+    };
+  }
+  void Type(StringView text) {
+    for (const char16_t unit : text) box.UserTypes(String(1, unit));
+  }
+  String Selected() const {
+    return box.Text().substr(static_cast<std::size_t>(box.SelectionStart()),
+                             static_cast<std::size_t>(box.SelectionLength()));
+  }
+
+  tests::ScriptedScreen screen;
+  Form form{screen, {}};
+  TextBox box{form, {}, 8};
+  String known = u"Berlin";
+  std::vector<String> asked;
+};
+
+TEST_F(CompletionTest, WhatIsAddedIsSelectedAndTypingGoesOnOverIt) {
+  Type(u"Be");
+  EXPECT_EQ(box.Text(), u"Berlin");
+  EXPECT_EQ(Selected(), u"rlin");
+  Type(u"r");
+  EXPECT_EQ(Selected(), u"lin");
+  Type(u"n");
+  EXPECT_EQ(box.Text(), u"Bern");
+  EXPECT_EQ(Selected(), u"");
+  EXPECT_EQ(asked, (std::vector<String>{u"B", u"Be", u"Ber", u"Bern"}));
+}
+
+TEST_F(CompletionTest, OnlyWhatStartsWithWhatWasTypedAndFitsIsAdded) {
+  for (const StringView other : {u"", u"B", u"berlin", u"Paris", u"Berlin-Mitte"}) {
+    known = other;
+    box.SetText({});
+    Type(u"Be");
+    EXPECT_EQ(box.Text(), u"Be") << ToUtf8(other);
+  }
+}
+
+TEST_F(CompletionTest, NothingIsAddedInTheMiddleToPastedTextOrByTheProgram) {
+  box.SetText(u"Br");
+  box.Select(1, 0);
+  Type(u"e");
+  EXPECT_EQ(box.Text(), u"Ber");
+  box.SetText({});
+  box.UserTypes(u"Ber");
+  EXPECT_EQ(box.Text(), u"Ber");
+  box.SetText(u"Be");
+  EXPECT_EQ(box.Text(), u"Be");
+  EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(CompletionTest, ACharacterOutsideTheBasicPlaneIsCompletedWhole) {
+  known = u"\U0001F600\U0001F601ab";
+  box.UserTypes(u"\U0001F600");
+  EXPECT_EQ(box.Text(), known);
+  EXPECT_EQ(box.SelectionStart(), 2);
+  box.SetText({});
+  box.UserChanges(u"\xD83D");  // a display gives the halves one by one
+  box.CompleteTyped();
+  EXPECT_EQ(box.Text(), u"\xD83D");
+}
+
+TEST_F(CompletionTest, ChangeTellsOfTheWholeText) {
+  std::vector<String> told;
+  box.Change = [&] { told.push_back(box.Text()); };
+  Type(u"B");
+  EXPECT_EQ(told.back(), u"Berlin");
+}
+
 }  // namespace
 }  // namespace ktrv::controls
