@@ -1,31 +1,12 @@
 // Prints what the address book lists and requests a picture of each window. For the script host.
-//   scripthost pictures.js CONNECTION LOG FOLDER
-// To request a picture it creates FOLDER/NAME.want; whoever takes the picture deletes the file.
+//   scripthost --with taking.js pictures.js CONNECTION LOG FOLDER
 var kServer = 1, kAdministrator = 1, kShared = 1;
-var connection = WScript.Arguments(0), log = WScript.Arguments(1), folder = WScript.Arguments(2);
+var connection = WScript.Arguments(0), log = WScript.Arguments(1);
 
 function printIndented(title, text) {
   WScript.Echo(title);
   var lines = text.split("\n");
   for (var i = 0; i < lines.length; i++) WScript.Echo("  " + lines[i]);
-}
-
-function take(folder, name) {
-  var files = WScript.CreateObject("Scripting.FileSystemObject");
-  var want = folder + "\\" + name + ".want";
-  files.CreateTextFile(want).Close();
-  while (files.FileExists(want)) WScript.Sleep(20);
-}
-
-/// Requests a picture of the dialog that `operation` opens, after `fill` has filled it. The operation
-/// runs here, or on the user's thread if it is a text.
-function takeDialog(title, name, fill, operation) {
-  var opens = typeof operation == "string" ? operation : "";
-  Player.Play(take.toString() + opens + "var window = Ui.Window('" + title + "'); (" + fill +
-              ")(window); take('" + folder.replace(/\\/g, "\\\\") + "', '" + name +
-              "'); Ui.Close(window); Ui.WaitGone(window);");
-  if (!opens) operation();
-  Player.Wait();
 }
 
 var book = WScript.CreateObject("KTRVAddressBook.clsMain");
