@@ -8,12 +8,14 @@
 #include "benchmarks/LineWork.h"
 #include "benchmarks/ListWork.h"
 #include "benchmarks/Load.h"
+#include "benchmarks/ToolWork.h"
 
 int main(int argc, char** argv) {
   if (argc < 2) {
     std::fputs(
         "usage: benchmarks DATABASE...   (smallest first)\n"
         "       benchmarks --groups DATABASE\n"
+        "       benchmarks --tool DATABASE...\n"
         "       benchmarks --import DATABASE     (its contacts go)\n"
         "       benchmarks --server CONNECTION   (its contacts go)\n"
         "       benchmarks --line CONNECTION     (its rows go)\n",
@@ -23,6 +25,10 @@ int main(int argc, char** argv) {
   try {
     if (argv[1] == std::string_view("--groups") && argc == 3) {
       ktrv::benchmarks::MeasureGroupWork(argv[2]);
+      return 0;
+    }
+    if (argv[1] == std::string_view("--tool") && argc > 2) {
+      ktrv::benchmarks::MeasureToolWork({argv + 2, argv + argc});
       return 0;
     }
     if (argv[1] == std::string_view("--import") && argc == 3) {

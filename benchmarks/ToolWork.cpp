@@ -1,0 +1,100 @@
+#include "benchmarks/ToolWork.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <sstream>
+#include <stdexcept>
+
+#include "benchmarks/ExportFloor.h"
+#include "benchmarks/OdbcFloor.h"
+#include "benchmarks/Table.h"
+#include "benchmarks/Target.h"
+#include "benchmarks/UserInterfaceLoop.h"
+#include "data/ToolQueries.h"
+#include "database/odbc/OdbcDriver.h"
+#include "tool/Check.h"
+#include "tool/Export.h"
+
+namespace ktrv::benchmarks {
+namespace {
+
+constexpr int kRounds = 5;
+
+double Seconds(const std::function<void()>& work) {
+  const auto start = Clock::now();
+  work();
+  return SecondsSince(start);
+}
+
+/// Runs both alternately and adds their medians to the table.
+void Compare(Table& table, const char* what, const std::string& database,
+             const std::function<void()>& product, const std::function<void()>& floor) {
+  std::vector<double> products;
+  std::vector<double> floors;
+  for (int round = 0; round < kRounds; ++round) {
+    floors.push_back(Seconds(floor));
+    products.push_back(Seconds(product));
+  }
+  std::sort(products.begin(), products.end());
+  std::sort(floors.begin(), floors.end());
+  table.Add({what, NameOf(database), Milliseconds(products[kRounds / 2]),
+             Milliseconds(floors[kRounds / 2]), Ratio(products[kRounds / 2], floors[kRounds / 2])});
+}
+
+/// Runs a command as the program does. \return its exit code
+int Run(const std::string& database, const tool::Command& command) {
+  database::OdbcDriver driver;
+  database::Connection connection(
+      {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
+  connection.Open(ConnectionStringOf(database));
+  tool::Book book{connection, data::Dialect::Sql};
+  std::ostringstream out;
+  std::ostringstream messages;
+  std::istringstream in;
+  tool::Console console{out, messages, in};
+  return command(book, console);
+}
+
+void MeasureExport(const std::string& database, Table& table) {
+  const auto file = std::filesystem::temp_directory_path() / "addressbook-benchmark.csv";
+  const auto product = [&] {
+    tool::ExportOptions options;
+    options.Output = file.string();
+    Run(database, [&](tool::Book& book, tool::Console& console) {
+      return tool::Export(options, book, console);
+    });
+  };
+  const std::string query = ToUtf8(data::ToolQueries::kContacts);
+  const auto floor = [&] {
+    ExportByBareOdbc(BareConnectionStringOf(database), query, file.string());
+  };
+  Compare(table, "export all", database, product, floor);
+  std::filesystem::remove(file);
+}
+
+void MeasureCheck(const std::string& database, Table& table) {
+  const auto product = [&] {
+    const int code = Run(database, [](tool::Book& book, tool::Console& console) {
+      return tool::Check({}, book, console);
+    });
+    if (code == tool::ExitCode::Usage) throw std::runtime_error("the check did not run");
+  };
+  const std::string query = ToUtf8(data::ToolQueries::kNumbers);
+  const auto floor = [&] { FetchByBareOdbc(BareConnectionStringOf(database), query); };
+  Compare(table, "check", database, product, floor);
+}
+
+}  // namespace
+
+void MeasureToolWork(const std::vector<std::string>& databases) {
+  Table table({"Console program", "database", "product", "floor", "ratio"});
+  for (const std::string& database : databases) {
+    MeasureExport(database, table);
+    MeasureCheck(database, table);
+  }
+  table.Print();
+}
+
+}  // namespace ktrv::benchmarks
