@@ -137,12 +137,13 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
 
 void BlockWriter::Run(database::Command& command, std::vector<std::vector<Variant>> rows) {
   using database::Command;
-  if (rows.size() > 1) {
+  if (writesTogether_ && rows.size() > 1) {
     auto together = rows;
     switch (command.ExecuteTogether(std::move(together))) {
       case Command::Together::Ran:
         return;
       case Command::Together::CannotRun:
+        writesTogether_ = false;
         break;
       case Command::Together::Undone:
         throw Refused{u"The database refused a row"};

@@ -64,6 +64,7 @@ class BlockWriter {
 
   database::Connection& connection_;
   bool findsIds_;
+  bool writesTogether_ = true;  ///< until it turns out to be unsupported
   database::Command insertContact_;
   database::Command insertMember_;
   std::map<std::int64_t, std::unordered_set<std::int64_t>> members_;  ///< contacts by group
