@@ -19,6 +19,14 @@ inline String NoRows(StringView table) {
   return u"SELECT * FROM " + String(table) + u" WHERE 1 = 2";
 }
 
+/// The operators of the schema that compare an id with this type on their left side.
+inline String SameIdOperators(StringView leftType) {
+  return u"SELECT COUNT(*) FROM PG_OPERATOR O JOIN PG_PROC P ON P.OID = O.OPRCODE "
+         u"JOIN PG_TYPE T ON T.OID = O.OPRLEFT WHERE P.PRONAME = 'sms_ab_same_id' "
+         u"AND PG_OPERATOR_IS_VISIBLE(O.OID) AND T.TYPNAME = '" +
+         String(leftType) + u"'";
+}
+
 inline constexpr StringView kFolders =
     u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS ORDER BY ID";
 inline constexpr StringView kGroups = u"SELECT ID, NAME, FOLDER_ID FROM SMS_ABGROUPS ORDER BY ID";
@@ -84,6 +92,31 @@ inline constexpr StringView kIndexesOfSqlServer =
 inline constexpr StringView kIndexesOfOracle =
     u"SELECT TABLE_NAME, COLUMN_NAME FROM USER_IND_COLUMNS WHERE COLUMN_POSITION = 1";
 
+// What makes it unsafe to create one of the own tables: something has its name in any schema; on
+// engines that hide what the user may not read, also another own table that is in another schema.
+inline String ObstaclesOnSqlite(StringView table) {
+  return u"SELECT COUNT(*) FROM SQLITE_MASTER WHERE UPPER(NAME) = '" + String(table) + u"'";
+}
+/// There a connection reaches only the tables of its database.
+inline String ObstaclesOnMySql(StringView table) {
+  return u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_SCHEMA = DATABASE() AND "
+         u"UPPER(TABLE_NAME) = '" +
+         String(table) + u"'";
+}
+inline String ObstaclesOnPostgreSql(StringView table) {
+  return u"SELECT COUNT(*) FROM PG_CLASS WHERE UPPER(RELNAME) = '" + String(table) + u"'";
+}
+#define KTRV_OWN_TABLES u"('SMS_ABFOLDERS', 'SMS_ABCONTACTS', 'SMS_ABGROUPS', 'SMS_ABGROUPMAPS')"
+inline String ObstaclesOnSqlServer(StringView table) {
+  return u"SELECT COUNT(*) FROM SYS.OBJECTS WHERE UPPER(NAME) = '" + String(table) +
+         u"' OR (UPPER(NAME) IN " KTRV_OWN_TABLES u" AND SCHEMA_ID <> SCHEMA_ID())";
+}
+inline String ObstaclesOnOracle(StringView table) {
+  return u"SELECT COUNT(*) FROM ALL_OBJECTS WHERE UPPER(OBJECT_NAME) = '" + String(table) +
+         u"' OR (UPPER(OBJECT_NAME) IN " KTRV_OWN_TABLES u" AND OWNER <> USER)";
+}
+#undef KTRV_OWN_TABLES
+
 inline constexpr StringView kNumbers =
     u"SELECT ID, FOLDER_ID, COUNTRYCODE, MOBILENO FROM SMS_ABCONTACTS";
 inline constexpr StringView kMemberships =
@@ -102,13 +135,27 @@ inline String LongNames(StringView length) {
   return text;
 }
 
-// Repairs. Parameters: the id and the former folder, both integers.
-inline constexpr StringView kTakeContactOut =
-    u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 0 WHERE ID = ? AND FOLDER_ID = ?";
-inline constexpr StringView kTakeGroupOut =
-    u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 0 WHERE ID = ? AND FOLDER_ID = ?";
-/// Parameters: group (integer), contact (text of 50), type (text of 1).
-inline constexpr StringView kDeleteMembership =
-    u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ? AND CONTACT_ID = ? AND CONTACT_TYPE = ?";
+// Repairs. Each looks again, because others may have saved since the check.
+
+/// Moves a contact or group out of a folder that does not exist or is remote. Parameters: the id
+/// and, twice, the folder, all integers.
+inline String TakeOut(StringView table) {
+  return u"UPDATE " + String(table) +
+         u" SET FOLDER_ID = 0 WHERE ID = ? AND FOLDER_ID = ? AND NOT EXISTS "
+         u"(SELECT 1 FROM SMS_ABFOLDERS WHERE ID = ? AND TYPE <> 'R')";
+}
+/// The same for a row whose folder is null. Parameter: the id.
+inline String TakeOutOfNull(StringView table) {
+  return u"UPDATE " + String(table) + u" SET FOLDER_ID = 0 WHERE ID = ? AND FOLDER_ID IS NULL";
+}
+/// Deletes memberships of a group or contact that does not exist. Parameters: group (integer);
+/// contact (text of 50) and type (text of 1) unless they are null; the id that does not exist
+/// (integer). \param table SMS_ABGROUPS or SMS_ABCONTACTS, where it would be
+inline String DeleteMembership(StringView table, bool contactIsNull, bool typeIsNull) {
+  return String(u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ? AND CONTACT_ID ") +
+         (contactIsNull ? u"IS NULL" : u"= ?") + u" AND CONTACT_TYPE " +
+         (typeIsNull ? u"IS NULL" : u"= ?") + u" AND NOT EXISTS (SELECT 1 FROM " + String(table) +
+         u" WHERE ID = ?)";
+}
 
 }  // namespace ktrv::data::ToolQueries

@@ -14,16 +14,11 @@
 namespace ktrv::tool {
 namespace {
 
-/// The findings on rows come first: their repair is one transaction, and on some engines a CREATE
-/// ends it.
-std::vector<Finding> FindAll(database::Connection& connection, Structure structure) {
+std::vector<Finding> FindAll(database::Connection& connection) {
+  Structure structure = CheckStructure(connection);
   std::vector<Finding> findings = CheckRows(connection, structure);
   std::move(structure.Findings.begin(), structure.Findings.end(), std::back_inserter(findings));
   return findings;
-}
-
-std::vector<Finding> FindAll(database::Connection& connection) {
-  return FindAll(connection, CheckStructure(connection));
 }
 
 void PrintText(const std::vector<Finding>& findings, std::ostream& out) {
@@ -79,41 +74,99 @@ bool IsAgreed(Console& console) {
   return answer.starts_with('y') || answer.starts_with('Y');
 }
 
-/// Appends the rows that a repair removes or changes. \throws Error
-void WriteLost(const std::vector<Finding>& findings, const std::string& name) {
-  std::ofstream file(PathOf(name), std::ios::binary | std::ios::app);
-  for (const Finding& finding : findings) {
-    if (!IsRepairable(finding)) continue;
-    for (const std::string& row : finding.Lost) file << row << '\n';
+/// The file for the rows that a repair removes or changes.
+class FormerRows {
+ public:
+  /// \param name in UTF-8. \throws Error if it cannot be written
+  explicit FormerRows(const std::string& name)
+      : name_(name),
+        isLineOpen_(EndsWithinALine(name)),
+        file_(PathOf(name), std::ios::binary | std::ios::app) {
+    if (!file_) throw CannotWrite();
   }
-  file.close();
-  if (!file) {
-    throw Error(ErrorNumber::DriverFailure,
-                u"The file " + FromUtf8(name) + u" cannot be written; nothing was repaired");
+
+  /// Appends rows. Takes back what it has appended if that fails. \throws Error
+  void Append(const std::vector<std::string>& rows) {
+    std::error_code ignored;
+    const auto size = std::filesystem::file_size(PathOf(name_), ignored);
+    if (isLineOpen_ && !rows.empty()) file_ << '\n';
+    for (const std::string& row : rows) file_ << row << '\n';
+    file_.close();
+    if (file_) return;
+    std::filesystem::resize_file(PathOf(name_), size, ignored);
+    throw CannotWrite();
+  }
+
+ private:
+  static bool EndsWithinALine(const std::string& name) {
+    std::ifstream file(PathOf(name), std::ios::binary);
+    file.seekg(-1, std::ios::end);
+    const int last = file.get();
+    return file && last != '\n';
+  }
+  Error CannotWrite() const {
+    return Error(ErrorNumber::DriverFailure,
+                 u"The file " + FromUtf8(name_) + u" cannot be written; nothing was repaired");
+  }
+
+  std::string name_;
+  bool isLineOpen_;
+  std::ofstream file_;
+};
+
+void TellRepaired(const Finding& finding, const Mended& mended, Console& console) {
+  console.Messages << "repaired " << finding.Code << ": " << mended.Count << '\n';
+}
+
+void RepairRows(const CheckOptions& options, const Structure& structure, Book& book,
+                Console& console) {
+  database::Transaction transaction(book.Connection);
+  // Again: somebody may have worked since the question.
+  std::vector<Finding> findings = CheckRows(book.Connection, structure);
+  std::erase_if(findings, [](const Finding& finding) { return !IsRepairable(finding); });
+  if (findings.empty()) return;
+  FormerRows file(options.Removed);
+  std::vector<Mended> mended(findings.size());
+  std::vector<std::string> former;
+  const auto collect = [&] {
+    for (Mended& each : mended) std::ranges::move(each.Former, std::back_inserter(former));
+  };
+  try {
+    for (std::size_t at = 0; at < findings.size(); ++at) {
+      findings[at].Mend(book.Connection, mended[at]);
+    }
+  } catch (...) {
+    if (!transaction.RollBack()) {
+      collect();
+      file.Append(former);
+    }
+    throw;
+  }
+  collect();
+  file.Append(former);
+  transaction.Commit();
+  for (std::size_t at = 0; at < findings.size(); ++at) {
+    TellRepaired(findings[at], mended[at], console);
+  }
+  if (!former.empty()) console.Messages << "the former rows are in " << options.Removed << '\n';
+}
+
+void RepairStructure(const Structure& structure, Book& book, Console& console) {
+  for (const Finding& finding : structure.Findings) {
+    if (!IsRepairable(finding)) continue;
+    database::Transaction transaction(book.Connection);
+    Mended mended;
+    finding.Mend(book.Connection, mended);
+    transaction.Commit();
+    TellRepaired(finding, mended, console);
   }
 }
 
 void Repair(const CheckOptions& options, Book& book, Console& console) {
-  // Before the transaction: some engines end it when a table is missing.
-  Structure structure = CheckStructure(book.Connection);
-  database::Transaction transaction(book.Connection);
-  // Again: somebody may have worked since the question.
-  const std::vector<Finding> findings = FindAll(book.Connection, std::move(structure));
-  const bool anyLost = std::any_of(findings.begin(), findings.end(),
-                                   [](const Finding& finding) { return !finding.Lost.empty(); });
-  if (anyLost) WriteLost(findings, options.Removed);
-  for (const Finding& finding : findings) {
-    if (IsRepairable(finding)) finding.Mend(book.Connection);
-  }
-  transaction.Commit();
-  for (const Finding& finding : findings) {
-    if (IsRepairable(finding)) {
-      console.Messages << "repaired " << finding.Code << ": " << finding.Count << '\n';
-    }
-  }
-  if (anyLost) {
-    console.Messages << "the former rows are in " << options.Removed << '\n';
-  }
+  // Before the rows' transaction: some engines end it when a table is missing, or by a CREATE.
+  const Structure structure = CheckStructure(book.Connection);
+  RepairRows(options, structure, book, console);
+  RepairStructure(structure, book, console);
 }
 
 }  // namespace

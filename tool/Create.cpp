@@ -41,7 +41,7 @@ int Create(const CreateOptions& options, Book& book, Console& console) {
   }
   RefuseExisting(tables, book.Connection);
   database::Transaction transaction(book.Connection);
-  for (const String& statement : statements) book.Connection.Execute(statement);
+  RunSchema(statements, book.Connection);
   transaction.Commit();
   for (const StringView table : tables) console.Messages << "created " << ToUtf8(table) << '\n';
   return ExitCode::Done;

@@ -40,10 +40,11 @@ std::vector<Folder> ReadFolders(database::Connection& connection) {
   std::vector<Folder> folders;
   Query query(connection, Queries::kFolders);
   while (query.Next()) {
-    const StringView type = query.Text(2);
-    if (type != u"S" && type != u"R") continue;
+    const StringView type = Trim(query.Text(2));
+    const bool isRemote = EqualsIgnoringCase(type, u"R");
+    if (!isRemote && !EqualsIgnoringCase(type, u"S")) continue;
     folders.push_back(
-        {String(query.Text(0)), String(query.Text(1)), type == u"R", String(query.Text(3))});
+        {String(query.Text(0)), String(query.Text(1)), isRemote, String(query.Text(3))});
   }
   std::stable_partition(folders.begin(), folders.end(),
                         [](const Folder& folder) { return !folder.IsRemote; });

@@ -10,6 +10,12 @@
 
 namespace ktrv::tool {
 
+/// What a repair did.
+struct Mended {
+  std::int64_t Count = 0;           ///< rows or parts that it changed
+  std::vector<std::string> Former;  ///< rows that it removed or changed, as JSON objects in UTF-8
+};
+
 /// One kind of thing that is wrong with an address book.
 struct Finding {
   std::string Code{};  ///< for scripts: "group-in-missing-folder"
@@ -19,10 +25,9 @@ struct Finding {
   std::int64_t Count = 0;          ///< rows or parts that are concerned
   std::vector<String> Examples{};  ///< the first of them
 
-  /// Rows that a repair removes or changes, as JSON objects in UTF-8.
-  std::vector<std::string> Lost{};
-  /// Repairs it on the connection, which is in a transaction. Null if Repair is empty.
-  std::function<void(database::Connection&)> Mend{};
+  /// Repairs it on the connection, which is in a transaction; also if it throws, it has told what
+  /// it did. Null if Repair is empty. \throws Error
+  std::function<void(database::Connection&, Mended&)> Mend{};
 
   /// Counts one more; keeps the first examples.
   void Add(const String& example) {

@@ -1,13 +1,14 @@
 #include "tool/RowCheck.h"
 
 #include <algorithm>
-#include <map>
+#include <cmath>
+#include <optional>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "common/Variant.h"
 #include "data/ToolQueries.h"
 #include "database/Command.h"
-#include "tool/Directory.h"
 #include "tool/JsonText.h"
 #include "tool/PhoneNumber.h"
 #include "tool/Query.h"
@@ -23,49 +24,106 @@ constexpr std::size_t kPlaceLimit = 100;  ///< of a folder's or group's name
 /// A row to take out of its folder.
 struct Misplaced {
   std::int64_t Id;
-  std::int64_t FolderId;
+  std::optional<std::int64_t> FolderId;
 };
 
 struct Membership {
   std::int64_t GroupId;
-  String ContactId;
-  String Type;
+  std::optional<String> ContactId;
+  std::optional<String> Type;
 };
+
+/// What a row's FOLDER_ID is.
+enum class Place { Shown, Missing, Remote, Other };
 
 String Quoted(StringView text) {
   return u"\"" + String(text) + u"\"";
 }
 
+String Shown(const std::optional<String>& text) {
+  return text.value_or(u"null");
+}
+
+/// An id as the databases compare it: "500 " and "5E2" are 500. nullopt: not a whole number.
+std::optional<std::int64_t> IdOf(StringView text) {
+  constexpr double kExact = 9007199254740992;
+  const StringView trimmed = Trim(text);
+  if (const auto number = ParseInteger(trimmed)) return number;
+  const auto number = ParseNumber(trimmed);
+  if (!number || std::abs(*number) > kExact || std::trunc(*number) != *number) return std::nullopt;
+  return static_cast<std::int64_t>(*number);
+}
+
 /// {"table": ..., "column": ..., ...}
 std::string JsonOf(StringView table,
-                   std::initializer_list<std::pair<const char*, StringView>> cells) {
+                   std::initializer_list<std::pair<const char*, std::optional<StringView>>> cells) {
   std::string json = "{\"table\": ";
   AppendJson(json, table);
   for (const auto& [name, value] : cells) {
     json.append(", \"").append(name).append("\": ");
-    AppendJson(json, value);
+    AppendJsonOrNull(json, value);
   }
   return json + '}';
 }
 
-void TakeOut(StringView text, const std::vector<Misplaced>& rows,
-             database::Connection& connection) {
-  database::Command command;
-  command.SetActiveConnection(&connection);
-  command.SetCommandText(String(text));
-  command.Append(u"ID", database::DataType::Integer);
-  command.Append(u"FOLDER_ID", database::DataType::Integer);
-  for (const Misplaced& row : rows) command.Execute({row.Id, row.FolderId});
+/// Executes the command for a row. \param former the row before
+void Mend(database::Command& command, std::vector<Variant> values, std::string former,
+          Mended& mended) {
+  command.Execute(std::move(values));
+  const std::int64_t rows = command.RecordsAffected();
+  if (rows == 0) return;
+  mended.Count += std::max<std::int64_t>(rows, 1);  // -1: the driver cannot tell
+  mended.Former.push_back(std::move(former));
 }
 
-void DeleteMemberships(const std::vector<Membership>& rows, database::Connection& connection) {
+void TakeOut(StringView table, const std::vector<Misplaced>& rows, database::Connection& connection,
+             Mended& mended) {
+  database::Command known;
+  known.SetActiveConnection(&connection);
+  known.SetCommandText(Queries::TakeOut(table));
+  known.Append(u"ID", database::DataType::Integer);
+  known.Append(u"FOLDER_ID", database::DataType::Integer);
+  known.Append(u"FOLDER", database::DataType::Integer);
+  database::Command null;
+  null.SetActiveConnection(&connection);
+  null.SetCommandText(Queries::TakeOutOfNull(table));
+  null.Append(u"ID", database::DataType::Integer);
+  for (const Misplaced& row : rows) {
+    const String id = ToDecimal(row.Id);
+    if (row.FolderId) {
+      Mend(known, {row.Id, *row.FolderId, *row.FolderId},
+           JsonOf(table, {{"ID", id}, {"FOLDER_ID", ToDecimal(*row.FolderId)}}), mended);
+    } else {
+      Mend(null, {row.Id}, JsonOf(table, {{"ID", id}, {"FOLDER_ID", std::nullopt}}), mended);
+    }
+  }
+}
+
+/// Deletes those of the memberships that have a null contact or type as told.
+void DeleteMemberships(StringView table, const std::vector<Membership>& rows, bool contactIsNull,
+                       bool typeIsNull, database::Connection& connection, Mended& mended) {
+  const bool ofGroup = table == u"SMS_ABGROUPS";
   database::Command command;
   command.SetActiveConnection(&connection);
-  command.SetCommandText(String(Queries::kDeleteMembership));
+  command.SetCommandText(Queries::DeleteMembership(table, contactIsNull, typeIsNull));
   command.Append(u"GROUP_ID", database::DataType::Integer);
-  command.Append(u"CONTACT_ID", database::DataType::VarWChar, 50);
-  command.Append(u"CONTACT_TYPE", database::DataType::VarWChar, 1);
-  for (const Membership& row : rows) command.Execute({row.GroupId, row.ContactId, row.Type});
+  if (!contactIsNull) command.Append(u"CONTACT_ID", database::DataType::VarWChar, 50);
+  if (!typeIsNull) command.Append(u"CONTACT_TYPE", database::DataType::VarWChar, 1);
+  command.Append(u"ID", database::DataType::Integer);
+  for (const Membership& row : rows) {
+    if (!row.ContactId != contactIsNull || !row.Type != typeIsNull) continue;
+    const auto missing = ofGroup ? row.GroupId : IdOf(row.ContactId.value_or(String()));
+    if (!missing) continue;
+    std::vector<Variant> values{row.GroupId};
+    if (!contactIsNull) values.emplace_back(*row.ContactId);
+    if (!typeIsNull) values.emplace_back(*row.Type);
+    values.emplace_back(*missing);
+    Mend(command, std::move(values),
+         JsonOf(u"SMS_ABGROUPMAPS", {{"GROUP_ID", ToDecimal(row.GroupId)},
+                                     {"CONTACT_ID", row.ContactId},
+                                     {"CONTACT_TYPE", row.Type}}),
+         mended);
+  }
 }
 
 /// The check of all rows, table by table.
@@ -91,9 +149,15 @@ class RowChecks {
   }
 
   void CheckFolders() {
-    for (const Folder& folder : ReadFolders(connection_)) {
-      (folder.IsRemote ? remoteFolders_ : sharedFolders_).insert(folder.Id);
-      CheckLength(u"folder", folder.Id, folder.Name, kPlaceLimit);
+    Query query(connection_, Queries::kFolders);
+    while (query.Next()) {
+      CheckLength(u"folder", query.Text(0), query.Text(1), kPlaceLimit);
+      const auto id = IdOf(query.Text(0));
+      if (!id) continue;
+      const StringView type = Trim(query.Text(2));
+      folders_[*id] = EqualsIgnoringCase(type, u"S")   ? Place::Shown
+                      : EqualsIgnoringCase(type, u"R") ? Place::Remote
+                                                       : Place::Other;
     }
   }
 
@@ -105,18 +169,35 @@ class RowChecks {
     Finding remote = gone;
     remote.Code = "group-in-remote-folder";
     remote.What = u"Groups are in remote folders";
+    Finding other{.Code = "group-in-other-folder",
+                  .What = u"Groups are in folders that are neither shared nor remote",
+                  .Causes = gone.Causes};
     std::vector<Misplaced> goneRows;
     std::vector<Misplaced> remoteRows;
-    for (const Group& group : ReadGroups(connection_)) {
-      groups_.insert(group.Id);
-      CheckLength(u"group", group.Id, group.Name, kPlaceLimit);
-      if (!hasFolders_ || IsPlace(group.FolderId)) continue;
-      const bool isRemote = remoteFolders_.contains(group.FolderId);
-      Note(isRemote ? remote : gone, isRemote ? remoteRows : goneRows, u"SMS_ABGROUPS", u"group ",
-           group.Id, group.FolderId);
+    Query query(connection_, Queries::kGroups);
+    while (query.Next()) {
+      const StringView id = query.Text(0);
+      const auto number = IdOf(id);
+      if (number) groups_.insert(*number);
+      CheckLength(u"group", id, query.Text(1), kPlaceLimit);
+      const auto folder = query.Cell(2);
+      switch (PlaceOf(folder)) {
+        case Place::Shown:
+          break;
+        case Place::Missing:
+          Note(gone, goneRows, u"group ", id, folder);
+          break;
+        case Place::Remote:
+          Note(remote, remoteRows, u"group ", id, folder);
+          break;
+        case Place::Other:
+          NoteExample(other, u"group ", id, folder);
+          break;
+      }
     }
-    Finish(std::move(gone), std::move(goneRows), Queries::kTakeGroupOut);
-    Finish(std::move(remote), std::move(remoteRows), Queries::kTakeGroupOut);
+    Finish(std::move(gone), std::move(goneRows), u"SMS_ABGROUPS");
+    Finish(std::move(remote), std::move(remoteRows), u"SMS_ABGROUPS");
+    Keep(std::move(other));
   }
 
   void CheckContacts() {
@@ -127,31 +208,33 @@ class RowChecks {
     Finding undialled{.Code = "undialable-number",
                       .What = u"Contacts have a mobile number that cannot be dialled",
                       .Causes = u"Messages to them fail."};
+    Finding other{.Code = "contact-in-other-folder",
+                  .What = u"Contacts are in folders that are neither shared nor remote",
+                  .Causes = gone.Causes};
     std::vector<Misplaced> goneRows;
     std::vector<std::pair<std::uint64_t, std::int64_t>> numbers;  // key and id
-    String lastFolder = u"0";
-    bool lastIsPlace = true;
     Query query(connection_, Queries::kNumbers);
     while (query.Next()) {
       const StringView id = query.Text(0);
-      const auto number = ParseInteger(id).value_or(0);
-      contacts_.push_back(number);
-      if (query.Text(1) != lastFolder) {
-        lastFolder = query.Text(1);
-        lastIsPlace = IsPlace(lastFolder);
-      }
-      if (hasFolders_ && !lastIsPlace) {
-        Note(gone, goneRows, u"SMS_ABCONTACTS", u"contact ", id, lastFolder);
+      const auto number = IdOf(id);
+      if (number) contacts_.push_back(*number);
+      const auto folder = query.Cell(1);
+      const Place place = PlaceOf(folder);
+      if (place == Place::Other) {
+        NoteExample(other, u"contact ", id, folder);
+      } else if (place != Place::Shown) {
+        Note(gone, goneRows, u"contact ", id, folder);
       }
       const StringView mobile = query.Text(3);
       if (const StringView why = NotDialled(mobile); !why.empty()) {
         undialled.Add(u"contact " + String(id) + u": " + Quoted(mobile) + u", " + String(why));
-      } else {
-        numbers.emplace_back(NumberKey(query.Text(2), mobile), number);
+      } else if (number) {
+        numbers.emplace_back(NumberKey(query.Text(2), mobile), *number);
       }
     }
     std::sort(contacts_.begin(), contacts_.end());
-    Finish(std::move(gone), std::move(goneRows), Queries::kTakeContactOut);
+    Finish(std::move(gone), std::move(goneRows), u"SMS_ABCONTACTS");
+    Keep(std::move(other));
     Keep(std::move(undialled));
     CheckNumbers(numbers);
     CheckNames();
@@ -201,34 +284,37 @@ class RowChecks {
     std::vector<Membership> remoteRows;
     Query query(connection_, Queries::kMemberships);
     while (query.Next()) {
-      const StringView group = query.Text(0);
-      const StringView contact = query.Text(1);
-      const StringView type = query.Text(2);
-      const Membership row{ParseInteger(group).value_or(0), String(contact), String(type)};
-      if (structure_.Has(u"SMS_ABGROUPS") && !groups_.contains(String(group))) {
+      const auto group = IdOf(query.Text(0));
+      if (!group) continue;
+      const auto contact = query.Cell(1);
+      const auto type = query.Cell(2);
+      const Membership row{*group, contact ? std::optional<String>(*contact) : std::nullopt,
+                           type ? std::optional<String>(*type) : std::nullopt};
+      const StringView kind = Trim(query.Text(2));
+      if (structure_.Has(u"SMS_ABGROUPS") && !groups_.contains(*group)) {
         Note(noGroup, groupRows, row);
-      } else if (type == u"S" && structure_.Has(u"SMS_ABCONTACTS") && !IsContact(contact)) {
+      } else if (kind == u"S" && structure_.Has(u"SMS_ABCONTACTS") && IsGone(query.Text(1))) {
         Note(noContact, contactRows, row);
-      } else if (type == u"R" && hasRemote) {
+      } else if (kind == u"R" && contact && hasRemote) {
         remoteRows.push_back(row);
       }
     }
     const std::unordered_set<String> codes =
         remoteRows.empty() ? std::unordered_set<String>{} : RemoteCodes();
     for (const Membership& row : remoteRows) {
-      if (!codes.contains(row.ContactId)) {
-        noRemote.Add(u"group " + ToDecimal(row.GroupId) + u", remote contact " + row.ContactId);
+      if (!codes.contains(String(Trim(*row.ContactId)))) {
+        noRemote.Add(u"group " + ToDecimal(row.GroupId) + u", remote contact " + *row.ContactId);
       }
     }
-    Finish(std::move(noGroup), std::move(groupRows));
-    Finish(std::move(noContact), std::move(contactRows));
+    Finish(std::move(noGroup), std::move(groupRows), u"SMS_ABGROUPS");
+    Finish(std::move(noContact), std::move(contactRows), u"SMS_ABCONTACTS");
     Keep(std::move(noRemote));
   }
 
   std::unordered_set<String> RemoteCodes() {
     std::unordered_set<String> codes;
     Query query(connection_, Queries::kRemoteCodes);
-    while (query.Next()) codes.emplace(query.Text(0));
+    while (query.Next()) codes.emplace(Trim(query.Text(0)));
     return codes;
   }
 
@@ -254,12 +340,18 @@ class RowChecks {
     Keep(std::move(unknown));
   }
 
-  bool IsPlace(const String& folderId) const {
-    return folderId == u"0" || sharedFolders_.contains(folderId);
+  Place PlaceOf(std::optional<StringView> folderId) const {
+    if (!hasFolders_) return Place::Shown;
+    if (!folderId) return Place::Missing;
+    const auto number = IdOf(*folderId);
+    if (!number || *number == 0) return Place::Shown;
+    const auto folder = folders_.find(*number);
+    return folder == folders_.end() ? Place::Missing : folder->second;
   }
-  bool IsContact(StringView id) const {
-    const auto number = ParseInteger(id);
-    return number && std::binary_search(contacts_.begin(), contacts_.end(), *number);
+  /// Whether there is no contact with the id; false for an id that only the database can compare.
+  bool IsGone(StringView id) const {
+    const auto number = IdOf(id);
+    return number && !std::binary_search(contacts_.begin(), contacts_.end(), *number);
   }
 
   void CheckLength(StringView kind, StringView id, StringView name, std::size_t limit) {
@@ -268,33 +360,38 @@ class RowChecks {
               ToDecimal(static_cast<std::int64_t>(name.size())) + u" characters");
   }
 
-  static void Note(Finding& finding, std::vector<Misplaced>& rows, StringView table,
-                   StringView kind, StringView id, StringView folderId) {
-    finding.Add(String(kind) + String(id) + u" in folder " + String(folderId));
-    finding.Lost.push_back(JsonOf(table, {{"ID", id}, {"FOLDER_ID", folderId}}));
-    const auto number = ParseInteger(id);
-    const auto folder = ParseInteger(folderId);
-    if (number && folder) rows.push_back({*number, *folder});
+  static void NoteExample(Finding& finding, StringView kind, StringView id,
+                          std::optional<StringView> folderId) {
+    finding.Add(String(kind) + String(id) + u" in folder " + String(folderId.value_or(u"null")));
+  }
+  static void Note(Finding& finding, std::vector<Misplaced>& rows, StringView kind, StringView id,
+                   std::optional<StringView> folderId) {
+    NoteExample(finding, kind, id, folderId);
+    const auto number = IdOf(id);
+    if (number) rows.push_back({*number, folderId ? IdOf(*folderId) : std::nullopt});
   }
 
   static void Note(Finding& finding, std::vector<Membership>& rows, const Membership& row) {
-    const String group = ToDecimal(row.GroupId);
-    finding.Add(u"group " + group + u", contact " + row.ContactId);
-    finding.Lost.push_back(
-        JsonOf(u"SMS_ABGROUPMAPS",
-               {{"GROUP_ID", group}, {"CONTACT_ID", row.ContactId}, {"CONTACT_TYPE", row.Type}}));
+    finding.Add(u"group " + ToDecimal(row.GroupId) + u", contact " + Shown(row.ContactId));
     rows.push_back(row);
   }
 
-  void Finish(Finding&& finding, std::vector<Misplaced>&& rows, StringView text) {
-    finding.Mend = [rows = std::move(rows), text](database::Connection& connection) {
-      TakeOut(text, rows, connection);
+  void Finish(Finding&& finding, std::vector<Misplaced>&& rows, StringView table) {
+    finding.Mend = [rows = std::move(rows), table](database::Connection& connection,
+                                                   Mended& mended) {
+      TakeOut(table, rows, connection, mended);
     };
     Keep(std::move(finding));
   }
-  void Finish(Finding&& finding, std::vector<Membership>&& rows) {
-    finding.Mend = [rows = std::move(rows)](database::Connection& connection) {
-      DeleteMemberships(rows, connection);
+  /// \param table of what is missing
+  void Finish(Finding&& finding, std::vector<Membership>&& rows, StringView table) {
+    finding.Mend = [rows = std::move(rows), table](database::Connection& connection,
+                                                   Mended& mended) {
+      for (const bool contactIsNull : {false, true}) {
+        for (const bool typeIsNull : {false, true}) {
+          DeleteMemberships(table, rows, contactIsNull, typeIsNull, connection, mended);
+        }
+      }
     };
     Keep(std::move(finding));
   }
@@ -303,9 +400,8 @@ class RowChecks {
   const Structure& structure_;
   std::vector<Finding> findings_;
   bool hasFolders_ = false;
-  std::unordered_set<String> sharedFolders_;
-  std::unordered_set<String> remoteFolders_;
-  std::unordered_set<String> groups_;
+  std::unordered_map<std::int64_t, Place> folders_;
+  std::unordered_set<std::int64_t> groups_;
   std::vector<std::int64_t> contacts_;  ///< ids, sorted
   Finding long_{.Code = "long-name",
                 .What = u"Names are longer than their editor takes",

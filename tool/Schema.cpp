@@ -3,6 +3,8 @@
 #include <string_view>
 
 #include "common/Error.h"
+#include "data/ToolQueries.h"
+#include "tool/Query.h"
 #include "tool/SchemaScripts.h"
 
 namespace ktrv::tool {
@@ -65,10 +67,35 @@ std::vector<String> Split(std::string_view script) {
   return statements;
 }
 
+/// Whether the statement creates an operator of PostgreSQL that is there; it has no text for that.
+bool IsOperatorThere(StringView statement, database::Connection& connection) {
+  if (statement.find(u"CREATE OPERATOR ") == StringView::npos) return false;
+  const bool ofText = statement.find(u"LEFTARG = TEXT") != StringView::npos;
+  return CountOf(connection, data::ToolQueries::SameIdOperators(ofText ? u"text" : u"int4")) > 0;
+}
+
 }  // namespace
 
 std::vector<String> SchemaStatements(database::Engine engine) {
   return Split(ScriptsOf(engine).Own);
+}
+
+std::vector<String> StatementsOfTable(database::Engine engine, StringView table) {
+  constexpr StringView kCreate = u"CREATE TABLE ";
+  const String create = String(kCreate) + String(table) + u" ";
+  std::vector<String> statements;
+  bool isIn = false;
+  for (String& statement : SchemaStatements(engine)) {
+    if (statement.find(kCreate) != String::npos) isIn = statement.find(create) != String::npos;
+    if (isIn) statements.push_back(std::move(statement));
+  }
+  return statements;
+}
+
+void RunSchema(const std::vector<String>& statements, database::Connection& connection) {
+  for (const String& statement : statements) {
+    if (!IsOperatorThere(statement, connection)) connection.Execute(statement);
+  }
 }
 
 std::vector<String> HostSchemaStatements(database::Engine engine) {

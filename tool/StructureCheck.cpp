@@ -44,17 +44,42 @@ bool IsOwn(StringView table) {
          Queries::kOwnTables.end();
 }
 
-Finding MissingTable(StringView table, Engine engine) {
+/// The query that counts what makes it unsafe to create the table; empty for an unknown engine.
+String ObstacleQuery(StringView table, Engine engine) {
+  switch (engine) {
+    case Engine::Sqlite:
+      return Queries::ObstaclesOnSqlite(table);
+    case Engine::MySql:
+      return Queries::ObstaclesOnMySql(table);
+    case Engine::PostgreSql:
+      return Queries::ObstaclesOnPostgreSql(table);
+    case Engine::SqlServer:
+      return Queries::ObstaclesOnSqlServer(table);
+    case Engine::Oracle:
+      return Queries::ObstaclesOnOracle(table);
+    case Engine::Other:
+      break;
+  }
+  return {};
+}
+
+/// Whether the table is not there, rather than locked, forbidden or in another schema: an empty one
+/// in its place would make all rows that refer to it look wrong.
+bool CanBeCreated(StringView table, database::Connection& connection) {
+  const String query = ObstacleQuery(table, EngineOf(connection));
+  return IsOwn(table) && !query.empty() && CountOf(connection, query) == 0;
+}
+
+Finding MissingTable(StringView table, database::Connection& connection) {
   Finding finding{.Code = "missing-table",
                   .What = u"The table " + String(table) + u" is missing or cannot be read",
                   .Causes = u"Lists and editors that need it fail.",
                   .Count = 1};
-  if (!IsOwn(table) || engine == Engine::Other) return finding;
+  if (!CanBeCreated(table, connection)) return finding;
   finding.Repair = u"creates it, empty, with its indexes";
-  finding.Mend = [table, engine](database::Connection& connection) {
-    for (const String& statement : SchemaStatements(engine)) {
-      if (statement.find(table) != String::npos) connection.Execute(statement);
-    }
+  finding.Mend = [table](database::Connection& on, Mended& mended) {
+    RunSchema(StatementsOfTable(EngineOf(on), table), on);
+    ++mended.Count;
   };
   return finding;
 }
@@ -66,7 +91,7 @@ void CheckColumns(database::Connection& connection, Structure& structure) {
   for (const auto& [table, columns] : Queries::Columns()) {
     const auto present = ColumnsOf(table, connection);
     if (!present) {
-      structure.Findings.push_back(MissingTable(table, EngineOf(connection)));
+      structure.Findings.push_back(MissingTable(table, connection));
       continue;
     }
     bool complete = true;
@@ -115,7 +140,10 @@ void CheckIndexes(database::Connection& connection, Structure& structure) {
          .Causes = u"Lists become slower with every row.",
          .Repair = u"creates " + String(index.Name),
          .Count = 1,
-         .Mend = [&index](database::Connection& on) { on.Execute(Queries::CreateIndex(index)); }});
+         .Mend = [&index](database::Connection& on, Mended& mended) {
+           on.Execute(Queries::CreateIndex(index));
+           ++mended.Count;
+         }});
   }
 }
 

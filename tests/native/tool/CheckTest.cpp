@@ -64,6 +64,23 @@ class CheckOnDatabaseTest : public ToolFixture {
     EXPECT_THAT(Output(), AllOf(HasSubstr("\"code\": \"" + code + "\""), HasSubstr(example)));
     EXPECT_EQ(Output().find("\"code\""), Output().rfind("\"code\"")) << Output();
   }
+  static bool IsOn(std::string_view engine) {
+    const char* chosen = std::getenv("KTRV_TEST_ENGINE");
+    return chosen && chosen == engine;
+  }
+  void DropIndexOfFolder() {
+    Database.Run({IsOn("mariadb") ? u"DROP INDEX IX_SMS_ABCONTACTS_FOLDER ON SMS_ABCONTACTS"
+                                  : u"DROP INDEX IX_SMS_ABCONTACTS_FOLDER"});
+  }
+  /// Leaves the table of memberships in the database, but not for the component to read.
+  void HideMemberships() {
+    if (IsOn("postgresql")) {
+      return Database.Run(
+          {u"CREATE SCHEMA ELSEWHERE", u"ALTER TABLE SMS_ABGROUPMAPS SET SCHEMA ELSEWHERE"});
+    }
+    Database.Run({u"CREATE TABLE HIDDEN (GROUP_ID INTEGER)", u"DROP TABLE SMS_ABGROUPMAPS",
+                  u"CREATE VIEW SMS_ABGROUPMAPS AS SELECT * FROM HIDDEN", u"DROP TABLE HIDDEN"});
+  }
   int Repair() { return Run({"check", "--repair", "--yes", "--removed", removed_}); }
   std::string Removed() const {
     std::ifstream file(removed_, std::ios::binary);
@@ -142,10 +159,7 @@ TEST_F(CheckOnDatabaseTest, FindsTheSameNumberWrittenDifferently) {
 }
 
 TEST_F(CheckOnDatabaseTest, FindsAnIndexThatIsMissingAndCreatesIt) {
-  const char* engine = std::getenv("KTRV_TEST_ENGINE");
-  const bool onTable = engine && std::string_view(engine) == "mariadb";
-  Database.Run({onTable ? u"DROP INDEX IX_SMS_ABCONTACTS_FOLDER ON SMS_ABCONTACTS"
-                        : u"DROP INDEX IX_SMS_ABCONTACTS_FOLDER"});
+  DropIndexOfFolder();
   ExpectOnly("missing-index", "SMS_ABCONTACTS.FOLDER_ID");
   EXPECT_EQ(Repair(), 0) << Messages.str();
 }
@@ -155,6 +169,58 @@ TEST_F(CheckOnDatabaseTest, FindsATableThatIsMissingAndCreatesIt) {
   ExpectOnly("missing-table", "SMS_ABGROUPMAPS");
   EXPECT_EQ(Repair(), 0) << Messages.str();
   EXPECT_THAT(Database.Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS"), ElementsAre(u"0"));
+}
+
+TEST_F(CheckOnDatabaseTest, CreatesWithATableWhatItsQueriesNeed) {
+  Database.Run({u"DROP TABLE SMS_ABGROUPMAPS"});
+  if (IsOn("postgresql")) {
+    Database.Run({u"DROP FUNCTION SMS_AB_SAME_ID(INTEGER, TEXT) CASCADE",
+                  u"DROP FUNCTION SMS_AB_SAME_ID(TEXT, INTEGER) CASCADE"});
+  }
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_EQ(Run({"export", "--group", "Night"}), 0) << Messages.str();
+}
+
+TEST_F(CheckOnDatabaseTest, LeavesATableThatIsThereButCannotBeRead) {
+  HideMemberships();
+  ExpectOnly("missing-table", "\"repair\": null");
+  EXPECT_EQ(Repair(), 1) << Messages.str();
+  EXPECT_THAT(Messages.str(), Not(HasSubstr("repaired")));
+}
+
+TEST_F(CheckOnDatabaseTest, KnowsAContactHoweverItsIdIsWritten) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '1 ', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '1.0', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '2x', 'S')"});
+  EXPECT_EQ(Run({"check"}), 0) << Output();
+}
+
+TEST_F(CheckOnDatabaseTest, LeavesWhatIsInAFolderOfAnotherType) {
+  Database.Run({u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (3, 'L', 'Mine')",
+                u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 3 WHERE ID = 2"});
+  ExpectOnly("contact-in-other-folder", "contact 2 in folder 3");
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 3"});
+  EXPECT_EQ(Repair(), 1) << Messages.str();
+  EXPECT_THAT(Output(), HasSubstr("group 1 in folder 3"));
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABCONTACTS ORDER BY ID"),
+              ElementsAre(u"0", u"3"));
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"3"));
+}
+
+TEST_F(CheckOnDatabaseTest, KnowsAFolderInWhateverCaseItsTypeIs) {
+  Database.Run({u"UPDATE SMS_ABFOLDERS SET TYPE = 's' WHERE ID = 1"});
+  EXPECT_EQ(Run({"check"}), 0) << Output();
+}
+
+TEST_F(CheckOnDatabaseTest, TellsWhatWasRepairedBeforeAFailure) {
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77"});
+  DropIndexOfFolder();
+  Database.Run({u"CREATE INDEX IX_SMS_ABCONTACTS_FOLDER ON SMS_ABCONTACTS (LNAME)"});
+  EXPECT_EQ(Repair(), 1);
+  EXPECT_THAT(Messages.str(), HasSubstr("repaired group-in-missing-folder: 1\n"));
+  EXPECT_THAT(Messages.str(), HasSubstr("the former rows are in"));
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"0"));
 }
 
 TEST_F(CheckOnDatabaseTest, FindsAColumnThatIsMissing) {
@@ -211,6 +277,55 @@ TEST_F(CheckTest, RepairsAllOrNothing) {
   EXPECT_EQ(Repair(), 1);
   EXPECT_THAT(Messages.str(), HasSubstr("kept"));
   EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"77"));
+  EXPECT_THAT(Removed(), IsEmpty());
+}
+
+TEST_F(CheckTest, LeavesWhatSomebodySavedSinceItWasRead) {
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77",
+                u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 78 WHERE ID = 2",
+                u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) "
+                u"VALUES (1, '99', 'S')",
+                u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) "
+                u"VALUES (9, '1', 'S')",
+                u"CREATE TRIGGER SAVED AFTER UPDATE ON SMS_ABGROUPS BEGIN "
+                u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (78, 'S', 'New'); "
+                u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME, MOBILENO) "
+                u"VALUES (99, 0, 'New', '5551'); "
+                u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'New'); END"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABCONTACTS WHERE ID = 2"),
+              ElementsAre(u"78"));
+  EXPECT_THAT(Database.Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS"), ElementsAre(u"4"));
+  EXPECT_EQ(Removed(), "{\"table\": \"SMS_ABGROUPS\", \"ID\": \"1\", \"FOLDER_ID\": \"77\"}\n");
+  EXPECT_THAT(Messages.str(), HasSubstr("repaired membership-of-missing-contact: 0\n"));
+}
+
+TEST_F(CheckTest, RepairsRowsWithNulls) {
+  Database.Run({u"DROP TABLE SMS_ABGROUPMAPS", u"DROP TABLE SMS_ABGROUPS",
+                u"CREATE TABLE SMS_ABGROUPS (ID INTEGER PRIMARY KEY AUTOINCREMENT, NAME TEXT, "
+                u"FOLDER_ID INTEGER)",
+                u"CREATE TABLE SMS_ABGROUPMAPS (GROUP_ID INTEGER, CONTACT_ID TEXT, "
+                u"CONTACT_TYPE TEXT)",
+                u"CREATE INDEX G1 ON SMS_ABGROUPS (NAME)",
+                u"CREATE INDEX G2 ON SMS_ABGROUPS (FOLDER_ID)",
+                u"CREATE INDEX M1 ON SMS_ABGROUPMAPS (GROUP_ID)",
+                u"CREATE INDEX M2 ON SMS_ABGROUPMAPS (CONTACT_ID)",
+                u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (1, 'Night')",
+                u"INSERT INTO SMS_ABGROUPMAPS VALUES (9, '1', NULL)",
+                u"INSERT INTO SMS_ABGROUPMAPS VALUES (9, NULL, 'S')"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Messages.str(), AllOf(HasSubstr("repaired group-in-missing-folder: 1\n"),
+                                    HasSubstr("repaired membership-of-missing-group: 2\n")));
+  EXPECT_THAT(Removed(),
+              AllOf(HasSubstr("\"FOLDER_ID\": null"), HasSubstr("\"CONTACT_TYPE\": null"),
+                    HasSubstr("\"CONTACT_ID\": null")));
+}
+
+TEST_F(CheckTest, AppendsFormerRowsOnALineOfTheirOwn) {
+  std::ofstream(removed_, std::ios::binary) << "cut off";
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Removed(), HasSubstr("cut off\n{"));
 }
 
 }  // namespace

@@ -34,10 +34,6 @@ TEST_F(CreateOnDatabaseTest, MakesWhatIsMissing) {
        {u"SMS_ABFOLDERS", u"SMS_ABCONTACTS", u"SMS_ABGROUPS", u"SMS_ABGROUPMAPS"}) {
     connection.Execute(u"DROP TABLE " + String(table));
   }
-  if (connection.CurrentLink()->Get().EngineKind() == database::Engine::PostgreSql) {
-    connection.Execute(u"DROP FUNCTION SMS_AB_SAME_ID(INTEGER, TEXT) CASCADE");
-    connection.Execute(u"DROP FUNCTION SMS_AB_SAME_ID(TEXT, INTEGER) CASCADE");
-  }
   connection.Close();
   ASSERT_EQ(Run({"create"}), 0) << Messages.str();
   EXPECT_EQ(Run({"list"}), 0) << Messages.str();
