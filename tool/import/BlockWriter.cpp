@@ -76,12 +76,15 @@ BlockWriter::BlockWriter(database::Connection& connection, bool findsIds)
 }
 
 void BlockWriter::Write(Entries& entries) {
+  finished_ = 0;
+  unknown_ = 0;
   try {
     WriteTogether(entries, 0, entries.size());
+    finished_ = entries.size();
     return;
   } catch (const Refused&) {
   }
-  for (std::size_t at = 0; at < entries.size(); ++at) {
+  for (std::size_t at = 0; at < entries.size(); finished_ = ++at) {
     ImportEntry& entry = entries[at];
     if (entry.Original && !entries[*entry.Original].Refusal.empty()) {
       entry.Refusal = u"It is the same contact as in line " +
@@ -104,6 +107,7 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
   database::Transaction transaction(connection_);
   const std::int64_t newest = adds ? NewestContact(connection_) : 0;
   String refusal;
+  unknown_ = end - begin;
   try {
     if (adds) Insert(entries, begin, end);
     if (adds && findsIds_) FindIds(entries, begin, end, newest);
@@ -117,12 +121,16 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
     }
     Run(insertMember_, std::move(rows));
     transaction.Commit();
+    unknown_ = 0;
     for (const auto& [group, contact] : memberships) MembersOf(group).insert(contact);
     return;
   } catch (const Refused& refused) {
     refusal = refused.Message;
   } catch (const Error& error) {
-    if (!IsRefusal(error)) throw;
+    if (!IsRefusal(error)) {
+      if (transaction.RollBack()) unknown_ = 0;
+      throw;
+    }
     refusal = error.Description();
   }
   if (!transaction.RollBack()) {
@@ -132,6 +140,7 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
                     refusal);
   }
   if (adds) RequireNothingStored(entries, begin, end, newest);
+  unknown_ = 0;
   throw Refused{refusal};
 }
 

@@ -39,9 +39,15 @@ class BlockWriter {
   BlockWriter(database::Connection& connection, bool findsIds);
 
   /// Writes the entries in order. If the database refuses one, they are written one by one, each in
-  /// a transaction of its own. \throws Error for other failures. Then nothing of the block is
-  /// stored, apart from rows that were written one by one, or a commit has an unknown outcome
+  /// a transaction of its own. \throws Error for other failures; then Finished, Unknown tell what
+  /// is stored
   void Write(std::vector<ImportEntry>& entries);
+
+  /// The number of entries, from the first one, that the last Write has stored or refused.
+  std::size_t Finished() const { return finished_; }
+  /// The number of entries behind those of which it is unknown whether all or none are stored. The
+  /// others are not.
+  std::size_t Unknown() const { return unknown_; }
 
  private:
   using Entries = std::vector<ImportEntry>;
@@ -65,6 +71,8 @@ class BlockWriter {
   database::Connection& connection_;
   bool findsIds_;
   bool writesTogether_ = true;  ///< until it turns out to be unsupported
+  std::size_t finished_ = 0;
+  std::size_t unknown_ = 0;
   database::Command insertContact_;
   database::Command insertMember_;
   std::map<std::int64_t, std::unordered_set<std::int64_t>> members_;  ///< contacts by group

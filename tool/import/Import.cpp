@@ -190,7 +190,16 @@ class Importer {
 
   void WriteBlock() {
     if (!options_.DryRun && !block_.empty()) Write();
-    for (const ImportEntry& entry : block_) {
+    Finish(block_.size());
+    block_.clear();
+    added_.clear();
+    blockUnits_ = 0;
+  }
+
+  /// Counts the first entries of the block, which are written.
+  void Finish(std::size_t count) {
+    for (std::size_t at = 0; at < count; ++at) {
+      const ImportEntry& entry = block_[at];
       const bool isAdded = entry.What == ImportEntry::Kind::Add;
       if (!entry.Refusal.empty()) {
         if (!isAdded) {
@@ -206,22 +215,31 @@ class Importer {
         }
       }
     }
-    block_.clear();
-    added_.clear();
-    blockUnits_ = 0;
   }
 
   void Write() {
     try {
       writer_.Write(block_);
     } catch (const Error&) {
-      report_.Note(block_.front().Line,
-                   options_.OfDuplicates == Duplicates::Add
-                       ? u"stopped here; rows above this line are stored"
-                       : u"stopped here; run the same import again to continue, what is stored is "
-                         u"skipped");
+      NoteStop();
+      Finish(writer_.Finished());
       throw;
     }
+  }
+
+  void NoteStop() {
+    const std::size_t stop = writer_.Finished();
+    String note = u"stopped here; ";
+    if (options_.OfDuplicates != Duplicates::Add) {
+      note += u"run the same import again to continue, what is stored is skipped";
+    } else if (writer_.Unknown() == 0) {
+      note += u"rows above this line are stored, and none from here on";
+    } else {
+      note += u"rows above this line are stored; whether those from here to line " +
+              ToDecimal(block_[stop + writer_.Unknown() - 1].Line) +
+              u" are, all or none of them, is unknown: look for them";
+    }
+    report_.Note(block_[stop].Line, note);
   }
 
   const ImportOptions& options_;

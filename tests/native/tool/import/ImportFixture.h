@@ -37,10 +37,11 @@ class ImportFixture : public testing::Test {
   }
   bool Exists(const std::string& name) const { return std::filesystem::exists(Folder / name); }
 
-  int Import() {
+  int Import() { return Import(Connection); }
+  int Import(database::Connection& connection) {
     Out.str({});
     Messages.str({});
-    tool::Book book{Connection, data::Dialect::Sql};
+    tool::Book book{connection, data::Dialect::Sql};
     tool::Console console{Out, Messages, In};
     console.Json = Json;
     return tool::Import(Options, book, console);
