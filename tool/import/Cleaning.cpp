@@ -4,6 +4,7 @@
 
 #include "common/Global.h"
 #include "controls/SoughtNumber.h"
+#include "tool/PhoneNumber.h"
 #include "tool/formats/TextSource.h"
 
 namespace ktrv::tool {
@@ -166,8 +167,8 @@ class Checking {
     const StringView mobile = contact.Text(ContactText::MobileNo);
     auto refusal = data::ContactRefusalOf(contact.Text(ContactText::FirstName), mobile,
                                           contact.Text(ContactText::Email), Global::IsValidEmail);
-    // The editor's box takes no other characters.
-    if (!refusal && !raw_.IsOwn && !IsDecimalDigits(mobile)) {
+    // The editor's box takes digits only. Spreadsheets make a number of our export 4.67E+10.
+    if (!refusal && (raw_.IsOwn ? !NotDialled(mobile).empty() : !IsDecimalDigits(mobile))) {
       refusal = {ContactText::MobileNo, u"Enter a proper Mobile No."};
     }
     if (!refusal) return;

@@ -70,6 +70,15 @@ TEST(CleaningTest, StoresEmptyTextsAsTheEditorDoes) {
   EXPECT_FALSE(checked.Cleaned.Sex);
 }
 
+/// Spreadsheets make them of our export's.
+TEST(CleaningTest, RefusesANumberWithLettersInOurExport) {
+  RawContact raw = Anna();
+  raw.IsOwn = true;
+  raw[FieldOf(ContactText::MobileNo)] = u"4.67017E+10";
+  EXPECT_EQ(CheckContact(raw, DateOrder::MonthFirst).Refusal,
+            u"Enter a proper Mobile No. \"4.67017E+10\"");
+}
+
 TEST(CleaningTest, KeepsValuesOfOurExport) {
   RawContact raw = Anna();
   raw.IsOwn = true;
