@@ -143,6 +143,9 @@ class Importer {
     if (!row.Problem.empty()) return Reject(row.Line, row.Raw, row.Problem);
     CheckedContact checked = CheckContact(row.Values, options_.Dates);
     if (!checked.Refusal.empty()) return Reject(row.Line, row.Raw, checked.Refusal);
+    if (String refusal = RefusalOfPlaces(row.Values); !refusal.empty()) {
+      return Reject(row.Line, row.Raw, refusal);
+    }
     for (const String& note : checked.Notes) report_.Note(row.Line, note);
     ImportEntry entry;
     entry.Line = row.Line;
@@ -152,6 +155,13 @@ class Importer {
     if (group_) entry.Groups.push_back(*group_);
     for (const String& name : row.Values.Groups) entry.Groups.push_back(places_.GroupOf(name));
     Place(std::move(entry));
+  }
+
+  String RefusalOfPlaces(const RawContact& contact) {
+    for (const String& name : contact.Groups) {
+      if (String refusal = ImportPlaces::RefusalOfGroup(name); !refusal.empty()) return refusal;
+    }
+    return folder_ ? String() : places_.RefusalOfFolder(contact.Folder);
   }
 
   /// Decides what becomes of a valid row.

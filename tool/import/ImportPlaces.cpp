@@ -1,6 +1,6 @@
 #include "tool/import/ImportPlaces.h"
 
-#include <algorithm>
+#include <optional>
 
 #include "common/Error.h"
 #include "data/FolderQueries.h"
@@ -14,8 +14,10 @@ std::int64_t IdOf(const String& id) {
   return ParseInteger(id).value_or(0);
 }
 
-void Execute(database::Connection& connection, const data::CommandText& text,
-             std::vector<Variant> values) {
+constexpr std::int64_t kNameLimit = 100;  // characters, as in the editors
+
+database::Recordset Execute(database::Connection& connection, const data::CommandText& text,
+                            std::vector<Variant> values) {
   database::Command command;
   command.SetActiveConnection(&connection);
   command.SetCommandText(text.Text);
@@ -25,7 +27,21 @@ void Execute(database::Connection& connection, const data::CommandText& text,
                    isNumber ? database::DataType::Integer : database::DataType::VarWChar,
                    parameter.Size);
   }
-  command.Execute(std::move(values));
+  return command.Execute(std::move(values));
+}
+
+const data::CommandText& Folders(data::FolderQueries::Name name) {
+  return data::FolderQueries::All()[static_cast<std::size_t>(name)];
+}
+const data::CommandText& Groups(data::GroupQueries::Name name) {
+  return data::GroupQueries::Commands()[static_cast<std::size_t>(name)];
+}
+
+String RefusalOfName(StringView kind, const String& name) {
+  const auto length = static_cast<std::int64_t>(name.size());
+  if (length <= kNameLimit) return {};
+  return u"The name of the " + String(kind) + u" has " + ToDecimal(length) +
+         u" characters; at most " + ToDecimal(kNameLimit) + u" are allowed";
 }
 
 }  // namespace
@@ -47,42 +63,48 @@ std::int64_t ImportPlaces::ChosenGroup(const std::string& name) const {
   return IdOf(FindGroup(groups_, name).Id);
 }
 
+String ImportPlaces::RefusalOfFolder(const String& name) {
+  if (String refusal = RefusalOfName(u"folder", name); !refusal.empty()) return refusal;
+  if (FolderOf(name) != kNotShared) return {};
+  return u"The folder \"" + name + u"\" is not one of shared contacts";
+}
+
+String ImportPlaces::RefusalOfGroup(const String& name) {
+  return RefusalOfName(u"group", name);
+}
+
 std::int64_t ImportPlaces::FindFolderId(const String& name) {
-  const auto find = [&] {
-    return std::find_if(folders_.begin(), folders_.end(), [&](const Folder& folder) {
-      return !folder.IsRemote && folder.Name == name;
-    });
-  };
   if (name.empty()) return 0;
-  if (const auto found = find(); found != folders_.end()) return IdOf(found->Id);
+  const auto find = [&]() -> std::optional<std::int64_t> {
+    auto rows = Execute(connection_, Folders(data::FolderQueries::Name::FolderByName), {name});
+    std::optional<std::int64_t> other;
+    for (; !rows.EndOfFile(); rows.MoveNext()) {
+      if (EqualsIgnoringCase(Trim(ToText(rows.Field(u"TYPE"))), u"S")) {
+        return IdOf(ToText(rows.Field(u"ID")));
+      }
+      other = kNotShared;
+    }
+    return other;
+  };
+  if (const auto found = find()) return *found;
   if (!creates_) return 0;
-  const auto& insert =
-      data::FolderQueries::All()[static_cast<std::size_t>(data::FolderQueries::Name::InsertFolder)];
-  Execute(connection_, insert, {String(u"S"), name, Null{}, String()});
-  folders_ = ReadFolders(connection_);
-  const auto created = find();
-  if (created == folders_.end()) {
-    throw Error(ErrorNumber::ItemNotFound, u"The new folder \"" + name + u"\" is not found");
-  }
-  return IdOf(created->Id);
+  Execute(connection_, Folders(data::FolderQueries::Name::InsertFolder),
+          {String(u"S"), name, Null{}, String()});
+  if (const auto created = find()) return *created;
+  throw Error(ErrorNumber::ItemNotFound, u"The new folder \"" + name + u"\" is not found");
 }
 
 std::int64_t ImportPlaces::FindGroupId(const String& name) {
-  const auto find = [&] {
-    return std::find_if(groups_.begin(), groups_.end(),
-                        [&](const Group& group) { return group.Name == name; });
+  const auto find = [&]() -> std::optional<std::int64_t> {
+    auto rows = Execute(connection_, Groups(data::GroupQueries::Name::GroupIdByName), {name});
+    if (rows.EndOfFile()) return std::nullopt;
+    return IdOf(ToText(rows.Field(u"ID")));
   };
-  if (const auto found = find(); found != groups_.end()) return IdOf(found->Id);
+  if (const auto found = find()) return *found;
   if (!creates_) return 0;
-  const auto& insert = data::GroupQueries::Commands()[static_cast<std::size_t>(
-      data::GroupQueries::Name::InsertGroup)];
-  Execute(connection_, insert, {name, std::int64_t{0}});
-  groups_ = ReadGroups(connection_);
-  const auto created = find();
-  if (created == groups_.end()) {
-    throw Error(ErrorNumber::ItemNotFound, u"The new group \"" + name + u"\" is not found");
-  }
-  return IdOf(created->Id);
+  Execute(connection_, Groups(data::GroupQueries::Name::InsertGroup), {name, std::int64_t{0}});
+  if (const auto created = find()) return *created;
+  throw Error(ErrorNumber::ItemNotFound, u"The new group \"" + name + u"\" is not found");
 }
 
 }  // namespace ktrv::tool

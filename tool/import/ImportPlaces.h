@@ -21,7 +21,13 @@ class ImportPlaces {
   std::int64_t ChosenFolder(const std::string& name) const;
   std::int64_t ChosenGroup(const std::string& name) const;
 
-  /// The ids of those that a file names. \return 0 for one that would be created. \throws Error
+  /// Why a row with this folder or group is rejected: its name is too long, or it takes no
+  /// contacts. Empty if it is not. \throws Error
+  String RefusalOfFolder(const String& name);
+  static String RefusalOfGroup(const String& name);
+
+  /// The ids of those that a file names, as the database compares names. Only for names that are
+  /// not refused. \return 0 for one that would be created. \throws Error
   std::int64_t FolderOf(const String& name) {
     return Known(folderIds_, name, &ImportPlaces::FindFolderId);
   }
@@ -30,6 +36,8 @@ class ImportPlaces {
   }
 
  private:
+  static constexpr std::int64_t kNotShared = -1;  ///< in place of a folder's id
+
   using Ids = std::map<String, std::int64_t>;
 
   std::int64_t Known(Ids& ids, const String& name,

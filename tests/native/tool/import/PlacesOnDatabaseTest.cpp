@@ -1,0 +1,81 @@
+#include "tests/native/tool/import/ImportFixture.h"
+#include "tool/ContactColumns.h"
+
+namespace ktrv::tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+namespace ContactColumns = tool::ContactColumns;
+
+/// A file like our export, of contacts with these folders and groups.
+class Exported {
+ public:
+  Exported() {
+    for (const StringView name : ContactColumns::kNames) text_ += ToUtf8(name) + ",";
+    text_ += "FOLDER,GROUPS\r\n";
+  }
+  Exported& Add(const std::string& name, int number, const std::string& folder,
+                const std::string& group) {
+    for (std::size_t column = 0; column < ContactColumns::kNames.size(); ++column) {
+      if (column == ContactColumns::FirstName) text_ += name;
+      if (column == ContactColumns::MobileNo) text_ += std::to_string(number);
+      text_ += ',';
+    }
+    text_ += folder + ',' + group + "\r\n";
+    return *this;
+  }
+  const std::string& Text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+using PlacesOnDatabaseTest = ImportFixture;
+
+/// Some engines ignore the case of names, and blanks behind them.
+TEST_F(PlacesOnDatabaseTest, AreThoseThatTheDatabaseFindsByTheName) {
+  EXPECT_EQ(Import(Exported()
+                       .Add("Anna", 1, "Staff", "Team")
+                       .Add("Bert", 2, "STAFF", "TEAM")
+                       .Add("Cora", 3, "Staff ", "team")
+                       .Text()),
+            0)
+      << Messages.str();
+  EXPECT_EQ(Names().size(), 3U);
+  for (const StringView name : {u"Staff", u"STAFF", u"Staff "}) {
+    EXPECT_THAT(
+        Rows(u"SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE NAME = '" + String(name) + u"'"),
+        ElementsAre(u"1"));
+  }
+  for (const StringView name : {u"Team", u"TEAM", u"team"}) {
+    EXPECT_THAT(Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPS WHERE NAME = '" + String(name) + u"'"),
+                ElementsAre(u"1"));
+  }
+}
+
+TEST_F(PlacesOnDatabaseTest, WithTooLongNamesRejectTheRow) {
+  EXPECT_EQ(Import(Exported()
+                       .Add("Anna", 1, std::string(101, 'f'), "Team")
+                       .Add("Bert", 2, "Staff", std::string(101, 'g'))
+                       .Add("Cora", 3, std::string(100, 'f'), std::string(100, 'g'))
+                       .Text()),
+            1);
+  EXPECT_THAT(Names(), ElementsAre(u"Cora|null|3"));
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: The name of the folder has 101 characters; "
+                                        "at most 100 are allowed"));
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:3: The name of the group has 101 characters; "
+                                        "at most 100 are allowed"));
+}
+
+TEST_F(PlacesOnDatabaseTest, OfRemoteContactsRejectTheRow) {
+  Database.Run({u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (7, 'R', 'Dealers')"});
+  EXPECT_EQ(Import(Exported().Add("Anna", 1, "Dealers", "").Add("Bert", 2, "", "").Text()), 1);
+  EXPECT_THAT(Names(), ElementsAre(u"Bert|null|2"));
+  EXPECT_THAT(Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), ElementsAre(u"Dealers"));
+  EXPECT_THAT(Messages.str(),
+              HasSubstr("The folder \"Dealers\" is not one of shared contacts"));
+}
+
+}  // namespace
+}  // namespace ktrv::tests
