@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "data/ContactRules.h"
 #include "data/IdText.h"
 
@@ -22,6 +24,13 @@ inline constexpr StringView kNewestContact = u"SELECT MAX(ID) AS ID FROM SMS_ABC
 inline String ContactsAfter(StringView contactId) {
   return WithId(u"SELECT ID, COUNTRYCODE, MOBILENO FROM SMS_ABCONTACTS WHERE ID > {id} ORDER BY ID",
                 contactId);
+}
+
+/// The rows of a table with one of these ids. \throws as WithId does
+inline String RowsWithId(StringView table, const std::vector<String>& ids) {
+  String list;
+  for (const String& id : ids) list += (list.empty() ? u"" : u", ") + WithId(u"{id}", id);
+  return u"SELECT ID FROM " + String(table) + u" WHERE ID IN (" + list + u")";
 }
 
 /// The contacts of a group. \throws as WithId does

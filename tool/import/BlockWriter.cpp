@@ -120,6 +120,7 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
       rows.push_back({group, ToDecimal(contact), String(u"S")});
     }
     Run(insertMember_, std::move(rows));
+    RequirePlaces(entries, begin, end, memberships);
     transaction.Commit();
     unknown_ = 0;
     for (const auto& [group, contact] : memberships) MembersOf(group).insert(contact);
@@ -201,6 +202,42 @@ void BlockWriter::RequireNothingStored(const Entries& entries, std::size_t begin
     if (!numbers.contains(NumberOf(query.Text(1), query.Text(2)))) continue;
     throw Error(ErrorNumber::RowChanged,
                 u"Contacts were stored although the database rolled them back");
+  }
+}
+
+void BlockWriter::RequirePlaces(const Entries& entries, std::size_t begin, std::size_t end,
+                                const std::vector<Membership>& memberships) {
+  std::set<std::int64_t> folders;
+  std::set<std::int64_t> added;
+  for (std::size_t at = begin; at < end; ++at) {
+    if (entries[at].What != ImportEntry::Kind::Add) continue;
+    if (entries[at].FolderId != 0) folders.insert(entries[at].FolderId);
+    added.insert(entries[at].Id);
+  }
+  std::set<std::int64_t> groups;
+  std::set<std::int64_t> contacts;
+  for (const auto& [group, contact] : memberships) {
+    groups.insert(group);
+    if (!added.contains(contact)) contacts.insert(contact);
+  }
+  RequireRows(u"SMS_ABFOLDERS", u"folder", folders);
+  RequireRows(u"SMS_ABGROUPS", u"group", groups);
+  RequireRows(u"SMS_ABCONTACTS", u"contact", contacts);
+}
+
+void BlockWriter::RequireRows(StringView table, StringView kind,
+                              const std::set<std::int64_t>& ids) {
+  std::size_t found = 0;
+  std::vector<String> part;
+  for (auto id = ids.begin(); id != ids.end();) {
+    part.push_back(ToDecimal(*id));
+    if (++id != ids.end() && part.size() < data::GroupQueries::kAmongMany) continue;
+    Query query(connection_, ImportQueries::RowsWithId(table, part));
+    while (query.Next()) ++found;
+    part.clear();
+  }
+  if (found < ids.size()) {
+    throw Refused{u"Another user has deleted the " + String(kind) + u" meanwhile"};
   }
 }
 

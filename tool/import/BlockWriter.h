@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -64,6 +65,10 @@ class BlockWriter {
   void RequireNothingStored(const Entries& entries, std::size_t begin, std::size_t end,
                             std::int64_t newest);
   void FillGapsOf(const ImportEntry& entry);
+  /// \throws Refused if another user has deleted what the entries belong to
+  void RequirePlaces(const Entries& entries, std::size_t begin, std::size_t end,
+                     const std::vector<Membership>& memberships);
+  void RequireRows(StringView table, StringView kind, const std::set<std::int64_t>& ids);
   std::vector<Membership> NewMemberships(const Entries& entries, std::size_t begin,
                                          std::size_t end);
   std::unordered_set<std::int64_t>& MembersOf(std::int64_t groupId);

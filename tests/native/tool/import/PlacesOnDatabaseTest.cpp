@@ -1,3 +1,4 @@
+#include "tests/native/support/WatchedDriver.h"
 #include "tests/native/tool/import/ImportFixture.h"
 #include "tool/ContactColumns.h"
 
@@ -44,9 +45,8 @@ TEST_F(PlacesOnDatabaseTest, AreThoseThatTheDatabaseFindsByTheName) {
       << Messages.str();
   EXPECT_EQ(Names().size(), 3U);
   for (const StringView name : {u"Staff", u"STAFF", u"Staff "}) {
-    EXPECT_THAT(
-        Rows(u"SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE NAME = '" + String(name) + u"'"),
-        ElementsAre(u"1"));
+    EXPECT_THAT(Rows(u"SELECT COUNT(*) FROM SMS_ABFOLDERS WHERE NAME = '" + String(name) + u"'"),
+                ElementsAre(u"1"));
   }
   for (const StringView name : {u"Team", u"TEAM", u"team"}) {
     EXPECT_THAT(Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPS WHERE NAME = '" + String(name) + u"'"),
@@ -73,8 +73,56 @@ TEST_F(PlacesOnDatabaseTest, OfRemoteContactsRejectTheRow) {
   EXPECT_EQ(Import(Exported().Add("Anna", 1, "Dealers", "").Add("Bert", 2, "", "").Text()), 1);
   EXPECT_THAT(Names(), ElementsAre(u"Bert|null|2"));
   EXPECT_THAT(Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), ElementsAre(u"Dealers"));
-  EXPECT_THAT(Messages.str(),
-              HasSubstr("The folder \"Dealers\" is not one of shared contacts"));
+  EXPECT_THAT(Messages.str(), HasSubstr("The folder \"Dealers\" is not one of shared contacts"));
+}
+
+/// Another user deletes what the import is about to use.
+class DeletedPlacesOnDatabaseTest : public ImportFixture {
+ protected:
+  DeletedPlacesOnDatabaseTest() {
+    Database.Run({u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (7, 'S', 'Staff')",
+                  u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'Team')",
+                  u"INSERT INTO SMS_ABCONTACTS (ID, FNAME, MOBILENO, FOLDER_ID) VALUES "
+                  u"(5, 'Anna', '1', 0)"});
+  }
+  int ImportWhile(StringView deletion, const std::string& bytes) {
+    WatchedDriver driver(Database.Driver());
+    database::Connection watched(
+        {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
+    watched.Open(Database.ConnectionString());
+    driver.BeforeBegin = [&, deletion = String(deletion)] {
+      driver.BeforeBegin = nullptr;
+      Database.Run({deletion});
+    };
+    Write("people.csv", bytes);
+    return Import(watched);
+  }
+};
+
+TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfTheFolder) {
+  EXPECT_EQ(ImportWhile(u"DELETE FROM SMS_ABFOLDERS",
+                        Exported().Add("Bert", 2, "Staff", "").Add("Cora", 3, "", "").Text()),
+            1);
+  EXPECT_THAT(Names(), ElementsAre(u"Anna|null|1", u"Cora|null|3"));
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the folder"));
+}
+
+TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfTheGroup) {
+  EXPECT_EQ(ImportWhile(u"DELETE FROM SMS_ABGROUPS",
+                        Exported().Add("Bert", 2, "", "Team").Add("Cora", 3, "", "").Text()),
+            1);
+  EXPECT_THAT(Names(), ElementsAre(u"Anna|null|1", u"Cora|null|3"));
+  EXPECT_THAT(Rows(u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS"), testing::IsEmpty());
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the group"));
+}
+
+TEST_F(DeletedPlacesOnDatabaseTest, MakeNoMembersOfDeletedContacts) {
+  EXPECT_EQ(ImportWhile(u"DELETE FROM SMS_ABCONTACTS",
+                        Exported().Add("Anna", 1, "", "Team").Add("Cora", 3, "", "Team").Text()),
+            1);
+  EXPECT_THAT(Names(), ElementsAre(u"Cora|null|3"));
+  EXPECT_THAT(Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS"), ElementsAre(u"1"));
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the contact"));
 }
 
 }  // namespace
