@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <sstream>
 
+#include "common/Passwords.h"
 #include "tool/Check.h"
 #include "tool/Create.h"
 #include "tool/Export.h"
@@ -153,6 +155,26 @@ void AddCheck(CLI::App& app, Arguments& parsed) {
   command->callback([&parsed, options] { parsed.Run = With(Check, *options); });
 }
 
+/// Prints what the arguments ask for, or what is wrong with them. \return the exit code
+int Tell(const CLI::App& app, const CLI::ParseError& error, Console& console) {
+  std::ostringstream complaint;
+  const bool asked = app.exit(error, console.Out, complaint) == 0;
+  console.Messages << ToUtf8(HidePasswords(FromUtf8(complaint.str())));
+  return asked ? ExitCode::Done : ExitCode::Usage;
+}
+
+/// Tells of arguments that nothing takes. One that is no option may be a part of a connection
+/// string, so it is not repeated.
+int TellUnexpected(const std::vector<std::string>& arguments, Console& console) {
+  console.Messages << "unexpected arguments:";
+  for (const std::string& argument : arguments) {
+    const bool isOption = argument.starts_with("--");
+    console.Messages << ' ' << (isOption ? argument.substr(0, argument.find('=')) : "...");
+  }
+  console.Messages << "\nRun with --help for more information.\n";
+  return ExitCode::Usage;
+}
+
 }  // namespace
 
 std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, Console& console) {
@@ -172,10 +194,10 @@ std::variant<Arguments, int> ParseArguments(std::vector<std::string> arguments, 
   std::reverse(arguments.begin(), arguments.end());  // as CLI11 takes them
   try {
     app.parse(arguments);
+  } catch (const CLI::ExtrasError&) {
+    return TellUnexpected(app.remaining(true), console);
   } catch (const CLI::ParseError& error) {
-    const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
-    app.exit(error, console.Out, console.Messages);
-    return asked ? ExitCode::Done : ExitCode::Usage;
+    return Tell(app, error, console);
   }
   return parsed;
 }

@@ -40,16 +40,20 @@ std::string ReadConnectFile(const std::string& name, const Platform& platform) {
 }
 
 String ConnectionStringOf(const Arguments& arguments, const Platform& platform) {
-  std::string text = arguments.Connect;
-  if (text.empty() && !arguments.ConnectFile.empty()) {
-    text = ReadConnectFile(arguments.ConnectFile, platform);
+  std::string text;
+  std::string complaint;
+  if (arguments.Connect) {
+    text = *arguments.Connect;
+    complaint = "the connection string of --connect is empty";
+  } else if (arguments.ConnectFile) {
+    text = ReadConnectFile(*arguments.ConnectFile, platform);
+    complaint = "the first line of the file of --connect-file is empty";
+  } else {
+    text = platform.EnvironmentVariable(kVariable).value_or("");
+    complaint = std::string("no connection string: give --connect, --connect-file or ") + kVariable;
   }
-  if (text.empty()) text = platform.EnvironmentVariable(kVariable).value_or("");
   String connection = FromUtf8(text);
-  if (Trim(connection).empty()) {
-    throw UsageError{std::string("no connection string: give --connect, --connect-file or ") +
-                     kVariable};
-  }
+  if (Trim(connection).empty()) throw UsageError{complaint};
   using database::odbc::KeywordValue;
   if (!KeywordValue(connection, u"Provider").empty()) {
     throw UsageError{"an OLE DB connection string (Provider=) is not supported; give one of ODBC"};

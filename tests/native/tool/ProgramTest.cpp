@@ -79,6 +79,31 @@ TEST_F(ProgramTest, TellsWhyTheDatabaseCannotBeOpenedWithoutItsPassword) {
   EXPECT_THAT(Messages.str(), AllOf(HasSubstr("addressbook: "), Not(HasSubstr("geheim123"))));
 }
 
+TEST_F(ProgramTest, DoesNotRepeatAPasswordAmongWrongArguments) {
+  const std::string string = "Driver=X;Uid=me;Pwd=geheim123";
+  const std::vector<std::vector<std::string>> wrong = {{"list", string},
+                                                       {"--conect", string, "list"},
+                                                       {"--conect=" + string, "list"},
+                                                       {"--dialect", string, "list"},
+                                                       {string, "list"},
+                                                       {"list", "Pwd=a", "geheim123"}};
+  for (const auto& arguments : wrong) {
+    EXPECT_EQ(RunBare(arguments), 2);
+    EXPECT_THAT(Messages.str(), Not(HasSubstr("geheim123")));
+  }
+}
+
+TEST_F(ProgramTest, DoesNotTakeAnotherStringForAnEmptyOne) {
+  Environment["ADDRESSBOOK_CONNECT"] = ToUtf8(Database.ConnectionString());
+  EXPECT_EQ(RunBare({"--connect", "", "list"}), 2);
+  EXPECT_THAT(Messages.str(), HasSubstr("--connect"));
+  EXPECT_EQ(RunBare({"--connect-file", "", "list"}), 2);
+  const auto file = WriteConnectFile("\nDriver=X\n");
+  EXPECT_EQ(RunBare({"--connect-file", file, "list"}), 2);
+  EXPECT_THAT(Messages.str(), HasSubstr("--connect-file"));
+  std::filesystem::remove(file);
+}
+
 TEST_F(ProgramTest, DoesNotCreateAMissingFile) {
   const auto missing = Folder.File().string() + ".missing";
   EXPECT_EQ(RunBare({"--connect", "Driver=SQLite3;Database=" + missing, "list"}), 1);
