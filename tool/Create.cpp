@@ -1,5 +1,7 @@
 #include "tool/Create.h"
 
+#include <algorithm>
+
 #include "common/Error.h"
 #include "data/ToolQueries.h"
 #include "database/Transaction.h"
@@ -40,9 +42,18 @@ int Create(const CreateOptions& options, Book& book, Console& console) {
     statements.insert(statements.end(), host.begin(), host.end());
   }
   RefuseExisting(tables, book.Connection);
-  database::Transaction transaction(book.Connection);
-  RunSchema(statements, book.Connection);
-  transaction.Commit();
+  try {
+    database::Transaction transaction(book.Connection);
+    RunSchema(statements, book.Connection);
+    transaction.Commit();
+  } catch (...) {
+    const Error error = Error::Current();
+    const auto isThere = [&](StringView table) { return IsThere(table, book.Connection); };
+    if (std::ranges::none_of(Queries::kOwnTables, isThere)) throw;
+    throw Error(error.Number(), error.Description() +
+                                    u"\nSome tables were created. When the cause is mended, "
+                                    u"\"addressbook check --repair\" creates the others.");
+  }
   for (const StringView table : tables) console.Messages << "created " << ToUtf8(table) << '\n';
   return ExitCode::Done;
 }

@@ -39,6 +39,18 @@ TEST_F(CreateOnDatabaseTest, MakesWhatIsMissing) {
   EXPECT_EQ(Run({"list"}), 0) << Messages.str();
 }
 
+TEST_F(CreateOnDatabaseTest, TellsHowToGoOnAfterItFailedHalfWay) {
+  const char* engine = std::getenv("KTRV_TEST_ENGINE");
+  if (engine && std::string_view(engine) == "postgresql") return;  // has no such view
+  Database.Run({u"DROP TABLE SMS_ABFOLDERS", u"DROP TABLE SMS_ABCONTACTS",
+                u"DROP TABLE SMS_ABGROUPS", u"DROP TABLE SMS_ABGROUPMAPS",
+                u"CREATE TABLE HIDDEN (ID INTEGER)",
+                u"CREATE VIEW SMS_ABGROUPS AS SELECT * FROM HIDDEN", u"DROP TABLE HIDDEN"});
+  EXPECT_EQ(Run({"create"}), 1);
+  const bool isHalf = engine != nullptr;  // SQLite undoes it
+  EXPECT_EQ(Messages.str().find("check --repair") != std::string::npos, isHalf) << Messages.str();
+}
+
 TEST(SchemaTest, HasAStatementForEachTableOnEachEngine) {
   using database::Engine;
   for (const Engine engine :
