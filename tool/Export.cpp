@@ -115,6 +115,7 @@ int Export(const ExportOptions& options, Book& book, Console& console) {
   std::filesystem::path unfinished = path;
   unfinished += ".part";
   std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
+  if (!file) throw CannotWrite(options.Output);
   const std::int64_t written = writeTo(file);
   file.close();
   if (!file) throw CannotWrite(options.Output);

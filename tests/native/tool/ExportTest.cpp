@@ -165,6 +165,12 @@ TEST_F(ExportOnDatabaseTest, TellsThatAFileCannotBeWritten) {
   EXPECT_THAT(Messages.str(), HasSubstr("cannot be written"));
 }
 
+TEST_F(ExportOnDatabaseTest, TellsThatAFileCannotBeWrittenBeforeItReads) {
+  Database.Run({u"ALTER TABLE SMS_ABCONTACTS DROP COLUMN HOBBY"});
+  EXPECT_EQ(Run({"export", "--output", "/no/such/folder/x.csv"}), 1);
+  EXPECT_THAT(Messages.str(), HasSubstr("cannot be written"));
+}
+
 TEST_F(ExportOnDatabaseTest, AFolderAndAGroupExcludeEachOther) {
   EXPECT_EQ(Run({"export", "--folder", "Staff", "--group", "Night"}), 2);
 }
