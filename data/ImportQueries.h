@@ -26,6 +26,11 @@ inline String ContactsAfter(StringView contactId) {
                 contactId);
 }
 
+/// The name of a contact. \throws as WithId does
+inline String NameOf(StringView contactId) {
+  return WithId(u"SELECT FNAME, MNAME, LNAME FROM SMS_ABCONTACTS WHERE ID = {id}", contactId);
+}
+
 /// The rows of a table with one of these ids. \throws as WithId does
 inline String RowsWithId(StringView table, const std::vector<String>& ids) {
   String list;

@@ -4,6 +4,16 @@
 
 namespace ktrv::tool {
 
+String DuplicateIndex::Person::FullName() const {
+  String full;
+  for (const StringView name : {FirstName, MiddleName, LastName}) {
+    if (Trim(name).empty()) continue;
+    if (!full.empty()) full += u' ';
+    full += Trim(name);
+  }
+  return full;
+}
+
 std::optional<std::size_t> DuplicateIndex::Find(const Person& person) {
   if (const auto found = FindKey(DialledKey(person))) return found;
   return FindKey(MailKey(person));
@@ -12,9 +22,14 @@ std::optional<std::size_t> DuplicateIndex::Find(const Person& person) {
 std::size_t DuplicateIndex::Add(const Person& person, std::int64_t id) {
   const std::size_t number = ids_.size();
   ids_.push_back(id);
+  names_.push_back(NameHash(person));
   AddKey(DialledKey(person), number);
   AddKey(MailKey(person), number);
   return number;
+}
+
+std::size_t DuplicateIndex::NameHash(const Person& person) {
+  return std::hash<String>()(ToUpperAscii(person.FullName()));
 }
 
 const String& DuplicateIndex::DialledKey(const Person& person) {

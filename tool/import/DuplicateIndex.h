@@ -19,6 +19,9 @@ class DuplicateIndex {
     StringView CountryCode = {};
     StringView MobileNo = {};
     StringView Email = {};
+
+    /// The parts of the name with blanks between them.
+    String FullName() const;
   };
 
   static constexpr std::int64_t kNotStored = 0;
@@ -30,6 +33,10 @@ class DuplicateIndex {
   /// \param id of the contact in the database
   std::size_t Add(const Person& person, std::int64_t id = kNotStored);
 
+  /// Whether the person was added with this name, in any case of a to z.
+  bool HasName(std::size_t number, const Person& person) const {
+    return names_[number] == NameHash(person);
+  }
   std::int64_t IdOf(std::size_t number) const { return ids_[number]; }
   void SetId(std::size_t number, std::int64_t id) { ids_[number] = id; }
   /// The person is not found any more.
@@ -38,6 +45,7 @@ class DuplicateIndex {
  private:
   static constexpr std::int64_t kGone = -1;
 
+  static std::size_t NameHash(const Person& person);
   /// The keys of the person, which start differently; empty if it has none.
   const String& DialledKey(const Person& person);
   const String& MailKey(const Person& person);
@@ -47,6 +55,7 @@ class DuplicateIndex {
   TextIndex keys_;
   std::vector<std::uint32_t> owners_;  ///< person by number of key
   std::vector<std::int64_t> ids_;
+  std::vector<std::size_t> names_;  ///< hashes
   String key_;
 };
 

@@ -47,16 +47,18 @@ class Report {
 
   void Reject(std::int64_t line, StringView reason) {
     if (console_.Json) {
-      std::string json = rejected_ == 0 ? "\n" : ",\n";
-      json += "{\"line\": " + std::to_string(line) + ", \"reason\": ";
-      AppendJson(json, reason);
-      console_.Out << json << '}';
+      console_.Out << (rejected_ == 0 ? "\n" : ",\n") << JsonOf(line, "reason", reason);
     } else {
-      Note(line, reason);
+      Tell(line, reason);
     }
     ++rejected_;
   }
   void Note(std::int64_t line, StringView text) {
+    if (!console_.Json) return Tell(line, text);
+    notes_ += (notes_.empty() ? "\n" : ",\n") + JsonOf(line, "text", text);
+  }
+  /// Also with JSON a message for people.
+  void Tell(std::int64_t line, StringView text) {
     console_.Messages << (console_.IsInteractive ? "\r" : "") << options_.File << ':' << line
                       << ": " << ToUtf8(text) << '\n';
   }
@@ -70,8 +72,8 @@ class Report {
   }
   void Finish(const std::filesystem::path& rejects) {
     if (console_.Json) {
-      console_.Out << "],\n\"added\": " << Added << ", \"merged\": " << Merged
-                   << ", \"skipped\": " << Skipped << "}\n";
+      console_.Out << "],\n\"notes\": [" << notes_ << "],\n\"added\": " << Added
+                   << ", \"merged\": " << Merged << ", \"skipped\": " << Skipped << "}\n";
       return;
     }
     console_.Out << (options_.DryRun ? "would add " : "added ") << Added;
@@ -88,8 +90,15 @@ class Report {
   std::int64_t Skipped = 0;
 
  private:
+  static std::string JsonOf(std::int64_t line, const std::string& name, StringView text) {
+    std::string json = "{\"line\": " + std::to_string(line) + ", \"" + name + "\": ";
+    AppendJson(json, text);
+    return json + '}';
+  }
+
   const ImportOptions& options_;
   Console& console_;
+  std::string notes_;  ///< as JSON
   std::int64_t rejected_ = 0;
 };
 
@@ -131,6 +140,7 @@ class Importer {
       people_.Add({query.Text(1), query.Text(2), query.Text(3), query.Text(4), query.Text(5),
                    query.Text(6)},
                   ToInteger(String(query.Text(0))));
+      ++stored_;
     }
   }
 
@@ -172,6 +182,7 @@ class Importer {
     if (!known) {
       if (options_.OfDuplicates != Duplicates::Add) {
         entry.Person = people_.Add(person);
+        lines_.push_back(entry.Line);
         added_.emplace_back(entry.Person, block_.size());
       }
       return Put(std::move(entry));
@@ -179,6 +190,7 @@ class Importer {
     const bool isMerged = options_.OfDuplicates == Duplicates::Merge;
     entry.What = isMerged ? ImportEntry::Kind::Merge : ImportEntry::Kind::Join;
     entry.Person = *known;
+    if (!people_.HasName(*known, person)) report_.Note(entry.Line, WhoIs(*known));
     entry.Id = people_.IdOf(*known);
     if (entry.Id == DuplicateIndex::kNotStored) {
       const auto original =
@@ -191,6 +203,17 @@ class Importer {
     const bool isNothing =
         entry.What == ImportEntry::Kind::Join && entry.Groups.empty() && !entry.Original;
     if (!isNothing) Put(std::move(entry));
+  }
+
+  /// A note that a row is taken for this person.
+  String WhoIs(std::size_t known) {
+    if (known >= stored_) {
+      return u"taken for the contact of line " + ToDecimal(lines_[known - stored_]);
+    }
+    Query query(connection_, data::ImportQueries::NameOf(ToDecimal(people_.IdOf(known))));
+    DuplicateIndex::Person person;
+    if (query.Next()) person = {query.Text(0), query.Text(1), query.Text(2)};
+    return u"taken for the contact \"" + person.FullName() + u"\"";
   }
 
   void Put(ImportEntry entry) {
@@ -249,7 +272,7 @@ class Importer {
               ToDecimal(block_[stop + writer_.Unknown() - 1].Line) +
               u" are, all or none of them, is unknown: look for them";
     }
-    report_.Note(block_[stop].Line, note);
+    report_.Tell(block_[stop].Line, note);
   }
 
   const ImportOptions& options_;
@@ -263,6 +286,8 @@ class Importer {
   std::optional<std::int64_t> folder_;
   std::optional<std::int64_t> group_;
   DuplicateIndex people_;
+  std::size_t stored_ = 0;  ///< people in the database at first; then come those of the file
+  std::vector<std::int64_t> lines_;  ///< of people of the file
   std::vector<ImportEntry> block_;
   std::size_t blockUnits_ = 0;
   std::vector<std::pair<std::size_t, std::size_t>> added_;  ///< person and place in the block

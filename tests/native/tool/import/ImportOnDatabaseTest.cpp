@@ -64,6 +64,22 @@ TEST_F(ImportOnDatabaseTest, SkipsTheSameNameAndEmail) {
   EXPECT_THAT(Names(), ElementsAre(u"Anna|Ek|1", u"Anna|Al|3", u"Anna|Ek|4", u"Anna|Ek|5"));
 }
 
+TEST_F(ImportOnDatabaseTest, TellsForWhomAnotherNameWasTaken) {
+  Import(kHead + "Anna,Ek,1,\r\nBert,,2,\r\n");
+  const std::string people =
+      kHead + "ANNA EK,,1,\r\nCora,,+2,\r\nDora,,3,\r\nEva,,3,\r\nDora,,3,\r\n";
+  EXPECT_EQ(Import(people), 0);
+  EXPECT_EQ(Out.str(), "added 1, skipped 4 duplicates, rejected 0\n");
+  const std::string file = Options.File;
+  EXPECT_EQ(Messages.str(), file + ":3: taken for the contact \"Bert\"\n" + file +
+                                ":5: taken for the contact of line 4\n5 read\n");
+  Json = true;
+  Import(people);
+  EXPECT_THAT(Out.str(), HasSubstr("],\n\"notes\": [\n"
+                                   "{\"line\": 3, \"text\": \"taken for the contact "
+                                   "\\\"Bert\\\"\"},\n{\"line\": 5, "));
+}
+
 TEST_F(ImportOnDatabaseTest, AddsDuplicatesIfAsked) {
   Options.OfDuplicates = Duplicates::Add;
   Import(kHead + "Anna,Ek,1,\r\nAnna,Ek,1,\r\n");
@@ -122,7 +138,7 @@ TEST_F(ImportOnDatabaseTest, ReportsAsJson) {
   Import(kHead + "Anna,Ek,1,\r\n,,\"\"\"\",\r\n,,2,\r\n");
   EXPECT_EQ(Out.str(),
             "{\"rejected\": [\n{\"line\": 3, \"reason\": \"Please enter the First Name.\"},\n"
-            "{\"line\": 4, \"reason\": \"Please enter the First Name.\"}],\n"
+            "{\"line\": 4, \"reason\": \"Please enter the First Name.\"}],\n\"notes\": [],\n"
             "\"added\": 1, \"merged\": 0, \"skipped\": 0}\n");
 }
 
