@@ -14,12 +14,11 @@ using CreateOnDatabaseTest = ToolFixture;
 
 TEST_F(CreateTest, MakesAFileWithAllTables) {
   const SqliteFile place;
-  const std::string name = place.File().string() + ".new";
-  const std::string connect = "Driver=SQLite3;Database=" + name;
+  const std::string connect = ToUtf8(place.ConnectionString()) + ".new";
   ASSERT_EQ(RunBare({"--connect", connect, "create", "--host-tables"}), 0) << Messages.str();
   EXPECT_EQ(RunBare({"--connect", connect, "list"}), 0) << Messages.str();
   EXPECT_EQ(RunBare({"--connect", connect, "folders"}), 0) << Messages.str();
-  std::filesystem::remove(name);
+  std::filesystem::remove(place.File().string() + ".new");
 }
 
 TEST_F(CreateOnDatabaseTest, RefusesTablesThatAreThere) {
