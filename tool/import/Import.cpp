@@ -120,6 +120,7 @@ class Importer {
 
   int Run() {
     report_.LeftOut(file_->LeftOut());
+    rejects_.Open(file_->Head());
     if (options_.OfDuplicates != Duplicates::Add) ReadPeople();
     for (ImportRow row; file_->Next(row);) {
       Take(row);
@@ -146,7 +147,7 @@ class Importer {
 
   void Reject(std::int64_t line, StringView raw, StringView reason) {
     report_.Reject(line, reason);
-    rejects_.Add(file_->Head(), raw);
+    rejects_.Add(raw);
   }
 
   void Take(const ImportRow& row) {

@@ -4,18 +4,29 @@
 
 namespace ktrv::tool {
 
-void RejectsFile::Add(StringView head, StringView raw) {
+void RejectsFile::Open(StringView head) {
   if (path_.empty()) return;
-  if (!file_.is_open()) {
-    file_.open(path_, std::ios::binary);
-    file_ << "\xEF\xBB\xBF" << ToUtf8(head);
-  }
+  file_.open(path_, std::ios::binary);
+  file_ << "\xEF\xBB\xBF" << ToUtf8(head) << std::flush;
+  Check();
+}
+
+RejectsFile::~RejectsFile() {
+  if (!file_.is_open() || hasRows_) return;
+  file_.close();
+  std::error_code ignored;
+  std::filesystem::remove(path_, ignored);
+}
+
+void RejectsFile::Add(StringView raw) {
+  if (path_.empty()) return;
+  hasRows_ = true;
   file_ << ToUtf8(raw) << (raw.ends_with(u'\n') ? "" : "\r\n");
   Check();
 }
 
 void RejectsFile::Close() {
-  if (!file_.is_open()) return;
+  if (!hasRows_) return;
   file_.close();
   Check();
 }

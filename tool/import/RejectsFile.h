@@ -11,11 +11,17 @@ namespace ktrv::tool {
 /// has the same headings, in UTF-8. Never replaces a file.
 class RejectsFile {
  public:
-  /// \param path of the file to create with the first row; empty: none is written
+  /// \param path of the file to create; empty: none is written
   explicit RejectsFile(std::filesystem::path path) : path_(std::move(path)) {}
+  /// Removes a file without rows.
+  ~RejectsFile();
+  RejectsFile(const RejectsFile&) = delete;
+  RejectsFile& operator=(const RejectsFile&) = delete;
 
-  /// \param head precedes the first row. \throws Error if it cannot be written
-  void Add(StringView head, StringView raw);
+  /// Creates the file. \param head precedes the first row. \throws Error if it cannot be written
+  void Open(StringView head);
+  /// Call after Open. \throws Error if it cannot be written
+  void Add(StringView raw);
   /// \throws Error if it could not be written
   void Close();
 
@@ -29,6 +35,7 @@ class RejectsFile {
 
   std::filesystem::path path_;
   std::ofstream file_;
+  bool hasRows_ = false;
 };
 
 }  // namespace ktrv::tool

@@ -166,6 +166,17 @@ TEST_F(ImportOnDatabaseTest, ReportsAFileThatCannotBeRead) {
   EXPECT_THROW(Import(""), Error);
 }
 
+TEST_F(ImportOnDatabaseTest, NoticesRejectsThatCannotBeWrittenBeforeItBegins) {
+  Options.Rejects = Path("none/rejects.csv");
+  EXPECT_THROW(Import(kHead + "Anna,Ek,1,\r\n,,2,\r\n"), Error);
+  Options.Rejects = Path("none/rejects.csv");
+  EXPECT_THROW(Import(kHead + "Anna,Ek,1,\r\n"), Error);
+  EXPECT_THAT(Names(), IsEmpty());
+  Options.Rejects = Path("rejects.csv");
+  EXPECT_EQ(Import(), 0);
+  EXPECT_FALSE(Exists("rejects.csv"));
+}
+
 TEST_F(ImportOnDatabaseTest, RejectsInvalidBytesAndTooLongTexts) {
   Options.Format.Encoding = tool::Encoding::Utf8;
   EXPECT_EQ(Import(kHead + "M\xFCller,,1,\r\n" + std::string(51, 'x') + ",,2,\r\nAnna,,3,\r\n"), 1);
