@@ -119,6 +119,10 @@ bool BeginsWithCard(const std::filesystem::path& path, std::optional<Encoding> e
 
 std::unique_ptr<ImportFile> OpenImportFile(const std::filesystem::path& path,
                                            const ImportFormat& format) {
+  if (std::filesystem::exists(path) && !std::filesystem::is_regular_file(path)) {
+    throw Error(ErrorNumber::InvalidArgument,
+                u"What is to be imported is not a regular file; store it in one");
+  }
   ImportFormat known = format;
   if (!known.Encoding) known.Encoding = EncodingOfFile(path);
   if (BeginsWithCard(path, known.Encoding)) return std::make_unique<CardFile>(path, known);

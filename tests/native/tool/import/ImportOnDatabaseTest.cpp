@@ -177,6 +177,17 @@ TEST_F(ImportOnDatabaseTest, NoticesRejectsThatCannotBeWrittenBeforeItBegins) {
   EXPECT_FALSE(Exists("rejects.csv"));
 }
 
+/// It is read more than once.
+TEST_F(ImportOnDatabaseTest, RefusesWhatIsNoRegularFile) {
+  Options.File = Folder.string();
+  try {
+    Import();
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_THAT(error.what(), HasSubstr("not a regular file"));
+  }
+}
+
 TEST_F(ImportOnDatabaseTest, RejectsInvalidBytesAndTooLongTexts) {
   Options.Format.Encoding = tool::Encoding::Utf8;
   EXPECT_EQ(Import(kHead + "M\xFCller,,1,\r\n" + std::string(51, 'x') + ",,2,\r\nAnna,,3,\r\n"), 1);
