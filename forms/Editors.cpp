@@ -55,6 +55,8 @@ std::optional<Recipients> Editors::Pick(Workplace place, const GroupRequest& req
 }
 
 void Editors::Connect(frmGroupsNew& dialog) {
+  const bool picks = dialog.Request().LoadGroupFor == LoadGroupFor::SelectReceipient;
+  dialog.Size = picks ? &pickerSize_ : &groupSize_;
   dialog.OpenContact = [this](Workplace place, const ContactRequest& request) {
     return Contact(std::move(place), request);
   };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/HostRecord.h"
+#include "forms/groups/DialogStretch.h"
 #include "services/Workplace.h"
 
 namespace ktrv::forms {
@@ -30,6 +31,9 @@ class Editors {
   auto Show(ModalDialogs::Kind kind, Workplace place, const Request& request);
 
   HostRecord& record_;
+  // As the user left them, as long as the host's thread has the component.
+  DialogSize groupSize_;
+  DialogSize pickerSize_;
 };
 
 }  // namespace ktrv::forms

@@ -1,5 +1,6 @@
 #include "forms/groups/frmGroupsNew.h"
 
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -13,6 +14,11 @@ using data::GroupQueries::Purpose;
 namespace {
 
 constexpr int kNameRowHeight = 660;
+constexpr int kWidth = 11700;
+constexpr int kHeight = 7650;
+/// What a larger dialog gains is shared by the two lists; below the row line all moves down.
+constexpr int kColumnLines[] = {4000, 9000};
+constexpr int kRowLine = 4870;
 constexpr StringView kSavingContacts = u"Saving contacts...";
 
 /// Context texts of error records. Log readers match them literally, including irregularities.
@@ -42,10 +48,20 @@ constexpr StringView kMemberLayout =
     u"frmGroupsNew()";
 }  // namespace Context
 
+controls::Form::Design DialogDesign(LoadGroupFor use) {
+  const int names = use == LoadGroupFor::SelectReceipient ? kNameRowHeight : 0;
+  return {.Caption = u"New Group",
+          .Width = kWidth,
+          .Height = kHeight,
+          .Resizable = true,
+          .MinimumWidth = kWidth,
+          .MinimumHeight = kHeight - names};
+}
+
 }  // namespace
 
 frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
-    : Form(place.Services.Screen, {.Caption = u"New Group", .Width = 11700, .Height = 7650}),
+    : Form(place.Services.Screen, DialogDesign(request.LoadGroupFor)),
       place_(std::move(place)),
       request_(std::move(request)),
       sources_(place_.Services, place_.Database, commands_, cboContactType,
@@ -167,6 +183,16 @@ void frmGroupsNew::Form_Load() {
     ShowSource(connected);
     ShowWhatIsPossible();
   });
+  const int rowLine = IsPicker() ? kRowLine - kNameRowHeight : kRowLine;
+  stretch_.emplace(*this, std::vector<int>(std::begin(kColumnLines), std::end(kColumnLines)),
+                   rowLine);
+  if (Size && Size->Width > 0) Resize(Size->Width, Size->Height);
+}
+
+void frmGroupsNew::Form_Resize() {
+  if (!stretch_) return;
+  stretch_->Fit();
+  if (Size) *Size = {ScaleWidth(), ScaleHeight()};
 }
 
 bool frmGroupsNew::FillSelector() {

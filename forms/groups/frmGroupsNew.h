@@ -10,6 +10,7 @@
 #include "controls/ProgressBar.h"
 #include "controls/TextBox.h"
 #include "forms/groups/ContactOpening.h"
+#include "forms/groups/DialogStretch.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/GroupSaving.h"
 #include "forms/groups/MemberCommands.h"
@@ -32,6 +33,10 @@ class frmGroupsNew final : public controls::Form {
   std::function<ContactResult(Workplace place, const ContactRequest& request)> OpenContact;
   std::function<GroupResult(Workplace place, const GroupRequest& request)> OpenProperties;
 
+  /// The inner size that the user has given to dialogs of this use; kept up to date. Set by the
+  /// opener; null: it is not kept.
+  DialogSize* Size = nullptr;
+
   /// The request. For a new group, Mode becomes Modify when it is in the database.
   const GroupRequest& Request() const { return request_; }
   /// The result of the group editor; final after the dialog has closed.
@@ -48,8 +53,8 @@ class frmGroupsNew final : public controls::Form {
   controls::TextBox txtFind{*this, {345, 1800, 3735, 330}};
   controls::CommandButton cmdFind{*this, {4170, 1785, 960, 360}, u"&Find"};
   controls::FlexGrid vsfFolderContacts{*this, {345, 2250, 4785, 4200}};
-  controls::Label lblLoadingFolder{*this, {345, 6570, 2500, 255}, u"Loading..."};
-  controls::ProgressBar pbrFolder{*this, {3030, 6570, 2100, 240}};
+  controls::Label lblLoadingFolder{*this, {345, 6570, 3100, 255}, u"Loading..."};
+  controls::ProgressBar pbrFolder{*this, {3530, 6570, 1600, 240}};
   controls::CommandButton cmdSelect{*this, {5190, 2100, 1515, 390}, u"&Select ->"};
   controls::CommandButton cmdSelectAll{*this, {5190, 2565, 1515, 390}, u"&All ->"};
   controls::CommandButton cmdRemove{*this, {5190, 3150, 1515, 390}, u"&Remove"};
@@ -69,8 +74,8 @@ class frmGroupsNew final : public controls::Form {
   controls::CheckBox chkIncudeCountryCode{
       *this, {6765, 5865, 4590, 285}, u"Prefix Country code (if available)"};
   controls::Label lblOutcome{*this, {6765, 6195, 4590, 255}, {}};
-  controls::Label lblLoadingGrp{*this, {6765, 6570, 2500, 255}, u"Loading..."};
-  controls::ProgressBar PbrGrp{*this, {9255, 6570, 2100, 240}};
+  controls::Label lblLoadingGrp{*this, {6765, 6570, 3100, 255}, u"Loading..."};
+  controls::ProgressBar PbrGrp{*this, {9900, 6570, 1455, 240}};
   controls::Label lblLeftOut{*this, {6765, 6480, 4590, 480}, {}};
   controls::Label lblSave{*this, {150, 7170, 4300, 255}, u"Saving Group..."};
   controls::ProgressBar pbrSave{*this, {4500, 7170, 3600, 240}};
@@ -106,6 +111,7 @@ class frmGroupsNew final : public controls::Form {
 
  protected:
   void Form_Load() override;
+  void Form_Resize() override;
   bool Form_MayClose() override;
   void Form_QueryUnload() override;
 
@@ -144,6 +150,7 @@ class frmGroupsNew final : public controls::Form {
   ContactOpening contacts_;
   String shownName_;        ///< the group's name as loaded
   bool connected_ = false;  ///< the selector could be filled
+  std::optional<DialogStretch> stretch_;
   std::optional<NamedGroup> saved_;
   std::optional<Recipients> picked_;
 };

@@ -3,6 +3,7 @@
 #include "controls/Label.h"
 #include "forms/contact/frmNewContact.h"
 #include "forms/folder/frmSelectFolder.h"
+#include "forms/groups/frmGroupsNew.h"
 #include "tests/wine/addressbook/BookWindow.h"
 
 namespace ktrv::windows {
@@ -133,6 +134,16 @@ TEST_P(EveryLabel, OfTheFolderEditorIsWhole) {
         u"The folder could not be loaded, so it cannot be saved. Please open it again.",
         u"The folder was not saved. The log says why."}) {
     Fits(editor.lblNotice, notice);
+  }
+}
+
+TEST_P(EveryLabel, OfTheGroupEditorAndThePickerIsWhole) {
+  for (const LoadGroupFor use : {LoadGroupFor::AddModify, LoadGroupFor::SelectReceipient}) {
+    forms::frmGroupsNew dialog(session_.Place(),
+                               {.LoadGroupFor = use, .GroupType = TypeOfGroup::SharedGroup});
+    dialog.Show();
+    Pump();
+    AllFit(dialog);
   }
 }
 
