@@ -182,6 +182,8 @@ void FormWindow::ShowModal() {
   if (From(opener) && opener != handle_) {
     SetWindowLongPtrW(handle_, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(opener));
   }
+  // Minimised, it would leave its disabled opener without a way on.
+  SetWindowLongPtrW(handle_, GWL_STYLE, GetWindowLongPtrW(handle_, GWL_STYLE) & ~WS_MINIMIZEBOX);
   disabling_.emplace(handle_);
   Show();
   RunMessages([this] { return hidden_; });
