@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/native/adversary/Comparing.h"
+#include "tests/native/support/UnusedPath.h"
 #include "tool/import/Import.h"
 
 namespace ktrv::tests {
@@ -54,9 +55,7 @@ class ImportFaultsTest : public testing::TestWithParam<tool::Duplicates> {
     }
   }
 
-  const std::filesystem::path path_ =
-      std::filesystem::temp_directory_path() /
-      ("importfaults" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + ".csv");
+  const std::filesystem::path path_ = UnusedPath(".csv");
 };
 
 TEST_P(ImportFaultsTest, NothingIsLostOrDoubledByASecondRun) {

@@ -2,6 +2,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 
+#include "tests/native/support/UnusedPath.h"
 #include "tests/native/tool/ToolFixture.h"
 
 namespace ktrv::tests {
@@ -13,11 +14,6 @@ using testing::HasSubstr;
 /// The options of `import`. What they do is tested in import/.
 class ImportCommandTest : public ToolFixture {
  protected:
-  ImportCommandTest() {
-    Path = (std::filesystem::temp_directory_path() /
-            ("import" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) + ".csv"))
-               .string();
-  }
   ~ImportCommandTest() override {
     std::error_code ignored;
     std::filesystem::remove(Path, ignored);
@@ -28,7 +24,7 @@ class ImportCommandTest : public ToolFixture {
     return Run(std::move(options));
   }
 
-  std::string Path;
+  const std::string Path = UnusedPath(".csv").string();
 };
 
 TEST_F(ImportCommandTest, TakesItsOptions) {

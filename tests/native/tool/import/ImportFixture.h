@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tests/native/support/AddressBookDatabase.h"
+#include "tests/native/support/UnusedPath.h"
 #include "tool/import/Import.h"
 
 namespace ktrv::tests {
@@ -16,8 +17,7 @@ namespace ktrv::tests {
 class ImportFixture : public testing::Test {
  protected:
   ImportFixture() {
-    Folder = std::filesystem::temp_directory_path() /
-             ("import" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+    Folder = UnusedPath();
     std::filesystem::create_directories(Folder);
     Connection.Open(Database.ConnectionString());
     Options.File = Path("people.csv");
