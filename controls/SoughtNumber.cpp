@@ -27,14 +27,19 @@ String SoughtNumber::DigitsOf(StringView number) {
   return digits;
 }
 
+String SoughtNumber::SignificantDigitsOf(StringView number) {
+  String digits = DigitsOf(number);
+  digits.erase(0, std::min(digits.find_first_not_of(u'0'), digits.size()));
+  return digits;
+}
+
 SoughtNumber::SoughtNumber(StringView typed) {
   const bool isNumber = std::all_of(typed.begin(), typed.end(), [](char16_t unit) {
     return IsDigit(unit) || kBetweenDigits.find(unit) != StringView::npos;
   });
   if (!isNumber) return;
-  digits_ = DigitsOf(typed);
-  const std::size_t start = digits_.find_first_not_of(u'0');
-  if (start != String::npos) digits_.erase(0, start);
+  digits_ = SignificantDigitsOf(typed);
+  if (digits_.empty()) digits_ = DigitsOf(typed);
 }
 
 bool SoughtNumber::IsIn(StringView number) const {

@@ -19,6 +19,8 @@ class SoughtNumber {
 
   /// The decimal digits of a number, without a "(0)".
   static String DigitsOf(StringView number);
+  /// The same without leading zeros. Empty if there are only zeros.
+  static String SignificantDigitsOf(StringView number);
 
  private:
   String digits_;

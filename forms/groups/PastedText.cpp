@@ -10,6 +10,8 @@
 namespace ktrv::forms {
 namespace {
 
+using controls::SoughtNumber;
+
 constexpr StringView kBetweenFields = u"\r\n;\t";
 constexpr StringView kBlanks = u" \u00A0";
 
@@ -17,13 +19,6 @@ StringView WithoutBlanks(StringView text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
   if (first == StringView::npos) return {};
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-/// The digits without leading zeros, which depend on where the number is dialled.
-String NumberKey(StringView number) {
-  String digits = controls::SoughtNumber::DigitsOf(number);
-  digits.erase(0, std::min(digits.find_first_not_of(u'0'), digits.size()));
-  return digits;
 }
 
 bool IsInternational(StringView number) {
@@ -53,7 +48,7 @@ PastedText::PastedText(StringView text, const controls::Language& language) : fo
 
 void PastedText::Add(StringView text, int record) {
   if (text.empty()) return;
-  const controls::SoughtNumber number(text);
+  const SoughtNumber number(text);
   Index& numbers = IsInternational(text) ? internationalNumbers_ : numbers_;
   const Rows* byNumber = number.IsEmpty() ? nullptr : &numbers[String(number.Digits())];
   fields_.push_back({String(text), record, &names_[NameKey(text)], byNumber});
@@ -81,9 +76,9 @@ void PastedText::LookAt(controls::FlexGrid& list, JobProgress& progress) {
     progress.Advance();
     const ContactRow contact = columns.Read(row);
     Note(names_, NameKey(contact.Name), row);
-    const String number = NumberKey(contact.MobileNo);
+    const String number = SoughtNumber::SignificantDigitsOf(contact.MobileNo);
     if (number.empty()) continue;
-    const String withCountry = NumberKey(contact.CountryCode) + number;
+    const String withCountry = SoughtNumber::SignificantDigitsOf(contact.CountryCode) + number;
     Note(numbers_, number, row);
     Note(numbers_, withCountry, row);
     // 49 1234 in another country is not +49 1234.

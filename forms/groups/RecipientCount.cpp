@@ -17,11 +17,6 @@ String Counted(std::int64_t count, StringView one, StringView many) {
   return ToDecimal(count) + u" " + String(count == 1 ? one : many);
 }
 
-String WithoutZeros(String digits) {
-  digits.erase(0, std::min(digits.find_first_not_of(u'0'), digits.size()));
-  return digits;
-}
-
 }  // namespace
 
 RecipientCount::RecipientCount(Services& services, BookDatabase& database, controls::FlexGrid& list,
@@ -30,9 +25,9 @@ RecipientCount::RecipientCount(Services& services, BookDatabase& database, contr
 
 RecipientCount::Number RecipientCount::NumberOf(StringView countryCode, StringView mobileNo) {
   using controls::SoughtNumber;
-  const String number = WithoutZeros(SoughtNumber::DigitsOf(mobileNo));
+  const String number = SoughtNumber::SignificantDigitsOf(mobileNo);
   if (number.empty()) return 0;
-  const String whole = WithoutZeros(SoughtNumber::DigitsOf(countryCode)) + number;
+  const String whole = SoughtNumber::SignificantDigitsOf(countryCode) + number;
   return std::max<Number>(std::hash<String>()(whole), 1);
 }
 
