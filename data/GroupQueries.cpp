@@ -107,8 +107,7 @@ String Members(Dialect dialect, StringView groupId) {
 }
 
 String MembersOfGroups(const std::vector<String>& groupIds) {
-  String ids;
-  for (const String& id : groupIds) ids += (ids.empty() ? u"" : u", ") + WithId(u"{id}", id);
+  const String ids = IdList(groupIds);
   return Joined(
       {u"SELECT M.GROUP_ID, TO_CHAR(ID) AS ID, FNAME, MOBILENO, COUNTRYCODE "
        u"FROM SMS_ABCONTACTS C,SMS_ABGROUPMAPS M "

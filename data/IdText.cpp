@@ -16,4 +16,10 @@ String WithId(StringView text, StringView id, StringView place) {
   return filled.append(text);
 }
 
+String IdList(std::span<const String> ids) {
+  String list;
+  for (const String& id : ids) list += (list.empty() ? u"" : u", ") + WithId(u"{id}", id);
+  return list;
+}
+
 }  // namespace ktrv::data

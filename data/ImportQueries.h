@@ -33,9 +33,7 @@ inline String NameOf(StringView contactId) {
 
 /// The rows of a table with one of these ids. \throws as WithId does
 inline String RowsWithId(StringView table, const std::vector<String>& ids) {
-  String list;
-  for (const String& id : ids) list += (list.empty() ? u"" : u", ") + WithId(u"{id}", id);
-  return u"SELECT ID FROM " + String(table) + u" WHERE ID IN (" + list + u")";
+  return u"SELECT ID FROM " + String(table) + u" WHERE ID IN (" + IdList(ids) + u")";
 }
 
 /// The contacts of a group. \throws as WithId does
