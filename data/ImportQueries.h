@@ -5,7 +5,7 @@
 #include "data/ContactRules.h"
 #include "data/IdText.h"
 
-/// Query texts of an import of contacts, the same for every engine.
+/// Query texts of an import of contacts, the same for every engine unless named after one.
 namespace ktrv::data::ImportQueries {
 
 /// What finds a contact again.
@@ -25,6 +25,13 @@ inline String ContactsAfter(StringView contactId) {
   return WithId(u"SELECT ID, COUNTRYCODE, MOBILENO FROM SMS_ABCONTACTS WHERE ID > {id} ORDER BY ID",
                 contactId);
 }
+
+/// Counts the tables that an import writes and that keep what is rolled back.
+inline constexpr StringView kTablesWithoutTransactionsOfMySql =
+    u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES T JOIN INFORMATION_SCHEMA.ENGINES E "
+    u"ON E.ENGINE = T.ENGINE WHERE T.TABLE_SCHEMA = DATABASE() AND "
+    u"UPPER(T.TABLE_NAME) IN ('SMS_ABCONTACTS', 'SMS_ABGROUPMAPS') AND "
+    u"COALESCE(E.TRANSACTIONS, 'NO') <> 'YES'";
 
 /// The name of a contact. \throws as WithId does
 inline String NameOf(StringView contactId) {

@@ -62,8 +62,8 @@ class BlockWriter {
   void Run(database::Command& command, std::vector<std::vector<Variant>> rows);
   void Insert(Entries& entries, std::size_t begin, std::size_t end);
   void FindIds(Entries& entries, std::size_t begin, std::size_t end, std::int64_t newest);
-  void RequireNothingStored(const Entries& entries, std::size_t begin, std::size_t end,
-                            std::int64_t newest);
+  /// \throws Error if a table keeps what is rolled back
+  void RequireTransactions();
   void FillGapsOf(const ImportEntry& entry);
   /// \throws Refused if another user has deleted what the entries belong to
   void RequirePlaces(const Entries& entries, std::size_t begin, std::size_t end,

@@ -20,6 +20,7 @@ class WatchedStatement final : public Statement {
   const std::vector<database::Column>& Columns() const override { return statement_->Columns(); }
   std::int64_t RowsAffected() const override { return statement_->RowsAffected(); }
   std::unique_ptr<database::RowBlock> Fetch(std::size_t rows) override {
+    if (const auto hook = watch_.BeforeFetch) hook(text_);
     return statement_->Fetch(rows);
   }
   void Cancel() noexcept override { statement_->Cancel(); }
@@ -57,7 +58,10 @@ class WatchedLink final : public Link {
     watch_.UndoTransactions ? link_->RollBack() : link_->Commit();
     if (const auto hook = watch_.AfterCommit) hook();
   }
-  void RollBack() override { link_->RollBack(); }
+  void RollBack() override {
+    link_->RollBack();
+    if (const auto hook = watch_.AfterRollBack) hook();
+  }
 
  private:
   WatchedDriver& watch_;

@@ -22,6 +22,8 @@ class WatchedDriver final : public database::Driver {
   /// The same for a text that a link prepares, with its parameters.
   std::function<void(StringView text, std::span<const database::Parameter> parameters)>
       BeforePrepare;
+  /// Called before rows of the text's result are fetched.
+  std::function<void(StringView text)> BeforeFetch;
 
   /// Called before the engine is asked for the id of the row that was inserted last.
   std::function<void()> BeforeLastInsertedId;
@@ -36,6 +38,9 @@ class WatchedDriver final : public database::Driver {
 
   /// Called when a transaction has been stored.
   std::function<void()> AfterCommit;
+
+  /// Called when a transaction has been rolled back.
+  std::function<void()> AfterRollBack;
 
   std::unique_ptr<database::Link> Open(StringView connectionString, StringView user,
                                        StringView password) override;

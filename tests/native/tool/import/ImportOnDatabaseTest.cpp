@@ -1,4 +1,5 @@
 #include "common/Error.h"
+#include "tests/native/support/WatchedDriver.h"
 #include "tests/native/tool/import/ImportFixture.h"
 
 namespace ktrv::tests {
@@ -221,6 +222,33 @@ TEST_F(ImportOnDatabaseTest, RejectsRowsThatTheDatabaseRefuses) {
             "First Name,Mobile,City\r\nBert,2,Lund\r\nB,2,\r\n");
   EXPECT_THAT(Out.str(), HasSubstr("added 2, skipped 1 duplicates, rejected 2"));
   EXPECT_THAT(Messages.str(), HasSubstr("people.csv:4: It is the same contact as in line 3"));
+}
+
+TEST_F(ImportOnDatabaseTest, StopsIfRefusedRowsMayBeStored) {
+  if (Connection.CurrentLink()->Get().EngineKind() != database::Engine::MySql) GTEST_SKIP();
+  Database.Run({u"ALTER TABLE SMS_ABCONTACTS ENGINE = MyISAM",
+                u"CREATE UNIQUE INDEX IX_ONCE ON SMS_ABCONTACTS (CITY)"});
+  EXPECT_THROW(Import("First Name,Mobile,City\r\nAnna,1,Lund\r\nBert,2,Lund\r\n"), Error);
+  EXPECT_THAT(Names(), ElementsAre(u"Anna||1"));
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: stopped here"));
+}
+
+/// The same number came from elsewhere while a block was rolled back.
+TEST_F(ImportOnDatabaseTest, DoesNotTakeANumberOfAnotherUserForItsOwn) {
+  Database.Run({u"CREATE UNIQUE INDEX IX_ONCE ON SMS_ABCONTACTS (CITY)"});
+  WatchedDriver driver(Database.Driver());
+  database::Connection watched(
+      {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
+  watched.Open(Database.ConnectionString());
+  driver.AfterRollBack = [&] {
+    driver.AfterRollBack = nullptr;
+    Database.Run(
+        {u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, FNAME, LNAME, MOBILENO) "
+         u"VALUES (0, 'Other', '', '1')"});
+  };
+  Write("people.csv", "First Name,Mobile,City\r\nAnna,1,Lund\r\nBert,2,Lund\r\nCora,3,Oslo\r\n");
+  EXPECT_EQ(Import(watched), 1);
+  EXPECT_THAT(Names(), ElementsAre(u"Other||1", u"Anna||1", u"Cora||3"));
 }
 
 }  // namespace
