@@ -184,7 +184,10 @@ int Check(const CheckOptions& options, Book& book, Console& console) {
       console.Messages << "addressbook: a repair that cannot ask needs --yes\n";
       return ExitCode::Usage;
     }
-    if (!IsAgreed(console)) return ExitCode::Failed;
+    if (!IsAgreed(console)) {
+      if (console.Json) PrintJson(findings, console.Out);
+      return ExitCode::Failed;
+    }
   }
   Repair(options, book, console);
   findings = FindAll(book.Connection);

@@ -28,11 +28,12 @@ class ContactWriter {
   virtual void Begin() {}
   virtual void Write(const ContactRecord& contact) = 0;
   virtual void End() { Flush(); }
+  /// Writes what there is to the file; it has no end then.
+  void Flush();
 
  protected:
   /// Writes text_ to the file when it is long.
   void FlushIfLong();
-  void Flush();
 
   std::string text_;  ///< to be written; UTF-8
 

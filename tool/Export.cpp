@@ -64,16 +64,15 @@ String ChosenContacts(const ExportOptions& options, database::Connection& connec
   return Queries::ContactsOfFolder(folder.Id);
 }
 
-/// Writes the rows of the query. \return their number
-std::int64_t WriteContacts(StringView text, database::Connection& connection, ContactWriter& writer,
-                           Progress& progress) {
+/// Writes the rows of the query and counts them.
+void WriteContacts(StringView text, database::Connection& connection, ContactWriter& writer,
+                   Progress& progress, std::int64_t& written) {
   const Places places(connection);
   Query query(connection, text);
   ContactRecord contact;
   contact.Columns.resize(ContactColumns::kNames.size());
   String lastId;
   String lastFolder = u"0";
-  std::int64_t written = 0;
   writer.Begin();
   while (query.Next()) {
     const StringView id = query.Text(0);
@@ -91,7 +90,22 @@ std::int64_t WriteContacts(StringView text, database::Connection& connection, Co
     progress.Count(++written);
   }
   writer.End();
-  return written;
+}
+
+/// Writes the rows to the standard output.
+void PrintContacts(const ExportOptions& options, StringView text, database::Connection& connection,
+                   Console& console, Progress& progress) {
+  console.Json = options.Format == FileFormat::Json;
+  const auto writer = MakeWriter(options.Format, console.Out, options.ByteOrderMark);
+  std::int64_t written = 0;
+  try {
+    WriteContacts(text, connection, *writer, progress, written);
+  } catch (...) {
+    writer->Flush();
+    if (written > 0) console.Written = JsonPart::Rows;
+    throw;
+  }
+  progress.Finish(written);
 }
 
 Error CannotWrite(const std::string& name) {
@@ -103,12 +117,8 @@ Error CannotWrite(const std::string& name) {
 int Export(const ExportOptions& options, Book& book, Console& console) {
   const String query = ChosenContacts(options, book.Connection);
   Progress progress(console, "exported");
-  const auto writeTo = [&](std::ostream& file) {
-    const auto writer = MakeWriter(options.Format, file, options.ByteOrderMark);
-    return WriteContacts(query, book.Connection, *writer, progress);
-  };
   if (options.Output.empty()) {
-    progress.Finish(writeTo(console.Out));
+    PrintContacts(options, query, book.Connection, console, progress);
     return ExitCode::Done;
   }
   const std::filesystem::path path = PathOf(options.Output);
@@ -116,7 +126,9 @@ int Export(const ExportOptions& options, Book& book, Console& console) {
   unfinished += ".part";
   std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
   if (!file) throw CannotWrite(options.Output);
-  const std::int64_t written = writeTo(file);
+  std::int64_t written = 0;
+  const auto writer = MakeWriter(options.Format, file, options.ByteOrderMark);
+  WriteContacts(query, book.Connection, *writer, progress, written);
   file.close();
   if (!file) throw CannotWrite(options.Output);
   std::error_code failure;

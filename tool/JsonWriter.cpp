@@ -6,12 +6,8 @@
 
 namespace ktrv::tool {
 
-void JsonWriter::Begin() {
-  text_ += '[';
-}
-
 void JsonWriter::Write(const ContactRecord& contact) {
-  text_ += isFirst_ ? "\n{" : ",\n{";
+  text_ += isFirst_ ? "[\n{" : ",\n{";
   isFirst_ = false;
   AppendKey(ContactColumns::kFolder, "");
   AppendJsonOrNull(text_, contact.Folder);
@@ -31,7 +27,7 @@ void JsonWriter::Write(const ContactRecord& contact) {
 }
 
 void JsonWriter::End() {
-  text_ += isFirst_ ? "]\n" : "\n]\n";
+  text_ += isFirst_ ? "[]\n" : "\n]\n";
   Flush();
 }
 

@@ -10,7 +10,6 @@ class JsonWriter final : public ContactWriter {
  public:
   using ContactWriter::ContactWriter;
 
-  void Begin() override;
   void Write(const ContactRecord& contact) override;
   void End() override;
 

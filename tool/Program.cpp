@@ -11,6 +11,7 @@
 #include "database/odbc/ConnectionString.h"
 #include "tool/Arguments.h"
 #include "tool/Files.h"
+#include "tool/JsonText.h"
 
 namespace ktrv::tool {
 namespace {
@@ -72,6 +73,15 @@ data::Dialect DialectOf(const Arguments& arguments, const database::Connection& 
   return oracle ? data::Dialect::Oracle : data::Dialect::Sql;
 }
 
+/// Makes what a failed command has written well-formed, and tells scripts that it is not all.
+void CompleteJson(StringView error, Console& console) {
+  const bool isInArray = console.Written == JsonPart::Rows;
+  std::string json = isInArray ? ",\n{" : console.Written == JsonPart::Members ? "" : "{";
+  json += "\"error\": ";
+  AppendJson(json, error);
+  console.Out << json << (isInArray ? "}\n]\n" : "}\n");
+}
+
 int RunCommand(const Arguments& arguments, const String& connectionString, const Platform& platform,
                Console& console) {
   try {
@@ -83,9 +93,9 @@ int RunCommand(const Arguments& arguments, const String& connectionString, const
     Book book{connection, DialectOf(arguments, connection)};
     return arguments.Run(book, console);
   } catch (...) {
-    console.Messages << "addressbook: "
-                     << ToUtf8(HidePasswords(Error::Current().Description(), connectionString))
-                     << '\n';
+    const String text = HidePasswords(Error::Current().Description(), connectionString);
+    if (console.Json) CompleteJson(text, console);
+    console.Messages << "addressbook: " << ToUtf8(text) << '\n';
     return ExitCode::Failed;
   }
 }

@@ -66,6 +66,7 @@ void RowPrinter::PrintJson(const std::vector<std::optional<StringView>>& cells) 
     AppendJsonOrNull(json, cells[column]);
   }
   console_.Out << json << '}';
+  console_.Written = JsonPart::Rows;
 }
 
 void RowPrinter::PrintHeld() {

@@ -41,10 +41,11 @@ std::filesystem::path RejectsPath(const ImportOptions& options) {
 /// Results for people, or as JSON.
 class Report {
  public:
-  Report(const ImportOptions& options, Console& console) : options_(options), console_(console) {
-    if (console.Json) console.Out << "{\"rejected\": [";
-  }
+  Report(const ImportOptions& options, Console& console) : options_(options), console_(console) {}
 
+  void Begin() {
+    if (console_.Json) console_.Out << "{\"rejected\": [";
+  }
   void Reject(std::int64_t line, StringView reason) {
     if (console_.Json) {
       console_.Out << (rejected_ == 0 ? "\n" : ",\n") << JsonOf(line, "reason", reason);
@@ -71,17 +72,19 @@ class Report {
     console_.Messages << '\n';
   }
   void Finish(const std::filesystem::path& rejects) {
-    if (console_.Json) {
-      console_.Out << "],\n\"notes\": [" << notes_ << "],\n\"added\": " << Added
-                   << ", \"merged\": " << Merged << ", \"skipped\": " << Skipped << "}\n";
-      return;
-    }
+    if (console_.Json) return PrintJsonMembers("}\n");
     console_.Out << (options_.DryRun ? "would add " : "added ") << Added;
     if (options_.OfDuplicates == Duplicates::Merge) console_.Out << ", merged " << Merged;
     console_.Out << ", skipped " << Skipped << " duplicates, rejected " << rejected_ << '\n';
     if (rejected_ > 0 && !rejects.empty()) {
       console_.Out << "rejected rows are in " << ToUtf8(rejects.u16string()) << '\n';
     }
+  }
+  /// Instead of Finish, if an error ends the import.
+  void Break() {
+    if (!console_.Json) return;
+    PrintJsonMembers(",\n");
+    console_.Written = JsonPart::Members;
   }
   bool HasRejects() const { return rejected_ > 0; }
 
@@ -90,6 +93,11 @@ class Report {
   std::int64_t Skipped = 0;
 
  private:
+  /// Those after the rows.
+  void PrintJsonMembers(const char* end) {
+    console_.Out << "],\n\"notes\": [" << notes_ << "],\n\"added\": " << Added
+                 << ", \"merged\": " << Merged << ", \"skipped\": " << Skipped << end;
+  }
   static std::string JsonOf(std::int64_t line, const std::string& name, StringView text) {
     std::string json = "{\"line\": " + std::to_string(line) + ", \"" + name + "\": ";
     AppendJson(json, text);
@@ -121,6 +129,20 @@ class Importer {
   int Run() {
     report_.LeftOut(file_->LeftOut());
     rejects_.Open(file_->Head());
+    report_.Begin();
+    try {
+      ImportRows();
+    } catch (...) {
+      report_.Break();
+      throw;
+    }
+    progress_.Finish(rows_);
+    report_.Finish(rejects_.Path());
+    return report_.HasRejects() ? ExitCode::Failed : ExitCode::Done;
+  }
+
+ private:
+  void ImportRows() {
     if (options_.OfDuplicates != Duplicates::Add) ReadPeople();
     for (ImportRow row; file_->Next(row);) {
       Take(row);
@@ -129,12 +151,8 @@ class Importer {
     }
     WriteBlock();
     rejects_.Close();
-    progress_.Finish(rows_);
-    report_.Finish(rejects_.Path());
-    return report_.HasRejects() ? ExitCode::Failed : ExitCode::Done;
   }
 
- private:
   void ReadPeople() {
     Query query(connection_, data::ImportQueries::kPeople);
     while (query.Next()) {

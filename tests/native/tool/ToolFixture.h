@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/native/support/AddressBookDatabase.h"
+#include "tests/native/support/WatchedDriver.h"
 #include "tool/Command.h"
 #include "tool/Program.h"
 
@@ -23,7 +24,7 @@ class ToolFixture : public testing::Test {
     Messages.str({});
     tool::Console console{Out, Messages, In, IsInteractive};
     return tool::RunProgram(std::move(arguments),
-                            {Database.Driver(),
+                            {Driver,
                              [this](const std::string& name) -> std::optional<std::string> {
                                const auto found = Environment.find(name);
                                if (found == Environment.end()) return std::nullopt;
@@ -35,6 +36,7 @@ class ToolFixture : public testing::Test {
   std::string Output() const { return Out.str(); }
 
   AddressBookDatabase Database;
+  WatchedDriver Driver{Database.Driver()};
   std::map<std::string, std::string> Environment;
   bool FilesArePrivate = true;
   bool IsInteractive = false;
