@@ -74,8 +74,9 @@ endfunction()
 # ktrv_test(NAME [DEPENDS lib...] LABELS label [ON_SERVERS filter] [NEEDS_SERVERS filter]
 # [SIDE_BY_SIDE number]): a GoogleTest program of all sources in the current folder. Cases that match
 # ON_SERVERS also run on each database server, those of NEEDS_SERVERS only there; both have the label
-# `servers`. Natively each case is one CTest test, discovered when ctest runs; with SIDE_BY_SIDE, for cases that mostly wait, they are one test that runs so many at a time. For
-# Windows the program is one test, because starting a program under Wine costs more than most cases.
+# `servers`. Natively each case is one CTest test, discovered when ctest runs; with SIDE_BY_SIDE, for
+# cases that mostly wait, they are one test that runs so many at a time. For Windows the program is
+# one test, because starting a program under Wine costs more than most cases.
 function(ktrv_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABELS;ON_SERVERS;NEEDS_SERVERS;SIDE_BY_SIDE" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
