@@ -23,13 +23,17 @@ bool EndsWithKeyword(StringView text) {
       });
 }
 
+/// The character that ends the value; 0 if the value is not quoted.
+char16_t ClosingQuote(StringView value) {
+  const char16_t first = value.empty() ? u'\0' : value[0];
+  if (first == u'{') return u'}';
+  return first == u'\'' || first == u'"' ? first : u'\0';
+}
+
 /// The end of the value that starts at position 0, including quotes.
 std::size_t EndOfValue(StringView text) {
-  const char16_t first = text.empty() ? u'\0' : text[0];
-  const char16_t quote = first == u'{' ? u'}' : first;
-  if (quote != u'}' && quote != u'\'' && quote != u'"') {
-    return std::min(text.find(u';'), text.size());
-  }
+  const char16_t quote = ClosingQuote(text);
+  if (quote == u'\0') return std::min(text.find(u';'), text.size());
   std::size_t at = 1;
   while (at < text.size()) {
     if (text[at] != quote) {
@@ -70,9 +74,8 @@ std::vector<String> PasswordsOf(StringView connectionString) {
   for (const Value& value : PasswordValues(connectionString, true)) {
     const StringView written = connectionString.substr(value.Start, value.End - value.Start);
     passwords.emplace_back(Trim(written));
-    const char16_t first = written.front();
-    if (first != u'{' && first != u'\'' && first != u'"') continue;
-    const char16_t quote = first == u'{' ? u'}' : first;
+    const char16_t quote = ClosingQuote(written);
+    if (quote == u'\0') continue;
     StringView inner = written.substr(1);
     if (!inner.empty() && inner.back() == quote) inner.remove_suffix(1);
     passwords.emplace_back(inner);

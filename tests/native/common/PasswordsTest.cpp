@@ -41,6 +41,11 @@ TEST(PasswordsTest, APasswordBehindAnotherValueWithAQuoteIsHidden) {
   EXPECT_EQ(HidePasswords(u"secret1 refused", u"Driver={x Pwd='};Pwd=secret1"), u"*** refused");
 }
 
+TEST(PasswordsTest, AClosingBraceAtTheStartIsPartOfThePassword) {
+  EXPECT_EQ(HidePasswords(u"Pwd=}secret};Port=1"), u"Pwd=***;Port=1");
+  EXPECT_EQ(HidePasswords(u"}}secret} refused", u"PWD=}}secret};Uid=x"), u"*** refused");
+}
+
 TEST(PasswordsTest, AShortPasswordIsHiddenAsAWordOnly) {
   EXPECT_EQ(HidePasswords(u"a table, password a refused", u"PWD=a"),
             u"*** table, password *** refused");
