@@ -112,10 +112,10 @@ StringView MarkStatement(Engine engine) {
     case Engine::MySql:
     case Engine::PostgreSql:
     case Engine::Oracle:
+    case Engine::Sqlite:
       return u"SAVEPOINT KTRV_MARK";
     case Engine::SqlServer:
       return u"SAVE TRANSACTION KTRV_MARK";
-    case Engine::Sqlite:
     case Engine::Other:
       break;
   }

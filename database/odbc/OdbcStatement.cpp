@@ -5,6 +5,7 @@
 
 #include "common/ScopeExit.h"
 #include "database/DataError.h"
+#include "database/ManyRows.h"
 
 namespace ktrv::database::odbc {
 namespace {
@@ -116,6 +117,10 @@ void OdbcStatement::ExecuteToFirstResult(std::span<const Variant> values) {
   PassUnlessCancelled();
   if (values.size() != parameters_.size()) throw DataError(ErrorNumber::InvalidArgument);
   BindValues(values);
+  ExecuteBound();
+}
+
+void OdbcStatement::ExecuteBound() {
   Run();
   DescribeColumns();
   fetching_ = !columns_.empty();
@@ -130,7 +135,8 @@ void OdbcStatement::ExecuteToFirstResult(std::span<const Variant> values) {
 }
 
 bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
-  if (link_.EngineKind() == Engine::Sqlite || link_.EngineKind() == Engine::Other) return false;
+  if (link_.EngineKind() == Engine::Sqlite) return ExecuteManyRows(rows);
+  if (link_.EngineKind() == Engine::Other) return false;
   if (!PassesParameterArrays()) return false;
   CloseCursor();
   PassUnlessCancelled();
@@ -171,6 +177,32 @@ bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
   return true;
 }
 
+/// SQLite's driver compiles the statement again for each row of an array, which takes longer than
+/// to insert the row. So several rows are inserted by one statement.
+bool OdbcStatement::ExecuteManyRows(std::span<const std::vector<Variant>> rows) {
+  constexpr std::size_t kMostParameters = 999;  // of versions before 3.32
+  if (parameters_.empty() || parameters_.size() > kMostParameters) return false;
+  const std::size_t many = kMostParameters / parameters_.size();
+  if (!manyRows_) {
+    const String text = InsertOfRows(text_, many);
+    if (text.empty()) return false;
+    std::vector<Parameter> parameters;
+    for (std::size_t row = 0; row < many; ++row) {
+      parameters.insert(parameters.end(), parameters_.begin(), parameters_.end());
+    }
+    manyRows_ = std::make_unique<OdbcStatement>(link_, text, parameters);
+  }
+  for (; rows.size() >= many; rows = rows.subspan(many)) {
+    PassUnlessCancelled();
+    for (std::size_t row = 0; row < many; ++row) {
+      manyRows_->BindValues(rows[row], row * parameters_.size());
+    }
+    manyRows_->ExecuteBound();
+  }
+  for (const auto& row : rows) Execute(row);
+  return true;
+}
+
 void OdbcStatement::SetSetting(SQLINTEGER setting, SQLPOINTER value) const {
   Check(SQLSetStmtAttr(handle_.Get(), setting, value, 0));
 }
@@ -202,10 +234,10 @@ void OdbcStatement::Give(Narrowly narrowly, Widely widely) {
   }
 }
 
-void OdbcStatement::BindValues(std::span<const Variant> values) {
-  for (std::size_t index = 0; index < values.size(); ++index) {
+void OdbcStatement::BindValues(std::span<const Variant> values, std::size_t first) {
+  for (std::size_t index = first; index < first + values.size(); ++index) {
     arguments_[index].Bind(handle_.Get(), static_cast<SQLUSMALLINT>(index + 1), parameters_[index],
-                           values[index], link_.EngineKind(), link_.HowToSpeak());
+                           values[index - first], link_.EngineKind(), link_.HowToSpeak());
   }
 }
 

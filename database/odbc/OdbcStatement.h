@@ -41,7 +41,10 @@ class OdbcStatement final : public Statement {
   /// Calls the function that matches the driver's text encoding.
   template <class Narrowly, class Widely>
   void Give(Narrowly narrowly, Widely widely);
-  void BindValues(std::span<const Variant> values);
+  /// \param first index of the parameter of the first value
+  void BindValues(std::span<const Variant> values, std::size_t first = 0);
+  void ExecuteBound();
+  bool ExecuteManyRows(std::span<const std::vector<Variant>> rows);
   void DescribeColumns();
   void BindColumns();
   void CloseCursor() noexcept;
@@ -62,6 +65,7 @@ class OdbcStatement final : public Statement {
   std::vector<ColumnBuffer> buffers_;  // of the columns
   std::vector<ParameterBuffer> arguments_;
   std::vector<ParameterColumn> argumentsOfAll_;
+  std::unique_ptr<OdbcStatement> manyRows_;  // inserts many rows as this one does a single one
   std::int64_t rowsAffected_ = -1;
 };
 

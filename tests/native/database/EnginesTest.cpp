@@ -20,13 +20,12 @@ TEST(EnginesTest, NoOtherProductIsTakenForOne) {
 }
 
 TEST(EnginesTest, NoTransactionIsMarkedInTheWordsOfAnotherEngine) {
-  for (const Engine engine : {Engine::MySql, Engine::PostgreSql, Engine::Oracle}) {
+  for (const Engine engine : {Engine::MySql, Engine::PostgreSql, Engine::Oracle, Engine::Sqlite}) {
     EXPECT_EQ(MarkStatement(engine), u"SAVEPOINT KTRV_MARK");
     EXPECT_EQ(UndoToMarkStatement(engine), u"ROLLBACK TO SAVEPOINT KTRV_MARK");
   }
   EXPECT_EQ(MarkStatement(Engine::SqlServer), u"SAVE TRANSACTION KTRV_MARK");
   EXPECT_EQ(UndoToMarkStatement(Engine::SqlServer), u"ROLLBACK TRANSACTION KTRV_MARK");
-  EXPECT_EQ(MarkStatement(Engine::Sqlite), u"");
   EXPECT_EQ(MarkStatement(Engine::Other), u"");
 }
 
