@@ -12,6 +12,11 @@ namespace ktrv::data::ImportQueries {
 inline constexpr StringView kPeople =
     u"SELECT ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, EMAIL FROM SMS_ABCONTACTS";
 
+/// The same of contacts that were inserted after this one. \throws as WithId does
+inline String PeopleAfter(StringView contactId) {
+  return WithId(String(kPeople) + u" WHERE ID > {id}", contactId);
+}
+
 /// The folder, the texts in the order of ContactText, the others.
 inline constexpr StringView kInsertContact =
     u"INSERT INTO SMS_ABCONTACTS (FOLDER_ID, FNAME, MNAME, LNAME, COUNTRYCODE, MOBILENO, "

@@ -55,8 +55,7 @@ std::int64_t NewestContact(database::Connection& connection) {
 
 }  // namespace
 
-BlockWriter::BlockWriter(database::Connection& connection, bool findsIds)
-    : connection_(connection), findsIds_(findsIds) {
+BlockWriter::BlockWriter(database::Connection& connection) : connection_(connection) {
   insertContact_.SetActiveConnection(&connection);
   insertContact_.SetCommandText(String(ImportQueries::kInsertContact));
   insertContact_.Append(u"FOLDER_ID", DataType::Integer);
@@ -78,6 +77,8 @@ BlockWriter::BlockWriter(database::Connection& connection, bool findsIds)
 void BlockWriter::Write(Entries& entries) {
   finished_ = 0;
   unknown_ = 0;
+  findsIds_ = FindsAllIds || std::any_of(entries.begin(), entries.end(),
+                                         [](const auto& entry) { return !entry.Groups.empty(); });
   try {
     WriteTogether(entries, 0, entries.size());
     finished_ = entries.size();
@@ -104,22 +105,25 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
       std::any_of(entries.begin() + static_cast<std::ptrdiff_t>(begin),
                   entries.begin() + static_cast<std::ptrdiff_t>(end),
                   [](const ImportEntry& entry) { return entry.What == ImportEntry::Kind::Add; });
+  const bool findsIds = adds && findsIds_;
   database::Transaction transaction(connection_);
-  const std::int64_t newest = adds && findsIds_ ? NewestContact(connection_) : 0;
+  const std::int64_t newest = findsIds ? NewestContact(connection_) : 0;
   String refusal;
   unknown_ = end - begin;
   try {
     if (adds) Insert(entries, begin, end);
-    if (adds && findsIds_) FindIds(entries, begin, end, newest);
+    if (findsIds) FindIds(entries, begin, end, newest);
     for (std::size_t at = begin; at < end; ++at) {
       if (entries[at].What == ImportEntry::Kind::Merge) FillGapsOf(entries[at]);
     }
     const auto memberships = NewMemberships(entries, begin, end);
-    std::vector<std::vector<Variant>> rows;
-    for (const auto& [group, contact] : memberships) {
-      rows.push_back({group, ToDecimal(contact), String(u"S")});
-    }
-    Run(insertMember_, std::move(rows));
+    Run(insertMember_, [&memberships] {
+      Rows rows;
+      for (const auto& [group, contact] : memberships) {
+        rows.push_back({group, ToDecimal(contact), String(u"S")});
+      }
+      return rows;
+    });
     RequirePlaces(entries, begin, end, memberships);
     transaction.Commit();
     unknown_ = 0;
@@ -145,15 +149,16 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
   throw Refused{refusal};
 }
 
-void BlockWriter::Run(database::Command& command, std::vector<std::vector<Variant>> rows) {
+void BlockWriter::Run(database::Command& command, const std::function<Rows()>& makeRows) {
   using database::Command;
+  Rows rows = makeRows();
   if (writesTogether_ && rows.size() > 1) {
-    auto together = rows;
-    switch (command.ExecuteTogether(std::move(together))) {
+    switch (command.ExecuteTogether(std::move(rows))) {
       case Command::Together::Ran:
         return;
       case Command::Together::CannotRun:
         writesTogether_ = false;
+        rows = makeRows();
         break;
       case Command::Together::Undone:
         throw Refused{u"The database refused a row"};
@@ -162,12 +167,14 @@ void BlockWriter::Run(database::Command& command, std::vector<std::vector<Varian
   for (auto& row : rows) command.Execute(std::move(row));
 }
 
-void BlockWriter::Insert(Entries& entries, std::size_t begin, std::size_t end) {
-  std::vector<std::vector<Variant>> rows;
-  for (std::size_t at = begin; at < end; ++at) {
-    if (entries[at].What == ImportEntry::Kind::Add) rows.push_back(RowOf(entries[at]));
-  }
-  Run(insertContact_, std::move(rows));
+void BlockWriter::Insert(const Entries& entries, std::size_t begin, std::size_t end) {
+  Run(insertContact_, [&entries, begin, end] {
+    Rows rows;
+    for (std::size_t at = begin; at < end; ++at) {
+      if (entries[at].What == ImportEntry::Kind::Add) rows.push_back(RowOf(entries[at]));
+    }
+    return rows;
+  });
 }
 
 /// Ids grow, so the new contacts are among those with larger ids; other users may add some too.

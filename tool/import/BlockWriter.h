@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -35,9 +36,11 @@ struct ImportEntry {
 /// Writes rows in blocks, each in one transaction: all of them, or none.
 class BlockWriter {
  public:
-  /// \param connection open; must outlive the writer. \param findsIds whether ids of new contacts
-  /// are needed, for merging and memberships
-  BlockWriter(database::Connection& connection, bool findsIds);
+  /// \param connection open; must outlive the writer
+  explicit BlockWriter(database::Connection& connection);
+
+  /// Whether the ids of all new contacts are found. Else only those of blocks with groups.
+  bool FindsAllIds = false;
 
   /// Writes the entries in order. If the database refuses one, they are written one by one, each in
   /// a transaction of its own. \throws Error for other failures; then Finished, Unknown tell what
@@ -59,8 +62,10 @@ class BlockWriter {
 
   /// \throws Refused if the database refuses one of them; then nothing is stored
   void WriteTogether(Entries& entries, std::size_t begin, std::size_t end);
-  void Run(database::Command& command, std::vector<std::vector<Variant>> rows);
-  void Insert(Entries& entries, std::size_t begin, std::size_t end);
+  using Rows = std::vector<std::vector<Variant>>;
+  /// \param makeRows the values for each execution of the command; may be called twice
+  void Run(database::Command& command, const std::function<Rows()>& makeRows);
+  void Insert(const Entries& entries, std::size_t begin, std::size_t end);
   void FindIds(Entries& entries, std::size_t begin, std::size_t end, std::int64_t newest);
   /// \throws Error if a table keeps what is rolled back
   void RequireTransactions();
@@ -74,7 +79,7 @@ class BlockWriter {
   std::unordered_set<std::int64_t>& MembersOf(std::int64_t groupId);
 
   database::Connection& connection_;
-  bool findsIds_;
+  bool findsIds_ = false;       ///< in this block
   bool writesTogether_ = true;  ///< until it turns out to be unsupported
   std::size_t finished_ = 0;
   std::size_t unknown_ = 0;

@@ -22,8 +22,6 @@ class Headings {
 
   /// The headings whose columns are left out.
   const std::vector<String>& LeftOut() const { return leftOut_; }
-  /// Whether the file has a column of groups.
-  bool HasGroups() const { return groups_.has_value(); }
 
  private:
   struct Source {

@@ -26,6 +26,11 @@ DuplicateIndex::Person PersonOf(const Contact& contact) {
           contact.Text(ContactText::MobileNo),  contact.Text(ContactText::Email)};
 }
 
+/// The current row of a query for people.
+DuplicateIndex::Person PersonOf(const Query& query) {
+  return {query.Text(1), query.Text(2), query.Text(3), query.Text(4), query.Text(5), query.Text(6)};
+}
+
 std::filesystem::path RejectsPath(const ImportOptions& options) {
   if (options.Rejects.empty()) {
     return options.DryRun ? std::filesystem::path() : RejectsFile::PathBeside(PathOf(options.File));
@@ -118,10 +123,10 @@ class Importer {
         rejects_(RejectsPath(options)),
         file_(OpenImportFile(PathOf(options.File), options.Format)),
         places_(book.Connection, !options.DryRun),
-        writer_(book.Connection, !options.Group.empty() || file_->HasGroups() ||
-                                     options.OfDuplicates == Duplicates::Merge),
+        writer_(book.Connection),
         progress_(console, "read"),
         report_(options, console) {
+    writer_.FindsAllIds = options.OfDuplicates == Duplicates::Merge;
     if (!options.Folder.empty()) folder_ = places_.ChosenFolder(options.Folder);
     if (!options.Group.empty()) group_ = places_.ChosenGroup(options.Group);
   }
@@ -156,10 +161,22 @@ class Importer {
   void ReadPeople() {
     Query query(connection_, data::ImportQueries::kPeople);
     while (query.Next()) {
-      people_.Add({query.Text(1), query.Text(2), query.Text(3), query.Text(4), query.Text(5),
-                   query.Text(6)},
-                  ToInteger(String(query.Text(0))));
+      const std::int64_t id = ToInteger(String(query.Text(0)));
+      people_.Add(PersonOf(query), id);
+      newest_ = std::max(newest_, id);
       ++stored_;
+    }
+  }
+
+  /// Blocks were stored without finding the ids, because nothing needed them. Not called twice.
+  void FindIdsOfAdded() {
+    writer_.FindsAllIds = true;
+    Query query(connection_, data::ImportQueries::PeopleAfter(ToDecimal(newest_)));
+    while (query.Next()) {
+      const auto known = people_.Find(PersonOf(query));
+      if (known && people_.IdOf(*known) == DuplicateIndex::kUnknown) {
+        people_.SetId(*known, ToInteger(String(query.Text(0))));
+      }
     }
   }
 
@@ -210,6 +227,12 @@ class Importer {
     entry.What = isMerged ? ImportEntry::Kind::Merge : ImportEntry::Kind::Join;
     entry.Person = *known;
     if (!people_.HasName(*known, person)) report_.Note(entry.Line, WhoIs(*known));
+    if (people_.IdOf(*known) == DuplicateIndex::kUnknown && !entry.Groups.empty()) {
+      FindIdsOfAdded();
+      if (people_.IdOf(*known) == DuplicateIndex::kUnknown) {
+        return Reject(entry.Line, entry.Raw, u"Another user has deleted the contact meanwhile");
+      }
+    }
     entry.Id = people_.IdOf(*known);
     if (entry.Id == DuplicateIndex::kNotStored) {
       const auto original =
@@ -305,7 +328,8 @@ class Importer {
   std::optional<std::int64_t> folder_;
   std::optional<std::int64_t> group_;
   DuplicateIndex people_;
-  std::size_t stored_ = 0;  ///< people in the database at first; then come those of the file
+  std::int64_t newest_ = 0;  ///< id in the database at first
+  std::size_t stored_ = 0;   ///< people in the database at first; then come those of the file
   std::vector<std::int64_t> lines_;  ///< of people of the file
   std::vector<ImportEntry> block_;
   std::size_t blockUnits_ = 0;

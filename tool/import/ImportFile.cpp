@@ -70,7 +70,6 @@ class CsvFile final : public ImportFile {
   }
   StringView Head() const override { return head_; }
   std::vector<String> LeftOut() const override { return headings_->LeftOut(); }
-  bool HasGroups() const override { return headings_->HasGroups(); }
 
  private:
   OpenFile file_;
@@ -97,7 +96,6 @@ class CardFile final : public ImportFile {
     return true;
   }
   StringView Head() const override { return {}; }
-  bool HasGroups() const override { return true; }
 
  private:
   OpenFile file_;

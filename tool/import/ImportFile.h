@@ -32,8 +32,6 @@ class ImportFile {
   virtual StringView Head() const = 0;
   /// Headings whose columns are left out.
   virtual std::vector<String> LeftOut() const { return {}; }
-  /// Whether rows may name groups.
-  virtual bool HasGroups() const = 0;
 };
 
 struct ImportFormat {

@@ -76,6 +76,47 @@ TEST_F(PlacesOnDatabaseTest, OfRemoteContactsRejectTheRow) {
   EXPECT_THAT(Messages.str(), HasSubstr("The folder \"Dealers\" is not one of shared contacts"));
 }
 
+TEST_F(PlacesOnDatabaseTest, MakeMembersOfContactsOfFormerBlocks) {
+  Options.RowsOfBlock = 1;
+  EXPECT_EQ(Import(Exported()
+                       .Add("Anna", 1, "", "")
+                       .Add("Bert", 2, "", "")
+                       .Add("Anna", 1, "", "Team")
+                       .Add("Cora", 3, "", "")
+                       .Add("Cora", 3, "", "Team")
+                       .Text()),
+            0);
+  EXPECT_THAT(Rows(u"SELECT C.FNAME FROM SMS_ABGROUPMAPS M, SMS_ABCONTACTS C WHERE "
+                   u"C.ID = M.CONTACT_ID ORDER BY C.ID"),
+              ElementsAre(u"Anna", u"Cora"));
+}
+
+TEST_F(PlacesOnDatabaseTest, MakeMembersOfContactsThatAreWrittenOneByOne) {
+  Database.Run({u"CREATE UNIQUE INDEX IX_ONCE ON SMS_ABCONTACTS (FNAME)"});
+  EXPECT_EQ(Import(Exported()
+                       .Add("Anna", 1, "", "")
+                       .Add("Anna", 2, "", "")
+                       .Add("Anna", 1, "", "Team")
+                       .Text()),
+            1);
+  EXPECT_THAT(Rows(u"SELECT C.MOBILENO FROM SMS_ABGROUPMAPS M, SMS_ABCONTACTS C WHERE "
+                   u"C.ID = M.CONTACT_ID"),
+              ElementsAre(u"1"));
+}
+
+TEST_F(PlacesOnDatabaseTest, MakeNoMembersOfNewContactsThatAreGone) {
+  Options.RowsOfBlock = 1;
+  WatchedDriver driver(Database.Driver());
+  database::Connection watched(
+      {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
+  watched.Open(Database.ConnectionString());
+  driver.AfterCommit = [&] { Database.Run({u"DELETE FROM SMS_ABCONTACTS"}); };
+  Write("people.csv", Exported().Add("Anna", 1, "", "").Add("Anna", 1, "", "Team").Text());
+  EXPECT_EQ(Import(watched), 1);
+  EXPECT_THAT(Rows(u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS"), testing::IsEmpty());
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:3: Another user has deleted the contact"));
+}
+
 /// Another user deletes what the import is about to use.
 class DeletedPlacesOnDatabaseTest : public ImportFixture {
  protected:
