@@ -76,6 +76,9 @@ std::vector<String> PasswordsOf(StringView connectionString) {
     passwords.emplace_back(Trim(written));
     const char16_t quote = ClosingQuote(written);
     if (quote == u'\0') continue;
+    // The quote may be an ordinary character of a value that extends to the next ";".
+    const StringView rest = connectionString.substr(value.Start);
+    passwords.emplace_back(Trim(rest.substr(0, rest.find(u';'))));
     StringView inner = written.substr(1);
     if (!inner.empty() && inner.back() == quote) inner.remove_suffix(1);
     passwords.emplace_back(inner);

@@ -46,6 +46,11 @@ TEST(PasswordsTest, AClosingBraceAtTheStartIsPartOfThePassword) {
   EXPECT_EQ(HidePasswords(u"}}secret} refused", u"PWD=}}secret};Uid=x"), u"*** refused");
 }
 
+TEST(PasswordsTest, AQuoteAtTheStartMayBePartOfThePassword) {
+  EXPECT_EQ(HidePasswords(u"'secret refused", u"Pwd='secret;Uid=x"), u"*** refused");
+  EXPECT_EQ(HidePasswords(u"\"sec'ret refused", u"Pwd=\"sec'ret;Uid=\"x\""), u"*** refused");
+}
+
 TEST(PasswordsTest, AShortPasswordIsHiddenAsAWordOnly) {
   EXPECT_EQ(HidePasswords(u"a table, password a refused", u"PWD=a"),
             u"*** table, password *** refused");
