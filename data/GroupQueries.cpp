@@ -107,18 +107,18 @@ String Members(Dialect dialect, StringView groupId) {
 }
 
 String MembersOfGroups(const std::vector<String>& groupIds) {
+  constexpr StringView kOfGroups =
+      u"SELECT M.GROUP_ID, TO_CHAR(ID) AS ID, FNAME, MOBILENO, COUNTRYCODE "
+      u"FROM SMS_ABCONTACTS C,SMS_ABGROUPMAPS M "
+      u"WHERE C.ID = M.CONTACT_ID AND M.GROUP_ID IN (";
+  constexpr StringView kRemoteOfGroups =
+      u") AND M.CONTACT_TYPE = 'S' "
+      u"UNION "
+      u"SELECT M.GROUP_ID, CODE, NAME, MOBILENO, '' AS COUNTRYCODE "
+      u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M "
+      u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID IN (";
   const String ids = IdList(groupIds);
-  return Joined(
-      {u"SELECT M.GROUP_ID, TO_CHAR(ID) AS ID, FNAME, MOBILENO, COUNTRYCODE "
-       u"FROM SMS_ABCONTACTS C,SMS_ABGROUPMAPS M "
-       u"WHERE C.ID = M.CONTACT_ID AND M.GROUP_ID IN (",
-       ids,
-       u") AND M.CONTACT_TYPE = 'S' "
-       u"UNION "
-       u"SELECT M.GROUP_ID, CODE, NAME, MOBILENO, '' AS COUNTRYCODE "
-       u"FROM V_ZUL$REMOTE_CONTACTS C, SMS_ABGROUPMAPS M "
-       u"WHERE C.CODE = M.CONTACT_ID AND M.GROUP_ID IN (",
-       ids, u") AND M.CONTACT_TYPE = 'R'"});
+  return Joined({kOfGroups, ids, kRemoteOfGroups, ids, u") AND M.CONTACT_TYPE = 'R'"});
 }
 
 const std::vector<CommandText>& Commands() {

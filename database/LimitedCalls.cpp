@@ -104,7 +104,7 @@ std::shared_ptr<LimitedCalls::Worker> LimitedCalls::Take() {
   {
     const std::lock_guard lock(mutex_);
     if (!idle_.empty()) {
-      const auto worker = std::move(idle_.back());
+      auto worker = std::move(idle_.back());
       idle_.pop_back();
       return worker;
     }

@@ -152,7 +152,8 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
 }
 
 void MemberList::RemoveSelected() {
-  Remove(display_.Grid.Selection());
+  const controls::RowSelection rows = display_.Grid.Selection();
+  Remove(rows);
 }
 
 void MemberList::RemoveAll() {
@@ -161,8 +162,7 @@ void MemberList::RemoveAll() {
   Remove(all);
 }
 
-void MemberList::Remove(const controls::RowSelection& selection) {
-  const controls::RowSelection rows = selection;
+void MemberList::Remove(const controls::RowSelection& rows) {
   if (rows.Count() == 0) return;
   const ContactColumns columns(display_.Grid);
   std::vector<MemberHistory::Removed> gone;

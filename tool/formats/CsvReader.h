@@ -43,8 +43,8 @@ class CsvRecord {
 /// linear time, and memory for one record. Any input gives records, malformed ones with a problem.
 class CsvReader {
  public:
-  static constexpr std::size_t kLongest = 64 * 1024 * 1024;  ///< units of a record that are kept
-  static constexpr std::size_t kMostFields = 10000;          ///< of a record that are kept
+  static constexpr std::size_t kLongest = std::size_t{64} * 1024 * 1024;  ///< units that are kept
+  static constexpr std::size_t kMostFields = 10000;  ///< of a record that are kept
 
   /// \param source must outlive the reader. \param delimiter 0: the one of comma, semicolon, tab
   /// and "|" that the first line has most often, or that a first line "sep=" names

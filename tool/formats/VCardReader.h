@@ -41,7 +41,7 @@ struct VCard {
 /// ones with a problem. Cards inside a card are skipped.
 class VCardReader {
  public:
-  static constexpr std::size_t kLongest = 64 * 1024 * 1024;  ///< units of a card that are kept
+  static constexpr std::size_t kLongest = std::size_t{64} * 1024 * 1024;  ///< units that are kept
 
   /// \param source must outlive the reader
   explicit VCardReader(TextSource& source) : source_(source) {}

@@ -119,6 +119,7 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
     const auto memberships = NewMemberships(entries, begin, end);
     Run(insertMember_, [&memberships] {
       Rows rows;
+      rows.reserve(memberships.size());
       for (const auto& [group, contact] : memberships) {
         rows.push_back({group, ToDecimal(contact), String(u"S")});
       }

@@ -35,7 +35,7 @@ const VCardProperty* Preferred(const VCard& card, StringView name) {
 /// "tel:+46-70-1;ext=2" without what is not the number.
 String NumberOf(const VCardProperty& property) {
   constexpr StringView kScheme = u"tel:";
-  const String text = property.Text();
+  String text = property.Text();
   if (!EqualsIgnoringCase(StringView(text).substr(0, kScheme.size()), kScheme)) return text;
   return text.substr(kScheme.size(), text.find(u';') - kScheme.size());
 }

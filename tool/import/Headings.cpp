@@ -379,8 +379,9 @@ void Headings::ReadDates(const CsvRecord& record, RawContact& contact) const {
     const String month = part(each.Month, 2);
     const String day = part(each.Day, 2);
     if (month == u"00" || day == u"00") continue;
-    const String year = part(each.Year, 4);
-    contact.Offer(each.To, (year == u"0000" ? String(u"-") : year) + u"-" + month + u"-" + day);
+    String date = part(each.Year, 4);
+    if (date == u"0000") date = u"-";
+    contact.Offer(each.To, date.append(u"-").append(month).append(u"-").append(day));
   }
 }
 

@@ -18,7 +18,7 @@ namespace {
 
 using data::ContactText;
 
-constexpr std::size_t kUnitsOfBlock = 4 * 1024 * 1024;  ///< of rows kept for the file of rejects
+constexpr std::size_t kUnitsOfBlock = std::size_t{4} * 1024 * 1024;  ///< of rows kept for rejects
 
 DuplicateIndex::Person PersonOf(const Contact& contact) {
   return {contact.Text(ContactText::FirstName), contact.Text(ContactText::MiddleName),
@@ -35,7 +35,7 @@ std::filesystem::path RejectsPath(const ImportOptions& options) {
   if (options.Rejects.empty()) {
     return options.DryRun ? std::filesystem::path() : RejectsFile::PathBeside(PathOf(options.File));
   }
-  const std::filesystem::path path = PathOf(options.Rejects);
+  std::filesystem::path path = PathOf(options.Rejects);
   if (std::filesystem::exists(path)) {
     throw Error(ErrorNumber::InvalidArgument,
                 u"The file of rejects exists already: " + FromUtf8(options.Rejects));
