@@ -68,6 +68,7 @@ void MeasureLineWork(const std::string& connection) {
   tests::Host host(line.Through(direct));
   std::vector<Task> tasks = Tasks();
   std::vector<std::vector<std::string>> rows;
+  rows.reserve(tasks.size());
   for (const Task& task : tasks)
     rows.push_back({task.Name, NameOf(connection), std::to_string(task.Aim)});
   bool isFirst = true;

@@ -44,6 +44,7 @@ HRESULT GiveNumber(LONG number, VARIANT* given) {
 
 /// Describes the client area of a control where the system only knows a plain window. Keeps the
 /// window, not the control, because a screen reader may hold it longer than the control lives.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): only Release ends an object
 class Accessible final : public IAccessible {
  public:
   Accessible(HWND window, ComPtr<IAccessible> system)

@@ -305,7 +305,7 @@ void FlexGridWindow::GiveCell(LVITEMW& item) {
 }
 
 String FlexGridWindow::SpokenCell(int row, int column) const {
-  const String text = grid_.Text(row, column);
+  String text = grid_.Text(row, column);
   const auto& picture = grid_.ColumnAt(column).Picture;
   if (!picture) return text;
   String spoken = picture(text).second;
@@ -325,7 +325,8 @@ AccessiblePart FlexGridWindow::Part(int number) const {
       row.Name = ToWide(text);
     } else if (!text.empty()) {
       const String& heading = grid_.ColumnAt(*column).Heading;
-      others += (others.empty() ? u"" : u", ") + heading + (heading.empty() ? u"" : u": ") + text;
+      others.append(others.empty() ? u"" : u", ").append(heading);
+      others.append(heading.empty() ? u"" : u": ").append(text);
     }
   }
   row.Description = ToWide(others);

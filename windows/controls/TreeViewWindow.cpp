@@ -110,7 +110,7 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
     TreeNode* node = NodeAt({CurrentScale().ToPixels(x), CurrentScale().ToPixels(y)});
     if (node != std::exchange(draggedOver_, node)) draggedSince_ = GetTickCount64();
     if (!node) return nullptr;
-    for (const WPARAM neighbour : {TVGN_PREVIOUSVISIBLE, TVGN_NEXTVISIBLE}) {
+    for (const WPARAM neighbour : {WPARAM{TVGN_PREVIOUSVISIBLE}, WPARAM{TVGN_NEXTVISIBLE}}) {
       const LRESULT item =
           Send(TVM_GETNEXTITEM, neighbour, reinterpret_cast<LPARAM>(ItemOf(*node)));
       if (item) Send(TVM_ENSUREVISIBLE, 0, item);

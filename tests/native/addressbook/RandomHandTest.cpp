@@ -106,7 +106,7 @@ struct RandomHandTest : DialogFixture, testing::WithParamInterface<unsigned> {
     return meant;
   }
 
-  void Select(std::vector<int> rows, int focused) {
+  void Select(const std::vector<int>& rows, int focused) {
     form->vsfContacts.UserFocuses(true);
     form->vsfContacts.UserSelects(rows, focused);
     selected.clear();

@@ -29,7 +29,8 @@ std::uint32_t AlphaOf(std::uint32_t pixel) {
 }
 
 std::uint32_t PixelAt(const std::vector<std::uint32_t>& pixels, int size, int column, int row) {
-  return pixels.at(static_cast<std::size_t>(row * size + column));
+  const int index = row * size + column;
+  return pixels.at(static_cast<std::size_t>(index));
 }
 
 TEST(PicturesTest, NoneIsClear) {

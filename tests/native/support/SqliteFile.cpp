@@ -10,7 +10,7 @@ namespace {
 /// spend most of their time on waiting for a disk.
 std::string Folder() {
   if (const char* const wish = std::getenv("TMPDIR")) return wish;
-  constexpr std::uintmax_t kEnough = 512 * 1024 * 1024;
+  constexpr std::uintmax_t kEnough = std::uintmax_t{512} * 1024 * 1024;
   std::error_code missing;
   const auto memory = std::filesystem::space(SqliteFile::FileOf("/dev/shm"), missing);
   return !missing && memory.available >= kEnough ? "/dev/shm" : "/tmp";
