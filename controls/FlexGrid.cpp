@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <new>
 #include <utility>
 
 #include "common/Error.h"
 #include "controls/Form.h"
+#include "controls/RowSort.h"
 
 namespace ktrv::controls {
 
@@ -55,7 +57,9 @@ void FlexGrid::RowsArrived() {
 }
 
 void FlexGrid::DataRefresh() {
+  sorting_.Stop();
   Reordered(rows_.Reread());
+  finder_.ForgetOwn();
   IndexRows();
   sortColumn_ = -1;
   sortOrder_ = SortOrder::None;
@@ -75,6 +79,8 @@ bool FlexGrid::TakeColumns() {
 }
 
 void FlexGrid::Forget() {
+  sorting_.Stop();
+  indexing_.Stop();
   row_ = 0;
   topRow_ = 0;
   selection_.Clear();
@@ -146,6 +152,7 @@ void FlexGrid::AddItem(StringView tabSeparated) {
 void FlexGrid::AddRow(std::vector<String> cells) {
   if (cells.size() > columns_.size()) cells.resize(columns_.size());
   rows_.Append(std::move(cells));
+  IndexOwnRows();
   sortIsCurrent_ = false;
   if (peer_) peer_->RowsAppended();
 }
@@ -155,6 +162,7 @@ void FlexGrid::InsertRows(std::vector<PlacedRow> rows) {
     if (row.Cells.size() > columns_.size()) row.Cells.resize(columns_.size());
   }
   rows_.Insert(std::move(rows));
+  IndexOwnRows();
   sortIsCurrent_ = false;
   Unselect();
 }
@@ -261,15 +269,12 @@ int FlexGrid::FindRow(StringView text, int startRow, int column) const {
   CheckColumn(column);
   const CaseFolding& folding = Folding();
   const String prefix = folding.Folded(text);
-  const bool indexed = source_ && column > 0 && finder_.Columns().Name == column;
+  const bool indexed = column > 0 && finder_.Columns().Name == column;
   const String word = indexed ? SearchFolding().Folded(text) : String();
   const WordIndex::Start start(StringView(word).substr(0, word.find(u' ')));
   const int rows = Rows();
   for (int row = std::max(startRow, 1); row < rows; ++row) {
-    if (indexed) {
-      const std::int64_t source = rows_.SourceRow(row - 1);
-      if (source >= 0 && !finder_.MayBegin(static_cast<std::size_t>(source), start)) continue;
-    }
+    if (indexed && !finder_.MayBegin(rows_.OriginOf(row - 1), start)) continue;
     if (folding.StartsWith(rows_.Text(row - 1, column), prefix)) return row;
   }
   return -1;
@@ -280,6 +285,8 @@ void FlexGrid::SetSearchColumns(const SearchColumns& columns) {
   if (columns == finder_.Columns()) return;
   finder_.Start(columns);
   IndexRows();
+  indexing_.Stop();
+  IndexOwnRows();
 }
 
 int FlexGrid::FindFirst(StringView typed, int startRow) const {
@@ -296,6 +303,16 @@ void FlexGrid::IndexRows() {
   if (source_ && finder_.Columns() != SearchColumns{}) finder_.Extend(*source_, SearchFolding());
 }
 
+void FlexGrid::IndexOwnRows() {
+  if (indexing_.IsRunning() || finder_.Columns() == SearchColumns{}) return;
+  const auto goOn = [this] { return finder_.ExtendOwn(rows_, SearchFolding()); };
+  try {
+    if (goOn()) indexing_.Start(Parent().Display(), goOn);
+  } catch (const std::bad_alloc&) {
+    // The texts of rows that are not indexed are read.
+  }
+}
+
 const LetterFolding& FlexGrid::SearchFolding() const {
   if (!searchFolding_) {
     searchFolding_ = std::make_unique<LetterFolding>(Parent().Display().UserLanguage());
@@ -310,12 +327,20 @@ const CaseFolding& FlexGrid::Folding() const {
 
 void FlexGrid::Sort(int column, SortOrder order) {
   CheckColumn(column);
+  sorting_.Stop();
   column = Shown(column);
   if (order == SortOrder::None) {
     Reordered(rows_.Unsort());
   } else if (column != sortColumn_ || order != sortOrder_ || !sortIsCurrent_) {
-    Reordered(rows_.Sort(column, order == SortOrder::Ascending, Parent().Display().UserLanguage()));
+    RowSort sort(rows_, Parent().Display().UserLanguage(), column, order == SortOrder::Ascending);
+    while (sort.GoOn()) {
+    }
+    Reordered(sort.Finish());
   }
+  Sorted(column, order);
+}
+
+void FlexGrid::Sorted(int column, SortOrder order) {
   sortColumn_ = order == SortOrder::None ? -1 : column;
   sortOrder_ = order;
   sortIsCurrent_ = true;
@@ -363,11 +388,34 @@ void FlexGrid::UserClicksHeading(int column) {
   CheckColumn(column);
   if (!UserCanSort) return;
   const bool sorted = sortColumn_ == Shown(column) && sortOrder_ == SortOrder::Ascending;
-  const bool ascending =
+  bool ascending =
       (sorted && sortIsCurrent_) || ColumnAt(column).HeadingPicture == Image::SortAscending;
+  if (IsSorting() && soughtColumn_ == column) ascending = soughtOrder_ == SortOrder::Ascending;
   const SortOrder order = ascending ? SortOrder::Descending : SortOrder::Ascending;
-  Sort(column, order);
-  if (AfterSort) AfterSort(column, order);
+  SortInSlices(column, order);
+}
+
+void FlexGrid::SortInSlices(int column, SortOrder order) {
+  CheckColumn(column);
+  constexpr int kFewRows = 10000;
+  if (Rows() <= kFewRows || order == SortOrder::None) {
+    Sort(column, order);
+    if (AfterSort) AfterSort(column, order);
+    return;
+  }
+  soughtColumn_ = column;
+  soughtOrder_ = order;
+  Screen& screen = Parent().Display();
+  auto sort = std::make_shared<RowSort>(rows_, screen.UserLanguage(), Shown(column),
+                                        order == SortOrder::Ascending);
+  sorting_.Start(screen, [this, sort, column, order] {
+    if (sort->GoOn()) return true;
+    Reordered(sort->Finish());
+    Sorted(Shown(column), order);
+    sorting_.Stop();
+    if (AfterSort) AfterSort(column, order);
+    return false;
+  });
 }
 
 void FlexGrid::UserSizesColumn(int column, int width) {

@@ -15,6 +15,7 @@
 #include "controls/LetterFolding.h"
 #include "controls/RowFinder.h"
 #include "controls/RowSelection.h"
+#include "controls/SlicedWork.h"
 
 namespace ktrv::controls {
 
@@ -169,8 +170,8 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// Finds the first row from `startRow` whose text in the column starts with `text`,
   /// case-insensitive; -1 if there is none. An empty text matches every row.
   int FindRow(StringView text, int startRow, int column) const;
-  /// Selects the columns of FindFirst and FindNext and creates their index of the bound rows,
-  /// including those still to be fetched; FindRow on the name column uses it too. A search among a
+  /// Selects the columns of FindFirst and FindNext and creates their index of all rows, including
+  /// those still to come; FindRow on the name column uses it too. A search among a
   /// million rows takes a few milliseconds then. Memory: eight bytes per word and number.
   void SetSearchColumns(const SearchColumns& columns);
   /// The column in which letters typed in the list find a row; 0 for the first visible one.
@@ -184,6 +185,11 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// selection stay on the same rows. SortOrder::None restores the original order.
   void Sort(int column, SortOrder order);
 
+  /// As Sort, but many rows are sorted in slices and keep their order until the end. Raises
+  /// AfterSort then. Binding or Reset cancels it.
+  void SortInSlices(int column, SortOrder order);
+  bool IsSorting() const { return sorting_.IsRunning(); }
+
   /// False suspends painting until it is set to true; calls do not nest.
   void SetRedraw(bool redraw);
   bool Redraw() const { return redraw_; }
@@ -192,7 +198,7 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void UserDoubleClicks();
   void UserReleases(MouseButton button, std::int16_t shift, int row);
   /// Sorts by the column: descending if its rows are in ascending order or its heading says so,
-  /// otherwise ascending.
+  /// otherwise ascending. In slices.
   void UserClicksHeading(int column);
   /// \param width twips
   void UserSizesColumn(int column, int width);
@@ -211,11 +217,15 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void Unselect();
   /// Maps the current row and the selection to the new order.
   void Reordered(const GridRows::FormerRows& formerRows);
+  /// The rows are in the order of this column now.
+  void Sorted(int column, SortOrder order);
   int Shown(int column) const;
   const CaseFolding& Folding() const;
   const LetterFolding& SearchFolding() const;
   /// Adds newly fetched rows to the search index.
   void IndexRows();
+  /// The same for the grid's own rows, many of them in slices.
+  void IndexOwnRows();
   /// The form or a command has changed the selection.
   void ShowSelection();
   void ReportSelection() const;
@@ -233,7 +243,12 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   int sortColumn_ = -1;
   SortOrder sortOrder_ = SortOrder::None;
   bool sortIsCurrent_ = true;  ///< no row was added or changed since the last sort
+  SlicedWork sorting_;
+  // What sorting_ sorts by.
+  int soughtColumn_ = 0;
+  SortOrder soughtOrder_ = SortOrder::None;
   RowFinder finder_;
+  SlicedWork indexing_;
   mutable std::unique_ptr<CaseFolding> folding_;
   mutable std::unique_ptr<LetterFolding> searchFolding_;
 };

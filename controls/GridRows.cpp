@@ -4,9 +4,14 @@
 #include <numeric>
 #include <utility>
 
-#include "controls/SortKeys.h"
-
 namespace ktrv::controls {
+
+std::optional<StringView> GridRows::Own::CellText(std::int64_t row, std::size_t column) const {
+  const std::vector<String>& cells = Rows[static_cast<std::size_t>(row)];
+  // Column 0 is the grid's fixed column.
+  if (column + 1 >= cells.size()) return std::nullopt;
+  return cells[column + 1];
+}
 
 void GridRows::Bind(const RowSource* source) {
   *this = GridRows();
@@ -16,8 +21,9 @@ void GridRows::Bind(const RowSource* source) {
 
 void GridRows::TakeArrived() {
   if (!source_) return;
+  ++version_;
   const auto there = static_cast<Reference>(source_->RecordCount());
-  if (!own_.empty()) Materialise();
+  if (!own_.Rows.empty()) Materialise();
   if (ordered_) {
     for (Reference row = taken_; row < there; ++row) order_.push_back(row);
   }
@@ -26,11 +32,11 @@ void GridRows::TakeArrived() {
 
 void GridRows::Reset(int count) {
   *this = GridRows();
-  own_.resize(static_cast<std::size_t>(count));
+  own_.Rows.resize(static_cast<std::size_t>(count));
 }
 
 int GridRows::Count() const {
-  return static_cast<int>(ordered_ ? order_.size() : taken_ + own_.size());
+  return static_cast<int>(ordered_ ? order_.size() : taken_ + own_.Rows.size());
 }
 
 StringView GridRows::Text(int row, int column) const {
@@ -38,23 +44,27 @@ StringView GridRows::Text(int row, int column) const {
 }
 
 void GridRows::SetText(int row, int column, String text) {
+  ++version_;
   const Reference reference = At(row);
+  edited_.insert(reference);
   if ((reference & kOwn) == 0) {
     changed_[{reference, column}] = std::move(text);
     return;
   }
-  auto& cells = own_[reference & ~kOwn];
+  auto& cells = own_.Rows[reference & ~kOwn];
   const auto index = static_cast<std::size_t>(column);
   if (cells.size() <= index) cells.resize(index + 1);
   cells[index] = std::move(text);
 }
 
 void GridRows::Append(std::vector<String> cells) {
-  if (ordered_) order_.push_back(kOwn | static_cast<Reference>(own_.size()));
-  own_.push_back(std::move(cells));
+  ++version_;
+  if (ordered_) order_.push_back(kOwn | static_cast<Reference>(own_.Rows.size()));
+  own_.Rows.push_back(std::move(cells));
 }
 
 void GridRows::Insert(std::vector<PlacedRow> rows) {
+  ++version_;
   Materialise();
   std::vector<Reference> order;
   order.reserve(order_.size() + rows.size());
@@ -63,25 +73,23 @@ void GridRows::Insert(std::vector<PlacedRow> rows) {
     while (order.size() + 1 < static_cast<std::size_t>(row.Row) && next != order_.cend()) {
       order.push_back(*next++);
     }
-    order.push_back(kOwn | static_cast<Reference>(own_.size()));
-    own_.push_back(std::move(row.Cells));
+    order.push_back(kOwn | static_cast<Reference>(own_.Rows.size()));
+    own_.Rows.push_back(std::move(row.Cells));
   }
   order.insert(order.end(), next, order_.cend());
   order_ = std::move(order);
 }
 
 void GridRows::Remove(int row) {
-  if (!ordered_ && taken_ == 0) {
-    own_.erase(own_.begin() + row);
-    return;
-  }
+  ++version_;
   Materialise();
   const Reference reference = At(row);
-  if (reference & kOwn) own_[reference & ~kOwn] = {};  // indices of own_ are not reused
+  if (reference & kOwn) own_.Rows[reference & ~kOwn] = {};  // indices of own_ are not reused
   order_.erase(order_.begin() + row);
 }
 
 void GridRows::Remove(const RowSelection& rows) {
+  ++version_;
   Materialise();
   auto range = rows.Ranges().begin();
   std::size_t kept = 0;
@@ -92,32 +100,29 @@ void GridRows::Remove(const RowSelection& rows) {
     if (range == rows.Ranges().end() || row < range->First) {
       order_[kept++] = reference;
     } else if (reference & kOwn) {
-      own_[reference & ~kOwn] = {};  // indices of own_ are not reused
+      own_.Rows[reference & ~kOwn] = {};  // indices of own_ are not reused
     }
   }
   order_.resize(kept);
 }
 
-GridRows::FormerRows GridRows::Sort(int column, bool ascending, const Language& language) {
-  const auto count = static_cast<std::size_t>(Count());
-  SortKeys keys(language, count);
-  for (int row = 0; row < Count(); ++row) keys.Add(Text(row, column));
-  FormerRows former = keys.Order(ascending);
-  std::vector<Reference> order(count);
-  for (std::size_t row = 0; row < count; ++row) order[row] = At(static_cast<int>(former[row]));
+void GridRows::Arrange(const FormerRows& rows) {
+  std::vector<Reference> order(rows.size());
+  for (std::size_t row = 0; row < rows.size(); ++row) order[row] = At(static_cast<int>(rows[row]));
   order_ = std::move(order);
   ordered_ = true;
-  return former;
+  ++version_;
 }
 
 GridRows::FormerRows GridRows::Unsort() {
   if (!ordered_) return {};
+  ++version_;
   FormerRows former(order_.size());
   std::iota(former.begin(), former.end(), 0U);
   std::sort(former.begin(), former.end(),
             [&](std::uint32_t left, std::uint32_t right) { return order_[left] < order_[right]; });
   std::sort(order_.begin(), order_.end());
-  if (order_.size() == taken_ + own_.size()) {
+  if (order_.size() == taken_ + own_.Rows.size()) {
     order_ = {};
     ordered_ = false;
   }
@@ -139,7 +144,7 @@ GridRows::FormerRows GridRows::Reread() {
 
 StringView GridRows::CellOf(Reference reference, int column) const {
   if (reference & kOwn) {
-    const auto& cells = own_[reference & ~kOwn];
+    const auto& cells = own_.Rows[reference & ~kOwn];
     const auto index = static_cast<std::size_t>(column);
     return index < cells.size() ? StringView(cells[index]) : StringView();
   }

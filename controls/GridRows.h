@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <vector>
 
 #include "common/RowSource.h"
@@ -9,8 +10,6 @@
 #include "controls/RowSelection.h"
 
 namespace ktrv::controls {
-
-class Language;
 
 /// A row of texts and its row number in the grid, 1-based.
 struct PlacedRow {
@@ -34,14 +33,23 @@ class GridRows {
   void Reset(int count);
 
   int Count() const;
-  /// The recordset's row at this position; -1 for a row of the grid, and whenever a cell was
-  /// changed.
-  std::int64_t SourceRow(int row) const {
+  /// Another number after each change of rows or texts. Bind and Reset start it anew.
+  std::uint64_t Version() const { return version_; }
+  /// Where a row comes from.
+  struct Origin {
+    bool IsOwn = false;    ///< a row of the grid
+    std::int64_t Row = 0;  ///< of the recordset or of OwnRows; -1 if a cell was changed
+  };
+  Origin OriginOf(int row) const {
     const Reference reference = At(row);
-    return (reference & kOwn) || !changed_.empty() ? -1 : std::int64_t{reference};
+    const bool isEdited = !edited_.empty() && edited_.contains(reference);
+    return {(reference & kOwn) != 0, isEdited ? -1 : std::int64_t{reference & ~kOwn}};
   }
-  /// Whether the rows of the recordset are in its order, and no cell was changed.
-  bool IsNatural() const { return !ordered_ && changed_.empty(); }
+  /// Whether the rows of the recordset, followed by those of the grid, are in their order, and no
+  /// cell was changed.
+  bool IsNatural() const { return !ordered_ && edited_.empty(); }
+  /// The rows that were appended or inserted, in this order, also those that were removed.
+  const RowSource& OwnRows() const { return own_; }
   /// \param column column of the grid. \return "" for null and for missing cells
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);
@@ -53,8 +61,8 @@ class GridRows {
   /// \param rows row numbers of the grid, 1-based
   void Remove(const RowSelection& rows);
 
-  /// \param ascending false: descending. The sort is stable.
-  FormerRows Sort(int column, bool ascending, const Language& language);
+  /// Puts the rows in this order. \param rows each row once, 0-based
+  void Arrange(const FormerRows& rows);
   /// Restores the order of the recordset, followed by the grid's rows.
   FormerRows Unsort();
   /// Reloads the recordset's rows in its order; discards changed cells and rows of the grid.
@@ -64,6 +72,18 @@ class GridRows {
   /// A row of the recordset or, with the high bit set, an index in own_.
   using Reference = std::uint32_t;
   static constexpr Reference kOwn = 0x80000000U;
+
+  class Own final : public RowSource {
+   public:
+    std::int64_t RecordCount() const override { return static_cast<std::int64_t>(Rows.size()); }
+    std::size_t ColumnCount() const override { return Rows.empty() ? 0 : kMostColumns; }
+    std::optional<StringView> CellText(std::int64_t row, std::size_t column) const override;
+
+    std::vector<std::vector<String>> Rows;
+
+   private:
+    static constexpr std::size_t kMostColumns = 0xFFFF;
+  };
 
   Reference At(int row) const {
     const auto index = static_cast<Reference>(row);
@@ -75,12 +95,14 @@ class GridRows {
   void Materialise();
 
   const RowSource* source_ = nullptr;
+  std::uint64_t version_ = 0;
   Reference taken_ = 0;
   /// Empty for the natural order: the recordset's rows, then the grid's.
   std::vector<Reference> order_;
   bool ordered_ = false;  ///< whether order_ is used
-  std::vector<std::vector<String>> own_;
+  Own own_;
   std::map<std::pair<Reference, int>, String> changed_;  ///< changed cells of the recordset's rows
+  std::set<Reference> edited_;                           ///< rows of which a cell was changed
 };
 
 }  // namespace ktrv::controls

@@ -76,10 +76,9 @@ void ForEachWith(const std::array<std::uint64_t, kComparedAtOnce>& digits,
 
 }  // namespace
 
-void NumberIndex::Extend(const RowSource& rows) {
+void NumberIndex::Extend(const RowSource& rows, std::int64_t end) {
   if (column_ >= rows.ColumnCount()) return;
-  const std::int64_t count = rows.RecordCount();
-  for (auto row = static_cast<std::int64_t>(numbers_.size()); row < count; ++row) {
+  for (auto row = static_cast<std::int64_t>(numbers_.size()); row < end; ++row) {
     const String digits =
         SoughtNumber::DigitsOf(rows.CellText(row, column_).value_or(StringView()));
     numbers_.push_back(digits.size() > kDigits ? kTooLong : Packed(digits));

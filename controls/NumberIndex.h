@@ -16,8 +16,8 @@ class NumberIndex {
   explicit NumberIndex(std::size_t column) : column_(column) {}
 
   std::size_t Column() const { return column_; }
-  /// Adds the rows that the source has got since the last call.
-  void Extend(const RowSource& rows);
+  /// Adds rows that the source has got since the last call. \param end the row behind the last one
+  void Extend(const RowSource& rows, std::int64_t end);
   std::size_t Rows() const { return numbers_.size(); }
   /// The rows whose digits may contain these.
   RowSet RowsWith(StringView digits) const;

@@ -20,6 +20,9 @@ struct Path {
   int Length = 0;
 };
 
+/// The rows of the source, and of the grid itself, that may match.
+using Candidates = std::array<RowSet, 2>;
+
 /// Exact but for words that are longer than an index entry.
 RowSet CandidatesOf(const WordIndex& index, const SoughtWords& words) {
   RowSet candidates(0);
@@ -46,26 +49,28 @@ class RowFinder::Search {
 
   /// The first name that starts with the text; if there is none, the first with its words.
   int ByNameStart() const {
-    if (!finder_.names_ || words_.IsEmpty()) return -1;
-    const auto candidates = CandidatesIn(finder_.names_);
+    if (finder_.columns_.Name == 0 || words_.IsEmpty()) return -1;
     const WordIndex::Start first(words_.First());
     int worded = -1;
-    const int begun = Walk(candidates, [&](int row) {
+    const int begun = Walk(CandidatesIn(&Indexes::Names), [&](int row) {
       const auto name = [&] { return rows_.Text(row, finder_.columns_.Name); };
-      if (MayBegin(row, first) && words_.Begin(name())) return true;
+      if (finder_.MayBegin(rows_.OriginOf(row), first) && words_.Begin(name())) return true;
       if (worded < 0 && words_.StartWordsOf(name())) worded = row;
       return false;
     });
     return begun >= 0 ? begun : worded;
   }
 
-  int ByName() const { return ByWords(finder_.names_, finder_.columns_.Name); }
-  int ByCompany() const { return ByWords(finder_.companies_, finder_.columns_.Company); }
+  int ByName() const { return ByWords(&Indexes::Names, finder_.columns_.Name); }
+  int ByCompany() const { return ByWords(&Indexes::Companies, finder_.columns_.Company); }
 
   int ByNumber() const {
-    if (!finder_.numbers_ || number_.IsEmpty()) return -1;
-    std::optional<RowSet> candidates;
-    if (UsesIndex()) candidates = finder_.numbers_->RowsWith(number_.Digits());
+    if (finder_.columns_.Number == 0 || number_.IsEmpty()) return -1;
+    std::optional<Candidates> candidates;
+    if (UsesIndex()) {
+      const auto in = [&](const Indexes& each) { return each.Numbers->RowsWith(number_.Digits()); };
+      candidates = Candidates{in(finder_.indexes_[0]), in(finder_.indexes_[1])};
+    }
     return Walk(candidates,
                 [&](int row) { return number_.IsIn(rows_.Text(row, finder_.columns_.Number)); });
   }
@@ -73,28 +78,25 @@ class RowFinder::Search {
  private:
   bool UsesIndex() const { return path_.Length >= kFewRows; }
 
-  std::optional<RowSet> CandidatesIn(const std::optional<WordIndex>& index) const {
+  std::optional<Candidates> CandidatesIn(std::optional<WordIndex> Indexes::*index) const {
     if (!UsesIndex()) return std::nullopt;
-    return CandidatesOf(*index, words_);
+    const auto in = [&](const Indexes& each) { return CandidatesOf(*(each.*index), words_); };
+    return Candidates{in(finder_.indexes_[0]), in(finder_.indexes_[1])};
   }
 
-  int ByWords(const std::optional<WordIndex>& index, int column) const {
-    if (!index || words_.IsEmpty()) return -1;
+  int ByWords(std::optional<WordIndex> Indexes::*index, int column) const {
+    if (column == 0 || words_.IsEmpty()) return -1;
     return Walk(CandidatesIn(index),
                 [&](int row) { return words_.StartWordsOf(rows_.Text(row, column)); });
   }
 
-  bool MayBegin(int row, const WordIndex::Start& word) const {
-    const std::int64_t source = rows_.SourceRow(row);
-    if (source < 0 || static_cast<std::size_t>(source) >= finder_.names_->Rows()) return true;
-    return finder_.MayBegin(static_cast<std::size_t>(source), word);
-  }
-
-  /// The first row of the path that matches. \param candidates the rows of the source that may
-  /// match; nullopt if any may
+  /// The first row of the path that matches. \param candidates the rows that may match; nullopt if
+  /// any may
   template <class Matches>
-  int Walk(const std::optional<RowSet>& candidates, Matches&& matches) const {
-    if (areAllKnown_ && candidates && candidates->IsEmpty()) return -1;
+  int Walk(const std::optional<Candidates>& candidates, Matches&& matches) const {
+    if (areAllKnown_ && candidates && (*candidates)[0].IsEmpty() && (*candidates)[1].IsEmpty()) {
+      return -1;
+    }
     const int count = rows_.Count();
     const bool isNatural = rows_.IsNatural();
     bool areAllKnown = candidates.has_value();
@@ -102,37 +104,31 @@ class RowFinder::Search {
     for (int left = path_.Length; left > 0; --left, row += path_.Backward ? -1 : 1) {
       if (row < 0) row += count;
       if (row >= count) row -= count;
-      if (candidates && !IsAmong(*candidates, row)) {
-        if (!isNatural) continue;
-        const int skipped = SkippedFrom(*candidates, row);
-        left -= skipped;
-        row += path_.Backward ? -skipped : skipped;
-        continue;
+      if (candidates) {
+        const GridRows::Origin origin = rows_.OriginOf(row);
+        const RowSet& set = (*candidates)[origin.IsOwn ? 1 : 0];
+        const auto place = static_cast<std::size_t>(origin.Row);
+        const bool isKnown = origin.Row >= 0 && place < set.Size();
+        if (isKnown && !set.Contains(place)) {
+          if (!isNatural) continue;
+          const int skipped = SkippedFrom(set, place);
+          left -= skipped;
+          row += path_.Backward ? -skipped : skipped;
+          continue;
+        }
+        areAllKnown = areAllKnown && isKnown;
       }
-      areAllKnown = areAllKnown && IsKnown(*candidates, row);
       if (matches(row)) return row;
     }
     areAllKnown_ = areAllKnown;
     return -1;
   }
 
-  /// Whether the row is in the index.
-  bool IsKnown(const RowSet& candidates, int row) const {
-    const std::int64_t source = rows_.SourceRow(row);
-    return source >= 0 && static_cast<std::size_t>(source) < candidates.Size();
-  }
-
-  /// Whether the row is a candidate or not in the index.
-  bool IsAmong(const RowSet& candidates, int row) const {
-    return !IsKnown(candidates, row) ||
-           candidates.Contains(static_cast<std::size_t>(rows_.SourceRow(row)));
-  }
-
-  /// In the order of the source: the rows behind this one, on the path, that are no candidates.
-  int SkippedFrom(const RowSet& candidates, int row) const {
-    const auto place = static_cast<std::size_t>(row);
-    if (path_.Backward) return row - static_cast<int>(candidates.PreviousFrom(place)) - 1;
-    return static_cast<int>(candidates.NextFrom(place)) - row - 1;
+  /// The rows behind this one, on the path, that are no candidates, in the order of their source.
+  int SkippedFrom(const RowSet& candidates, std::size_t place) const {
+    const auto row = static_cast<std::int64_t>(place);
+    const auto next = static_cast<std::int64_t>(candidates.NextFrom(place));
+    return static_cast<int>(path_.Backward ? row - candidates.PreviousFrom(place) : next - row) - 1;
   }
 
   const RowFinder& finder_;
@@ -146,20 +142,41 @@ class RowFinder::Search {
 
 void RowFinder::Start(const SearchColumns& columns) {
   columns_ = columns;
-  names_.reset();
-  companies_.reset();
-  numbers_.reset();
+  indexes_[0].Start(columns);
+  ForgetOwn();
+}
+
+void RowFinder::ForgetOwn() {
+  indexes_[1].Start(columns_);
+  ownRows_ = 0;
+}
+
+void RowFinder::Indexes::Start(const SearchColumns& columns) {
+  *this = {};
   // Column 0 is the grid's fixed column.
   const auto inSource = [](int column) { return static_cast<std::size_t>(column) - 1; };
-  if (columns.Name > 0) names_.emplace(inSource(columns.Name));
-  if (columns.Company > 0) companies_.emplace(inSource(columns.Company));
-  if (columns.Number > 0) numbers_.emplace(inSource(columns.Number));
+  if (columns.Name > 0) Names.emplace(inSource(columns.Name));
+  if (columns.Company > 0) Companies.emplace(inSource(columns.Company));
+  if (columns.Number > 0) Numbers.emplace(inSource(columns.Number));
+}
+
+void RowFinder::Indexes::Extend(const RowSource& rows, std::int64_t end,
+                                const LetterFolding& folding) {
+  if (Names) Names->Extend(rows, end, folding);
+  if (Companies) Companies->Extend(rows, end, folding);
+  if (Numbers) Numbers->Extend(rows, end);
 }
 
 void RowFinder::Extend(const RowSource& rows, const LetterFolding& folding) {
-  if (names_) names_->Extend(rows, folding);
-  if (companies_) companies_->Extend(rows, folding);
-  if (numbers_) numbers_->Extend(rows);
+  indexes_[0].Extend(rows, rows.RecordCount(), folding);
+}
+
+bool RowFinder::ExtendOwn(const GridRows& rows, const LetterFolding& folding) {
+  constexpr std::int64_t kAtOnce = 2000;
+  const RowSource& own = rows.OwnRows();
+  ownRows_ = std::min(ownRows_ + kAtOnce, own.RecordCount());
+  indexes_[1].Extend(own, ownRows_, folding);
+  return ownRows_ < own.RecordCount();
 }
 
 int RowFinder::First(const GridRows& rows, const LetterFolding& folding, StringView typed,

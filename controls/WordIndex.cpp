@@ -22,9 +22,10 @@ WordIndex::Start::Start(StringView foldedWord) {
   }
 }
 
-void WordIndex::Extend(const RowSource& rows, const LetterFolding& folding) {
+void WordIndex::Extend(const RowSource& rows, std::int64_t end, const LetterFolding& folding) {
   if (column_ >= rows.ColumnCount()) return;
-  const auto count = static_cast<std::uint32_t>(rows.RecordCount());
+  rows_.resize(heads_.size());  // memory may have been short the last time
+  const auto count = static_cast<std::uint32_t>(end);
   for (auto row = static_cast<std::uint32_t>(firstHeads_.size()); row < count; ++row) {
     const std::size_t before = heads_.size();
     std::size_t length = 0;  // of the present word
@@ -37,8 +38,8 @@ void WordIndex::Extend(const RowSource& rows, const LetterFolding& folding) {
         continue;
       }
       if (length == 0) {
-        heads_.push_back(0);
         rows_.push_back(row);
+        heads_.push_back(0);
       }
       if (length < kUnits) heads_.back() |= At(length, folded & 0xFFU);
       ++length;

@@ -28,8 +28,8 @@ class WordIndex {
   explicit WordIndex(std::size_t column) : column_(column) {}
 
   std::size_t Column() const { return column_; }
-  /// Adds the rows that the source has got since the last call.
-  void Extend(const RowSource& rows, const LetterFolding& folding);
+  /// Adds rows that the source has got since the last call. \param end the row behind the last one
+  void Extend(const RowSource& rows, std::int64_t end, const LetterFolding& folding);
   std::size_t Rows() const { return firstHeads_.size(); }
 
   /// Whether the row's text may start with the word. \pre the row is in the index

@@ -1,5 +1,6 @@
 #include "controls/FlexGrid.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "common/Error.h"
@@ -202,6 +203,58 @@ TEST_F(FlexGridTest, AClickOnAHeadingSortsAndTurnsTheOrder) {
   grid.UserClicksHeading(1);
   EXPECT_EQ(orders, (std::vector<SortOrder>{SortOrder::Ascending, SortOrder::Descending,
                                             SortOrder::Ascending}));
+}
+
+/// More rows than are sorted at once: "Name 19999" to "Name 10000".
+struct ManyRowsTest : FlexGridTest {
+  ManyRowsTest() {
+    std::vector<String> names;
+    for (int row = 20001; --row >= 5000;) names.push_back(u"Name " + ToDecimal(10000 + row));
+    Fill(names);
+    grid.AfterSort = [this](int, SortOrder order) { orders.push_back(order); };
+  }
+  bool Sorts() {
+    return screen.WaitUntil([this] { return !grid.IsSorting(); });
+  }
+  bool AreInOrder() const {
+    const std::vector<String> names = Names();
+    return std::is_sorted(names.begin(), names.end());
+  }
+  std::vector<SortOrder> orders;
+};
+
+TEST_F(ManyRowsTest, AClickOnAHeadingSortsThemToo) {
+  grid.SetRow(1);
+  const String current = grid.Text(1, 1);
+  grid.UserClicksHeading(1);
+  ASSERT_TRUE(Sorts());
+  EXPECT_TRUE(AreInOrder());
+  EXPECT_EQ(orders, (std::vector<SortOrder>{SortOrder::Ascending}));
+  EXPECT_EQ(grid.Row(), grid.Rows() - 1);
+  EXPECT_EQ(grid.Text(grid.Row(), 1), current);
+}
+
+TEST_F(ManyRowsTest, RowsThatComeAndGoMeanwhileAreSortedToo) {
+  grid.UserClicksHeading(1);
+  grid.AddItem(u"\tA");
+  grid.RemoveItem(1);
+  grid.SetText(1, 1, u"B");
+  grid.UserClicksHeading(1);  // the other way round, or again if it was done already
+  grid.SortInSlices(1, SortOrder::Ascending);
+  grid.AddItem(u"\tC");
+  grid.SortInSlices(1, SortOrder::Ascending);
+  ASSERT_TRUE(Sorts());
+  EXPECT_TRUE(AreInOrder());
+  EXPECT_EQ(grid.Text(3, 1), u"C");
+}
+
+TEST_F(ManyRowsTest, RowsThatAreReplacedAreNotSorted) {
+  grid.UserClicksHeading(1);
+  orders.clear();
+  Fill({u"b", u"a"});
+  screen.Pump();
+  EXPECT_EQ(Names(), (std::vector<String>{u"b", u"a"}));
+  EXPECT_TRUE(orders.empty());
 }
 
 TEST_F(FlexGridTest, AClickOnAHeadingWhoseOrderWasLostRestoresIt) {

@@ -4,6 +4,7 @@
 #include <random>
 #include <vector>
 
+#include "controls/RowSort.h"
 #include "controls/SoughtNumber.h"
 #include "controls/SoughtWords.h"
 #include "tests/native/support/UserLanguage.h"
@@ -29,6 +30,12 @@ struct RowFinderTest : testing::Test {
     rows.Bind(&people);
     finder.Start({.Name = 1, .Company = 2, .Number = 3});
     finder.Extend(people, folding);
+  }
+  void Sort(int column) {
+    RowSort sort(rows, *language, column, true);
+    while (sort.GoOn()) {
+    }
+    sort.Finish();
   }
   int First(StringView typed, int start = 0) { return finder.First(rows, folding, typed, start); }
   int Next(StringView typed, int row, bool backward = false) {
@@ -101,7 +108,7 @@ TEST_F(RowFinderTest, SortedAndAddedRowsAreFoundInTheirOrder) {
   rows.Append({u"", u"Zob", u"", u"77"});
   EXPECT_EQ(First(u"zob"), 2);
   EXPECT_EQ(First(u"77"), 2);
-  rows.Sort(1, true, *language);
+  Sort(1);
   EXPECT_EQ(First(u"zo"), 0);
   EXPECT_EQ(rows.Text(First(u"zoe"), 1), u"Zoe");
 }
@@ -121,7 +128,13 @@ TEST_F(RowFinderTest, ManyRowsAreFoundAsFewAre) {
   std::vector<People::Person> persons;
   for (int i = 0; i < 9000; ++i) persons.push_back({text(7), text(4), text(5)});
   Show(persons);
-  rows.Sort(3, true, *language);
+  for (int i = 0; i < 5000; ++i) rows.Append({u"", text(7), text(4), text(5)});
+  while (finder.ExtendOwn(rows, folding)) {
+  }
+  rows.SetText(3, 1, u"Zo");
+  rows.SetText(9003, 1, u"Zo");
+  rows.Append({u"", u"Zoe", u"", u"77"});  // not in the index
+  Sort(3);
   for (int trial = 0; trial < 300; ++trial) {
     const String typed = text(5);
     const SoughtWords words(typed, folding);
