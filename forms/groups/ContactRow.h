@@ -43,6 +43,8 @@ class ContactColumns {
   ContactRow Read(int row) const;
   String ReadId(int row) const { return Trimmed(row, id_); }
   String ReadKind(int row) const { return Trimmed(row, kind_); }
+  String ReadCountryCode(int row) const { return Trimmed(row, countryCode_); }
+  String ReadMobileNo(int row) const { return Trimmed(row, mobileNo_); }
   /// The first row with this kind and id; 0 if there is none. Ids are unique only within a kind.
   int Find(StringView kind, StringView id) const;
   /// Writes all cells except id and kind.

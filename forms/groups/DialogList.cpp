@@ -48,6 +48,7 @@ void DialogList::ShowFailure(StringView reason) {
 void DialogList::FetchProgress(std::int64_t rows) {
   const bool taken = services_.Trap(context_, false, [&] {
     display_.Grid.RowsArrived();
+    Arrived();
     ContactColumns::ShowNoOrder(display_.Grid);
     display_.Bar.SetValue(rows);
     return true;

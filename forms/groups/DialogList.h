@@ -36,6 +36,8 @@ class DialogList : public BackgroundList {
   /// Cancels a running fetch, shows the reason for a failure and sets the state Failed; the list
   /// stays as it is.
   void ShowFailure(StringView reason);
+  /// Fetched rows were added to the grid. \throws Error: they count as not added
+  virtual void Arrived() {}
   /// All rows are in the grid, before Changed.
   virtual void Loaded() {}
 

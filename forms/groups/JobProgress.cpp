@@ -6,6 +6,8 @@
 namespace ktrv::forms {
 namespace {
 
+/// Interval between looks for input: too short to be noticed.
+constexpr std::chrono::milliseconds kLookEvery{30};
 /// Interval between repaints: smooth, but with negligible cost.
 constexpr std::chrono::milliseconds kPaintEvery{100};
 
@@ -56,17 +58,22 @@ void JobProgress::Look() {
 }
 
 bool JobProgress::IsToStop() {
-  if (std::chrono::steady_clock::now() - painted_ < kPaintEvery) return false;
-  display_.Stop.SetCaption(u"&Stop");
-  Paint();
-  return work_.IsToStop();
+  const auto now = std::chrono::steady_clock::now();
+  if (now - looked_ < kLookEvery) return false;
+  if (now - painted_ >= kPaintEvery) {
+    display_.Stop.SetCaption(u"&Stop");
+    Paint();
+  }
+  const bool stops = work_.IsToStop();
+  looked_ = std::chrono::steady_clock::now();
+  return stops;
 }
 
 void JobProgress::Paint() {
   for (controls::Control* control : display_.Label.Parent().Controls()) {
     if (control->Visible()) control->Refresh();
   }
-  painted_ = std::chrono::steady_clock::now();
+  painted_ = looked_ = std::chrono::steady_clock::now();
 }
 
 }  // namespace ktrv::forms

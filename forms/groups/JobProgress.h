@@ -50,6 +50,7 @@ class JobProgress {
   std::int64_t steps_;
   std::int64_t done_ = 0;
   std::chrono::steady_clock::time_point painted_;
+  std::chrono::steady_clock::time_point looked_;
 };
 
 }  // namespace ktrv::forms

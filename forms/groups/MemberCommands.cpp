@@ -41,8 +41,15 @@ void MemberCommands::Connect() {
   const auto connect = [this](controls::CommandButton& button, StringView context, auto command) {
     button.Click = [this, context, command] { services_.Trap(context, command); };
   };
-  connect(buttons_.RemoveAll, kRemoveAll, [this] { lists_.Members.RemoveAll(); });
-  connect(buttons_.Undo, kUndo, [this] { lists_.Members.Undo(); });
+  connect(buttons_.RemoveAll, kRemoveAll, [this] {
+    JobProgress progress(progress_, u"Removing Contacts...",
+                         2 * std::int64_t{lists_.Members.Count()});
+    lists_.Members.RemoveAll(progress);
+  });
+  connect(buttons_.Undo, kUndo, [this] {
+    JobProgress progress(progress_, u"Undoing...", 1);
+    lists_.Members.Undo(progress);
+  });
   connect(buttons_.Paste, kPaste, [this] { Paste(); });
   connect(buttons_.Copy, kCopy, [this] { Copy(); });
   connect(buttons_.WithoutNumber, kSelect, [this] { Select(lists_.Count.WithoutNumber()); });
@@ -97,7 +104,6 @@ void MemberCommands::Paste() {
 }
 
 void MemberCommands::Select(const controls::RowSelection& rows) {
-  lists_.Count.Update(lists_.Members.IsComplete());  // the list may have been sorted
   if (rows.Ranges().empty()) return;
   lists_.MemberGrid.SelectRows(rows);
   lists_.MemberGrid.ShowRow(lists_.MemberGrid.Row());

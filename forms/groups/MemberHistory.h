@@ -24,8 +24,9 @@ class MemberHistory {
   /// Forgets the last change if nothing has changed.
   void End();
   bool IsEmpty() const { return changes_.empty(); }
-  /// Takes the last change out. \pre there is one
-  Change TakeLast();
+  /// \pre there is one
+  const Change& Last() const { return changes_.back(); }
+  void ForgetLast() { changes_.pop_back(); }
   void Clear() { changes_.clear(); }
   /// The contact has other texts now; undoing must not bring back the former ones.
   void Update(const ContactRow& contact);

@@ -44,8 +44,7 @@ MemberList::MemberList(Services& services, BookDatabase& database, GroupCommands
 
 void MemberList::Empty() {
   ContactColumns::Empty(display_.Grid);
-  ids_.Clear();
-  kinds_.clear();
+  ForgetAll();
   history_.Clear();
   state_ = State::Complete;
   ShowCount(0);
@@ -65,6 +64,9 @@ void MemberList::Load() {
     // Before the fetch: if another user adds a member in between, saving detects the difference
     // instead of deleting the member.
     store_.Load();
+    contacts_ = store_.TakeContactIds();
+    arrived_ = 0;
+    ForgetAll();
     Open(query);
     return true;
   });
@@ -75,38 +77,44 @@ void MemberList::Fail() {
   ShowFailure(u"The members could not be loaded.");
 }
 
-void MemberList::Loaded() {
-  const bool taken = services_.Trap(kLoadContext, false, [&] {
-    RemoveStrangers();
-    ReadIds();
-    return true;
-  });
-  if (!taken) Fail();
-}
-
-void MemberList::RemoveStrangers() {
+void MemberList::Arrived() {
   // The SQL query text joins every membership to a contact by id, so a remote contact's code may
   // select an unrelated contact.
-  const TextIndex contacts = store_.TakeContactIds();
   const ContactColumns columns(display_.Grid);
-  for (int row = display_.Grid.Rows() - 1; row >= 1; --row) {
-    if (display_.Grid.Text(row, columns.Kind()) != ContactKind::Contact) continue;
-    if (!contacts.Contains(columns.ReadId(row))) display_.Grid.RemoveItem(row);
+  controls::RowSelection strangers;
+  for (int row = arrived_ + 1; row < display_.Grid.Rows(); ++row) {
+    const String id = columns.ReadId(row);
+    const String kind = columns.ReadKind(row);
+    if (kind == ContactKind::Contact && !contacts_.Contains(id)) {
+      strangers.Add(row, row);
+    } else {
+      Remember(id, kind);
+    }
   }
+  if (strangers.Count() > 0) display_.Grid.RemoveRows(strangers);
+  arrived_ = Count();
 }
 
-void MemberList::ReadIds() {
-  const ContactColumns columns(display_.Grid);
+void MemberList::ForgetAll() {
   ids_.Clear();
-  kinds_.clear();
-  ids_.Reserve(static_cast<std::size_t>(Count()));
-  for (int row = 1; row < display_.Grid.Rows(); ++row) {
-    Remember(columns.ReadId(row), columns.ReadKind(row));
-  }
+  known_.clear();
 }
 
 void MemberList::Remember(const String& id, const String& kind) {
-  if (ids_.Add(id)) kinds_.push_back(kind);
+  const std::size_t count = ids_.Count();
+  known_.resize(std::max(known_.size(), count + 1));  // before, in case memory is short
+  Known& known = known_[ids_.Add(id) ? count : *ids_.Find(id)];
+  if (known.Rows++ == 0) known.Kind = kind;
+}
+
+void MemberList::Forget(const String& id) {
+  const auto number = ids_.Find(id);
+  if (number && known_[*number].Rows > 0) --known_[*number].Rows;
+}
+
+bool MemberList::IsThere(const String& id) const {
+  const auto number = ids_.Find(id);
+  return number && known_[*number].Rows > 0;
 }
 
 void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
@@ -126,9 +134,10 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
     for (const int row : rows) {
       if (stopped = !progress.GoesOn(); stopped) break;
       const String id = from.ReadId(row);
-      if (const auto found = ids_.Find(id, guess)) {
-        guess = *found + 1;
-        if (kinds_[*found] == from.ReadKind(row)) {
+      const auto found = ids_.Find(id, guess);
+      if (found) guess = *found + 1;
+      if (found && known_[*found].Rows > 0) {
+        if (known_[*found].Kind == from.ReadKind(row)) {
           ++present;
         } else {
           leftOut.push_back(from.Read(row).Name);
@@ -151,73 +160,104 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
              Also(withoutNumber, u" has no number", u" have no number"));
 }
 
-void MemberList::RemoveSelected() {
+void MemberList::RemoveSelected(JobProgress& progress) {
   const controls::RowSelection rows = display_.Grid.Selection();
-  Remove(rows);
+  Remove(rows, progress);
 }
 
-void MemberList::RemoveAll() {
+void MemberList::RemoveAll(JobProgress& progress) {
   controls::RowSelection all;
   all.Add(1, Count());
-  Remove(all);
+  Remove(all, progress);
 }
 
-void MemberList::Remove(const controls::RowSelection& rows) {
+void MemberList::Remove(const controls::RowSelection& rows, JobProgress& progress) {
   if (rows.Count() == 0) return;
   const ContactColumns columns(display_.Grid);
   std::vector<MemberHistory::Removed> gone;
-  for (const int row : rows.Rows()) gone.push_back({row, columns.Read(row)});
+  gone.reserve(static_cast<std::size_t>(rows.Count()));
+  for (const int row : rows.Rows()) {
+    if (!progress.GoesOn()) return Say(u"Stopped. Nothing was removed.");
+    gone.push_back({row, columns.Read(row)});
+  }
   const auto count = static_cast<std::int64_t>(gone.size());
   const int first = rows.Ranges().front().First;
-  history_.Begin().Gone = std::move(gone);
+  MemberHistory::Change& change = history_.Begin();
+  change.Gone = std::move(gone);
   display_.Grid.RemoveRows(rows);
-  // Rebuild from the remaining rows: a database without keys may have returned an id twice.
-  ReadIds();
+  for (const MemberHistory::Removed& removed : change.Gone) {
+    progress.GoesOn();
+    Forget(removed.Contact.Id);
+  }
   if (Count() > 0) GoTo(std::min(first, Count()));
   ShowLeftOut({});
   ShowChange(ToDecimal(count) + u" removed");
 }
 
-void MemberList::Undo() {
+void MemberList::Undo(JobProgress& progress) {
   if (history_.IsEmpty()) return;
-  const MemberHistory::Change change = history_.TakeLast();
-  RemoveAdded(change.Added);
-  const std::int64_t back = PutBack(change.Gone);
+  const MemberHistory::Change& change = history_.Last();
+  progress.Extend(static_cast<std::int64_t>(change.Added.size() + change.Gone.size()));
+  String outcome;
+  try {
+    outcome =
+        change.Gone.empty() ? RemoveAdded(change.Added, progress) : PutBack(change.Gone, progress);
+  } catch (const Stopped&) {
+    return Say(u"Stopped. Nothing was undone.");
+  }
+  history_.ForgetLast();
   ShowLeftOut({});
-  ShowChange(change.Gone.empty()
-                 ? u"Undone: " + ToDecimal(static_cast<std::int64_t>(change.Added.size())) +
-                       u" removed"
-                 : u"Undone: " + ToDecimal(back) + u" back in the list");
+  ShowChange(u"Undone: " + outcome);
 }
 
-void MemberList::RemoveAdded(const std::vector<String>& ids) {
-  if (ids.empty()) return;
-  TextIndex added;
-  for (const String& id : ids) added.Add(id);
+String MemberList::RemoveAdded(const std::vector<String>& ids, JobProgress& progress) {
+  std::vector<bool> isAdded(known_.size());
+  std::size_t guess = 0;
+  for (const String& id : ids) {
+    progress.Advance();
+    const auto number = ids_.Find(id, guess);
+    if (!number) continue;
+    isAdded[*number] = true;
+    guess = *number + 1;
+  }
+  progress.Extend(Count());
   const ContactColumns columns(display_.Grid);
   controls::RowSelection rows;
   for (int row = 1; row < display_.Grid.Rows(); ++row) {
-    if (added.Contains(columns.ReadId(row))) rows.Add(row, row);
+    progress.Advance();
+    const auto number = ids_.Find(columns.ReadId(row), guess);
+    if (!number) continue;
+    if (isAdded[*number]) rows.Add(row, row);
+    guess = *number + 1;
   }
   display_.Grid.RemoveRows(rows);
-  ReadIds();
+  for (const String& id : ids) {
+    progress.GoesOn();
+    Forget(id);
+  }
+  return ToDecimal(static_cast<std::int64_t>(ids.size())) + u" removed";
 }
 
-std::int64_t MemberList::PutBack(const std::vector<MemberHistory::Removed>& gone) {
+String MemberList::PutBack(const std::vector<MemberHistory::Removed>& gone, JobProgress& progress) {
   std::vector<controls::PlacedRow> rows;
   TextIndex back;
   for (const MemberHistory::Removed& removed : gone) {
-    if (ids_.Contains(removed.Contact.Id) || !back.Add(removed.Contact.Id)) continue;
+    progress.Advance();
+    if (IsThere(removed.Contact.Id) || !back.Add(removed.Contact.Id)) continue;
     rows.push_back({removed.Row, ContactColumns::Cells(removed.Contact)});
   }
-  if (rows.empty()) return 0;
   const auto count = static_cast<std::int64_t>(rows.size());
-  const int first = std::min(rows.front().Row, Count() + 1);
-  display_.Grid.InsertRows(std::move(rows));
-  ReadIds();
-  ContactColumns::ShowNoOrder(display_.Grid);
-  GoTo(first);
-  return count;
+  if (count > 0) {
+    const int first = std::min(rows.front().Row, Count() + 1);
+    display_.Grid.InsertRows(std::move(rows));
+    for (const MemberHistory::Removed& removed : gone) {
+      progress.GoesOn();
+      if (!IsThere(removed.Contact.Id)) Remember(removed.Contact.Id, removed.Contact.Kind);
+    }
+    ContactColumns::ShowNoOrder(display_.Grid);
+    GoTo(first);
+  }
+  return ToDecimal(count) + u" back in the list";
 }
 
 void MemberList::GoTo(int row) {
@@ -228,7 +268,7 @@ void MemberList::GoTo(int row) {
 bool MemberList::Has(StringView kind, StringView id) const {
   if (!IsComplete()) return false;
   const auto found = ids_.Find(id);
-  return found && kinds_[*found] == kind;
+  return found && known_[*found].Rows > 0 && known_[*found].Kind == kind;
 }
 
 void MemberList::ShowChange(const String& outcome) {

@@ -34,18 +34,21 @@ class MemberList final : public DialogList {
   /// must not be changed or saved, because missing members would be deleted.
   bool IsComplete() const { return state_ == State::Complete; }
 
-  // Changes: call them only if the list is complete. They raise Changed.
+  bool HasFailed() const { return state_ == State::Failed; }
+
+  // Changes: call them only if the list is complete. They raise Changed. If the user cancels a
+  // removal or an undo, nothing is changed.
 
   /// Appends rows of the other list whose ids are not in this one. Rows that are excluded by a row
   /// of another kind with the same id are named in a label until the next change. If the user
   /// cancels, the rows appended so far stay.
   void Take(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
   /// The row that takes the place of the first selected one becomes current.
-  void RemoveSelected();
-  void RemoveAll();
+  void RemoveSelected(JobProgress& progress);
+  void RemoveAll(JobProgress& progress);
   bool CanUndo() const { return !history_.IsEmpty(); }
   /// Takes back the last change. A removed row does not come back if its id is in the list.
-  void Undo();
+  void Undo(JobProgress& progress);
   /// The contact was edited: undoing brings it back with these texts.
   void Edited(const ContactRow& contact) { history_.Update(contact); }
 
@@ -57,14 +60,22 @@ class MemberList final : public DialogList {
   bool Has(StringView kind, StringView id) const;
 
  private:
-  void Loaded() override;
-  void RemoveStrangers();
-  void ReadIds();
+  struct Known {
+    String Kind;
+    int Rows = 0;  ///< a database without keys may return an id twice
+  };
+
+  void Arrived() override;
+  void Loaded() override { contacts_.Clear(); }
+  void ForgetAll();
   void Remember(const String& id, const String& kind);
-  void Remove(const controls::RowSelection& rows);
-  void RemoveAdded(const std::vector<String>& ids);
-  /// \return the number of rows that are back
-  std::int64_t PutBack(const std::vector<MemberHistory::Removed>& gone);
+  /// A row with this id was removed.
+  void Forget(const String& id);
+  bool IsThere(const String& id) const;
+  void Remove(const controls::RowSelection& rows, JobProgress& progress);
+  // \return what was done, for the user. \throws Stopped
+  String RemoveAdded(const std::vector<String>& ids, JobProgress& progress);
+  String PutBack(const std::vector<MemberHistory::Removed>& gone, JobProgress& progress);
   void ShowCount(std::int64_t members);
   void GoTo(int row);
   /// Shows count and outcome of a change.
@@ -75,8 +86,10 @@ class MemberList final : public DialogList {
   GroupStore& store_;
   Labels labels_;
   MemberHistory history_;
-  TextIndex ids_;              ///< the ids in the grid
-  std::vector<String> kinds_;  ///< the kind of each id
+  TextIndex contacts_;        ///< the ids of the members that are contacts, while loading
+  int arrived_ = 0;           ///< rows that Arrived has seen
+  TextIndex ids_;             ///< the ids that are or were in the grid
+  std::vector<Known> known_;  ///< of each id; may be longer
 };
 
 }  // namespace ktrv::forms

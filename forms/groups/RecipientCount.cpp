@@ -1,6 +1,7 @@
 #include "forms/groups/RecipientCount.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "controls/SoughtNumber.h"
@@ -31,47 +32,141 @@ RecipientCount::Number RecipientCount::NumberOf(StringView countryCode, StringVi
   return std::max<Number>(std::hash<String>()(whole), 1);
 }
 
-bool RecipientCount::Add(Number number, std::unordered_set<Number>& seen) {
+RecipientCount::Numbers::Numbers(std::size_t most) : places_(std::bit_ceil(2 * most + 1)) {}
+
+bool RecipientCount::Numbers::Add(Number number) {
+  const std::size_t mask = places_.size() - 1;
+  std::size_t place = number & mask;
+  for (; places_[place] != 0; place = (place + 1) & mask) {
+    if (places_[place] == number) return false;
+  }
+  places_[place] = number;
+  return true;
+}
+
+bool RecipientCount::Add(Number number) {
   ++counts_.People;
   if (number == 0) {
     ++counts_.WithoutNumber;
     return false;
   }
-  if (seen.insert(number).second) return false;
+  if (progress_.Seen.Add(number)) return false;
   ++counts_.Twice;
   return true;
 }
 
 void RecipientCount::Update(bool isComplete) {
   isComplete_ = isComplete;
-  services_.Trap(kCountContext, [this] {
-    ReadNext();
-    Count();
-  });
+  failure_.clear();
+  Start();
+}
+
+void RecipientCount::Fail(String text) {
+  isComplete_ = false;
+  failure_ = std::move(text);
+  Start();
 }
 
 void RecipientCount::Forget() {
-  Cancel();
-  isReading_ = false;
+  Stop();
   groups_.clear();
-  Update(isComplete_);
+  Start();
 }
 
-std::vector<String> RecipientCount::GroupsInList() const {
+void RecipientCount::Stop() {
+  work_.Stop();
+  Cancel();
+  isReading_ = false;
+}
+
+void RecipientCount::Start() {
+  withoutNumber_.Clear();
+  twice_.Clear();
+  counts_ = {};
+  failed_ = false;
+  progress_ = {.Rows = list_.Rows()};
+  const bool hasList = isComplete_ && ContactColumns(list_).Id() > 0;
+  if (!hasList) return End();
+  work_.Start(services_.Screen, [this] {
+    bool goesOn = false;
+    const bool worked = services_.Trap(kCountContext, false, [&] {
+      goesOn = GoOn();
+      return true;
+    });
+    failed_ = failed_ || !worked;
+    if (!goesOn) End();
+    return goesOn;
+  });
+  if (work_.IsRunning()) ShowChange();
+}
+
+bool RecipientCount::GoOn() {
+  int left = 10000;  // a few milliseconds
+  return !(LookForGroups(left) && CountMembers(left) && CountRows(left));
+}
+
+void RecipientCount::End() {
+  work_.Stop();
+  withoutNumber_ = std::move(progress_.WithoutNumber);
+  twice_ = std::move(progress_.Twice);
+  progress_ = {};
+  ShowChange();
+}
+
+void RecipientCount::ShowChange() {
+  Show();
+  if (Changed) Changed();
+}
+
+bool RecipientCount::LookForGroups(int& left) {
+  if (progress_.AreGroupsKnown) return true;
   const ContactColumns columns(list_);
-  std::vector<String> ids;
-  if (columns.Id() < 0) return ids;
-  for (int row = 1; row < list_.Rows(); ++row) {
-    if (columns.ReadKind(row) == ContactKind::Group) ids.push_back(columns.ReadId(row));
+  const int rows = std::min(progress_.Rows, list_.Rows());
+  for (int& row = progress_.GroupRow; row < rows; ++row, --left) {
+    if (left == 0) return false;
+    if (columns.ReadKind(row) == ContactKind::Group)
+      progress_.Groups.push_back(columns.ReadId(row));
   }
-  return ids;
+  ReadNext();
+  std::size_t most = static_cast<std::size_t>(progress_.Rows);
+  for (const String& id : progress_.Groups) {
+    failed_ = failed_ || groups_[id].Progress == Reading::Failed;
+    most += groups_[id].Numbers.size();
+  }
+  progress_.Seen = Numbers(most);
+  return progress_.AreGroupsKnown = true;
+}
+
+bool RecipientCount::CountMembers(int& left) {
+  for (; progress_.Group < progress_.Groups.size(); ++progress_.Group, progress_.Member = 0) {
+    const Group& group = groups_[progress_.Groups[progress_.Group]];
+    if (group.Progress != Reading::Done) continue;
+    for (; progress_.Member < group.Numbers.size(); ++progress_.Member, --left) {
+      if (left == 0) return false;
+      Add(group.Numbers[progress_.Member]);
+    }
+  }
+  return true;
+}
+
+bool RecipientCount::CountRows(int& left) {
+  const ContactColumns columns(list_);
+  const int rows = std::min(progress_.Rows, list_.Rows());
+  for (int& row = progress_.Row; row < rows; ++row, --left) {
+    if (left == 0) return false;
+    if (columns.ReadKind(row) == ContactKind::Group) continue;
+    const Number number = NumberOf(columns.ReadCountryCode(row), columns.ReadMobileNo(row));
+    if (number == 0) progress_.WithoutNumber.Add(row, row);
+    if (Add(number)) progress_.Twice.Add(row, row);
+  }
+  return true;
 }
 
 void RecipientCount::ReadNext() {
   constexpr std::size_t kTogether = 500;
-  if (isReading_ || !isComplete_) return;
+  if (isReading_) return;
   std::vector<String> ids;
-  for (const String& id : GroupsInList()) {
+  for (const String& id : progress_.Groups) {
     Group& group = groups_[id];
     if (group.Progress != Reading::Open || ids.size() == kTogether) continue;
     group.Progress = IsDecimalDigits(id) ? Reading::Now : Reading::Failed;
@@ -118,40 +213,14 @@ void RecipientCount::FetchComplete(const Error* error) {
   });
   isReading_ = false;
   EndReading(read ? Reading::Done : Reading::Failed);
-  Update(isComplete_);
-}
-
-void RecipientCount::Count() {
-  withoutNumber_.Clear();
-  twice_.Clear();
-  counts_ = {};
-  failed_ = false;
-  const ContactColumns columns(list_);
-  if (isComplete_ && columns.Id() > 0) {
-    std::unordered_set<Number> seen;
-    // Groups first: of a contact who is a member too, the row can be removed.
-    for (const String& id : GroupsInList()) {
-      const Group& group = groups_[id];
-      failed_ = failed_ || group.Progress == Reading::Failed;
-      for (const Number number : group.Numbers) Add(number, seen);
-    }
-    for (int row = 1; row < list_.Rows(); ++row) {
-      const ContactRow contact = columns.Read(row);
-      if (contact.Kind == ContactKind::Group) continue;
-      const Number number = NumberOf(contact.CountryCode, contact.MobileNo);
-      if (number == 0) withoutNumber_.Add(row, row);
-      if (Add(number, seen)) twice_.Add(row, row);
-    }
-  }
-  Show();
-  if (Changed) Changed();
+  Start();
 }
 
 void RecipientCount::Show() {
   const int entries = list_.Rows() - 1;
-  if (!isComplete_ || entries < 1) return text_.SetCaption({});
+  if (!isComplete_ || entries < 1) return text_.SetCaption(failure_);
   String text = Counted(entries, u"entry", u"entries") + u", ";
-  if (isReading_) {
+  if (IsCounting()) {
     text += u"counting the people...";
   } else if (failed_) {
     text += u"the people could not be counted";

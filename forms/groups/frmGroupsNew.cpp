@@ -152,11 +152,16 @@ void frmGroupsNew::ConnectEvents() {
   vsfGroupContacts.AfterDataRefresh = [this] { vsfGroupContacts_AfterDataRefresh(); };
   vsfGroupContacts.AfterSort = [this](int column, controls::SortOrder order) {
     ContactColumns::ShowOrder(vsfGroupContacts, column, order);
+    counts_.Update(members_.IsComplete());  // it knows rows by their place
   };
   sources_.Changed = [this] { ShowWhatIsPossible(); };
   counts_.Changed = [this] { ShowWhatIsPossible(); };
   members_.Changed = [this] {
-    counts_.Update(members_.IsComplete());
+    if (members_.HasFailed()) {
+      counts_.Fail(u"Not all members could be loaded. OK tries again.");
+    } else {
+      counts_.Update(members_.IsComplete());
+    }
     ShowWhatIsPossible();
     vsfFolderContacts.Refresh();
   };
@@ -214,7 +219,7 @@ bool frmGroupsNew::ConnectAgain() {
 void frmGroupsNew::Form_QueryUnload() {
   sources_.Cancel();
   members_.Cancel();
-  counts_.Cancel();
+  counts_.Stop();
 }
 
 void frmGroupsNew::InitAdoCommands() {
@@ -327,7 +332,10 @@ void frmGroupsNew::Take(const std::vector<int>& rows) {
 
 void frmGroupsNew::RemoveGroupMembers() {
   place_.Services.Trap(Context::kRemove, [&] {
-    if (members_.IsComplete()) members_.RemoveSelected();
+    if (!members_.IsComplete() || vsfGroupContacts.Selection().Count() == 0) return;
+    JobProgress progress(Progress(), u"Removing Contacts...",
+                         2 * std::int64_t{vsfGroupContacts.Selection().Count()});
+    members_.RemoveSelected(progress);
   });
 }
 

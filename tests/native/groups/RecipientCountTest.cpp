@@ -191,6 +191,28 @@ TEST_F(RecipientCountTest, FailedCountIsToldAndLogged) {
   EXPECT_EQ(Left().SelectedRecipients->Count(), 3);
 }
 
+TEST_F(RecipientCountTest, ManyRowsAreCountedInSlices) {
+  Candidates(Contacts(25000));
+  Open();
+  form->cmdSelectAll.UserClicks();
+  EXPECT_TRUE(Says(u"25000 entries, 25000 people, 24999 numbers twice"));
+  EXPECT_FALSE(form->Reached().IsCounting());
+  EXPECT_TRUE(form->cmdTwice.Enabled());
+}
+
+TEST_F(RecipientCountTest, ListThatChangesMeanwhileIsCountedAnew) {
+  Candidates(Contacts(25000));
+  Open();
+  form->cmdSelectAll.UserClicks();
+  form->vsfGroupContacts.UserSelects({1, 2}, 1);
+  form->cmdRemove.UserClicks();
+  EXPECT_TRUE(Says(u"24998 entries, 24998 people, 24997 numbers twice"));
+  form->cmdSelectAll.UserClicks();
+  form->cmdCancel.UserClicks();
+  EXPECT_FALSE(form->Reached().IsCounting());
+  screen.Pump();
+}
+
 TEST_F(RecipientCountTest, GroupWhoseIdIsNoNumberNeverReachesTheDatabase) {
   Candidates({{u"7 OR 1=1", u"Team", u"", u"", u"2", u""}});
   Open();

@@ -1,6 +1,7 @@
 #include <thread>
 
 #include "tests/native/groups/GroupsFixture.h"
+#include "tests/native/support/NoPeers.h"
 
 namespace ktrv::forms {
 namespace {
@@ -12,14 +13,17 @@ struct StoppedJob : tests::GroupsOnDatabase {
   StoppedJob() {
     TakesLong(kInsertMember);
     screen.WhileWorking = [this](controls::Form&) {
+      if (!isSlow) return;
       ++looks;
       form->cmdCancel.UserClicks();
     };
   }
   /// Statements that start so give the dialog the time to look for input.
   void TakesLong(StringView start) {
-    watched.BeforeExecute = [start = String(start)](StringView text) {
-      if (text.starts_with(start)) std::this_thread::sleep_for(std::chrono::milliseconds(110));
+    watched.BeforeExecute = [this, start = String(start)](StringView text) {
+      if (!text.starts_with(start)) return;
+      isSlow = true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(110));
     };
   }
   void Modify() {
@@ -31,6 +35,7 @@ struct StoppedJob : tests::GroupsOnDatabase {
   String Groups() { return Query(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY ID"); }
 
   int looks = 0;
+  bool isSlow = false;
 };
 
 TEST_F(StoppedJob, LeavesTheGroupAsItWas) {
@@ -122,6 +127,76 @@ TEST_F(StoppedJob, PicksNobody) {
   EXPECT_FALSE(form->Picked());
   EXPECT_EQ(form->lblSave.Caption(), u"Stopped. Nothing was selected.");
   EXPECT_EQ(ErrorsLogged(), 0);
+}
+
+/// A bar of which each step takes long.
+struct SlowBar final : controls::ProgressBarPeer {
+  void BoundsChanged() override {}
+  void VisibleChanged() override {}
+  void EnabledChanged() override {}
+  void TextChanged() override {}
+  void FocusRequested() override {}
+  void RefreshRequested() override {}
+  void PlacedIn(controls::StatusBar&, int) override {}
+  void ValueChanged() override { std::this_thread::sleep_for(std::chrono::milliseconds(40)); }
+};
+
+struct SlowBars final : tests::NoPeers {
+  using NoPeers::Make;
+  Window<controls::ProgressBarPeer> Make(controls::ProgressBar&) override {
+    return std::make_unique<SlowBar>();
+  }
+};
+
+/// Changes of the right list that the user stops.
+struct StoppedChange : tests::GroupsTest {
+  StoppedChange() { Candidates(Contacts(5)); }
+  void OpenWithFour() {
+    OpenPicker();
+    ASSERT_TRUE(Complete());
+    Take({1, 2, 3, 4});
+  }
+  void StopsFromNowOn() {
+    form->pbrSave.Realise(bars);
+    screen.WhileWorking = [this](controls::Form&) { form->cmdCancel.UserClicks(); };
+  }
+  void StopsNoMore() { screen.WhileWorking = nullptr; }
+  std::vector<String> Ids() const { return Column(form->vsfGroupContacts, u"ID"); }
+  const String& Outcome() const { return form->lblOutcome.Caption(); }
+
+  const std::vector<String> all{u"1", u"2", u"3", u"4"};
+  SlowBars bars;
+};
+
+TEST_F(StoppedChange, RemovalRemovesNobody) {
+  OpenWithFour();
+  StopsFromNowOn();
+  form->cmdRemoveAll.UserClicks();
+  EXPECT_EQ(Ids(), all);
+  EXPECT_EQ(Outcome(), u"Stopped. Nothing was removed.");
+  form->vsfGroupContacts.UserSelects({1, 3}, 1);
+  form->cmdRemove.UserClicks();
+  EXPECT_EQ(Ids(), all);
+  StopsNoMore();
+  form->cmdUndo.UserClicks();  // takes the four back
+  EXPECT_TRUE(Ids().empty());
+  EXPECT_TRUE(form->IsLoaded());
+}
+
+TEST_F(StoppedChange, UndoUndoesNothing) {
+  OpenWithFour();
+  StopsFromNowOn();
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(Ids(), all);
+  EXPECT_EQ(Outcome(), u"Stopped. Nothing was undone.");
+  StopsNoMore();
+  form->cmdRemoveAll.UserClicks();
+  StopsFromNowOn();
+  form->cmdUndo.UserClicks();
+  EXPECT_TRUE(Ids().empty());
+  StopsNoMore();
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(Ids(), all);
 }
 
 }  // namespace
