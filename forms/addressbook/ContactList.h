@@ -8,9 +8,9 @@
 #include "controls/ProgressBar.h"
 #include "controls/StatusBar.h"
 #include "data/AddressBookQueries.h"
-#include "forms/addressbook/ListPlace.h"
 #include "forms/contact/ContactRequest.h"
 #include "services/BackgroundList.h"
+#include "services/ListPlace.h"
 #include "services/PreparedCommands.h"
 #include "services/Services.h"
 

@@ -76,6 +76,12 @@ void ContactColumns::ShowOrder(FlexGrid& grid, int sorted, controls::SortOrder o
   }
 }
 
+controls::SortOrder ContactColumns::OrderShown(const GridColumn& column) {
+  if (column.HeadingPicture == Image::SortAscending) return controls::SortOrder::Ascending;
+  if (column.HeadingPicture == Image::SortDescending) return controls::SortOrder::Descending;
+  return controls::SortOrder::None;
+}
+
 String ContactColumns::Trimmed(int row, int column) const {
   String text = grid_.Text(row, column);
   const StringView trimmed = Trim(text);

@@ -35,6 +35,9 @@ class ContactColumns {
     ShowOrder(grid, 0, controls::SortOrder::None);
   }
 
+  /// The order that the heading of the column shows.
+  static controls::SortOrder OrderShown(const controls::GridColumn& column);
+
   int Id() const { return id_; }
   int Name() const { return name_; }
   int Kind() const { return kind_; }

@@ -1,6 +1,7 @@
 #include "forms/groups/SourceList.h"
 
 #include <limits>
+#include <utility>
 
 #include "forms/groups/ContactRow.h"
 
@@ -45,8 +46,9 @@ void SourceList::AddFolder(const database::Recordset& folder) {
 
 void SourceList::Load(Purpose purpose, StringView folderId) {
   const bool started = services_.Trap(kContext, false, [&] {
-    Begin();
     const StringView id = LeadingNumber(folderId) == 0 ? u"0" : folderId;
+    Leave(id);
+    Begin();
     ChooseSource(id);
     const auto dialect = data::FoldedDialect(database_.DbType);
     query_ = kind_ == kRemote ? data::GroupQueries::RemoteCandidates(dialect, purpose, id)
@@ -56,6 +58,38 @@ void SourceList::Load(Purpose purpose, StringView folderId) {
     return true;
   });
   if (!started) Fail();
+}
+
+void SourceList::Leave(StringView folderId) {
+  const controls::FlexGrid& grid = display_.Grid;
+  if (!shown_.empty() && IsComplete() && !isReturning_) {
+    Left left{ListPlace(grid), {}, controls::SortOrder::None};
+    for (int column = 0; column < grid.Cols(); ++column) {
+      const controls::GridColumn& design = grid.ColumnAt(column);
+      const auto order = ContactColumns::OrderShown(design);
+      if (order == controls::SortOrder::None) continue;
+      left.SortedBy = design.Key;
+      left.Order = order;
+    }
+    left_.insert_or_assign(shown_, std::move(left));
+  }
+  shown_ = folderId;
+  isReturning_ = false;
+}
+
+void SourceList::Loaded() {
+  services_.Trap(kContext, [&] {
+    const auto left = left_.find(shown_);
+    if (left == left_.end()) return;
+    isReturning_ = true;
+    if (left->second.Order == controls::SortOrder::None) return Sorted();
+    display_.Grid.SortInSlices(display_.Grid.ColIndex(left->second.SortedBy), left->second.Order);
+  });
+}
+
+void SourceList::Sorted() {
+  if (!std::exchange(isReturning_, false)) return;
+  if (auto left = left_.extract(shown_)) left.mapped().Place.RowsAreThere(display_.Grid, true);
 }
 
 void SourceList::Fail() {

@@ -140,6 +140,7 @@ void frmGroupsNew::ConnectEvents() {
   vsfFolderContacts.AfterDataRefresh = [this] { vsfFolderContacts_AfterDataRefresh(); };
   vsfFolderContacts.AfterSort = [this](int column, controls::SortOrder order) {
     ContactColumns::ShowOrder(vsfFolderContacts, column, order);
+    sources_.Sorted();
   };
   vsfGroupContacts.KeyDown = [this](std::int16_t keyCode, std::int16_t) {
     if (keyCode == controls::KeyCode::Delete) RemoveGroupMembers();

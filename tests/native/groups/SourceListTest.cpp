@@ -350,7 +350,8 @@ TEST_F(SourceListTest, SecondSourceIsLaidOutAnewAndUnsorted) {
   grid.UserClicksHeading(name);
   ASSERT_EQ(grid.ColumnAt(name).HeadingPicture, controls::Image::SortDescending);
   Candidates({{u"3", u"Cora", u"3", u"", u"1", u"3"}, {u"4", u"Dora", u"4", u"", u"1", u"4"}});
-  form->LoadFolderContacts(u"0");
+  FolderIs(u"S");
+  form->LoadFolderContacts(u"8");
   ASSERT_TRUE(Complete());
   EXPECT_EQ(Column(grid, u"NAME"), (std::vector<String>{u"Cora", u"Dora"}));
   EXPECT_EQ(grid.Text(0, name), u"Name");

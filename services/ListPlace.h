@@ -4,19 +4,19 @@
 
 #include "controls/FlexGrid.h"
 
-namespace ktrv::forms {
+namespace ktrv {
 
-/// The place of the user in a list of contacts, kept while the list is loaded again: the chosen row
+/// The place of the user in a list of contacts, kept until the list is loaded again: the chosen row
 /// by kind and id, or the next one if that is gone, and how far the list is scrolled. What the user
-/// selects or scrolls to meanwhile stays.
+/// selects or scrolls to meanwhile stays. The list's columns have the keys ID and CONTACTTYPE.
 class ListPlace {
  public:
   /// \pre the grid shows a list
   explicit ListPlace(const controls::FlexGrid& grid);
 
-  /// Rows have arrived in the grid, in the order of the result. Goes to the row if it is there.
+  /// Rows have arrived in the grid, behind the others. Goes to the row if it is there.
   void RowsCame(controls::FlexGrid& grid);
-  /// All rows are there, in the order of the result. Goes to the row, or to the next one.
+  /// All rows are there. Goes to the row, or to the next one.
   /// \param isComplete whether no rows are missing; otherwise the next one may be a wrong one
   void RowsAreThere(controls::FlexGrid& grid, bool isComplete);
 
@@ -45,4 +45,4 @@ class ListPlace {
   int shownTop_ = 1;  ///< the first visible row, unless the user has scrolled
 };
 
-}  // namespace ktrv::forms
+}  // namespace ktrv

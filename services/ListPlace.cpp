@@ -1,11 +1,12 @@
-#include "forms/addressbook/ListPlace.h"
+#include "services/ListPlace.h"
 
 #include <algorithm>
 
-#include "forms/addressbook/ContactGridLayout.h"
-
-namespace ktrv::forms {
+namespace ktrv {
 namespace {
+
+constexpr StringView kId = u"ID";
+constexpr StringView kType = u"CONTACTTYPE";
 
 // Neighbours that may take the place of the row.
 constexpr int kNextRows = 30;
@@ -35,13 +36,13 @@ ListPlace::ListPlace(const controls::FlexGrid& grid) : top_(grid.TopRow()) {
 
 void ListPlace::Add(const controls::FlexGrid& grid, int row) {
   const int rank = static_cast<int>(sought_.size());
-  sought_.emplace(grid.Text(row, grid.ColIndex(ContactGridLayout::kId)),
-                  Sought{grid.Text(row, grid.ColIndex(ContactGridLayout::kType)), rank});
+  sought_.emplace(grid.Text(row, grid.ColIndex(kId)),
+                  Sought{grid.Text(row, grid.ColIndex(kType)), rank});
 }
 
 void ListPlace::Look(const controls::FlexGrid& grid) {
-  const int id = grid.ColIndex(ContactGridLayout::kId);
-  const int kind = grid.ColIndex(ContactGridLayout::kType);
+  const int id = grid.ColIndex(kId);
+  const int kind = grid.ColIndex(kType);
   if (sought_.empty() || id < 0 || kind < 0) return;
   for (; looked_ < grid.Rows() - 1 && !HasRow(); ++looked_) {
     const int row = looked_ + 1;
@@ -88,4 +89,4 @@ void ListPlace::Scroll(controls::FlexGrid& grid, int top) {
   shownTop_ = std::max(grid.TopRow(), 1);
 }
 
-}  // namespace ktrv::forms
+}  // namespace ktrv
