@@ -142,6 +142,9 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// Which rows are marked in column 0, behind their picture. Call Refresh when that has changed.
   RowMark Mark;
 
+  /// What a tip tells about a cell of a data row; empty: its text if that is cut off.
+  std::function<String(int row, int column)> Tip;
+
   // Permissions of the user.
   bool UserCanSort = true;
   bool UserCanMoveColumns = true;

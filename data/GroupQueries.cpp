@@ -152,6 +152,7 @@ const std::vector<CommandText>& Commands() {
       {RemoteContactsAmong(kAmong), Parameters(kAmong, narrow(u"CODE", 50))},
       {ContactsAmong(kAmongMany), Parameters(kAmongMany, number(u"ID"))},
       {RemoteContactsAmong(kAmongMany), Parameters(kAmongMany, narrow(u"CODE", 50))},
+      {text(kFullName), {number(u"ID")}},
   };
   return kCommands;
 }

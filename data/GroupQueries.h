@@ -36,6 +36,8 @@ inline constexpr StringView kInsertMember =
     u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (?, ?, ?)";
 inline constexpr StringView kContact =
     u"SELECT FNAME, MOBILENO, COUNTRYCODE FROM SMS_ABCONTACTS WHERE ID =?";
+inline constexpr StringView kFullName =
+    u"SELECT FNAME, MNAME, LNAME, ORGANISATION FROM SMS_ABCONTACTS WHERE ID = ?";
 inline constexpr StringView kGroup = u"SELECT NAME, FOLDER_ID FROM SMS_ABGROUPS WHERE ID = ?";
 inline constexpr StringView kMemberships =
     u"SELECT CONTACT_ID, CONTACT_TYPE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ?";
@@ -73,6 +75,7 @@ enum class Name : std::size_t {
   RemoteContactsAmong,
   ContactsAmongMany,
   RemoteContactsAmongMany,
+  FullName,
 };
 
 /// Selects those of `count` contact ids that exist; one parameter each.

@@ -45,6 +45,7 @@ class ContactColumns {
   /// \throws Error SubscriptOutOfRange
   ContactRow Read(int row) const;
   String ReadId(int row) const { return Trimmed(row, id_); }
+  String ReadName(int row) const { return Trimmed(row, name_); }
   String ReadKind(int row) const { return Trimmed(row, kind_); }
   String ReadCountryCode(int row) const { return Trimmed(row, countryCode_); }
   String ReadMobileNo(int row) const { return Trimmed(row, mobileNo_); }

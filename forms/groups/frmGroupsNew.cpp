@@ -105,6 +105,8 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
   };
   contacts_.RowWritten = [this](const ContactRow& contact) {
     members_.Edited(contact);
+    candidateNames_.Forget();
+    memberNames_.Forget();
     counts_.Forget();
   };
   contacts_.ListIsStale = [this] {
@@ -130,6 +132,8 @@ void frmGroupsNew::ConnectEvents() {
   cmdRemove.Click = [this] { RemoveGroupMembers(); };
   memberCommands_.Connect();
   memberFind_.Connect();
+  candidateNames_.Connect();
+  memberNames_.Connect();
   memberFind_.NotFound = [this](const String& text) {
     members_.Say(text.empty() ? String() : u"Not found: " + text);
   };

@@ -11,6 +11,7 @@
 #include "controls/TextBox.h"
 #include "forms/groups/ContactOpening.h"
 #include "forms/groups/DialogStretch.h"
+#include "forms/groups/FullNames.h"
 #include "forms/groups/GroupCommands.h"
 #include "forms/groups/GroupSaving.h"
 #include "forms/groups/MemberCommands.h"
@@ -148,6 +149,8 @@ class frmGroupsNew final : public controls::Form {
   MemberCommands memberCommands_;
   MemberFind memberFind_{txtFindMember, vsfGroupContacts};
   ContactOpening contacts_;
+  FullNames candidateNames_{place_.Services, commands_, vsfFolderContacts};
+  FullNames memberNames_{place_.Services, commands_, vsfGroupContacts};
   String shownName_;        ///< the group's name as loaded
   bool connected_ = false;  ///< the selector could be filled
   std::optional<DialogStretch> stretch_;

@@ -65,8 +65,11 @@ std::optional<LRESULT> CutTextTip::OnNotify(NMHDR& header) {
   if (const auto column = columns_.Find(cell.Column); column && cell.Item >= 0 &&
                                                       cell.Item < grid_.Rows() - 1 &&
                                                       !grid_.ColumnAt(*column).Picture) {
-    text_ = ToWide(grid_.Text(cell.Item + 1, *column));
-    if (!IsCut(cell, text_)) text_.clear();
+    if (grid_.Tip) text_ = ToWide(grid_.Tip(cell.Item + 1, *column));
+    if (text_.empty()) {
+      text_ = ToWide(grid_.Text(cell.Item + 1, *column));
+      if (!IsCut(cell, text_)) text_.clear();
+    }
   }
   wanted.lpszText = text_.data();  // an empty text shows no tip
   return 0;

@@ -50,7 +50,8 @@ TEST_F(GroupCommandsTest, HaveTheirTextsInOrder) {
                               contacts,
                               remoteContacts,
                               manyContacts,
-                              manyRemoteContacts};
+                              manyRemoteContacts,
+                              Queries::kFullName};
   ASSERT_EQ(Queries::Commands().size(), std::size(texts));
   for (std::size_t index = 0; index < std::size(texts); ++index) {
     EXPECT_EQ(commands.At(static_cast<GroupCommand>(index)).CommandText(), texts[index]);
