@@ -26,6 +26,7 @@ class GroupDialog {
   double LoadSource(const String& folderId);
 
   forms::frmGroupsNew& Form() { return *form_; }
+  tests::ScriptedScreen& Screen() { return screen_; }
   std::vector<String> MemberIds();
 
  private:

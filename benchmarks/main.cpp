@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "benchmarks/ContactWork.h"
+#include "benchmarks/GroupListWork.h"
 #include "benchmarks/GroupWork.h"
 #include "benchmarks/ImportWork.h"
 #include "benchmarks/LineWork.h"
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
     std::fputs(
         "usage: benchmarks DATABASE...   (smallest first)\n"
         "       benchmarks --groups DATABASE\n"
+        "       benchmarks --grouplists DATABASE\n"
         "       benchmarks --tool DATABASE...\n"
         "       benchmarks --import DATABASE     (its contacts go)\n"
         "       benchmarks --server CONNECTION   (its contacts go)\n"
@@ -25,6 +27,10 @@ int main(int argc, char** argv) {
   try {
     if (argv[1] == std::string_view("--groups") && argc == 3) {
       ktrv::benchmarks::MeasureGroupWork(argv[2]);
+      return 0;
+    }
+    if (argv[1] == std::string_view("--grouplists") && argc == 3) {
+      ktrv::benchmarks::MeasureGroupLists(argv[2]);
       return 0;
     }
     if (argv[1] == std::string_view("--tool") && argc > 2) {
