@@ -123,6 +123,12 @@ void ClickMiddle(HWND window) {
   Click(window, {area.right / 2, area.bottom / 2}, 0);
 }
 
+void Point(HWND window, POINT at) {
+  // From elsewhere, because a tip comes when the mouse has moved.
+  PointTo(window, {at.x + 1, at.y});
+  PointTo(window, at);
+}
+
 void ClickScreen(POINT at) {
   SetCursorPos(at.x, at.y);
   Send({MouseInput(MOUSEEVENTF_MOVE), MouseInput(MOUSEEVENTF_LEFTDOWN),

@@ -25,6 +25,9 @@ void DoubleClick(HWND window, POINT at);
 /// \param keys as for Click.
 void RightClick(HWND window, POINT at, UINT keys = 0);
 
+/// Moves the mouse there.
+void Point(HWND window, POINT at);
+
 /// Presses the left button at `from`, moves in small steps to `to` and lets go there.
 void Drag(HWND window, POINT from, POINT to, UINT keys = 0);
 

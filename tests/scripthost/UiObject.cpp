@@ -149,6 +149,9 @@ void UiObject::OfferReading() {
   Offer(L"SelectedRow", [](const Arguments& arguments) {
     return Value(static_cast<LONG>(ListView_GetNextItem(Handle(arguments), -1, LVNI_SELECTED)));
   });
+  Offer(L"TopRow", [](const Arguments& arguments) {
+    return Value(static_cast<LONG>(ListView_GetTopIndex(Handle(arguments))));
+  });
   Offer(L"FocusClass", [](const Arguments& arguments) {
     return Value(WindowSearch::FocusClass(Handle(arguments)));
   });
@@ -208,6 +211,13 @@ void UiObject::OfferInput() {
   });
   offer(L"ClickRow", [](const Arguments& arguments) {
     UiInput::Click(Handle(arguments), RowAt(arguments), static_cast<UINT>(arguments.Number(2, 0)));
+  });
+  offer(L"PointAtCell", [](const Arguments& arguments) {
+    const HWND list = Handle(arguments);
+    RECT cell = {};
+    ListView_EnsureVisible(list, arguments.Number(1), FALSE);
+    ListView_GetSubItemRect(list, arguments.Number(1), arguments.Number(2), LVIR_BOUNDS, &cell);
+    UiInput::Point(list, MiddleOf(cell));
   });
   offer(L"RightClickRow", [](const Arguments& arguments) {
     UiInput::RightClick(Handle(arguments), RowAt(arguments));

@@ -23,6 +23,7 @@ namespace ktrv::scripthost {
 ///   IsExpanded(tree, text)         whether the node with that text shows those below it
 ///   IsSelected(tree, text)         whether that node is the selected one
 ///   SelectedRow(list)              its first selected row from 0, or -1
+///   TopRow(list)                   its first visible row from 0
 ///   FocusClass(window)             the class of what has the focus in the window's thread
 ///   Left(window)                   pixels from its parent's left
 ///   Width(window), Height(window)  of the inside, in pixels
@@ -31,6 +32,8 @@ namespace ktrv::scripthost {
 ///   Drag(window, x, y, toX, toY)   with the left button, in its pixels
 ///   ClickAt(window, x, y), RightClickAt(window, x, y), DoubleClickAt(window, x, y)
 ///   ClickRow(list, n[, keys]), RightClickRow(list, n), DoubleClickRow(list, n)
+///   PointAtCell(list, row, column) only moves the mouse there, counted from 0; a tip is a window
+///                                  whose title is its text
 ///   ClickNode(tree, text), RightClickNode(tree, text)
 ///   Type(window, text), Press(window, virtualKey[, keys]), PressAlt(window, virtualKey)
 ///   Hold(window, virtualKey, n)    holds the key so long that it comes n times
