@@ -59,6 +59,18 @@ inline String ContactsOfGroup(StringView groupId) {
                 groupId);
 }
 #undef KTRV_CONTACT_COLUMNS
+// How many rows these have.
+inline String CountOf(StringView table) {
+  return u"SELECT COUNT(*) FROM " + String(table);
+}
+inline String CountOfFolder(StringView folderId) {
+  return WithId(CountOf(u"SMS_ABCONTACTS") + u" WHERE FOLDER_ID = {id}", folderId);
+}
+inline String CountOfGroup(StringView groupId) {
+  return WithId(
+      u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS WHERE GROUP_ID = {id} AND CONTACT_TYPE = 'S'",
+      groupId);
+}
 
 // The check of an address book.
 

@@ -14,9 +14,9 @@
 namespace ktrv::tool {
 namespace {
 
-std::vector<Finding> FindAll(database::Connection& connection) {
+std::vector<Finding> FindAll(database::Connection& connection, Console& console) {
   Structure structure = CheckStructure(connection);
-  std::vector<Finding> findings = CheckRows(connection, structure);
+  std::vector<Finding> findings = CheckRows(connection, structure, console);
   std::move(structure.Findings.begin(), structure.Findings.end(), std::back_inserter(findings));
   return findings;
 }
@@ -122,7 +122,7 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
                 Console& console) {
   database::Transaction transaction(book.Connection);
   // Again: somebody may have worked since the question.
-  std::vector<Finding> findings = CheckRows(book.Connection, structure);
+  std::vector<Finding> findings = CheckRows(book.Connection, structure, console);
   std::erase_if(findings, [](const Finding& finding) { return !IsRepairable(finding); });
   if (findings.empty()) return;
   FormerRows file(options.Removed);
@@ -172,7 +172,7 @@ void Repair(const CheckOptions& options, Book& book, Console& console) {
 }  // namespace
 
 int Check(const CheckOptions& options, Book& book, Console& console) {
-  std::vector<Finding> findings = FindAll(book.Connection);
+  std::vector<Finding> findings = FindAll(book.Connection, console);
   const bool repairable = std::any_of(findings.begin(), findings.end(), IsRepairable);
   if (!options.Repair || !repairable) {
     Print(findings, console);
@@ -190,7 +190,7 @@ int Check(const CheckOptions& options, Book& book, Console& console) {
     }
   }
   Repair(options, book, console);
-  findings = FindAll(book.Connection);
+  findings = FindAll(book.Connection, console);
   Print(findings, console);
   return findings.empty() ? ExitCode::Done : ExitCode::Failed;
 }

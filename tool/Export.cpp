@@ -47,13 +47,21 @@ class Places {
   std::unordered_map<String, std::vector<StringView>> memberships_;
 };
 
-/// The query for the contacts that the options name.
-String ChosenContacts(const ExportOptions& options, database::Connection& connection) {
+struct Chosen {
+  String Rows;   ///< query for contacts
+  String Count;  ///< query for their number
+};
+
+/// The contacts that the options name.
+Chosen ChosenContacts(const ExportOptions& options, database::Connection& connection) {
   if (!options.Group.empty()) {
     const auto groups = ReadGroups(connection);
-    return Queries::ContactsOfGroup(FindGroup(groups, options.Group).Id);
+    const String id = FindGroup(groups, options.Group).Id;
+    return {Queries::ContactsOfGroup(id), Queries::CountOfGroup(id)};
   }
-  if (options.Folder.empty()) return String(Queries::kContacts);
+  if (options.Folder.empty()) {
+    return {String(Queries::kContacts), Queries::CountOf(u"SMS_ABCONTACTS")};
+  }
   const auto folders = ReadFolders(connection);
   const Folder& folder = FindFolder(folders, options.Folder);
   if (folder.IsRemote) {
@@ -61,7 +69,7 @@ String ChosenContacts(const ExportOptions& options, database::Connection& connec
                 u"The folder \"" + folder.Name +
                     u"\" shows remote contacts, which belong to TALVERO and are not exported");
   }
-  return Queries::ContactsOfFolder(folder.Id);
+  return {Queries::ContactsOfFolder(folder.Id), Queries::CountOfFolder(folder.Id)};
 }
 
 /// Writes the rows of the query and counts them.
@@ -115,8 +123,9 @@ Error CannotWrite(const std::string& name) {
 }  // namespace
 
 int Export(const ExportOptions& options, Book& book, Console& console) {
-  const String query = ChosenContacts(options, book.Connection);
+  const auto [query, count] = ChosenContacts(options, book.Connection);
   Progress progress(console, "exported");
+  if (console.IsInteractive) progress.Total = CountOf(book.Connection, count);
   if (options.Output.empty()) {
     PrintContacts(options, query, book.Connection, console, progress);
     return ExitCode::Done;

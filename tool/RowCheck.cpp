@@ -11,6 +11,7 @@
 #include "database/Command.h"
 #include "tool/JsonText.h"
 #include "tool/PhoneNumber.h"
+#include "tool/Progress.h"
 #include "tool/Query.h"
 
 namespace ktrv::tool {
@@ -129,8 +130,13 @@ void DeleteMemberships(StringView table, const std::vector<Membership>& rows, bo
 /// The check of all rows, table by table.
 class RowChecks {
  public:
-  RowChecks(database::Connection& connection, const Structure& structure)
-      : connection_(connection), structure_(structure) {}
+  RowChecks(database::Connection& connection, const Structure& structure, Console& console)
+      : connection_(connection), structure_(structure), progress_(console, "checked") {
+    if (!console.IsInteractive) return;
+    for (const StringView table : {u"SMS_ABCONTACTS", u"SMS_ABGROUPMAPS"}) {
+      if (structure.Has(table)) progress_.Total += CountOf(connection, Queries::CountOf(table));
+    }
+  }
 
   std::vector<Finding> Run() {
     hasFolders_ = structure_.Has(u"SMS_ABFOLDERS");
@@ -140,6 +146,7 @@ class RowChecks {
     if (structure_.Has(u"SMS_ABGROUPMAPS")) CheckMemberships();
     if (structure_.Has(u"SMS_USERS")) CheckUsers();
     Keep(std::move(long_));
+    progress_.Clear();
     return std::move(findings_);
   }
 
@@ -215,6 +222,7 @@ class RowChecks {
     std::vector<std::pair<std::uint64_t, std::int64_t>> numbers;  // key and id
     Query query(connection_, Queries::kNumbers);
     while (query.Next()) {
+      progress_.Count(++rows_);
       const StringView id = query.Text(0);
       const auto number = IdOf(id);
       if (number) contacts_.push_back(*number);
@@ -284,6 +292,7 @@ class RowChecks {
     std::vector<Membership> remoteRows;
     Query query(connection_, Queries::kMemberships);
     while (query.Next()) {
+      progress_.Count(++rows_);
       const auto group = IdOf(query.Text(0));
       if (!group) continue;
       const auto contact = query.Cell(1);
@@ -398,6 +407,8 @@ class RowChecks {
 
   database::Connection& connection_;
   const Structure& structure_;
+  Progress progress_;
+  std::int64_t rows_ = 0;  ///< that are checked
   std::vector<Finding> findings_;
   bool hasFolders_ = false;
   std::unordered_map<std::int64_t, Place> folders_;
@@ -410,8 +421,9 @@ class RowChecks {
 
 }  // namespace
 
-std::vector<Finding> CheckRows(database::Connection& connection, const Structure& structure) {
-  return RowChecks(connection, structure).Run();
+std::vector<Finding> CheckRows(database::Connection& connection, const Structure& structure,
+                               Console& console) {
+  return RowChecks(connection, structure, console).Run();
 }
 
 }  // namespace ktrv::tool

@@ -126,6 +126,7 @@ class Importer {
         writer_(book.Connection),
         progress_(console, "read"),
         report_(options, console) {
+    progress_.Percent = [this] { return file_->Percent(); };
     writer_.FindsAllIds = options.OfDuplicates == Duplicates::Merge;
     if (!options.Folder.empty()) folder_ = places_.ChosenFolder(options.Folder);
     if (!options.Group.empty()) group_ = places_.ChosenGroup(options.Group);

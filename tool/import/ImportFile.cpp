@@ -29,12 +29,20 @@ Encoding EncodingOfFile(const std::filesystem::path& path) {
 class OpenFile {
  public:
   OpenFile(const std::filesystem::path& path, std::optional<Encoding> encoding)
-      : stream_(path, std::ios::binary), source_(stream_, encoding.value_or(Encoding::Utf8)) {}
+      : size_(std::filesystem::exists(path) ? std::filesystem::file_size(path) : 0),
+        stream_(path, std::ios::binary),
+        source_(stream_, encoding.value_or(Encoding::Utf8)) {}
 
   TextSource& Source() { return source_; }
   void Check() const { RequireReadable(stream_); }
+  int Percent() {
+    const auto place = stream_.tellg();  // -1 at the end
+    if (place < 0 || size_ == 0) return 100;
+    return static_cast<int>(static_cast<std::uintmax_t>(place) * 100 / size_);
+  }
 
  private:
+  std::uintmax_t size_;
   std::ifstream stream_;
   TextSource source_;
 };
@@ -68,6 +76,7 @@ class CsvFile final : public ImportFile {
     if (row.Problem.empty()) row.Values = headings_->Read(record_);
     return true;
   }
+  int Percent() override { return file_.Percent(); }
   StringView Head() const override { return head_; }
   std::vector<String> LeftOut() const override { return headings_->LeftOut(); }
 
@@ -95,6 +104,7 @@ class CardFile final : public ImportFile {
     if (row.Problem.empty()) row.Values = ContactOf(card_);
     return true;
   }
+  int Percent() override { return file_.Percent(); }
   StringView Head() const override { return {}; }
 
  private:

@@ -28,6 +28,9 @@ class ImportFile {
   /// \return false at the end. \throws Error if the file cannot be read
   virtual bool Next(ImportRow& row) = 0;
 
+  /// How much of the file is read.
+  virtual int Percent() = 0;
+
   /// What precedes the rows in a file of the same kind.
   virtual StringView Head() const = 0;
   /// Headings whose columns are left out.
