@@ -29,15 +29,24 @@ void RowBlock::BeginRow() {
 }
 
 void RowBlock::Add(StringView text) {
-  char16_t length = kLong;
-  if (text.size() < kLong) {
-    length = static_cast<char16_t>(text.size());
-  } else {
-    units_.push_back(static_cast<char16_t>(text.size() >> 16));
-    units_.push_back(static_cast<char16_t>(text.size() & 0xFFFF));
-  }
-  units_[starts_.back() + filled_++] = length;
+  AddLength(text.size());
   units_.insert(units_.end(), text.begin(), text.end());
+}
+
+void RowBlock::AddAscii(std::string_view text) {
+  AddLength(text.size());
+  units_.insert(units_.end(), text.begin(), text.end());
+}
+
+void RowBlock::AddLength(std::size_t length) {
+  char16_t unit = kLong;
+  if (length < kLong) {
+    unit = static_cast<char16_t>(length);
+  } else {
+    units_.push_back(static_cast<char16_t>(length >> 16));
+    units_.push_back(static_cast<char16_t>(length & 0xFFFF));
+  }
+  units_[starts_.back() + filled_++] = unit;
 }
 
 void RowBlock::AddNull() {

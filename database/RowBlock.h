@@ -21,6 +21,8 @@ class RowBlock {
   /// Starts a row. Exactly one Add or AddNull per column must follow.
   void BeginRow();
   void Add(StringView text);
+  /// The same for a text of ASCII characters.
+  void AddAscii(std::string_view text);
   void AddNull();
 
   /// Releases unused memory.
@@ -37,6 +39,8 @@ class RowBlock {
   void ReadRow(std::size_t row, std::span<std::optional<StringView>> cells) const;
 
  private:
+  void AddLength(std::size_t length);
+
   std::size_t columns_;
   std::size_t filled_ = 0;
   std::vector<std::uint32_t> starts_;

@@ -19,6 +19,12 @@ DateTime Moment(const SQL_TIMESTAMP_STRUCT& timestamp) {
          std::chrono::milliseconds(timestamp.fraction / 1'000'000);  // nanoseconds
 }
 
+bool IsAscii(std::string_view bytes) {
+  unsigned char all = 0;
+  for (const char byte : bytes) all |= static_cast<unsigned char>(byte);
+  return all < 0x80;
+}
+
 }  // namespace
 
 ColumnBuffer::ColumnBuffer(SQLUSMALLINT number, Form form, std::size_t units)
@@ -29,7 +35,9 @@ void ColumnBuffer::Bind(SQLHANDLE statement, const Dialogue& dialogue) {
   SQLRETURN result = SQL_SUCCESS;
   switch (form_) {
     case Form::Text:
-      result = SQLBindCol(statement, number_, SQL_C_WCHAR, text_.data(),
+      // The driver would convert each cell, slower than it is done here.
+      isUtf8_ = dialogue.Utf8;
+      result = SQLBindCol(statement, number_, isUtf8_ ? SQL_C_CHAR : SQL_C_WCHAR, text_.data(),
                           static_cast<SQLLEN>(text_.size() * sizeof(char16_t)), &length_);
       break;
     case Form::Double:
@@ -48,10 +56,31 @@ void ColumnBuffer::AddTo(RowBlock& block, SQLHANDLE statement, const Dialogue& d
   if (length_ == SQL_NULL_DATA) return block.AddNull();
   if (form_ == Form::Double) return block.Add(*CellTextOf(double_));
   if (form_ == Form::Timestamp) return block.Add(*CellTextOf(Moment(timestamp_)));
+  if (isUtf8_) {
+    if (!AddUtf8(block)) AddInFull(block, statement, dialogue);
+    return;
+  }
   const auto room = static_cast<SQLLEN>((text_.size() - 1) * sizeof(char16_t));
   // Check the length: not all drivers also return a warning for truncated text.
   if (length_ < 0 || length_ > room) return AddInFull(block, statement, dialogue);
   block.Add({text_.data(), static_cast<std::size_t>(length_) / sizeof(char16_t)});
+}
+
+/// \return false if the text is truncated or no valid UTF-8, which the driver may have made from
+/// unpaired surrogates and can convert back
+bool ColumnBuffer::AddUtf8(RowBlock& block) {
+  const auto room = static_cast<SQLLEN>(text_.size() * sizeof(char16_t) - 1);
+  if (length_ < 0 || length_ > room) return false;
+  const std::string_view bytes(reinterpret_cast<const char*>(text_.data()),
+                               static_cast<std::size_t>(length_));
+  if (IsAscii(bytes)) {
+    block.AddAscii(bytes);
+    return true;
+  }
+  const String text = FromUtf8(bytes);
+  if (text.find(u'\xFFFD') != String::npos) return false;
+  block.Add(text);
+  return true;
 }
 
 void ColumnBuffer::AddInFull(RowBlock& block, SQLHANDLE statement, const Dialogue& dialogue) {

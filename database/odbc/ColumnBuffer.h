@@ -27,11 +27,13 @@ class ColumnBuffer {
 
  private:
   bool IsBound() const { return form_ != Form::Text || !text_.empty(); }
+  bool AddUtf8(RowBlock& block);
   void AddInFull(RowBlock& block, SQLHANDLE statement, const Dialogue& dialogue);
 
   SQLUSMALLINT number_;
   Form form_;
   std::vector<char16_t> text_;
+  bool isUtf8_ = false;  // text_ has bytes
   double double_ = 0;
   SQL_TIMESTAMP_STRUCT timestamp_ = {};
   SQLLEN length_ = 0;  // in bytes; or SQL_NULL_DATA or SQL_NO_TOTAL
