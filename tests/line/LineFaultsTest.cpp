@@ -37,8 +37,7 @@ class LineFaultsTest : public FaultFixture {
       if (within) places.push_back((marks[mark] + marks[mark + 1]) / 2);
     }
     std::ranges::sort(places);
-    const auto doubled = std::ranges::unique(places);
-    places.erase(doubled.begin(), doubled.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
     return places;
   }
 

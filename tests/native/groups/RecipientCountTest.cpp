@@ -90,7 +90,7 @@ TEST_F(RecipientCountOnDatabase, GroupIsCountedAgainAfterItsPropertiesWereOpened
   Take({4});
   ASSERT_TRUE(Says(u"1 entry, 3 people"));
   Run(u"INSERT INTO SMS_ABGROUPMAPS VALUES (11, '3', 'S')");
-  screen.PlayModal([this](controls::Form& shown) { shown.Unload(); });
+  screen.PlayModal([](controls::Form& shown) { shown.Unload(); });
   form->vsfFolderContacts.SetRow(4);
   form->cmdProperty.UserClicks();
   EXPECT_TRUE(Says(u"1 entry, 4 people, 1 without a number"));

@@ -38,6 +38,7 @@ struct Book {
     String Group;
     String Id;
     String Type;
+    // NOLINTNEXTLINE(modernize-use-nullptr): its generated body compares with 0
     auto operator<=>(const Member&) const = default;
   };
 
