@@ -14,15 +14,23 @@ void FullNames::Connect() {
   };
 }
 
+void FullNames::Forget() {
+  contactId_.clear();
+  failed_ = false;
+}
+
 String FullNames::TipOf(int row, int column) {
+  if (grid_.Parent().IsWorking()) return {};  // perhaps in the midst of a transaction
   const ContactColumns columns(grid_);
   if (column != columns.Name() || columns.ReadKind(row) != ContactKind::Contact) return {};
   if (!HasNamesake(row, columns)) return {};
   const String id = columns.ReadId(row);
   if (id != contactId_) {
-    contactId_ = id;
-    name_.clear();  // a failure is not repeated
+    if (failed_) return {};
+    failed_ = true;
     name_ = Read(id);
+    contactId_ = id;
+    failed_ = false;
   }
   return name_;
 }

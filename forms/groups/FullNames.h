@@ -16,8 +16,8 @@ class FullNames {
 
   /// Lets the grid show them.
   void Connect();
-  /// A contact was edited: names are read again.
-  void Forget() { contactId_.clear(); }
+  /// A contact was edited, or the list loaded: names are read again, also after a failure.
+  void Forget();
 
  private:
   String TipOf(int row, int column);
@@ -30,6 +30,7 @@ class FullNames {
   // The last one.
   String contactId_;
   String name_;
+  bool failed_ = false;  ///< then no other name is read: on a dead line each would wait
 };
 
 }  // namespace ktrv::forms

@@ -381,10 +381,12 @@ void frmGroupsNew::txtFind_Change() {
 }
 
 void frmGroupsNew::vsfFolderContacts_AfterDataRefresh() {
+  candidateNames_.Forget();
   place_.Services.Trap(Context::kSourceLayout, [&] { ContactColumns::LayOut(vsfFolderContacts); });
 }
 
 void frmGroupsNew::vsfGroupContacts_AfterDataRefresh() {
+  memberNames_.Forget();
   place_.Services.Trap(Context::kMemberLayout, [&] { ContactColumns::LayOut(vsfGroupContacts); });
 }
 

@@ -59,12 +59,21 @@ TEST_F(FullNamesTest, NamesAreReadOnceAndAgainAfterAnEdit) {
   EXPECT_EQ(TipOf(form->vsfFolderContacts, u"1"), u"Anna Ost");
 }
 
-TEST_F(FullNamesTest, FailureIsLoggedOnceAndShowsNoTip) {
+TEST_F(FullNamesTest, AfterAFailureNoneIsReadUntilTheListIsLoaded) {
   Open();
   FailOnce(u"SELECT FNAME, MNAME, LNAME, ORGANISATION");
   EXPECT_EQ(TipOf(form->vsfFolderContacts, u"1"), u"");
   EXPECT_EQ(TipOf(form->vsfFolderContacts, u"1"), u"");
+  EXPECT_EQ(TipOf(form->vsfFolderContacts, u"5"), u"");
   EXPECT_EQ(ErrorsLogged(), 1);
+  form->vsfFolderContacts.DataRefresh();
+  EXPECT_EQ(TipOf(form->vsfFolderContacts, u"5"), u"Anna B. Ek, Acme Ltd");
+}
+
+TEST_F(FullNamesTest, NoneIsReadDuringAJob) {
+  Open();
+  const controls::Form::Work work(*form, form->cmdCancel);
+  EXPECT_EQ(TipOf(form->vsfFolderContacts, u"1"), u"");
 }
 
 }  // namespace
