@@ -1,13 +1,12 @@
 #include "benchmarks/ImportWork.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
 
 #include "benchmarks/ImportFloor.h"
+#include "benchmarks/Runs.h"
 #include "benchmarks/Table.h"
 #include "benchmarks/Target.h"
 #include "benchmarks/UserInterfaceLoop.h"
@@ -63,28 +62,6 @@ std::vector<ContactCells> ReadContacts(ToolBook& book) {
   }
   return contacts;
 }
-
-/// Seconds of several runs.
-class Runs {
- public:
-  /// \param work returns how long it took
-  void Add(const std::function<double()>& work) {
-    const double before = ProcessorSeconds();
-    elapsed_.push_back(work());
-    processor_.push_back(ProcessorSeconds() - before);
-  }
-  double Elapsed() const { return Median(elapsed_); }
-  double Processor() const { return Median(processor_); }
-
- private:
-  static double Median(std::vector<double> seconds) {
-    std::sort(seconds.begin(), seconds.end());
-    return seconds[seconds.size() / 2];
-  }
-
-  std::vector<double> elapsed_;
-  std::vector<double> processor_;
-};
 
 double ImportBy(ToolBook& book, const std::string& file, tool::Duplicates duplicates) {
   tool::ImportOptions options;

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <ctime>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -14,11 +13,6 @@ using Clock = std::chrono::steady_clock;
 
 inline double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-/// Processor time of this process so far. It varies less than Clock on a busy machine.
-inline double ProcessorSeconds() {
-  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
 /// A message loop for the user-interface thread that measures each closure it runs.
