@@ -67,6 +67,8 @@ void MemberList::Load() {
     contacts_ = store_.TakeContactIds();
     arrived_ = 0;
     ForgetAll();
+    ids_.Reserve(static_cast<std::size_t>(members));
+    known_.reserve(static_cast<std::size_t>(members));
     Open(query);
     return true;
   });
