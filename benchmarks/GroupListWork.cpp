@@ -101,6 +101,7 @@ class GroupLists {
     constexpr int kScattered = 1000;
     const int before = Members();
     std::vector<int> rows;
+    rows.reserve(kScattered);
     for (int i = 0; i < kScattered; ++i) rows.push_back(1 + i * (before / kScattered));
     List().UserSelects(rows, rows.front());
     Measure("remove 1000 scattered rows", [this] { Form().cmdRemove.UserClicks(); });
