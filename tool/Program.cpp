@@ -23,7 +23,7 @@ struct UsageError {
   std::string Text;
 };
 
-std::string FirstLine(std::string text) {
+std::string FirstLine(const std::string& text) {
   return text.substr(0, text.find_first_of("\r\n"));
 }
 
@@ -37,7 +37,7 @@ std::string ReadConnectFile(const std::string& name, const Platform& platform) {
   }
   std::string text{std::istreambuf_iterator<char>(file), {}};
   if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
-  return FirstLine(std::move(text));
+  return FirstLine(text);
 }
 
 String ConnectionStringOf(const Arguments& arguments, const Platform& platform) {

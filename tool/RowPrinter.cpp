@@ -44,6 +44,7 @@ RowPrinter::RowPrinter(Console& console, std::vector<std::string> names)
 void RowPrinter::Print(const std::vector<std::optional<StringView>>& cells) {
   if (console_.Json) return PrintJson(cells);
   std::vector<std::string> line;
+  line.reserve(cells.size());
   for (const auto& cell : cells) line.push_back(OneLine(cell));
   if (!widths_.empty()) return PrintLine(line);
   held_.push_back(std::move(line));

@@ -27,7 +27,7 @@ void ShowDate(const database::Recordset& row, StringView column, controls::DateP
   if (const auto date = DateOf(value)) {
     picker.SetValue(date);
   } else {
-    failures.push_back(Error(ErrorNumber::TypeMismatch));
+    failures.emplace_back(ErrorNumber::TypeMismatch);
   }
 }
 

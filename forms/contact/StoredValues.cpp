@@ -35,7 +35,7 @@ void StoredValues::Start() {
 void StoredValues::FetchProgress(std::int64_t rows) {
   for (; taken_ < rows && values_.size() < kMost; ++taken_) {
     const auto value = rows_->CellText(taken_, 0);
-    if (value && IsSeen(*value)) values_.push_back(String(*value));
+    if (value && IsSeen(*value)) values_.emplace_back(*value);
   }
   if (values_.size() == kMost) Cancel();
 }

@@ -15,7 +15,7 @@ class ProgramTest : public ToolFixture {
  protected:
   /// Writes the connection string to a file. \return its name
   std::string WriteConnectFile(const std::string& text) {
-    const auto name = Folder.File().string() + ".connect";
+    auto name = Folder.File().string() + ".connect";
     std::ofstream(name, std::ios::binary) << text;
     return name;
   }
