@@ -36,7 +36,7 @@ RecipientCount::Numbers::Numbers(std::size_t most) : places_(std::bit_ceil(2 * m
 
 bool RecipientCount::Numbers::Add(Number number) {
   const std::size_t mask = places_.size() - 1;
-  std::size_t place = number & mask;
+  auto place = static_cast<std::size_t>(number & mask);
   for (; places_[place] != 0; place = (place + 1) & mask) {
     if (places_[place] == number) return false;
   }
