@@ -25,7 +25,9 @@ void GridRows::TakeArrived() {
   const auto there = static_cast<Reference>(source_->RecordCount());
   if (!own_.Rows.empty()) Materialise();
   if (ordered_) {
-    for (Reference row = taken_; row < there; ++row) order_.push_back(row);
+    const std::size_t before = order_.size();
+    order_.resize(before + (there - taken_));  // all, or none if memory is short
+    std::iota(order_.begin() + static_cast<std::ptrdiff_t>(before), order_.end(), taken_);
   }
   taken_ = there;
 }
@@ -59,8 +61,10 @@ void GridRows::SetText(int row, int column, String text) {
 
 void GridRows::Append(std::vector<String> cells) {
   ++version_;
-  if (ordered_) order_.push_back(kOwn | static_cast<Reference>(own_.Rows.size()));
+  const auto reference = kOwn | static_cast<Reference>(own_.Rows.size());
+  // The row before its place: a row without a place is not shown.
   own_.Rows.push_back(std::move(cells));
+  if (ordered_) order_.push_back(reference);
 }
 
 void GridRows::Insert(std::vector<PlacedRow> rows) {

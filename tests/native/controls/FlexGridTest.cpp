@@ -5,6 +5,7 @@
 
 #include "common/Error.h"
 #include "controls/Form.h"
+#include "tests/native/adversary/FailingAllocations.h"
 #include "tests/native/support/ScriptedScreen.h"
 
 namespace ktrv::controls {
@@ -383,6 +384,24 @@ TEST_F(FlexGridTest, AHeadingThatSaysAscendingIsReversedFirst) {
   grid.AfterSort = [&](int, SortOrder sorted) { order = sorted; };
   grid.UserClicksHeading(1);
   EXPECT_EQ(order, SortOrder::Descending);
+}
+
+TEST_F(FlexGridTest, ARowThatIsNotAddedForWantOfMemoryIsNotThere) {
+  const String name(50, u'x');
+  for (std::int64_t failing = 1, added = 0; added == 0; ++failing) {
+    Fill({name, name, name, name});
+    grid.RemoveItem(2);
+    tests::FailingAllocations::FailAt(failing);
+    try {
+      const tests::FailingAllocations::Scope counted;
+      grid.AddItem(u"\t" + name);
+      added = failing;
+    } catch (const std::bad_alloc&) {
+    }
+    tests::FailingAllocations::FailAt(0);
+    EXPECT_GE(Names().size(), added ? 4U : 3U) << failing;
+    for (const String& each : Names()) EXPECT_EQ(each, name) << failing;
+  }
 }
 
 }  // namespace
