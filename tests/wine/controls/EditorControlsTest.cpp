@@ -70,6 +70,33 @@ TEST_F(TheEditorControls, CountWithTheArrows) {
   EXPECT_EQ(form_.Number.Text(), u"3");
 }
 
+TEST_F(TheEditorControls, HaveTheItemThatIsShownHoweverADroppedDownListIsLeft) {
+  HWND combo = WindowOf(form_.Combo);
+  COMBOBOXINFO parts{};
+  parts.cbSize = sizeof parts;
+  ASSERT_TRUE(GetComboBoxInfo(combo, &parts));
+  const auto press = [&](WORD key) { SendMessageW(combo, WM_KEYDOWN, key, 1); };
+  const std::function<void()> leavings[] = {
+      [&] { press(VK_RETURN); },
+      [&] { press(VK_ESCAPE); },
+      [&] { SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0); },
+      [&] { SetFocus(WindowOf(form_.Number)); },
+  };
+  for (const auto& leave : leavings) {
+    for (const bool isPointedAt : {false, true}) {
+      form_.Combo.SetListIndex(1);
+      SetFocus(combo);
+      SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
+      press(VK_DOWN);
+      // The item below the pointer is selected without a notification.
+      if (isPointedAt) SendMessageW(parts.hwndList, LB_SETCURSEL, 1, 0);
+      leave();
+      Pump();
+      EXPECT_EQ(TextOf(combo), form_.Combo.Text()) << &leave - leavings << isPointedAt;
+    }
+  }
+}
+
 TEST_F(TheEditorControls, LieAboveTheFrameAroundThem) {
   HWND below = WindowOf(form_.Date);
   while (below && below != WindowOf(form_.Frame)) below = GetWindow(below, GW_HWNDNEXT);
