@@ -37,12 +37,13 @@ function waitTips(list) {
 }
 
 function picks() {
-  var kDown = 40, kUp = 38, kTab = 9;
+  var kDown = 40, kUp = 38, kF4 = 115;
   var picker = Ui.Window("Select Recipient"), source = Ui.Child(picker, "ComboBox");
   var contacts = Ui.Child(picker, "SysListView32", 0), members = Ui.Child(picker, "SysListView32", 1);
   function choose(key, name) {
+    until(function() { return Ui.FocusClass(picker) != "ComboBox"; }, "another focus");
+    Ui.Press(source, kF4);  // closes the list, which the click for the focus has opened
     Ui.Press(source, key);
-    Ui.Press(source, kTab);  // closes the box
     until(function() { return Ui.Text(source) == name; }, name);
   }
   Ui.WaitRows(contacts, 71);
@@ -73,6 +74,7 @@ function picks() {
   until(function() { return Ui.Rows(contacts) == before; }, "the rows in their order");
   until(function() { return Ui.SelectedRow(contacts) == 69; }, "the current row");
   if (Ui.TopRow(contacts) != top) throw new Error("Scrolled to " + Ui.TopRow(contacts));
+  Ui.ClickRow(contacts, 69);
   choose(kDown, "Customers");
   until(function() { return Ui.SelectedRow(contacts) == 1; }, "its current row");
   Ui.Click(Ui.ChildWithText(picker, "Cancel"));
