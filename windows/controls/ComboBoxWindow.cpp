@@ -34,8 +34,8 @@ class ComboBoxWindow final : public Peer<controls::ComboBoxPeer> {
   }
   void BackColorChanged() override { PaintNow(); }
   void OnCommand(WORD code) override {
-    // Without CBN_SELCHANGE the pointer selects an item of the list that is dropped down, and Esc the
-    // former one.
+    // Without CBN_SELCHANGE the pointer selects an item of the list that is dropped down, and Esc
+    // the former one.
     if (code == CBN_SELCHANGE || code == CBN_CLOSEUP) {
       combo_.UserChooses(static_cast<int>(Send(CB_GETCURSEL)));
     }
