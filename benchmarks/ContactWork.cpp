@@ -1,6 +1,5 @@
 #include "benchmarks/ContactWork.h"
 
-#include <algorithm>
 #include <functional>
 #include <stdexcept>
 
@@ -47,10 +46,6 @@ class Comparison {
     const auto start = Clock::now();
     work();
     times.push_back(SecondsSince(start));
-  }
-  static double Median(std::vector<double> times) {
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
   }
 
   std::vector<double> product_;

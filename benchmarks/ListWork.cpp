@@ -32,11 +32,6 @@ double TimeOf(const std::function<void()>& work) {
   return SecondsSince(start);
 }
 
-double Median(std::vector<double> numbers) {
-  std::sort(numbers.begin(), numbers.end());
-  return numbers[numbers.size() / 2];
-}
-
 /// The whole address book in a grid on a screen without output.
 struct LoadedGrid {
   explicit LoadedGrid(const std::string& path) {

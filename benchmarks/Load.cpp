@@ -22,11 +22,6 @@ using database::Recordset;
 
 constexpr int kRounds = 5;
 
-double Median(std::vector<double> numbers) {
-  std::sort(numbers.begin(), numbers.end());
-  return numbers[numbers.size() / 2];
-}
-
 /// A list in a window without output.
 class List {
  public:

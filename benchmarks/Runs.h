@@ -1,10 +1,10 @@
 #pragma once
 
-#include <algorithm>
 #include <ctime>
 #include <functional>
 #include <vector>
 
+#include "benchmarks/Table.h"
 #include "benchmarks/UserInterfaceLoop.h"
 
 namespace ktrv::benchmarks {
@@ -25,11 +25,6 @@ class Runs {
   double Processor() const { return Median(processor_); }
 
  private:
-  static double Median(std::vector<double> seconds) {
-    std::sort(seconds.begin(), seconds.end());
-    return seconds[seconds.size() / 2];
-  }
-
   std::vector<double> elapsed_;
   std::vector<double> processor_;
 };

@@ -32,6 +32,11 @@ void Table::Print() const {
   std::puts("");
 }
 
+double Median(std::vector<double> numbers) {
+  std::sort(numbers.begin(), numbers.end());
+  return numbers[numbers.size() / 2];
+}
+
 std::string Milliseconds(double seconds) {
   return Fixed(seconds * 1000, seconds < 0.1 ? 2 : 0, " ms");
 }

@@ -17,6 +17,9 @@ class Table {
   std::vector<std::vector<std::string>> rows_;
 };
 
+/// \pre there is one
+double Median(std::vector<double> numbers);
+
 std::string Milliseconds(double seconds);
 std::string Ratio(double product, double floor);
 std::string Mebibytes(double bytes);
