@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <set>
 #include <vector>
@@ -79,7 +80,7 @@ class GridRows {
     std::size_t ColumnCount() const override { return Rows.empty() ? 0 : kMostColumns; }
     std::optional<StringView> CellText(std::int64_t row, std::size_t column) const override;
 
-    std::vector<std::vector<String>> Rows;
+    std::deque<std::vector<String>> Rows;  ///< a vector would move all when it grows
 
    private:
     static constexpr std::size_t kMostColumns = 0xFFFF;

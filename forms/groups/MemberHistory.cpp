@@ -1,5 +1,7 @@
 #include "forms/groups/MemberHistory.h"
 
+#include <utility>
+
 namespace ktrv::forms {
 
 MemberHistory::Change& MemberHistory::Begin() {
@@ -11,6 +13,12 @@ MemberHistory::Change& MemberHistory::Begin() {
 
 void MemberHistory::End() {
   if (changes_.back().Added.empty() && changes_.back().Gone.empty()) changes_.pop_back();
+}
+
+MemberHistory::Change MemberHistory::TakeLast() {
+  Change last = std::move(changes_.back());
+  changes_.pop_back();
+  return last;
 }
 
 void MemberHistory::Update(const ContactRow& contact) {

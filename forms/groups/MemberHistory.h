@@ -26,7 +26,8 @@ class MemberHistory {
   bool IsEmpty() const { return changes_.empty(); }
   /// \pre there is one
   const Change& Last() const { return changes_.back(); }
-  void ForgetLast() { changes_.pop_back(); }
+  /// Removes and returns it.
+  Change TakeLast();
   void Clear() { changes_.clear(); }
   /// The contact has other texts now; undoing must not bring back the former ones.
   void Update(const ContactRow& contact);

@@ -1,6 +1,7 @@
 #include "forms/groups/MemberList.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "common/ScopeExit.h"
@@ -12,6 +13,9 @@ namespace {
 
 constexpr StringView kLoadContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadGroupContacts(), Module: frmGroupsNew()";
+
+/// Rows that are inserted or removed between two looks for input, even in a list of a million.
+constexpr std::size_t kPortion = 20000;
 
 /// The names, separated by commas, as far as they fit in a label, and the number of others. "&" is
 /// doubled, because a label would underline the next character.
@@ -68,7 +72,6 @@ void MemberList::Load() {
     arrived_ = 0;
     ForgetAll();
     ids_.Reserve(static_cast<std::size_t>(members));
-    known_.reserve(static_cast<std::size_t>(members));
     Open(query);
     return true;
   });
@@ -119,6 +122,11 @@ bool MemberList::IsThere(const String& id) const {
   return number && known_[*number].Rows > 0;
 }
 
+auto MemberList::WithoutPainting() {
+  display_.Grid.SetRedraw(false);
+  return ScopeExit([this] { display_.Grid.SetRedraw(true); });
+}
+
 void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
                       JobProgress& progress) {
   const ContactColumns from(source);
@@ -128,9 +136,9 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
   std::int64_t present = 0;
   std::int64_t withoutNumber = 0;
   bool stopped = false;
+  ids_.Reserve(ids_.Count() + rows.size());
   {
-    display_.Grid.SetRedraw(false);
-    const ScopeExit redraw([this] { display_.Grid.SetRedraw(true); });
+    const auto noPainting = WithoutPainting();
     // Duplicates often come in the order of the list.
     std::size_t guess = 0;
     for (const int row : rows) {
@@ -186,7 +194,7 @@ void MemberList::Remove(const controls::RowSelection& rows, JobProgress& progres
   const int first = rows.Ranges().front().First;
   MemberHistory::Change& change = history_.Begin();
   change.Gone = std::move(gone);
-  display_.Grid.RemoveRows(rows);
+  RemoveRows(rows, progress);
   for (const MemberHistory::Removed& removed : change.Gone) {
     progress.GoesOn();
     Forget(removed.Contact.Id);
@@ -194,6 +202,20 @@ void MemberList::Remove(const controls::RowSelection& rows, JobProgress& progres
   if (Count() > 0) GoTo(std::min(first, Count()));
   ShowLeftOut({});
   ShowChange(ToDecimal(count) + u" removed");
+}
+
+void MemberList::RemoveRows(const controls::RowSelection& rows, JobProgress& progress) {
+  const auto noPainting = WithoutPainting();
+  std::vector<int> left = rows.Rows();
+  while (!left.empty()) {
+    // The last ones, so that the numbers of the others stay the same.
+    const std::size_t others = left.size() - std::min(left.size(), kPortion);
+    controls::RowSelection portion;
+    for (std::size_t i = others; i < left.size(); ++i) portion.Add(left[i], left[i]);
+    left.resize(others);
+    display_.Grid.RemoveRows(portion);
+    progress.GoesOn();
+  }
 }
 
 void MemberList::Undo(JobProgress& progress) {
@@ -207,7 +229,11 @@ void MemberList::Undo(JobProgress& progress) {
   } catch (const Stopped&) {
     return Say(u"Stopped. Nothing was undone.");
   }
-  history_.ForgetLast();
+  MemberHistory::Change undone = history_.TakeLast();
+  for (MemberHistory::Removed& removed : undone.Gone) {
+    progress.GoesOn();
+    removed.Contact = {};  // to release a million texts takes time, too
+  }
   ShowLeftOut({});
   ShowChange(u"Undone: " + outcome);
 }
@@ -232,7 +258,7 @@ String MemberList::RemoveAdded(const std::vector<String>& ids, JobProgress& prog
     if (isAdded[*number]) rows.Add(row, row);
     guess = *number + 1;
   }
-  display_.Grid.RemoveRows(rows);
+  RemoveRows(rows, progress);
   for (const String& id : ids) {
     progress.GoesOn();
     Forget(id);
@@ -241,25 +267,41 @@ String MemberList::RemoveAdded(const std::vector<String>& ids, JobProgress& prog
 }
 
 String MemberList::PutBack(const std::vector<MemberHistory::Removed>& gone, JobProgress& progress) {
-  std::vector<controls::PlacedRow> rows;
-  TextIndex back;
+  std::vector<const MemberHistory::Removed*> back;
+  back.reserve(gone.size());
+  TextIndex ids;
+  ids.Reserve(gone.size());
   for (const MemberHistory::Removed& removed : gone) {
     progress.Advance();
-    if (IsThere(removed.Contact.Id) || !back.Add(removed.Contact.Id)) continue;
-    rows.push_back({removed.Row, ContactColumns::Cells(removed.Contact)});
+    if (IsThere(removed.Contact.Id) || !ids.Add(removed.Contact.Id)) continue;
+    back.push_back(&removed);
   }
-  const auto count = static_cast<std::int64_t>(rows.size());
-  if (count > 0) {
-    const int first = std::min(rows.front().Row, Count() + 1);
-    display_.Grid.InsertRows(std::move(rows));
-    for (const MemberHistory::Removed& removed : gone) {
-      progress.GoesOn();
-      if (!IsThere(removed.Contact.Id)) Remember(removed.Contact.Id, removed.Contact.Kind);
-    }
+  if (!back.empty()) {
+    const int first = std::min(back.front()->Row, Count() + 1);
+    InsertRows(back, progress);
     ContactColumns::ShowNoOrder(display_.Grid);
     GoTo(first);
   }
-  return ToDecimal(count) + u" back in the list";
+  return ToDecimal(static_cast<std::int64_t>(back.size())) + u" back in the list";
+}
+
+void MemberList::InsertRows(const std::vector<const MemberHistory::Removed*>& back,
+                            JobProgress& progress) {
+  const auto noPainting = WithoutPainting();
+  for (std::size_t begin = 0; begin < back.size(); begin += kPortion) {
+    const std::span portion =
+        std::span(back).subspan(begin).first(std::min(kPortion, back.size() - begin));
+    std::vector<controls::PlacedRow> rows;
+    rows.reserve(portion.size());
+    for (const MemberHistory::Removed* removed : portion) {
+      rows.push_back({removed->Row, ContactColumns::Cells(removed->Contact)});
+    }
+    display_.Grid.InsertRows(std::move(rows));
+    for (const MemberHistory::Removed* removed : portion) {
+      Remember(removed->Contact.Id, removed->Contact.Kind);
+      progress.GoesOn();
+    }
+  }
 }
 
 void MemberList::GoTo(int row) {

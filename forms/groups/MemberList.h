@@ -1,5 +1,7 @@
 #pragma once
 
+#include <deque>
+
 #include "common/TextIndex.h"
 #include "forms/groups/ContactRow.h"
 #include "forms/groups/DialogList.h"
@@ -73,9 +75,15 @@ class MemberList final : public DialogList {
   void Forget(const String& id);
   bool IsThere(const String& id) const;
   void Remove(const controls::RowSelection& rows, JobProgress& progress);
+  /// Removes the rows from the grid, in portions.
+  void RemoveRows(const controls::RowSelection& rows, JobProgress& progress);
+  /// Suspends painting of the grid during the result's lifetime.
+  [[nodiscard]] auto WithoutPainting();
   // \return what was done, for the user. \throws Stopped
   String RemoveAdded(const std::vector<String>& ids, JobProgress& progress);
   String PutBack(const std::vector<MemberHistory::Removed>& gone, JobProgress& progress);
+  /// Inserts the rows into the grid, in portions.
+  void InsertRows(const std::vector<const MemberHistory::Removed*>& rows, JobProgress& progress);
   void ShowCount(std::int64_t members);
   void GoTo(int row);
   /// Shows count and outcome of a change.
@@ -86,10 +94,10 @@ class MemberList final : public DialogList {
   GroupStore& store_;
   Labels labels_;
   MemberHistory history_;
-  TextIndex contacts_;        ///< the ids of the members that are contacts, while loading
-  int arrived_ = 0;           ///< rows that Arrived has seen
-  TextIndex ids_;             ///< the ids that are or were in the grid
-  std::vector<Known> known_;  ///< of each id; may be longer
+  TextIndex contacts_;       ///< the ids of the members that are contacts, while loading
+  int arrived_ = 0;          ///< rows that Arrived has seen
+  TextIndex ids_;            ///< the ids that are or were in the grid
+  std::deque<Known> known_;  ///< of each id; may be longer. A vector would move all when it grows
 };
 
 }  // namespace ktrv::forms

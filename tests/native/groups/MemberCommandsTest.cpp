@@ -97,6 +97,41 @@ TEST_F(MemberCommandsTest, UndoPutsRowsBackWhereTheyWere) {
   EXPECT_EQ(List().Row(), 1);
 }
 
+TEST_F(MemberCommandsTest, ManyRowsComeBackInTheirOrder) {
+  constexpr int kRows = 50001;  // several portions, the last one not full
+  std::vector<Row> candidates;
+  for (int id = 1; id <= kRows; ++id) {
+    candidates.push_back({ToDecimal(id), u"Name", u"", u"", u"1", u""});
+  }
+  Candidates(candidates);
+  Open();
+  form->cmdSelectAll.UserClicks();
+  const std::vector<String> all = Ids();
+  ASSERT_EQ(all.size(), candidates.size());
+  std::vector<int> odd;
+  std::vector<String> even;
+  for (int row = 1; row <= kRows; ++row) {
+    if (row % 2 == 1) {
+      odd.push_back(row);
+    } else {
+      even.push_back(all[static_cast<std::size_t>(row) - 1]);
+    }
+  }
+  Remove(odd);
+  EXPECT_EQ(Ids(), even);
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(Ids(), all);
+  form->cmdRemoveAll.UserClicks();
+  EXPECT_TRUE(Ids().empty());
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(Ids(), all);
+  form->cmdSelectAll.UserClicks();  // all are known again
+  EXPECT_EQ(MemberCount(), u"50001 Member(s)");
+  form->cmdUndo.UserClicks();
+  EXPECT_TRUE(Ids().empty());
+  EXPECT_EQ(Outcome(), u"Undone: 50001 removed");
+}
+
 TEST_F(MemberCommandsTest, UndoGoesBackChangeByChange) {
   Open();
   Take({1});
