@@ -13,6 +13,7 @@ function tries() {
   Ui.Click(Ui.Child(box, "Button"));
   Ui.WaitGone(box);
   Ui.Type(name, "Friends");
+  Ui.WaitText(name, "Friends");
   Ui.Click(Ui.ChildWithText(editor, "&OK"));
   // It stays and can be typed in, with what was typed.
   Ui.Click(name);

@@ -118,8 +118,12 @@ void UiObject::OfferReading() {
         [](const Arguments& arguments) { return Value(WindowSearch::Text(Handle(arguments))); });
   Offer(L"WaitText", [](const Arguments& arguments) -> Value {
     const std::wstring text = arguments.Text(1);
-    Await([&] { return WindowSearch::Text(Handle(arguments)) == text; },
-          arguments.Number(2, kPatience), L"the text " + text);
+    std::wstring found;
+    const auto isThere = [&] { return (found = WindowSearch::Text(Handle(arguments))) == text; };
+    if (!MessagePump::RunUntil(isThere,
+                               static_cast<unsigned long>(arguments.Number(2, kPatience)))) {
+      throw ScriptFailure{L"Waited in vain for the text " + text + L"; it is " + found};
+    }
     return {};
   });
   Offer(L"IsEnabled",
