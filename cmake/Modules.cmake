@@ -72,13 +72,14 @@ function(ktrv_precompile_test_headers name)
 endfunction()
 
 # ktrv_test(NAME [DEPENDS lib...] LABELS label [ON_SERVERS filter] [NEEDS_SERVERS filter]
-# [SIDE_BY_SIDE number]): a GoogleTest program of all sources in the current folder. Cases that match
-# ON_SERVERS also run on each database server, those of NEEDS_SERVERS only there; both have the label
-# `servers`. Natively each case is one CTest test, discovered when ctest runs; with SIDE_BY_SIDE, for
-# cases that mostly wait, they are one test that runs so many at a time. For Windows the program is
-# one test, because starting a program under Wine costs more than most cases.
+# [EACH_CASE] [SIDE_BY_SIDE number]): a GoogleTest program of all sources in the current folder. Cases
+# that match ON_SERVERS also run on each database server, those of NEEDS_SERVERS only there; both have
+# the label `servers`. The program is one CTest test, because starting it costs more than most cases.
+# Natively, with EACH_CASE, for cases that take long, each is one test, discovered when ctest runs;
+# with SIDE_BY_SIDE, for cases that mostly wait, the one test runs so many at a time.
 function(ktrv_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABELS;ON_SERVERS;NEEDS_SERVERS;SIDE_BY_SIDE" "DEPENDS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "EACH_CASE"
+    "LABELS;ON_SERVERS;NEEDS_SERVERS;SIDE_BY_SIDE" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
     return()
@@ -98,17 +99,25 @@ function(ktrv_test name)
     add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tools/side-by-side" ${arg_SIDE_BY_SIDE}
       "$<TARGET_FILE:${name}>")
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300 PROCESSORS 2)
+  elseif(arg_EACH_CASE)
+    ktrv_discover_tests(${name} ${arg_LABELS})
   else()
     set(others "")
     if(arg_NEEDS_SERVERS)
-      ktrv_discover_tests(${name} servers FILTER "${arg_NEEDS_SERVERS}")
-      set(others FILTER "-${arg_NEEDS_SERVERS}")
+      ktrv_add_program(${name}.servers ${name} servers --gtest_filter=${arg_NEEDS_SERVERS})
+      set(others "--gtest_filter=-${arg_NEEDS_SERVERS}")
     endif()
-    ktrv_discover_tests(${name} ${arg_LABELS} ${others})
+    ktrv_add_program(${name} ${name} ${arg_LABELS} ${others})
   endif()
   if(arg_ON_SERVERS)
     ktrv_test_on_servers(${name} "${arg_ON_SERVERS}")
   endif()
+endfunction()
+
+# ktrv_add_program(TEST PROGRAM LABEL [ARG...]): the program with these arguments is one CTest test.
+function(ktrv_add_program test program label)
+  add_test(NAME ${test} COMMAND ${program} --gtest_brief=1 ${ARGN})
+  set_tests_properties(${test} PROPERTIES LABELS ${label} TIMEOUT 600)
 endfunction()
 
 # ktrv_discover_tests(NAME LABEL [FILTER filter] [SUFFIX suffix] [TIMEOUT seconds]
@@ -140,8 +149,8 @@ function(ktrv_test_on_servers name filter)
       set_tests_properties(${name}.${engine} PROPERTIES LABELS servers TIMEOUT 300
         ENVIRONMENT KTRV_TEST_ENGINE=${engine})
     else()
-      ktrv_discover_tests(${name} servers FILTER "${filter}" SUFFIX .${engine}
-        ENVIRONMENT KTRV_TEST_ENGINE=${engine})
+      ktrv_add_program(${name}.${engine} ${name} servers "--gtest_filter=${filter}")
+      set_tests_properties(${name}.${engine} PROPERTIES ENVIRONMENT KTRV_TEST_ENGINE=${engine})
     endif()
   endforeach()
 endfunction()
