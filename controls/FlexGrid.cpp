@@ -269,9 +269,12 @@ int FlexGrid::FindRow(StringView text, int startRow, int column) const {
   CheckColumn(column);
   const CaseFolding& folding = Folding();
   const String prefix = folding.Folded(text);
-  const bool indexed = column > 0 && finder_.Columns().Name == column;
-  const String word = indexed ? SearchFolding().Folded(text) : String();
+  const bool hasIndex = column > 0 && finder_.Columns().Name == column;
+  const String word = hasIndex ? SearchFolding().Folded(text) : String();
   const WordIndex::Start start(StringView(word).substr(0, word.find(u' ')));
+  // Of the signs beyond ASCII, some become a letter in upper case.
+  const bool isAsciiSign = word.empty() && !text.empty() && text.front() < 0x80;
+  const bool indexed = hasIndex && (!word.empty() || isAsciiSign);
   const int rows = Rows();
   for (int row = std::max(startRow, 1); row < rows; ++row) {
     if (indexed && !finder_.MayBegin(rows_.OriginOf(row - 1), start)) continue;

@@ -30,6 +30,10 @@ void WordIndex::Extend(const RowSource& rows, std::int64_t end, const LetterFold
     const std::size_t before = heads_.size();
     std::size_t length = 0;  // of the present word
     const StringView text = rows.CellText(row, column_).value_or(StringView());
+    const auto isSign = [](char16_t unit) {
+      return unit == u' ' || unit == LetterFolding::kIgnored;
+    };
+    if (!text.empty() && isSign(folding.Fold(text.front()))) signRows_.push_back(row);
     for (const char16_t unit : text) {
       const char16_t folded = folding.Fold(unit);
       if (folded == LetterFolding::kIgnored) continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -32,8 +33,10 @@ class WordIndex {
   void Extend(const RowSource& rows, std::int64_t end, const LetterFolding& folding);
   std::size_t Rows() const { return firstHeads_.size(); }
 
-  /// Whether the row's text may start with the word. \pre the row is in the index
+  /// Whether the row's text may start with the word; if that is empty, with a sign or a blank. \pre
+  /// the row is in the index
   bool MayBegin(std::size_t row, const Start& word) const {
+    if (word.mask_ == 0) return std::binary_search(signRows_.begin(), signRows_.end(), row);
     return (firstHeads_[row] & word.mask_) == word.head_;
   }
   /// The rows of which at least `count` words may start with this one.
@@ -42,6 +45,7 @@ class WordIndex {
  private:
   std::size_t column_;
   std::vector<std::uint32_t> firstHeads_;  ///< by row; 0 for a text without words
+  std::vector<std::uint32_t> signRows_;    ///< those that start with a sign or a blank, ascending
   // By word, in the order of the rows.
   std::vector<std::uint32_t> heads_;
   std::vector<std::uint32_t> rows_;

@@ -147,6 +147,29 @@ TEST_F(IndexedFindTest, PrefixesShorterAndLongerThanAnIndexEntryAreFound) {
   EXPECT_EQ(grid.FindRow(u"ber", 4, 2), 4);
 }
 
+TEST_F(IndexedFindTest, NamesThatStartWithSignsAreFound) {
+  driver.Answer(u"SIGNS", {{u"ID"}, {u"NAME"}},
+                {{u"1", u"Anna"},
+                 {u"2", u"(Anna)"},
+                 {u"3", u" Anna"},
+                 {u"4", u"-"},
+                 {u"5", u"\u0345"},
+                 {u"6", u"\u0399ota"}});
+  rows.Close();
+  Open(u"SIGNS");
+  grid.Bind(&rows);
+  grid.SetSearchColumns({.Name = 2});
+  EXPECT_EQ(grid.FindRow(u"(", 1, 2), 2);
+  EXPECT_EQ(grid.FindRow(u"(an", 1, 2), 2);
+  EXPECT_EQ(grid.FindRow(u" ", 1, 2), 3);
+  EXPECT_EQ(grid.FindRow(u"-", 1, 2), 4);
+  EXPECT_EQ(grid.FindRow(u"--", 1, 2), -1);
+  EXPECT_EQ(grid.FindRow(u"+", 1, 2), -1);
+  EXPECT_EQ(grid.FindRow(u"\u0345", 1, 2), 5);
+  EXPECT_EQ(grid.FindRow(u"\u0345", 6, 2), 6);  // its upper case is a letter
+  EXPECT_EQ(grid.FindRow(u"", 1, 2), 1);
+}
+
 TEST_F(IndexedFindTest, SortedRowsAreFoundInTheirNewOrder) {
   grid.Sort(2, SortOrder::Ascending);
   EXPECT_EQ(grid.FindRow(u"ber", 1, 2), 2);
