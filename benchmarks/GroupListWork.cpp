@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <malloc.h>
-#include <stdexcept>
 
 #include "benchmarks/GroupDialog.h"
 #include "benchmarks/Table.h"
@@ -137,9 +135,6 @@ class GroupLists {
 }  // namespace
 
 void MeasureGroupLists(const std::string& path) {
-  // Without this, glibc merges a million small freed blocks during some later allocation, for 80
-  // ms. Windows' heap merges each block when it is freed.
-  mallopt(M_MXFAST, 0);
   Table table({"Lists of the group dialog", "rows", "time", "without input", "aim"});
   GroupLists(path, table).MeasureAll();
   table.Print();

@@ -151,7 +151,7 @@ void FlexGrid::AddItem(StringView tabSeparated) {
 
 void FlexGrid::AddRow(std::vector<String> cells) {
   if (cells.size() > columns_.size()) cells.resize(columns_.size());
-  rows_.Append(std::move(cells));
+  rows_.Append(cells);
   IndexOwnRows();
   sortIsCurrent_ = false;
   if (peer_) peer_->RowsAppended();
@@ -161,7 +161,7 @@ void FlexGrid::InsertRows(std::vector<PlacedRow> rows) {
   for (PlacedRow& row : rows) {
     if (row.Cells.size() > columns_.size()) row.Cells.resize(columns_.size());
   }
-  rows_.Insert(std::move(rows));
+  rows_.Insert(rows);
   IndexOwnRows();
   sortIsCurrent_ = false;
   Unselect();

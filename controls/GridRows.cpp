@@ -7,10 +7,7 @@
 namespace ktrv::controls {
 
 std::optional<StringView> GridRows::Own::CellText(std::int64_t row, std::size_t column) const {
-  const std::vector<String>& cells = Rows[static_cast<std::size_t>(row)];
-  // Column 0 is the grid's fixed column.
-  if (column + 1 >= cells.size()) return std::nullopt;
-  return cells[column + 1];
+  return Rows[static_cast<std::size_t>(row)].At(column + 1);  // column 0 is the grid's fixed column
 }
 
 void GridRows::Bind(const RowSource* source) {
@@ -53,32 +50,29 @@ void GridRows::SetText(int row, int column, String text) {
     changed_[{reference, column}] = std::move(text);
     return;
   }
-  auto& cells = own_.Rows[reference & ~kOwn];
-  const auto index = static_cast<std::size_t>(column);
-  if (cells.size() <= index) cells.resize(index + 1);
-  cells[index] = std::move(text);
+  own_.Rows[reference & ~kOwn].Set(static_cast<std::size_t>(column), std::move(text));
 }
 
-void GridRows::Append(std::vector<String> cells) {
+void GridRows::Append(const std::vector<String>& cells) {
   ++version_;
   const auto reference = kOwn | static_cast<Reference>(own_.Rows.size());
   // The row before its place: a row without a place is not shown.
-  own_.Rows.push_back(std::move(cells));
+  own_.Rows.emplace_back(cells);
   if (ordered_) order_.push_back(reference);
 }
 
-void GridRows::Insert(std::vector<PlacedRow> rows) {
+void GridRows::Insert(const std::vector<PlacedRow>& rows) {
   ++version_;
   Materialise();
   std::vector<Reference> order;
   order.reserve(order_.size() + rows.size());
   auto next = order_.cbegin();
-  for (PlacedRow& row : rows) {
+  for (const PlacedRow& row : rows) {
     while (order.size() + 1 < static_cast<std::size_t>(row.Row) && next != order_.cend()) {
       order.push_back(*next++);
     }
     order.push_back(kOwn | static_cast<Reference>(own_.Rows.size()));
-    own_.Rows.push_back(std::move(row.Cells));
+    own_.Rows.emplace_back(row.Cells);
   }
   order.insert(order.end(), next, order_.cend());
   order_ = std::move(order);
@@ -148,9 +142,7 @@ GridRows::FormerRows GridRows::Reread() {
 
 StringView GridRows::CellOf(Reference reference, int column) const {
   if (reference & kOwn) {
-    const auto& cells = own_.Rows[reference & ~kOwn];
-    const auto index = static_cast<std::size_t>(column);
-    return index < cells.size() ? StringView(cells[index]) : StringView();
+    return own_.Rows[reference & ~kOwn].At(static_cast<std::size_t>(column));
   }
   if (!changed_.empty()) {
     const auto change = changed_.find({reference, column});

@@ -8,6 +8,7 @@
 
 #include "common/RowSource.h"
 #include "common/Text.h"
+#include "controls/CellTexts.h"
 #include "controls/RowSelection.h"
 
 namespace ktrv::controls {
@@ -54,10 +55,10 @@ class GridRows {
   /// \param column column of the grid. \return "" for null and for missing cells
   StringView Text(int row, int column) const;
   void SetText(int row, int column, String text);
-  void Append(std::vector<String> cells);
+  void Append(const std::vector<String>& cells);
   /// Inserts rows so that they have their row numbers, as far as there are rows before them.
   /// \param rows in ascending order
-  void Insert(std::vector<PlacedRow> rows);
+  void Insert(const std::vector<PlacedRow>& rows);
   void Remove(int row);
   /// \param rows row numbers of the grid, 1-based
   void Remove(const RowSelection& rows);
@@ -80,7 +81,7 @@ class GridRows {
     std::size_t ColumnCount() const override { return Rows.empty() ? 0 : kMostColumns; }
     std::optional<StringView> CellText(std::int64_t row, std::size_t column) const override;
 
-    std::deque<std::vector<String>> Rows;  ///< a vector would move all when it grows
+    std::deque<CellTexts> Rows;  ///< a vector would move all when it grows
 
    private:
     static constexpr std::size_t kMostColumns = 0xFFFF;
