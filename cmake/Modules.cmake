@@ -72,14 +72,15 @@ function(ktrv_precompile_test_headers name)
 endfunction()
 
 # ktrv_test(NAME [DEPENDS lib...] LABELS label [ON_SERVERS filter] [NEEDS_SERVERS filter]
-# [EACH_CASE] [SIDE_BY_SIDE number]): a GoogleTest program of all sources in the current folder. Cases
-# that match ON_SERVERS also run on each database server, those of NEEDS_SERVERS only there; both have
-# the label `servers`. The program is one CTest test, because starting it costs more than most cases.
-# Natively, with EACH_CASE, for cases that take long, each is one test, discovered when ctest runs;
-# with SIDE_BY_SIDE, for cases that mostly wait, the one test runs so many at a time.
+# [LARGE filter] [EACH_CASE] [SIDE_BY_SIDE number]): a GoogleTest program of all sources in the current
+# folder. Cases that match ON_SERVERS also run on each database server, those of NEEDS_SERVERS only
+# there; both have the label `servers`. The program is one CTest test, because starting it costs more
+# than most cases. Natively, cases of LARGE, with much data, are another one with the label `large`;
+# with EACH_CASE, for cases that take long, each is one test, discovered when ctest runs; with
+# SIDE_BY_SIDE, for cases that mostly wait, the one test runs so many at a time.
 function(ktrv_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "EACH_CASE"
-    "LABELS;ON_SERVERS;NEEDS_SERVERS;SIDE_BY_SIDE" "DEPENDS")
+    "LABELS;ON_SERVERS;NEEDS_SERVERS;LARGE;SIDE_BY_SIDE" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   if(NOT sources)
     return()
@@ -102,12 +103,14 @@ function(ktrv_test name)
   elseif(arg_EACH_CASE)
     ktrv_discover_tests(${name} ${arg_LABELS})
   else()
-    set(others "")
     if(arg_NEEDS_SERVERS)
-      ktrv_add_program(${name}.servers ${name} servers --gtest_filter=${arg_NEEDS_SERVERS})
-      set(others "--gtest_filter=-${arg_NEEDS_SERVERS}")
+      ktrv_add_program(${name}.servers ${name} servers "--gtest_filter=${arg_NEEDS_SERVERS}")
     endif()
-    ktrv_add_program(${name} ${name} ${arg_LABELS} ${others})
+    if(arg_LARGE)
+      ktrv_add_program(${name}.large ${name} large "--gtest_filter=${arg_LARGE}")
+    endif()
+    ktrv_add_program(${name} ${name} ${arg_LABELS}
+      "--gtest_filter=-${arg_NEEDS_SERVERS}:${arg_LARGE}")
   endif()
   if(arg_ON_SERVERS)
     ktrv_test_on_servers(${name} "${arg_ON_SERVERS}")
