@@ -1,5 +1,6 @@
 #include "tests/adoserver/Cursor.h"
 
+#include <chrono>
 #include <utility>
 
 namespace ktrv::adoserver {
@@ -25,12 +26,23 @@ void Cursor::RunInBackground() {
 bool Cursor::IsRunning() {
   if (!worker_.joinable()) return false;
   if (!ended_) return true;
-  worker_.join();
+  Join();
   return false;
 }
 
 void Cursor::Cancel() {
-  if (statement_) statement_->Cancel();
+  if (canceller_.joinable()) return;
+  canceller_ = std::thread([this] {
+    while (!ended_) {
+      statement_->Cancel();
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+  });
+}
+
+void Cursor::Join() {
+  worker_.join();
+  if (canceller_.joinable()) canceller_.join();
 }
 
 std::optional<Error> Cursor::TakeFailure() {
@@ -40,7 +52,7 @@ std::optional<Error> Cursor::TakeFailure() {
 void Cursor::Close() {
   if (worker_.joinable()) {
     Cancel();
-    worker_.join();
+    Join();
   }
   columns_.clear();
   rows_.reset();

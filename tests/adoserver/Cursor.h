@@ -31,6 +31,8 @@ class Cursor {
   /// before. \return whether there is more. \throws Error
   bool ToNextResult() { return statement_ && statement_->ToNextResult(); }
   bool IsRunning();
+  /// Cancels what runs in the background, and repeats it until that has ended: a driver ignores a
+  /// cancel that arrives before the statement. Does not block.
   void Cancel();
   /// What ended the work in the background; told once.
   std::optional<Error> TakeFailure();
@@ -50,9 +52,12 @@ class Cursor {
   void MoveNext();
 
  private:
+  void Join();
+
   std::unique_ptr<database::odbc::OdbcStatement> statement_;
   std::vector<Variant> values_;
   std::thread worker_;
+  std::thread canceller_;
   std::atomic<bool> ended_ = false;
   std::optional<Error> failure_;
   std::vector<database::Column> columns_;
