@@ -10,10 +10,21 @@ std::optional<StringView> GridRows::Own::CellText(std::int64_t row, std::size_t 
   return Rows[static_cast<std::size_t>(row)].At(column + 1);  // column 0 is the grid's fixed column
 }
 
-void GridRows::Bind(const RowSource* source) {
-  *this = GridRows();
+void GridRows::Bind(const RowSource* source) noexcept {
+  Clear();
   source_ = source;
   TakeArrived();
+}
+
+void GridRows::Clear() noexcept {
+  source_ = nullptr;
+  version_ = 0;
+  taken_ = 0;
+  std::vector<Reference>().swap(order_);
+  ordered_ = false;
+  own_.Rows.clear();
+  changed_.clear();
+  edited_.clear();
 }
 
 void GridRows::TakeArrived() {
@@ -30,7 +41,7 @@ void GridRows::TakeArrived() {
 }
 
 void GridRows::Reset(int count) {
-  *this = GridRows();
+  Clear();
   own_.Rows.resize(static_cast<std::size_t>(count));
 }
 

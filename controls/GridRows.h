@@ -28,7 +28,7 @@ class GridRows {
   using FormerRows = std::vector<std::uint32_t>;
 
   /// Shows the rows of a recordset in its order (null: none).
-  void Bind(const RowSource* source);
+  void Bind(const RowSource* source) noexcept;
   /// Appends the rows that the recordset has fetched since the last call.
   void TakeArrived();
   /// Resets to `count` empty rows of the grid.
@@ -92,6 +92,7 @@ class GridRows {
     if (ordered_) return order_[index];
     return index < taken_ ? index : kOwn | (index - taken_);
   }
+  void Clear() noexcept;
   StringView CellOf(Reference reference, int column) const;
   /// Stores the natural order in order_, so that it can be changed.
   void Materialise();

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
+#include <memory>
+#include <new>
 #include <utility>
 
 #include "controls/FlexGrid.h"
 #include "controls/Form.h"
 #include "database/Recordset.h"
+#include "tests/native/adversary/FailingAllocations.h"
 #include "tests/native/support/FakeDriver.h"
 #include "tests/native/support/ScriptedScreen.h"
 
@@ -49,6 +52,28 @@ TEST_F(BoundGridTest, TheColumnsOfTheRecordsetStandBehindTheFixedOne) {
   EXPECT_EQ(grid.Text(1, 1), u"1");
   EXPECT_EQ(grid.Text(1, 2), u"c");
   EXPECT_EQ(refreshes, 1);
+}
+
+TEST_F(BoundGridTest, WhenMemoryIsShortTheFormerRowsAreReadNoMore) {
+  using tests::FailingAllocations;
+  Open(u"NAMES");
+  bool failed = true;
+  for (int allocation = 1; failed; ++allocation) {
+    auto former = std::make_unique<Recordset>(environment);
+    former->Location = database::CursorLocation::Client;
+    former->Open(u"NAMES", u"DSN=Test");
+    grid.Bind(former.get());
+    FailingAllocations::FailAt(allocation);
+    try {
+      const FailingAllocations::Scope counted;
+      grid.Bind(&rows);
+    } catch (const std::bad_alloc&) {
+    }
+    failed = FailingAllocations::HasFailed();
+    FailingAllocations::FailAt(0);
+    former.reset();
+    EXPECT_EQ(Names(), (std::vector<String>{u"c", u"", u"a", u"b"}));
+  }
 }
 
 TEST_F(BoundGridTest, NullIsAnEmptyText) {
