@@ -16,10 +16,11 @@ std::optional<std::size_t> TextIndex::Find(StringView text, std::size_t guess) c
 }
 
 bool TextIndex::Add(StringView text) {
+  if (Contains(text)) return false;
   Reserve(Count() + 1);
   const std::uint32_t hash = HashOf(text);
   const std::size_t place = Place(text, hash);
-  if (slots_[place].Number != kFree) return false;
+  texts_.resize(ends_.empty() ? 0 : ends_.back());  // an Add that failed may have left its text
   if (text.size() > kMost - texts_.size()) throw std::length_error("TextIndex");
   texts_ += text;
   ends_.push_back(static_cast<std::uint32_t>(texts_.size()));

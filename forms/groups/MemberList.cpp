@@ -14,9 +14,6 @@ namespace {
 constexpr StringView kLoadContext =
     u"KTRVAddressBook: Error occurred. Sub:LoadGroupContacts(), Module: frmGroupsNew()";
 
-/// Rows that are inserted or removed between two looks for input, even in a list of a million.
-constexpr std::size_t kPortion = 20000;
-
 /// The names, separated by commas, as far as they fit in a label, and the number of others. "&" is
 /// doubled, because a label would underline the next character.
 String Joined(const std::vector<String>& names) {
@@ -105,10 +102,16 @@ void MemberList::ForgetAll() {
   known_.clear();
 }
 
+std::size_t MemberList::NumberOf(const String& id) {
+  if (const auto number = ids_.Find(id)) return *number;
+  const std::size_t number = ids_.Count();
+  known_.resize(number + 1);  // before, in case memory is short
+  ids_.Add(id);
+  return number;
+}
+
 void MemberList::Remember(const String& id, const String& kind) {
-  const std::size_t count = ids_.Count();
-  known_.resize(std::max(known_.size(), count + 1));  // before, in case memory is short
-  Known& known = known_[ids_.Add(id) ? count : *ids_.Find(id)];
+  Known& known = known_[NumberOf(id)];
   if (known.Rows++ == 0) known.Kind = kind;
 }
 
@@ -122,6 +125,29 @@ bool MemberList::IsThere(const String& id) const {
   return number && known_[*number].Rows > 0;
 }
 
+template <class Job>
+void MemberList::Change(const Job& job) {
+  try {
+    job();
+  } catch (...) {
+    ShowCount(Count());
+    if (Changed) Changed();
+    throw;
+  }
+}
+
+template <class Step, class Counting>
+void MemberList::ChangeRows(const Step& step, const Counting& counting) {
+  const int before = Count();
+  try {
+    step();
+  } catch (...) {
+    if (Count() != before) counting();
+    throw;
+  }
+  counting();
+}
+
 auto MemberList::WithoutPainting() {
   display_.Grid.SetRedraw(false);
   return ScopeExit([this] { display_.Grid.SetRedraw(true); });
@@ -129,14 +155,19 @@ auto MemberList::WithoutPainting() {
 
 void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
                       JobProgress& progress) {
+  Change([&] { TakeRows(source, rows, progress); });
+}
+
+void MemberList::TakeRows(controls::FlexGrid& source, const std::vector<int>& rows,
+                          JobProgress& progress) {
   const ContactColumns from(source);
   const ContactColumns to(display_.Grid);
+  ids_.Reserve(ids_.Count() + rows.size());
   std::vector<String>& added = history_.Begin().Added;
   std::vector<String> leftOut;
   std::int64_t present = 0;
   std::int64_t withoutNumber = 0;
   bool stopped = false;
-  ids_.Reserve(ids_.Count() + rows.size());
   {
     const auto noPainting = WithoutPainting();
     // Duplicates often come in the order of the list.
@@ -156,9 +187,10 @@ void MemberList::Take(controls::FlexGrid& source, const std::vector<int>& rows,
       }
       ContactRow contact = from.Read(row);
       if (contact.Kind != ContactKind::Group && contact.MobileNo.empty()) ++withoutNumber;
+      const std::size_t number = found ? *found : NumberOf(id);
+      known_[number].Kind = contact.Kind;
       added.push_back(id);
-      to.Add(std::move(contact));
-      Remember(id, from.ReadKind(row));
+      ChangeRows([&] { to.Add(std::move(contact)); }, [&] { ++known_[number].Rows; });
     }
   }
   const auto count = static_cast<std::int64_t>(added.size());
@@ -183,6 +215,10 @@ void MemberList::RemoveAll(JobProgress& progress) {
 
 void MemberList::Remove(const controls::RowSelection& rows, JobProgress& progress) {
   if (rows.Count() == 0) return;
+  Change([&] { RemoveAndNote(rows, progress); });
+}
+
+void MemberList::RemoveAndNote(const controls::RowSelection& rows, JobProgress& progress) {
   const ContactColumns columns(display_.Grid);
   std::vector<MemberHistory::Removed> gone;
   gone.reserve(static_cast<std::size_t>(rows.Count()));
@@ -192,13 +228,8 @@ void MemberList::Remove(const controls::RowSelection& rows, JobProgress& progres
   }
   const auto count = static_cast<std::int64_t>(gone.size());
   const int first = rows.Ranges().front().First;
-  MemberHistory::Change& change = history_.Begin();
-  change.Gone = std::move(gone);
+  history_.Begin().Gone = std::move(gone);
   RemoveRows(rows, progress);
-  for (const MemberHistory::Removed& removed : change.Gone) {
-    progress.GoesOn();
-    Forget(removed.Contact.Id);
-  }
   if (Count() > 0) GoTo(std::min(first, Count()));
   ShowLeftOut({});
   ShowChange(ToDecimal(count) + u" removed");
@@ -206,20 +237,33 @@ void MemberList::Remove(const controls::RowSelection& rows, JobProgress& progres
 
 void MemberList::RemoveRows(const controls::RowSelection& rows, JobProgress& progress) {
   const auto noPainting = WithoutPainting();
+  const ContactColumns columns(display_.Grid);
   std::vector<int> left = rows.Rows();
   while (!left.empty()) {
     // The last ones, so that the numbers of the others stay the same.
-    const std::size_t others = left.size() - std::min(left.size(), kPortion);
+    const std::size_t others = left.size() - std::min(left.size(), portion_);
     controls::RowSelection portion;
-    for (std::size_t i = others; i < left.size(); ++i) portion.Add(left[i], left[i]);
+    std::vector<String> ids;
+    ids.reserve(left.size() - others);
+    for (std::size_t i = others; i < left.size(); ++i) {
+      portion.Add(left[i], left[i]);
+      ids.push_back(columns.ReadId(left[i]));
+    }
     left.resize(others);
-    display_.Grid.RemoveRows(portion);
-    progress.GoesOn();
+    ChangeRows([&] { display_.Grid.RemoveRows(portion); },
+               [&] {
+                 for (const String& id : ids) Forget(id);
+               });
+    for (std::size_t row = 0; row < ids.size(); ++row) progress.GoesOn();
   }
 }
 
 void MemberList::Undo(JobProgress& progress) {
   if (history_.IsEmpty()) return;
+  Change([&] { UndoLast(progress); });
+}
+
+void MemberList::UndoLast(JobProgress& progress) {
   const MemberHistory::Change& change = history_.Last();
   progress.Extend(static_cast<std::int64_t>(change.Added.size() + change.Gone.size()));
   String outcome;
@@ -259,10 +303,6 @@ String MemberList::RemoveAdded(const std::vector<String>& ids, JobProgress& prog
     guess = *number + 1;
   }
   RemoveRows(rows, progress);
-  for (const String& id : ids) {
-    progress.GoesOn();
-    Forget(id);
-  }
   return ToDecimal(static_cast<std::int64_t>(ids.size())) + u" removed";
 }
 
@@ -288,19 +328,21 @@ String MemberList::PutBack(const std::vector<MemberHistory::Removed>& gone, JobP
 void MemberList::InsertRows(const std::vector<const MemberHistory::Removed*>& back,
                             JobProgress& progress) {
   const auto noPainting = WithoutPainting();
-  for (std::size_t begin = 0; begin < back.size(); begin += kPortion) {
+  for (std::size_t begin = 0; begin < back.size(); begin += portion_) {
     const std::span portion =
-        std::span(back).subspan(begin).first(std::min(kPortion, back.size() - begin));
+        std::span(back).subspan(begin).first(std::min(portion_, back.size() - begin));
     std::vector<controls::PlacedRow> rows;
     rows.reserve(portion.size());
     for (const MemberHistory::Removed* removed : portion) {
       rows.push_back({removed->Row, ContactColumns::Cells(removed->Contact)});
     }
-    display_.Grid.InsertRows(std::move(rows));
-    for (const MemberHistory::Removed* removed : portion) {
-      Remember(removed->Contact.Id, removed->Contact.Kind);
-      progress.GoesOn();
-    }
+    ChangeRows([&] { display_.Grid.InsertRows(std::move(rows)); },
+               [&] {
+                 for (const MemberHistory::Removed* removed : portion) {
+                   Remember(removed->Contact.Id, removed->Contact.Kind);
+                 }
+               });
+    for (std::size_t row = 0; row < portion.size(); ++row) progress.GoesOn();
   }
 }
 

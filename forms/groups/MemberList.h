@@ -57,6 +57,9 @@ class MemberList final : public DialogList {
   /// Shows what a command did instead of changing the list.
   void Say(const String& outcome) { labels_.Outcome.SetCaption(outcome); }
 
+  /// Sets how many rows are inserted or removed between two looks for input.
+  void SetPortion(std::size_t rows) { portion_ = rows; }
+
   int Count() const { return display_.Grid.Rows() - 1; }
   /// Whether this contact or group is in the list; false if the list is not complete.
   bool Has(StringView kind, StringView id) const;
@@ -70,11 +73,24 @@ class MemberList final : public DialogList {
   void Arrived() override;
   void Loaded() override { contacts_.Clear(); }
   void ForgetAll();
+  /// The id's number, a new one if need be.
+  std::size_t NumberOf(const String& id);
+  /// Counts a row. Allocates nothing for an id that has a number.
   void Remember(const String& id, const String& kind);
-  /// A row with this id was removed.
+  /// A row with this id was removed. Allocates nothing.
   void Forget(const String& id);
   bool IsThere(const String& id) const;
+  /// Runs a change of the list. If it fails halfway, shows what is there, and rethrows.
+  template <class Job>
+  void Change(const Job& job);
+  /// Changes the grid's rows and counts them, also if the grid fails after the change, for instance
+  /// in an event.
+  template <class Step, class Counting>
+  void ChangeRows(const Step& step, const Counting& counting);
+  void TakeRows(controls::FlexGrid& source, const std::vector<int>& rows, JobProgress& progress);
   void Remove(const controls::RowSelection& rows, JobProgress& progress);
+  void RemoveAndNote(const controls::RowSelection& rows, JobProgress& progress);
+  void UndoLast(JobProgress& progress);
   /// Removes the rows from the grid, in portions.
   void RemoveRows(const controls::RowSelection& rows, JobProgress& progress);
   /// Suspends painting of the grid during the result's lifetime.
@@ -98,6 +114,7 @@ class MemberList final : public DialogList {
   int arrived_ = 0;          ///< rows that Arrived has seen
   TextIndex ids_;            ///< the ids that are or were in the grid
   std::deque<Known> known_;  ///< of each id; may be longer. A vector would move all when it grows
+  std::size_t portion_ = 20000;  ///< even in a list of a million it takes less than 50 ms
 };
 
 }  // namespace ktrv::forms

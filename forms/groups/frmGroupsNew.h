@@ -108,6 +108,7 @@ class frmGroupsNew final : public controls::Form {
   const GroupCommands& Commands() const { return commands_; }
   const SourceList& Sources() const { return sources_; }
   const MemberList& Members() const { return members_; }
+  MemberList& Members() { return members_; }
   const RecipientCount& Reached() const { return counts_; }
 
  protected:
