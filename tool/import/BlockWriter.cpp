@@ -252,15 +252,20 @@ void BlockWriter::FillGapsOf(const ImportEntry& entry) {
   row.Open(data::ContactQueries::ById(ToDecimal(entry.Id)), connection_,
            {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
   if (row.EndOfFile()) throw Refused{u"Another user has deleted the contact meanwhile"};
-  bool changes = false;
+  const auto textOf = [&row](ContactText text) {
+    return ToText(row.Field(data::ColumnOf(text).Name));
+  };
+  const std::vector<ContactText> texts = TextsForGaps(entry.Values, textOf);
+  for (const ContactText text : texts) {
+    row.SetField(data::ColumnOf(text).Name,
+                 OrNull(entry.Values.Texts[static_cast<std::size_t>(text)]));
+  }
+  bool changes = !texts.empty();
   const auto fill = [&](StringView column, const Variant& value) {
     if (IsNull(value) || ToText(value).empty() || !ToText(row.Field(column)).empty()) return;
     row.SetField(column, value);
     changes = true;
   };
-  for (std::size_t text = 0; text < data::kContactTexts; ++text) {
-    fill(data::ColumnOf(static_cast<ContactText>(text)).Name, OrNull(entry.Values.Texts[text]));
-  }
   fill(u"AGE", OrNull(entry.Values.Age));
   fill(u"SEX", OrNull(entry.Values.Sex));
   fill(u"BIRTHDAY", OrNull(entry.Values.Birthday));

@@ -18,10 +18,22 @@ std::optional<Field> FieldOfColumn(StringView name) {
   return std::nullopt;
 }
 
+std::vector<data::ContactText> TextsForGaps(
+    const Contact& other, const std::function<String(data::ContactText text)>& textOf) {
+  using data::ContactText;
+  std::vector<ContactText> texts;
+  for (std::size_t at = 0; at < data::kContactTexts; ++at) {
+    const auto text = static_cast<ContactText>(at);
+    const auto gap = text == ContactText::CountryCode ? ContactText::MobileNo : text;
+    if (textOf(gap).empty() && !other.Text(gap).empty()) texts.push_back(text);
+  }
+  return texts;
+}
+
 void FillGaps(Contact& contact, const Contact& other) {
-  for (std::size_t text = 0; text < contact.Texts.size(); ++text) {
-    auto& value = contact.Texts[text];
-    if ((!value || value->empty()) && other.Texts[text]) value = other.Texts[text];
+  const auto textOf = [&contact](data::ContactText text) { return String(contact.Text(text)); };
+  for (const data::ContactText text : TextsForGaps(other, textOf)) {
+    contact.Texts[static_cast<std::size_t>(text)] = other.Texts[static_cast<std::size_t>(text)];
   }
   if (!contact.Age) contact.Age = other.Age;
   if (!contact.Sex) contact.Sex = other.Sex;

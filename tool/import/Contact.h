@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -66,7 +67,13 @@ struct Contact {
   }
 };
 
-/// Takes values of the other contact for those that are null or empty.
+/// Which texts of the other contact fill gaps of a contact. The country code and the mobile number
+/// are one value: both fill an empty mobile number, else neither is taken. \param textOf gives the
+/// texts of the contact
+std::vector<data::ContactText> TextsForGaps(
+    const Contact& other, const std::function<String(data::ContactText text)>& textOf);
+
+/// Takes values of the other contact for its gaps; the texts as TextsForGaps tells.
 void FillGaps(Contact& contact, const Contact& other);
 
 }  // namespace ktrv::tool

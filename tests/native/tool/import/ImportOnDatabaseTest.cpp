@@ -98,6 +98,42 @@ TEST_F(ImportOnDatabaseTest, MergesIntoTheGapsOfAContact) {
   EXPECT_EQ(Out.str(), "added 1, merged 3, skipped 0 duplicates, rejected 0\n");
 }
 
+/// The number of the file is the same, with its country code divided from it.
+TEST_F(ImportOnDatabaseTest, MergesNoCountryCodeIntoANumber) {
+  const std::string head = "First Name,Last Name,Country Code,Mobile,City,E-mail\r\n";
+  Import(head + "Anna,,,46701,,\r\nBert,Al,,4980,,bert@al.de\r\n");
+  Options.OfDuplicates = Duplicates::Merge;
+  const std::string people = head +
+                             "Anna,,46,701,Lund,\r\nBert,Al,46,702,Oslo,bert@al.de\r\n"
+                             "Cora,,,46703,,\r\nC.,,46,703,Ulm,\r\n";
+  const auto numbers = [&] {
+    return Rows(u"SELECT COUNTRYCODE, MOBILENO, CITY FROM SMS_ABCONTACTS ORDER BY ID");
+  };
+  EXPECT_EQ(Import(people), 0);
+  EXPECT_THAT(numbers(), ElementsAre(u"|46701|Lund", u"|4980|Oslo", u"|46703|Ulm"));
+  EXPECT_EQ(Import(people), 0);
+  EXPECT_EQ(Out.str(), "added 0, merged 4, skipped 0 duplicates, rejected 0\n");
+  EXPECT_THAT(numbers(), ElementsAre(u"|46701|Lund", u"|4980|Oslo", u"|46703|Ulm"));
+}
+
+TEST_F(ImportOnDatabaseTest, MergesANumberWithItsCountryCode) {
+  const std::string head = "First Name,Country Code,Mobile,E-mail\r\n";
+  Import(head + "Anna,,1,anna@ek.se\r\nBert,,2,bert@al.de\r\nCora,,3,cora@by.no\r\n");
+  Database.Run({u"UPDATE SMS_ABCONTACTS SET MOBILENO = NULL",
+                u"UPDATE SMS_ABCONTACTS SET COUNTRYCODE = '49' WHERE FNAME <> 'Anna'"});
+  Options.OfDuplicates = Duplicates::Merge;
+  const std::string people =
+      head + "Anna,46,701,anna@ek.se\r\nBert,46,702,bert@al.de\r\nCora,,47703,cora@by.no\r\n";
+  const auto numbers = [&] {
+    return Rows(u"SELECT COUNTRYCODE, MOBILENO FROM SMS_ABCONTACTS ORDER BY ID");
+  };
+  EXPECT_EQ(Import(people), 0);
+  EXPECT_THAT(numbers(), ElementsAre(u"46|701", u"46|702", u"|47703"));
+  EXPECT_EQ(Import(people), 0);
+  EXPECT_EQ(Out.str(), "added 0, merged 3, skipped 0 duplicates, rejected 0\n");
+  EXPECT_THAT(numbers(), ElementsAre(u"46|701", u"46|702", u"|47703"));
+}
+
 TEST_F(ImportOnDatabaseTest, PutsContactsIntoTheFolderAndTheGroup) {
   Database.Run({u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (7, 'S', 'Staff')",
                 u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'Team')"});
