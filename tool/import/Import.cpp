@@ -228,7 +228,8 @@ class Importer {
     entry.What = isMerged ? ImportEntry::Kind::Merge : ImportEntry::Kind::Join;
     entry.Person = *known;
     if (!people_.HasName(*known, person)) report_.Note(entry.Line, WhoIs(*known));
-    if (people_.IdOf(*known) == DuplicateIndex::kUnknown && !entry.Groups.empty()) {
+    const bool needsId = !options_.DryRun && !entry.Groups.empty();
+    if (needsId && people_.IdOf(*known) == DuplicateIndex::kUnknown) {
       FindIdsOfAdded();
       if (people_.IdOf(*known) == DuplicateIndex::kUnknown) {
         return Reject(entry.Line, entry.Raw, u"Another user has deleted the contact meanwhile");

@@ -170,6 +170,20 @@ TEST_F(ImportOnDatabaseTest, OnADryRunWritesNothing) {
   EXPECT_FALSE(Exists("people.rejects.csv"));
 }
 
+/// The row that a dry run would add is not in the database.
+TEST_F(ImportOnDatabaseTest, OnADryRunKnowsPeopleOfFormerBlocks) {
+  Database.Run({u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'Team')"});
+  Options.Group = "Team";
+  Options.RowsOfBlock = 1;
+  Options.DryRun = true;
+  EXPECT_EQ(Import(kHead + "Anna,Ek,1,\r\nAnna,Ek,1,\r\n"), 0);
+  EXPECT_EQ(Out.str(), "would add 1, skipped 1 duplicates, rejected 0\n");
+  EXPECT_THAT(Names(), IsEmpty());
+  Options.DryRun = false;
+  EXPECT_EQ(Import(), 0);
+  EXPECT_EQ(Out.str(), "added 1, skipped 1 duplicates, rejected 0\n");
+}
+
 TEST_F(ImportOnDatabaseTest, ReportsAsJson) {
   Json = true;
   Import(kHead + "Anna,Ek,1,\r\n,,\"\"\"\",\r\n,,2,\r\n");
