@@ -21,7 +21,7 @@ void FindBox::Wait() {
 
 void FindBox::RowsCame(bool isComplete) {
   if (!waiting_) return;
-  if (grid_.Selection().Ranges() != before_.Ranges()) {
+  if (grid_.HasFocus() || grid_.Selection().Ranges() != before_.Ranges()) {
     waiting_ = false;
     return;
   }

@@ -8,7 +8,7 @@ namespace ktrv::forms {
 
 /// The find box of the address book window: selects the row that the typed text finds. While a list
 /// is loading, a text that finds nothing yet is searched again in the rows that arrive, unless the
-/// user has selected a row meanwhile.
+/// user has selected a row or gone to the list meanwhile.
 class FindBox {
  public:
   /// All must outlive the object.

@@ -228,6 +228,17 @@ TEST_F(FindWhileLoadingTest, ARowThatTheUserSelectsMeanwhileStaysSelected) {
   EXPECT_EQ(Found(), 50);
 }
 
+TEST_F(FindWhileLoadingTest, AUserWhoHasGoneToTheListKeepsTheRow) {
+  OpenAndHold();
+  driver.OpenGate.Open();
+  ASSERT_TRUE(screen.WaitUntil([this] { return form->vsfContacts.Rows() > 100; }));
+  form->vsfContacts.UserSelects({50}, 50);
+  Type(u"zo");
+  form->vsfContacts.SetFocus();
+  ASSERT_TRUE(Complete());
+  EXPECT_EQ(Found(), 50);
+}
+
 TEST_F(FindWhileLoadingTest, ATextForAnotherListIsNotTriedInTheNext) {
   OpenAndHold();
   Type(u"zo");
