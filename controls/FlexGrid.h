@@ -83,10 +83,9 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   /// The user drags the selected rows. \param x, y twips in the form \return whether they may be
   /// dropped there. Empty: rows cannot be dragged.
   std::function<bool(int x, int y)> DragOver;
-  /// The user has dropped them where DragOver allowed it.
-  std::function<void(int x, int y)> Drop;
-  /// The drag has ended, before Drop or without it.
-  std::function<void()> DragEnd;
+  /// The drag has ended. \param dropped whether the user has dropped the rows where the last
+  /// DragOver allowed it
+  std::function<void(bool dropped)> DragEnd;
 
   // Rows and columns.
   int Rows() const;  ///< including the heading row

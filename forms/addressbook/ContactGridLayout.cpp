@@ -89,4 +89,15 @@ bool HasRows(const controls::FlexGrid& grid) {
   return IsList(grid) && grid.Rows() > 1;
 }
 
+std::vector<ListedItem> SelectedItems(const controls::FlexGrid& grid) {
+  std::vector<ListedItem> items;
+  if (!HasRows(grid)) return items;
+  const int id = grid.ColIndex(kId);
+  const int type = grid.ColIndex(kType);
+  for (const int row : grid.SelectedRows()) {
+    items.push_back({grid.Text(row, id), grid.Text(row, type)});
+  }
+  return items;
+}
+
 }  // namespace ktrv::forms::ContactGridLayout

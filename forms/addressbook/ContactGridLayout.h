@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "controls/FlexGrid.h"
+#include "forms/addressbook/ListedItem.h"
 
 /// Columns of the contact grid.
 namespace ktrv::forms::ContactGridLayout {
@@ -24,5 +25,8 @@ bool IsList(const controls::FlexGrid& grid);
 
 /// Whether the grid shows a list with at least one row.
 bool HasRows(const controls::FlexGrid& grid);
+
+/// The selected rows in display order; none if the grid shows no list.
+std::vector<ListedItem> SelectedItems(const controls::FlexGrid& grid);
 
 }  // namespace ktrv::forms::ContactGridLayout

@@ -242,22 +242,18 @@ void ItemCommands::RowProperties() {
 
 // Members of a group.
 
-void ItemCommands::AddMembers(const String& groupKey) {
+void ItemCommands::AddMembers(const String& groupKey, const std::vector<ListedItem>& items) {
   Run(Context::kAddMembers, [&] {
     const controls::TreeNode* group = panes_.Tree.Find(groupKey);
     if (!group) return panes_.Say(Messages::kPlaceIsGone);
-    const controls::FlexGrid& grid = panes_.Grid;
-    const int id = grid.ColIndex(ContactGridLayout::kId);
-    const int type = grid.ColIndex(ContactGridLayout::kType);
-    const std::vector<int> rows = grid.SelectedRows();
     std::vector<String> contacts;
-    for (const int row : rows) {
-      if (grid.Text(row, type) == ContactKind::Contact) contacts.push_back(grid.Text(row, id));
+    for (const ListedItem& item : items) {
+      if (item.Type == ContactKind::Contact) contacts.push_back(item.Id);
     }
     if (contacts.empty()) {
       return panes_.Note(u"Only contacts that can be changed here are added to a group.");
     }
-    const std::size_t leftOut = rows.size() - contacts.size();
+    const std::size_t leftOut = items.size() - contacts.size();
     const String name = group->Text;
     const auto addition = std::make_shared<MemberAddition>(
         place_.Services, place_.Database, String(NodeKey::IdOf(groupKey)), std::move(contacts));

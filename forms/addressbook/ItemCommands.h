@@ -32,9 +32,9 @@ class ItemCommands {
   void NewFolder();
   void Properties();
   void Delete();
-  /// Makes the selected contacts of the list members of a group. Continues in the background after
+  /// Makes contacts members of a group; other items are left out. Continues in the background after
   /// it has returned.
-  void AddMembers(const String& groupKey);
+  void AddMembers(const String& groupKey, const std::vector<ListedItem>& items);
 
   /// Cancels what runs in the background; called when the window closes.
   void Stop();
@@ -58,7 +58,7 @@ class ItemCommands {
   GroupResult EditGroup(const String& id, const String& name);
   void GroupProperties(const String& key);
   void RowProperties();
-  /// \param leftOut selected rows that cannot be members
+  /// \param leftOut items that cannot be members
   void FinishAddition(const String& groupKey, const String& groupName, std::size_t leftOut);
 
   Workplace& place_;

@@ -121,11 +121,7 @@ void ItemDeletion::DeleteRows(const CurrentNode& node) {
     return panes_.Note(u"Remote contacts can be deleted from TALVERO only.");
   }
   // Rows may arrive while the question is open. Only rows selected before it are deleted.
-  std::vector<RowDeletion::Item> items;
-  const int id = grid.ColIndex(ContactGridLayout::kId);
-  const int type = grid.ColIndex(ContactGridLayout::kType);
-  for (const int row : grid.SelectedRows())
-    items.push_back({grid.Text(row, id), grid.Text(row, type)});
+  std::vector<ListedItem> items = ContactGridLayout::SelectedItems(grid);
   if (!ConfirmItems()) return;
   rows_ =
       std::make_shared<RowDeletion>(place_.Services, place_.Database, kContext, std::move(items));

@@ -7,11 +7,11 @@
 namespace ktrv::forms {
 
 RowDeletion::RowDeletion(Services& services, BookDatabase& database, StringView context,
-                         std::vector<Item> items)
+                         std::vector<ListedItem> items)
     : RowWork(services, context, items.size()), statements_(database), items_(std::move(items)) {}
 
 void RowDeletion::WorkOn(std::size_t row) {
-  const Item& item = items_[row];
+  const ListedItem& item = items_[row];
   if (item.Type == ContactKind::Contact) {
     statements_.DeleteContact(item.Id);
     ++deleted_;

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "forms/addressbook/ItemStatements.h"
+#include "forms/addressbook/ListedItem.h"
 #include "forms/addressbook/RowWork.h"
 
 namespace ktrv::forms {
@@ -10,15 +11,10 @@ namespace ktrv::forms {
 /// Deletes listed items in order.
 class RowDeletion final : public RowWork {
  public:
-  struct Item {
-    String Id;
-    String Type;  ///< a ContactKind; for a remote contact only a message is shown
-  };
-
-  /// \param context context text of the error record. Services and database must outlive the
-  /// object.
+  /// \param context context text of the error record \param items for a remote contact only a
+  /// message is shown. Services and database must outlive the object.
   RowDeletion(Services& services, BookDatabase& database, StringView context,
-              std::vector<Item> items);
+              std::vector<ListedItem> items);
 
   bool HasDeletedGroup() const { return hasDeletedGroup_; }
 
@@ -27,7 +23,7 @@ class RowDeletion final : public RowWork {
   String TextWhenStopped() const override;
 
   ItemStatements statements_;
-  const std::vector<Item> items_;
+  const std::vector<ListedItem> items_;
   std::size_t deleted_ = 0;
   bool hasDeletedGroup_ = false;
 };

@@ -73,7 +73,9 @@ frmAddressBook::frmAddressBook(Workplace place, Editors& editors)
   ConnectMenus();
   ConnectTree();
   ConnectGrid();
-  ConnectDrag();
+  drag_.Dropped = [this](const String& groupKey, const std::vector<ListedItem>& items) {
+    AddToGroup(groupKey, items);
+  };
   ConnectSplitter();
   ConnectFind();
   ConnectKeys();
@@ -337,25 +339,6 @@ void frmAddressBook::vsfContacts_MouseUp(MouseButton button, int row) {
       vsfContacts.SetRow(row);
     }
   });
-}
-
-// Dragging of contacts onto a group.
-
-controls::TreeNode* frmAddressBook::GroupAt(int x, int y) {
-  controls::TreeNode* node = tvwContacts.DraggedOver(x - tvwContacts.Left(), y - tvwContacts.Top());
-  return node && NodeKey::KindOf(node->Key) == NodeKey::SharedGroup ? node : nullptr;
-}
-
-void frmAddressBook::ConnectDrag() {
-  vsfContacts.DragOver = [this](int x, int y) {
-    controls::TreeNode* group = ContactGridLayout::HasRows(vsfContacts) ? GroupAt(x, y) : nullptr;
-    tvwContacts.SetDropTarget(group);
-    return group != nullptr;
-  };
-  vsfContacts.DragEnd = [this] { tvwContacts.SetDropTarget(nullptr); };
-  vsfContacts.Drop = [this](int x, int y) {
-    if (const controls::TreeNode* group = GroupAt(x, y)) AddToGroup(String(group->Key));
-  };
 }
 
 // Layout.

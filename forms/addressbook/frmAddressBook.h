@@ -12,6 +12,7 @@
 #include "controls/TextBox.h"
 #include "controls/ToolBar.h"
 #include "controls/TreeView.h"
+#include "forms/addressbook/ContactDrag.h"
 #include "forms/addressbook/ContactList.h"
 #include "forms/addressbook/FindBox.h"
 #include "forms/addressbook/FolderTree.h"
@@ -65,9 +66,10 @@ class frmAddressBook final : public controls::Form {
   /// Deletes the tree's selected node or the grid's selected rows. Deletion of many rows continues
   /// after it returns.
   void ContactDelete() { commands_.Delete(); }
-  /// Makes the grid's selected contacts members of the group with this key. Continues after it
-  /// returns.
-  void AddToGroup(const String& key) { commands_.AddMembers(key); }
+  /// Makes contacts of the list members of the group with this key. Continues after it returns.
+  void AddToGroup(const String& key, const std::vector<ListedItem>& items) {
+    commands_.AddMembers(key, items);
+  }
   /// Shows the context menu of the current node. \param x, y twips in the client area; without
   /// both, at the pointer
   void ShowItemContextMenu(std::optional<int> x = {}, std::optional<int> y = {});
@@ -115,10 +117,6 @@ class frmAddressBook final : public controls::Form {
   void vsfContacts_AfterSort(int column, controls::SortOrder order);
   void vsfContacts_KeyDown(std::int16_t keyCode, std::int16_t shift);
   void vsfContacts_MouseUp(controls::MouseButton button, int row);
-  void ConnectDrag();
-  /// The group in the tree over which the list's rows are dragged; null elsewhere. \param x, y
-  /// twips in the form
-  controls::TreeNode* GroupAt(int x, int y);
   void picSlider_MouseDown();
   void picSlider_MouseMove(int x);
   void picSlider_MouseUp();
@@ -141,6 +139,7 @@ class frmAddressBook final : public controls::Form {
   FindBox find_;
   Splitter splitter_;
   ItemCommands commands_;
+  ContactDrag drag_{vsfContacts, tvwContacts};
   controls::Menu mnuNew_;
 };
 

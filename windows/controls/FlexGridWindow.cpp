@@ -372,8 +372,9 @@ void FlexGridWindow::BeginDrag() {
 }
 
 POINT FlexGridWindow::PointerInForm() const {
-  POINT place{};
-  GetCursorPos(&place);
+  // Where it was at the message, not where it has moved to since.
+  const DWORD packed = GetMessagePos();
+  POINT place{static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))};
   ScreenToClient(Owner().Handle(), &place);
   return {CurrentScale().ToTwips(place.x), CurrentScale().ToTwips(place.y)};
 }
@@ -389,10 +390,9 @@ void FlexGridWindow::EndDrag(bool drops) {
   KillTimer(Handle(), kDragTimer);
   if (GetCapture() == Handle()) ReleaseCapture();
   SetCursor(LoadCursorW(nullptr, IDC_ARROW));
-  if (drops) Drag();
-  if (grid_.DragEnd) grid_.DragEnd();
-  const POINT place = PointerInForm();
-  if (drops && mayDrop_ && grid_.Drop) grid_.Drop(place.x, place.y);
+  // A move to the place of the release came before it. What was marked then is meant: looking again
+  // could scroll the tree under the pointer.
+  if (grid_.DragEnd) grid_.DragEnd(drops && mayDrop_);
 }
 
 bool FlexGridWindow::OnDragMessage(UINT message, WPARAM wParam) {

@@ -107,14 +107,11 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   }
 
   TreeNode* DraggedOver(int x, int y) override {
-    TreeNode* node = NodeAt({CurrentScale().ToPixels(x), CurrentScale().ToPixels(y)});
+    const POINT place{CurrentScale().ToPixels(x), CurrentScale().ToPixels(y)};
+    ShowNeighboursOf(NodeAt(place));
+    TreeNode* node = NodeAt(place);  // another one if that has scrolled
     if (node != std::exchange(draggedOver_, node)) draggedSince_ = GetTickCount64();
     if (!node) return nullptr;
-    for (const WPARAM neighbour : {WPARAM{TVGN_PREVIOUSVISIBLE}, WPARAM{TVGN_NEXTVISIBLE}}) {
-      const LRESULT item =
-          Send(TVM_GETNEXTITEM, neighbour, reinterpret_cast<LPARAM>(ItemOf(*node)));
-      if (item) Send(TVM_ENSUREVISIBLE, 0, item);
-    }
     constexpr ULONGLONG kPause = 700;  // milliseconds
     if (!node->Expanded && !node->Children.empty() && GetTickCount64() - draggedSince_ >= kPause) {
       tree_.SetExpanded(*node, true);
@@ -185,6 +182,15 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   HTREEITEM ItemOf(const controls::TreeNode& node) const {
     const auto found = items_.find(&node);
     return found == items_.end() ? nullptr : found->second;
+  }
+  /// Scrolls so that the lines above and below the node are visible.
+  void ShowNeighboursOf(const controls::TreeNode* node) {
+    if (!node) return;
+    for (const WPARAM neighbour : {WPARAM{TVGN_PREVIOUSVISIBLE}, WPARAM{TVGN_NEXTVISIBLE}}) {
+      const LRESULT item =
+          Send(TVM_GETNEXTITEM, neighbour, reinterpret_cast<LPARAM>(ItemOf(*node)));
+      if (item) Send(TVM_ENSUREVISIBLE, 0, item);
+    }
   }
   /// The number of a node in the tree, from 1; 0 for null.
   int NumberOf(const controls::TreeNode* node) const {

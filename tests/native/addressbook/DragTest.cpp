@@ -16,20 +16,27 @@ struct TreeOfLines final : Told<controls::TreeViewPeer, controls::TreeView> {
   void NodeExpandedChanged(controls::TreeNode&) override {}
   void SelectionChanged() override {}
   controls::TreeNode* DraggedOver(int x, int y) override {
-    const int line = y / 100 + 1;
+    const int line = y / 100 + 1 + Scrolled;
+    if (Scrolls) ++Scrolled;
     return x < 0 || y < 0 || line > Shown.Count() ? nullptr : &Shown.At(line);
   }
   void DropTargetChanged(controls::TreeNode* node) override {
     Note(node ? "marks " + ToUtf8(node->Key) : "marks none");
   }
+
+  bool Scrolls = false;  ///< by a line each time it is asked, as at the edge of a long tree
+  int Scrolled = 0;
 };
 
 struct TreePeers final : NoPeers {
   using NoPeers::Make;
   Window<controls::TreeViewPeer> Make(controls::TreeView& tree) override {
-    return std::make_unique<TreeOfLines>(Happened, tree);
+    auto lines = std::make_unique<TreeOfLines>(Happened, tree);
+    Lines = lines.get();
+    return lines;
   }
   Steps Happened;
+  TreeOfLines* Lines = nullptr;
 };
 
 /// Three contacts, a group and a remote contact, and a group Drivers in the tree.
@@ -63,10 +70,24 @@ struct DragTest : AddressBookTest {
   void DropOn(StringView key) {
     const int line = LineOf(key);
     form->vsfContacts.DragOver(10, line);
-    form->vsfContacts.DragEnd();
-    form->vsfContacts.Drop(10, line);
+    EndWithDrop();
+  }
+  void EndWithDrop() {
+    form->vsfContacts.DragEnd(true);
     ASSERT_TRUE(screen.WaitUntil([&] { return !form->IsAdding(); }));
     ASSERT_TRUE(Complete());
+  }
+  /// Drops so many contacts on Drivers that most are still to be added.
+  void DropMany() {
+    std::vector<Row> rows;
+    for (int id = 1; id <= 3000; ++id) rows.push_back(Item(ToDecimal(id), u"Anna"));
+    Counts(Queries::kCountFolderContacts, 3000);
+    Lists(std::move(rows));
+    ClickAndWait(u"SFLD7");
+    form->vsfContacts.SelectAll();
+    form->vsfContacts.UserSelectsRange(1, 0, true, 1);
+    form->vsfContacts.DragOver(10, LineOf(u"SHGR6"));
+    form->vsfContacts.DragEnd(true);
   }
   void Select(int first, int last) { form->vsfContacts.SelectRows(first, last); }
   Texts Inserted() const {
@@ -84,7 +105,7 @@ TEST_F(DragTest, RowsMayBeDroppedOnAGroupOnlyWhichIsMarked) {
   EXPECT_FALSE(MayDropOn(u"SFLD7"));
   EXPECT_FALSE(MayDropOn(u"SHARED"));
   EXPECT_FALSE(form->vsfContacts.DragOver(10, 5000));
-  form->vsfContacts.DragEnd();
+  form->vsfContacts.DragEnd(false);
   EXPECT_EQ(peers.Happened, (Steps{"tree marks SHGR6", "tree marks none", "tree marks none",
                                    "tree marks none", "tree marks none"}));
   EXPECT_TRUE(Inserted().empty());
@@ -99,6 +120,47 @@ TEST_F(DragTest, TheSelectedContactsBecomeMembersAndNothingElseChanges) {
   EXPECT_TRUE(Ran(u"DELETE").empty());
   EXPECT_EQ(Panel(2), u"2 contact(s) added to Drivers.");
   EXPECT_EQ(form->vsfContacts.SelectedRows(), (std::vector<int>{1, 2}));
+}
+
+TEST_F(DragTest, TheMarkedGroupGetsThemThoughTheTreeScrollsUnderThePointer) {
+  Groups({{u"6", u"Drivers", u"7"}, {u"8", u"Guards", u"7"}});
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS", {{u"NAME"}}, {{u"Drivers"}});
+  form->UserPresses(controls::KeyCode::F5, controls::ShiftMask::None);
+  ASSERT_TRUE(Complete());
+  Select(1, 1);
+  peers.Lines->Scrolls = true;
+  form->vsfContacts.DragOver(10, LineOf(u"SHGR6"));
+  EXPECT_EQ(peers.Happened.back(), "tree marks SHGR6");
+  EndWithDrop();
+  EXPECT_EQ(Inserted(), Texts{u"INSERT INTO SMS_ABGROUPMAPS VALUES(6,1, 'S')"});
+}
+
+TEST_F(DragTest, RowsThatWereDraggedAreAddedThoughTheListIsLoadedMeanwhile) {
+  Select(1, 3);
+  EXPECT_TRUE(MayDropOn(u"SHGR6"));
+  ClickAndWait(u"SFLD7");
+  EXPECT_EQ(form->vsfContacts.Selection().Count(), 0);
+  EXPECT_TRUE(MayDropOn(u"SHGR6"));
+  EndWithDrop();
+  EXPECT_EQ(Inserted().size(), 3U);
+}
+
+TEST_F(DragTest, NextDragHasTheRowsThatAreSelectedThen) {
+  Select(1, 1);
+  EXPECT_TRUE(MayDropOn(u"SHGR6"));
+  form->vsfContacts.DragEnd(false);
+  EXPECT_TRUE(Inserted().empty());
+  Select(2, 2);
+  DropOn(u"SHGR6");
+  EXPECT_EQ(Inserted(), Texts{u"INSERT INTO SMS_ABGROUPMAPS VALUES(6,2, 'S')"});
+}
+
+TEST_F(DragTest, DropWhereNothingIsMarkedAddsNothing) {
+  Select(1, 1);
+  EXPECT_TRUE(MayDropOn(u"SHGR6"));
+  EXPECT_FALSE(MayDropOn(u"SFLD7"));
+  EndWithDrop();
+  EXPECT_TRUE(Inserted().empty());
 }
 
 TEST_F(DragTest, GroupsAndRemoteContactsAreLeftOut) {
@@ -152,16 +214,7 @@ TEST_F(DragTest, AFailureIsLoggedAndSaid) {
 }
 
 TEST_F(DragTest, ManyContactsAreAddedWhileTheWindowAnswersAndStopWithIt) {
-  std::vector<Row> rows;
-  for (int id = 1; id <= 3000; ++id) rows.push_back(Item(ToDecimal(id), u"Anna"));
-  Counts(Queries::kCountFolderContacts, 3000);
-  Lists(std::move(rows));
-  ClickAndWait(u"SFLD7");
-  form->vsfContacts.SelectAll();
-  form->vsfContacts.UserSelectsRange(1, 0, true, 1);
-  const int line = LineOf(u"SHGR6");
-  form->vsfContacts.DragOver(10, line);
-  form->vsfContacts.Drop(10, line);
+  DropMany();
   ASSERT_TRUE(form->IsAdding());
   form->ContactNew({});  // no other command meanwhile
   EXPECT_EQ(Panel(2), u"Contacts are still being added to a group.");

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "forms/addressbook/ContactGridLayout.h"
+
 namespace ktrv::tests {
 namespace {
 
@@ -232,7 +234,9 @@ bool AddToGroup(Stage& stage, StringView key, const std::vector<StringView>& num
   };
   const auto add = [&] {
     if (!stage.SelectRow(*book, numbers)) return false;
-    stage.Do([&] { book->AddToGroup(String(key)); });
+    stage.Do([&] {
+      book->AddToGroup(String(key), forms::ContactGridLayout::SelectedItems(book->vsfContacts));
+    });
     stage.Wait([&] { return !book->IsAdding() && !book->List().IsLoading(); });
     return said(u" added to ") && !said(u"not all") && !said(u"no longer exist");
   };
