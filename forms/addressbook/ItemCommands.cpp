@@ -269,6 +269,7 @@ void ItemCommands::AddMembers(const String& groupKey, const std::vector<ListedIt
 
 void ItemCommands::FinishAddition(const String& groupKey, const String& groupName,
                                   std::size_t leftOut) {
+  const controls::Form::Stay stay(panes_.Window);  // a message box may be shown
   const auto addition = std::exchange(addition_, nullptr);
   const MemberAddition::Counts& counts = addition->Result();
   const auto number = [](std::size_t count) { return ToDecimal(static_cast<std::int64_t>(count)); };

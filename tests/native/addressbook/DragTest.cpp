@@ -225,5 +225,21 @@ TEST_F(DragTest, ManyContactsAreAddedWhileTheWindowAnswersAndStopWithIt) {
   EXPECT_NE(Log().find(u"Adding members stopped: "), String::npos);
 }
 
+TEST_F(DragTest, AWindowThatIsClosedBelowItsMessageIsThereUntilTheAnswer) {
+  DropMany();
+  ASSERT_TRUE(form->IsAdding());
+  driver.Answer(u"SELECT NAME FROM SMS_ABGROUPS", {{u"NAME"}}, {});
+  bool mayBeDestroyed = true;
+  screen.WhileAsked([&] {
+    form->Unload();
+    int turns = 0;  // of the message loop
+    EXPECT_TRUE(screen.WaitUntil([&] { return ++turns > 5; }));
+    mayBeDestroyed = form->IsGone();
+  });
+  ASSERT_TRUE(screen.WaitUntil([&] { return !screen.Messages.empty(); }));
+  EXPECT_FALSE(mayBeDestroyed);
+  EXPECT_TRUE(screen.WaitUntil([&] { return form->IsGone(); }));
+}
+
 }  // namespace
 }  // namespace ktrv::tests
