@@ -186,7 +186,9 @@ bool frmNewContact::Save_Data() {
   try {
     isNew ? Insert(connection, contact) : Change(contact, *shown_);
   } catch (const ContactRefused& refused) {
-    if (!refused.Message.empty()) {
+    if (refused.Message.empty()) {
+      ShowNotSaved();
+    } else {
       place_.Services.ShowMessage(refused.Message, MessageStyle::Exclamation);
     }
     return false;
@@ -267,10 +269,7 @@ void frmNewContact::cmdSave_Click() {
     if (Save_Data()) Unload();
     return true;
   });
-  if (isComplete || loadFailed_) return;
-  ShowFailure(
-      inDoubt_ ? u"It is unknown whether the contact was saved. OK tries again and saves it once."
-               : u"The contact was not saved. The log says why.");
+  if (!isComplete && !loadFailed_) ShowNotSaved();
 }
 
 void frmNewContact::cmdCancel_Click() {
@@ -316,6 +315,12 @@ void frmNewContact::CompleteBoxes() {
 void frmNewContact::ShowFailure(StringView reason) {
   showsFailure_ = !reason.empty();
   lblNotice.SetCaption(String(reason));
+}
+
+void frmNewContact::ShowNotSaved() {
+  ShowFailure(
+      inDoubt_ ? u"It is unknown whether the contact was saved. OK tries again and saves it once."
+               : u"The contact was not saved. The log says why.");
 }
 
 void frmNewContact::txtMobileno_GotFocus() {

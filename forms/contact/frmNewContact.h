@@ -127,7 +127,7 @@ class frmNewContact final : public controls::Form {
   void PresentExisting();
   void Populate_Data();
   std::int16_t Validate_Data();
-  /// \return false if the save was refused with a message to the user
+  /// \return false if the save was refused, which the user has been told
   bool Save_Data();
   void Change(database::Recordset& contact, const ContactFields::Entries& before);
   /// \throws Error, ContactRefused
@@ -144,6 +144,8 @@ class frmNewContact final : public controls::Form {
   void CompleteBoxes();
   /// Shows why the contact is not saved.
   void ShowFailure(StringView reason);
+  /// Shows that a save failed, and whether its outcome is unknown.
+  void ShowNotSaved();
 
   void txtMobileno_GotFocus();
   /// Key filter of a box for digits.

@@ -142,6 +142,16 @@ TEST_F(NewContactOutcomeTest, AContactThatIsGoneAfterALostAnswerIsAddedAgain) {
   EXPECT_EQ(Contacts().size(), 1u);
 }
 
+TEST_F(NewContactOutcomeTest, ARefusalThatWasLoggedIsSeenInTheDialog) {
+  request.With.Store = [](auto&, const auto&) { throw forms::ContactRefused{}; };
+  AddNamed(u"Ann");
+  PressOk();
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(form->lblNotice.Caption(), u"The contact was not saved. The log says why.");
+  EXPECT_EQ(Contacts(), Lines{});
+}
+
 TEST_F(NewContactOutcomeTest, AFolderThatIsGoneGetsNoContact) {
   Folder(u"3");
   form->FolderId = 3;
