@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "common/Text.h"
@@ -12,6 +13,7 @@ namespace ktrv::database {
 struct NewRow {
   std::map<String, Variant> Values;  ///< by column name; only those that were set
   std::vector<String> SameBefore;    ///< keys of earlier rows with the same values, if known
+  std::optional<String> Key = {};    ///< as assigned by the engine; nullopt if it was not read
 };
 
 }  // namespace ktrv::database

@@ -110,8 +110,8 @@ class Recordset final : public RowSource {
   bool IsInDoubt() const;
   /// The row of the last insert by Update; a copy.
   NewRow AddedRow() const;
-  /// Searches for a row with the values of the new one. If found, makes it current, as Update would
-  /// have done. \return false if there is none. \throws Error
+  /// Searches for a row with the values and, if known, the key of the new one. If found, makes it
+  /// current, as Update would have done. \return false if there is none. \throws Error
   bool FindAdded(const NewRow& row);
 
   /// Reads the current row again; after an insert, by the id that the engine assigned. \throws

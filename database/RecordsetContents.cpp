@@ -84,6 +84,7 @@ TableWriter::Cells Recordset::Contents::Insert(const std::shared_ptr<SharedLink>
   TableWriter::Cells cells(Columns.size());
   try {
     table.Insert(cells, Pending, key);
+    Added.Key = table.KeyOf(cells);
     transaction.Commit();
     InDoubt = true;  // until the row is in Rows, an exception leaves the outcome unknown
   } catch (...) {
@@ -106,9 +107,8 @@ bool Recordset::Contents::FindAdded(const NewRow& row) {
   for (const auto& [name, value] : row.Values) values[ColumnOf(name)] = value;
   TableWriter::Cells cells(Columns.size());
   const auto link = UpdateLink();
-  if (!TableWriter(link->Get(), Source, Columns).FindAdded(cells, values, row.SameBefore)) {
-    return false;
-  }
+  TableWriter table(link->Get(), Source, Columns);
+  if (!table.FindAdded(cells, std::move(values), row.SameBefore, row.Key)) return false;
   Append(cells);
   return true;
 }

@@ -194,9 +194,16 @@ std::vector<TableWriter::Cells> TableWriter::RowsWith(const Values& values) {
   return found;
 }
 
-bool TableWriter::FindAdded(Cells& cells, const Values& values, const std::vector<String>& except) {
+std::optional<String> TableWriter::KeyOf(const Cells& cells) const {
+  return key_.size() == 1 ? cells[key_[0]] : std::nullopt;
+}
+
+bool TableWriter::FindAdded(Cells& cells, Values values, const std::vector<String>& except,
+                            const std::optional<String>& ofKey) {
   if (key_.size() != 1) throw DataError(ErrorNumber::NotUpdatable);
   const std::size_t key = key_[0];
+  // An engine may give the key of a row that was undone to another one, so the values count too.
+  if (ofKey) values[key] = CellValue(columns_[key].Type, *ofKey);
   const Cells* newest = nullptr;
   const std::vector<Cells> rows = RowsWith(values);
   for (const Cells& row : rows) {

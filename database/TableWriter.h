@@ -34,9 +34,13 @@ class TableWriter {
   /// its key cannot be determined
   void Insert(Cells& cells, const Values& values, const KeySource& key);
 
-  /// Finds the newest row with these values, except rows with the keys in `except`. \return whether
-  /// there is one. \param cells receives it
-  bool FindAdded(Cells& cells, const Values& values, const std::vector<String>& except);
+  /// The text of the row's key; nullopt if it has several columns.
+  std::optional<String> KeyOf(const Cells& cells) const;
+
+  /// Finds the newest row with these values, except rows with the keys in `except`; only the one
+  /// with the key `ofKey`, if given. \return whether there is one. \param cells receives it
+  bool FindAdded(Cells& cells, Values values, const std::vector<String>& except,
+                 const std::optional<String>& ofKey);
 
   /// Updates the row with this key, if all columns in `values` still have the old values in
   /// `cells`, also those whose value stays the same. \param cells the row as read; receives the new

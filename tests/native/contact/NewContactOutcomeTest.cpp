@@ -22,6 +22,11 @@ struct NewContactOutcomeTest : ContactFixture {
   Lines Contacts() {
     return database.Rows(u"SELECT ID, FOLDER_ID, FNAME, MOBILENO FROM SMS_ABCONTACTS ORDER BY ID");
   }
+  /// The next contact gets the id 1 again.
+  void DeleteAll() {
+    database.Run({u"DELETE FROM SMS_ABCONTACTS"});
+    database.Run({u"DELETE FROM SQLITE_SEQUENCE"});
+  }
   void ExpectRefusedWithWhatWasTyped() {
     ASSERT_EQ(screen.Messages.size(), 1u);
     EXPECT_EQ(screen.LastMessage().Text,
@@ -115,6 +120,26 @@ TEST_F(NewContactOutcomeTest, WhatIsChangedAfterALostAnswerChangesTheStoredConta
   EXPECT_EQ(Contacts(), Lines{u"1|0|Anna|91"});
   EXPECT_EQ(Row(u"AGE, BIRTHDAY"), u"41|1990-02-28");
   EXPECT_EQ(Left().Name, u"Anna  ");
+}
+
+TEST_F(NewContactOutcomeTest, AnotherContactWithTheSameValuesIsNotTakenForTheNewOne) {
+  for (const StringView last : {u"Ann", u"Anna"}) {
+    AddNamed(u"Ann");
+    PressOk();
+    form.Reset();
+    AddNamed(u"Ann");
+    watched.UndoTransactions = true;
+    watched.AfterCommit = Lose;
+    PressOk();
+    watched.UndoTransactions = false;
+    watched.AfterCommit = nullptr;
+    form->txtFname.SetText(String(last));
+    PressOk();
+    EXPECT_EQ(Contacts(), (Lines{u"1|0|Ann|91", u"2|0|" + String(last) + u"|91"}));
+    EXPECT_EQ(Left().Id, u"2");
+    DeleteAll();
+    form.Reset();
+  }
 }
 
 TEST_F(NewContactOutcomeTest, ALookThatFailsStoresNothing) {

@@ -140,6 +140,19 @@ TEST_F(FindAddedTest, LeavesOutRowsThatWereThereBefore) {
   EXPECT_EQ(Found(ann), u"10") << "the newest of several";
 }
 
+TEST_F(FindAddedTest, FindsOnlyTheRowWithTheKeyThatItGot) {
+  Recordset rows = Empty();
+  rows.AddNew();
+  for (const auto& [name, value] : Ann().Values) rows.SetField(name, value);
+  rows.Update();
+  connection.Execute(u"INSERT INTO T VALUES (9, 'Ann', 41, '1980-05-01')");
+  EXPECT_EQ(Found(rows.AddedRow()), u"1");
+  connection.Execute(u"DELETE FROM T WHERE ID = 1");
+  EXPECT_EQ(Found(rows.AddedRow()), u"none");
+  connection.Execute(u"INSERT INTO T VALUES (1, 'Bob', 41, '1980-05-01')");
+  EXPECT_EQ(Found(rows.AddedRow()), u"none") << "the key was given to another row";
+}
+
 TEST_F(FindAddedTest, NullIsFoundAsNull) {
   connection.Execute(u"INSERT INTO T VALUES (1, '', 41, NULL), (2, NULL, 41, NULL)");
   EXPECT_EQ(Found({{{u"NAME", Null{}}, {u"AGE", 41.0}}, {}}), u"2");
