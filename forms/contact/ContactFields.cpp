@@ -1,5 +1,6 @@
 #include "forms/contact/ContactFields.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "common/Global.h"
@@ -87,12 +88,19 @@ std::vector<Error> ContactFields::Show(const database::Recordset& row, std::int1
   return failures;
 }
 
-void ContactFields::Write(const Entries* before, database::Recordset& row) const {
+void ContactFields::Write(const std::vector<Entries>& before, database::Recordset& row) const {
   const Entries now = Current();
-  const auto changed = [&](auto member) { return !before || now.*member != before->*member; };
+  const auto differs = [&](auto test) {
+    return before.empty() || std::any_of(before.begin(), before.end(), test);
+  };
+  const auto changed = [&](auto member) {
+    return differs([&](const Entries& each) { return each.*member != now.*member; });
+  };
   for (std::size_t index = 0; index < boxes_.Texts.size(); ++index) {
-    if (before && now.Texts[index] == before->Texts[index]) continue;
-    row.SetField(boxes_.Texts[index].Name, now.Texts[index]);
+    const String& text = now.Texts[index];
+    if (differs([&](const Entries& each) { return each.Texts[index] != text; })) {
+      row.SetField(boxes_.Texts[index].Name, text);
+    }
   }
   // An empty box keeps the stored age.
   if (const StringView age = Trim(now.Age); !age.empty() && changed(&Entries::Age)) {

@@ -48,11 +48,11 @@ class ContactFields {
   /// unchanged; it is not needed for an existing contact. \return one failure for each such date
   std::vector<Error> Show(const database::Recordset& row, std::int16_t& folderId);
 
-  /// Sets the columns of the current row, except the folder. \param before the snapshot taken when
-  /// the row was shown; columns that are unchanged since are not written, because some values
-  /// cannot be shown exactly. Null for a new row. \throws Error TypeMismatch if the age is not a
+  /// Sets the columns of the current row, except the folder. \param before snapshots of all that
+  /// the row may hold; columns that are the same in each are not written, because some values
+  /// cannot be shown exactly. Empty for a new row. \throws Error TypeMismatch if the age is not a
   /// number, else as Recordset::SetField
-  void Write(const Entries* before, database::Recordset& row) const;
+  void Write(const std::vector<Entries>& before, database::Recordset& row) const;
 
  private:
   Boxes boxes_;

@@ -1,5 +1,6 @@
 #include "forms/contact/frmNewContact.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "common/Global.h"
@@ -77,8 +78,8 @@ frmNewContact::~frmNewContact() {
 }
 
 void frmNewContact::Form_Load() {
-  shown_.reset();
-  inDoubt_.reset();
+  held_.clear();
+  inDoubt_.clear();
   loadFailed_ = false;
   showsFailure_ = false;
   const Wait wait(*this);
@@ -132,7 +133,7 @@ void frmNewContact::Populate_Data() {
   contact.Open(data::ContactQueries::ById(contactId_), place_.Database.ConnectionString);
   if (!contact.EndOfFile()) {
     const std::vector<Error> failures = fields_.Show(contact, FolderId);
-    shown_ = fields_.Current();
+    held_.push_back(fields_.Current());
     for (const Error& failure : failures) {
       place_.Services.Trap(Context::kFormLoad, [&] { throw failure; });
     }
@@ -173,7 +174,7 @@ std::int16_t frmNewContact::Validate_Data() {
 bool frmNewContact::Save_Data() {
   const bool isNew = request_.Mode == ModeOfOperation::Add;
   // Saving boxes that never showed the contact would erase it.
-  if (!isNew && !shown_) throw NotLoaded();
+  if (!isNew && held_.empty()) throw NotLoaded();
   database::Connection connection(place_.Database.Environment);
   connection.Open(place_.Database.ConnectionString);
   database::Recordset contact(place_.Database.Environment);
@@ -184,7 +185,7 @@ bool frmNewContact::Save_Data() {
   // From here on the contact is a shared one, however the editor was opened.
   request_.SharedMode = TypeOfContact::SharedContact;
   try {
-    isNew ? Insert(connection, contact) : Change(contact, *shown_);
+    isNew ? Insert(connection, contact) : Change(contact, {});
   } catch (const ContactRefused& refused) {
     if (refused.Message.empty()) {
       ShowNotSaved();
@@ -199,9 +200,20 @@ bool frmNewContact::Save_Data() {
   return true;
 }
 
-void frmNewContact::Change(database::Recordset& contact, const ContactFields::Entries& before) {
-  fields_.Write(&before, contact);
-  contact.Update();
+void frmNewContact::Change(database::Recordset& contact, database::NewRow row) {
+  fields_.Write(held_, contact);
+  row.Key = ToText(contact.Field(u"ID"));
+  for (auto& [column, value] : row.Values) value = contact.Field(column);
+  const std::size_t before = inDoubt_.size();
+  Remember(std::move(row));
+  try {
+    contact.Update();
+  } catch (const Error& error) {
+    const bool isRefused =
+        error.Number() == ErrorNumber::RowChanged || error.Number() == ErrorNumber::RowGone;
+    if (isRefused) ForgetSince(before);
+    throw;
+  }
   contact.Resync();
 }
 
@@ -210,35 +222,55 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
     if (request_.With.Store) request_.With.Store(connection, ToText(contact.Field(u"ID")));
   };
   database::Transaction transaction(connection);
-  if (inDoubt_) {
-    if (contact.FindAdded(inDoubt_->Row)) {
-      // Change comes last: it changes the values by which the row is found if a later step fails.
+  const auto found =
+      std::find_if(inDoubt_.rbegin(), inDoubt_.rend(),
+                   [&](const database::NewRow& row) { return contact.FindAdded(row); });
+  if (found != inDoubt_.rend()) {
+    const std::size_t before = inDoubt_.size();
+    try {
       storeCompanion();
-      Change(contact, inDoubt_->Written);
+      Change(contact, *found);
       transaction.Commit();
-      return;
+    } catch (...) {
+      if (transaction.RollBack()) ForgetSince(before);
+      throw;
     }
-    inDoubt_.reset();
+    return;
   }
+  held_.clear();
+  inDoubt_.clear();
   CheckFolder(connection);
   if (request_.With.Check) request_.With.Check(connection);
   contact.AddNew();
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
-  fields_.Write(nullptr, contact);
-  const ContactFields::Entries entries = fields_.Current();
-  // If the outcome of the commit is unknown, the next OK must find this row instead of inserting it
-  // again.
-  const auto remember = [&] { inDoubt_ = {contact.AddedRow(), entries}; };
+  fields_.Write({}, contact);
   try {
     contact.Update();
     contact.Resync();  // fetches the columns that the database has filled
     storeCompanion();
-    remember();
+    // If the outcome of the commit is unknown, the next OK must find this row instead of inserting
+    // it again.
+    Remember(contact.AddedRow());
     transaction.Commit();
   } catch (...) {
-    transaction.RollBack() ? inDoubt_.reset() : remember();
+    if (transaction.RollBack()) {
+      ForgetSince(0);
+    } else if (inDoubt_.empty()) {
+      Remember(contact.AddedRow());
+    }
     throw;
   }
+}
+
+void frmNewContact::Remember(database::NewRow row) {
+  ContactFields::Entries entries = fields_.Current();
+  held_.reserve(held_.size() + 1);
+  inDoubt_.push_back(std::move(row));
+  held_.push_back(std::move(entries));  // cannot fail, so both or neither
+}
+
+void frmNewContact::ForgetSince(std::size_t count) {
+  for (; inDoubt_.size() > count; inDoubt_.pop_back()) held_.pop_back();
 }
 
 void frmNewContact::CheckFolder(database::Connection& connection) const {
@@ -319,8 +351,9 @@ void frmNewContact::ShowFailure(StringView reason) {
 
 void frmNewContact::ShowNotSaved() {
   ShowFailure(
-      inDoubt_ ? u"It is unknown whether the contact was saved. OK tries again and saves it once."
-               : u"The contact was not saved. The log says why.");
+      inDoubt_.empty()
+          ? u"The contact was not saved. The log says why."
+          : u"It is unknown whether the contact was saved. OK tries again and saves it once.");
 }
 
 void frmNewContact::txtMobileno_GotFocus() {

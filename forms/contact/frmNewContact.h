@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "controls/CheckBox.h"
 #include "controls/ComboBox.h"
@@ -129,9 +130,15 @@ class frmNewContact final : public controls::Form {
   std::int16_t Validate_Data();
   /// \return false if the save was refused, which the user has been told
   bool Save_Data();
-  void Change(database::Recordset& contact, const ContactFields::Entries& before);
+  /// Writes what the user has changed. \param row a new contact as it was found; empty for another
+  /// one. \throws Error
+  void Change(database::Recordset& contact, database::NewRow row);
   /// \throws Error, ContactRefused
   void Insert(database::Connection& connection, database::Recordset& contact);
+  /// Keeps what is being saved, because it may be stored without an answer.
+  void Remember(database::NewRow row);
+  /// Drops all but the first `count` of the saves that were kept: the others are not stored.
+  void ForgetSince(std::size_t count);
   void CheckFolder(database::Connection& connection) const;
   SavedContact Summary(const String& id) const;
 
@@ -159,17 +166,14 @@ class frmNewContact final : public controls::Form {
   ContactRequest request_;
   ContactFields fields_;
   String contactId_;  ///< trimmed id of the contact to edit
-  /// Snapshot of the controls when they showed the contact; nullopt for a new contact, and if the
+  /// Snapshots of the controls for all that the stored contact may hold: when they showed it, then
+  /// one for each save of unknown outcome. The first is missing for a new contact, and if the
   /// contact does not exist or was not loaded completely.
-  std::optional<ContactFields::Entries> shown_;
+  std::vector<ContactFields::Entries> held_;
+  /// The contact as in each save of unknown outcome, oldest first; not identified unless it is new.
+  std::vector<database::NewRow> inDoubt_;
   bool loadFailed_ = false;
   bool showsFailure_ = false;  ///< instead of hints
-  /// A new contact for which it is unknown whether the last save has stored it.
-  struct InDoubt {
-    database::NewRow Row;
-    ContactFields::Entries Written;
-  };
-  std::optional<InDoubt> inDoubt_;
   std::optional<SavedContact> saved_;
 };
 

@@ -122,6 +122,36 @@ TEST_F(NewContactOutcomeTest, WhatIsChangedAfterALostAnswerChangesTheStoredConta
   EXPECT_EQ(Left().Name, u"Anna  ");
 }
 
+TEST_F(NewContactOutcomeTest, WhatIsChangedAfterTwoLostAnswersChangesTheStoredContact) {
+  for (const StringView last : {u"Anna", u"Ann", u"Eve"}) {
+    AddNamed(u"Ann");
+    watched.AfterCommit = Lose;
+    PressOk();
+    form->txtFname.SetText(u"Anna");
+    PressOk();
+    watched.AfterCommit = nullptr;
+    form->txtFname.SetText(String(last));
+    PressOk();
+    EXPECT_FALSE(form->IsLoaded());
+    EXPECT_EQ(Contacts(), Lines{u"1|0|" + String(last) + u"|91"});
+    DeleteAll();
+  }
+}
+
+TEST_F(NewContactOutcomeTest, AChangeThatWasLostAfterALostAnswerIsWrittenByTheNextOk) {
+  AddNamed(u"Ann");
+  watched.AfterCommit = Lose;
+  PressOk();
+  form->txtAge.SetText(u"41");
+  watched.UndoTransactions = true;
+  PressOk();
+  watched.UndoTransactions = false;
+  watched.AfterCommit = nullptr;
+  PressOk();
+  EXPECT_EQ(Contacts(), Lines{u"1|0|Ann|91"});
+  EXPECT_EQ(Row(u"AGE"), u"41");
+}
+
 TEST_F(NewContactOutcomeTest, AnotherContactWithTheSameValuesIsNotTakenForTheNewOne) {
   for (const StringView last : {u"Ann", u"Anna"}) {
     AddNamed(u"Ann");
