@@ -1,5 +1,6 @@
 #include "forms/folder/frmSelectFolder.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "data/IdText.h"
@@ -42,7 +43,7 @@ frmSelectFolder::~frmSelectFolder() {
 }
 
 void frmSelectFolder::Form_Load() {
-  shown_.reset();
+  shown_.clear();
   const Wait wait(*this);
   canSave_ = HasCommands();
   Tell({});
@@ -99,7 +100,7 @@ bool frmSelectFolder::Populate_Data() {
         chkRemoteFolder.SetChecked(isRemote);
         chkRemoteFolder_Click();  // also if the box has not changed
         if (isRemote) ShowCategory(ToText(folder.Field(u"REMOTE_CONTACTS_CATEGORY")));
-        shown_ = {txtFolderName.Text(), ChosenCategory()};
+        shown_.push_back({txtFolderName.Text(), ChosenCategory()});
         return true;
       });
 }
@@ -199,12 +200,19 @@ database::Recordset frmSelectFolder::Write() {
   const String category = ChosenCategory();
   const String name(Trim(txtFolderName.Text()));
   if (request_.Mode == ModeOfOperation::Modify) {
-    WriteChanges(name, category);
+    shown_.push_back({txtFolderName.Text(), category});
+    try {
+      WriteChanges(name, category);
+      transaction.Commit();
+    } catch (...) {
+      if (transaction.RollBack()) shown_.pop_back();
+      throw;
+    }
   } else {
     commands_.Execute(FolderCommand::InsertFolder, {String(chkRemoteFolder.Checked() ? u"R" : u"S"),
                                                     name, std::int64_t{place_.User.Id}, category});
+    transaction.Commit();
   }
-  transaction.Commit();
   return database::Recordset(place_.Database.Environment);
 }
 
@@ -213,9 +221,13 @@ void frmSelectFolder::WriteChanges(const String& name, const String& category) {
   // value: blanks around the name, the category of a folder that shows none, changes by other
   // users.
   const auto now = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
-  written_.Name = ToText(txtFolderName.Text() == shown_->Name ? now.Field(u"NAME") : Variant(name));
+  const auto isKept = [&](auto member) {
+    return std::all_of(shown_.begin(), shown_.end(),
+                       [&](const Shown& each) { return each.*member == shown_.back().*member; });
+  };
+  written_.Name = ToText(isKept(&Shown::Name) ? now.Field(u"NAME") : Variant(name));
   const Variant newCategory =
-      category == shown_->Category ? now.Field(u"REMOTE_CONTACTS_CATEGORY") : category;
+      isKept(&Shown::Category) ? now.Field(u"REMOTE_CONTACTS_CATEGORY") : category;
   written_.Category = ToText(newCategory);
   commands_.Execute(FolderCommand::UpdateFolder,
                     {written_.Name, newCategory, request_.FolderIdText});
@@ -232,6 +244,7 @@ database::Recordset frmSelectFolder::ReadBack() {
   if (commands_.At(FolderCommand::UpdateFolder).RecordsAffected() <= 0 &&
       !(database::IsHeld(ToText(row.Field(u"NAME")), written_.Name) &&
         database::IsHeld(ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY")), written_.Category))) {
+    shown_.pop_back();  // nothing was written
     throw database::DataError(ErrorNumber::RowChanged);
   }
   return row;
@@ -242,7 +255,7 @@ String frmSelectFolder::ChosenCategory() const {
 }
 
 bool frmSelectFolder::IsNotLoaded() const {
-  return request_.Mode == ModeOfOperation::Modify && !shown_;
+  return request_.Mode == ModeOfOperation::Modify && shown_.empty();
 }
 
 void frmSelectFolder::chkRemoteFolder_Click() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <vector>
+
 #include "controls/CheckBox.h"
 #include "controls/ComboBox.h"
 #include "controls/CommandButton.h"
@@ -85,13 +88,15 @@ class frmSelectFolder final : public controls::Form {
   const FolderRequest request_;
   FolderCommands commands_{place_.Database};
   TypeOfFolder type_;  ///< as requested, then selected by the check box
-  /// Name and category as loaded.
+  /// Name and category in the controls.
   struct Shown {
     String Name;
     String Category;
   };
-  Shown written_;               ///< values of the last update
-  std::optional<Shown> shown_;  ///< nullopt for a new folder and if loading failed
+  Shown written_;  ///< values of the last update
+  /// What the folder may hold: as loaded, then as in each save that may be stored. Empty for a new
+  /// folder and if loading failed.
+  std::vector<Shown> shown_;
   std::optional<SavedFolder> saved_;
   bool canSave_ = false;     ///< whether the dialog was opened for a type with commands
   bool complained_ = false;  ///< whether a message has told the user why OK saved nothing

@@ -1,4 +1,5 @@
 #include "tests/native/folder/FolderFixture.h"
+#include "tests/native/support/WatchedDriver.h"
 
 namespace ktrv::tests {
 namespace {
@@ -457,6 +458,63 @@ TEST_F(FolderSavingTest, AMappingUndoesNoRenameOfAnotherUser) {
   form->cboRemoteFolderView.UserChooses(2);
   PressOk();
   EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
+}
+
+/// A rename whose answer is lost.
+struct FolderOutcomeTest : FolderSavingTest {
+  FolderOutcomeTest() {
+    session.Database.Environment.DriverFor = [this](StringView) -> database::Driver& {
+      return watched;
+    };
+    Folder(u"5, 'R', 'Dealers', 0, 2, 'A'");
+    Edit(u"5");
+  }
+
+  static void Lose() { throw Error(ErrorNumber::DriverFailure, u"connection lost"); }
+  void ExpectThatEverythingCanBePutBack() {
+    EXPECT_TRUE(form->IsLoaded());
+    EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
+    Name(u"Dealers");
+    form->cboRemoteFolderView.UserChooses(0);
+    PressOk();
+    EXPECT_FALSE(form->IsLoaded());
+    EXPECT_EQ(Folders(), Lines{u"5|R|Dealers|0|2|A"});
+  }
+
+  WatchedDriver watched{database.Driver()};
+};
+
+TEST_F(FolderOutcomeTest, ANameAndAMappingCanBePutBackAfterALostAnswer) {
+  watched.AfterCommit = Lose;
+  Name(u"Friends");
+  form->cboRemoteFolderView.UserChooses(2);
+  PressOk();
+  watched.AfterCommit = nullptr;
+  ExpectThatEverythingCanBePutBack();
+}
+
+TEST_F(FolderOutcomeTest, ANameAndAMappingCanBePutBackWhenTheyWereNotReadBack) {
+  watched.AfterCommit = [this] { watched.BeforeExecute = [](StringView) { Lose(); }; };
+  Name(u"Friends");
+  form->cboRemoteFolderView.UserChooses(2);
+  PressOk();
+  watched.AfterCommit = nullptr;
+  watched.BeforeExecute = nullptr;
+  ExpectThatEverythingCanBePutBack();
+}
+
+TEST_F(FolderOutcomeTest, AnUndoneRenameThatIsPutBackOverwritesNobody) {
+  watched.BeforeExecute = [](StringView text) {
+    if (text.starts_with(u"UPDATE")) Lose();
+  };
+  Name(u"Friends");
+  PressOk();
+  watched.BeforeExecute = nullptr;
+  database.Run({u"UPDATE SMS_ABFOLDERS SET NAME = 'Ours'"});
+  Name(u"Dealers");
+  PressOk();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(Folders(), Lines{u"5|R|Ours|0|2|A"});
 }
 
 TEST_F(FolderSavingTest, ACategoryLongerThanItsParameterIsLogged) {
