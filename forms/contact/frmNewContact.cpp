@@ -1,6 +1,7 @@
 #include "forms/contact/frmNewContact.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "common/Global.h"
@@ -27,6 +28,15 @@ controls::Form::Design DialogDesign() {
 Error NotLoaded() {
   return Error(ErrorNumber::NoCurrentRecord,
                u"The contact could not be loaded, so it is not saved either.");
+}
+
+/// Whether the failure tells that nothing was stored.
+bool IsRefusal(const Error& error) {
+  constexpr std::int32_t kRefusals[] = {
+      ErrorNumber::RowChanged,         ErrorNumber::RowGone,
+      ErrorNumber::IntegrityViolation, ErrorNumber::ValueMismatch,
+      ErrorNumber::SyntaxOrPermission, ErrorNumber::TableNotFound};
+  return std::count(std::begin(kRefusals), std::end(kRefusals), error.Number()) > 0;
 }
 
 }  // namespace
@@ -209,9 +219,7 @@ void frmNewContact::Change(database::Recordset& contact, database::NewRow row) {
   try {
     contact.Update();
   } catch (const Error& error) {
-    const bool isRefused =
-        error.Number() == ErrorNumber::RowChanged || error.Number() == ErrorNumber::RowGone;
-    if (isRefused) ForgetSince(before);
+    if (IsRefusal(error)) ForgetSince(before);
     throw;
   }
   contact.Resync();

@@ -80,5 +80,17 @@ TEST_F(ChangedContactOutcomeTest, ARefusedValueThatIsPutBackOverwritesNobody) {
   EXPECT_EQ(Row(u"CITY"), u"Rome");
 }
 
+TEST_F(ChangedContactOutcomeTest, ValueThatTheDatabaseRefusesIsNotStored) {
+  watched.BeforeExecute = [](StringView text) {
+    if (text.starts_with(u"UPDATE")) throw Error(ErrorNumber::IntegrityViolation, u"not that city");
+  };
+  SaveCity(u"Paris");
+  EXPECT_EQ(form->lblNotice.Caption(), u"The contact was not saved. The log says why.");
+  watched.BeforeExecute = nullptr;
+  database.Run({u"UPDATE SMS_ABCONTACTS SET CITY = 'Rome' WHERE ID = 5"});
+  SaveCity(u"Leeds");
+  EXPECT_EQ(Row(u"CITY"), u"Rome");
+}
+
 }  // namespace
 }  // namespace ktrv::tests
