@@ -99,7 +99,7 @@ String NumberText(float number) {
 
 String ToText(const Variant& value) {
   return std::visit(Overloaded{
-                        [](Null) { return String(); },
+                        [](const Null&) { return String(); },
                         [](std::int64_t number) { return ToDecimal(number); },
                         [](double number) { return NumberText(number); },
                         [](bool truth) { return truth ? String(u"True") : String(u"False"); },
@@ -110,19 +110,20 @@ String ToText(const Variant& value) {
 }
 
 std::int64_t ToInteger(const Variant& value) {
-  return std::visit(Overloaded{
-                        [](Null) -> std::int64_t { throw Error(ErrorNumber::InvalidUseOfNull); },
-                        [](std::int64_t number) { return number; },
-                        [](double number) { return Rounded(number); },
-                        [](bool truth) -> std::int64_t { return truth ? 1 : 0; },
-                        [](const String& text) -> std::int64_t {
-                          if (const auto whole = ParseInteger(Trim(text))) return *whole;
-                          if (const auto number = ParseNumber(Trim(text))) return Rounded(*number);
-                          throw Error(ErrorNumber::TypeMismatch);
-                        },
-                        [](DateTime) -> std::int64_t { throw Error(ErrorNumber::TypeMismatch); },
-                    },
-                    value);
+  return std::visit(
+      Overloaded{
+          [](const Null&) -> std::int64_t { throw Error(ErrorNumber::InvalidUseOfNull); },
+          [](std::int64_t number) { return number; },
+          [](double number) { return Rounded(number); },
+          [](bool truth) -> std::int64_t { return truth ? 1 : 0; },
+          [](const String& text) -> std::int64_t {
+            if (const auto whole = ParseInteger(Trim(text))) return *whole;
+            if (const auto number = ParseNumber(Trim(text))) return Rounded(*number);
+            throw Error(ErrorNumber::TypeMismatch);
+          },
+          [](DateTime) -> std::int64_t { throw Error(ErrorNumber::TypeMismatch); },
+      },
+      value);
 }
 
 std::optional<DateTime> ParseDateTime(StringView text) {

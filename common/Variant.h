@@ -8,8 +8,14 @@
 
 namespace ktrv {
 
-/// The database null.
+/// The database null. Its copying is written out for the sake of Variant: libstdc++ takes a variant
+/// of texts and trivially copyable types for one that always has a value, and crashes when the
+/// memory for the copy of a text is short.
 struct Null {
+  Null() = default;
+  Null(const Null& /*unused*/) noexcept {}
+  Null& operator=(const Null& /*unused*/) noexcept { return *this; }
+  ~Null() = default;
   bool operator==(const Null&) const = default;
 };
 

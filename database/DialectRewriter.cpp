@@ -44,12 +44,6 @@ String Joined(const std::vector<String>& parts, StringView separator) {
 /// thread.
 constexpr int kDeepest = 200;
 
-/// Appends with a space if needed: a parenthesis that becomes a call may follow a word directly.
-void Append(String& text, StringView more) {
-  if (WouldMerge(text, more)) text += u' ';
-  text += more;
-}
-
 struct Operand {
   String Text;
   bool Literal = false;  // a text literal, never null
@@ -64,7 +58,7 @@ class Rewriter {
   String WholeText() {
     String text;
     while (next_ < tokens_.size()) {
-      Append(text, Sequence());
+      AppendApart(text, Sequence());
       if (next_ < tokens_.size()) text += Take();  // a parenthesis or comma at the top
     }
     return text;
@@ -109,7 +103,7 @@ class Rewriter {
       const SqlToken& token = tokens_[next_];
       if (IsMark(token, u")") || IsMark(token, u",") || Is(token, u"END")) break;
       if (StartsOperand(next_)) {
-        Append(text, Chain(behindMinus));
+        AppendApart(text, Chain(behindMinus));
       } else {
         text += Take();
       }
@@ -202,7 +196,7 @@ class Rewriter {
   String Case() {
     String text(Take());
     while (!AtEnd() && !Is(tokens_[next_], u"END")) {
-      Append(text, Sequence());
+      AppendApart(text, Sequence());
       if (!AtEnd() && !Is(tokens_[next_], u"END")) text += Take();
     }
     return AtEnd() ? text : text.append(Take());
@@ -218,7 +212,7 @@ class Rewriter {
         arguments.push_back(Sequence());
       } else {
         arguments.back().append(Take());
-        Append(arguments.back(), Sequence());
+        AppendApart(arguments.back(), Sequence());
       }
     }
     if (AtEnd()) {

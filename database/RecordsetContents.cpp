@@ -108,7 +108,9 @@ bool Recordset::Contents::FindAdded(const NewRow& row) {
   TableWriter::Cells cells(Columns.size());
   const auto link = UpdateLink();
   TableWriter table(link->Get(), Source, Columns);
-  if (!table.FindAdded(cells, std::move(values), row.SameBefore, row.Key)) return false;
+  if (!table.FindAdded(cells, std::move(values), row.SameBefore.value_or(std::vector<String>()),
+                       row.Key))
+    return false;
   Append(cells);
   return true;
 }

@@ -63,6 +63,19 @@ SqlToken NextToken(StringView rest) {
   return token(Kind::Mark, two == u"||" ? 2 : 1);
 }
 
+/// Whether the text ends with a number like "1.", which goes on with any unit of a name.
+bool EndsWithPointOfNumber(StringView text) {
+  if (!text.ends_with(u'.')) return false;
+  const auto belongs = [](char16_t unit) { return IsNameUnit(unit) || unit == u'.'; };
+  const auto start = std::find_if_not(text.rbegin(), text.rend(), belongs).base();
+  return TokenizeSql(StringView(start, text.end())).back().KindOf == Kind::Number;
+}
+
+bool WouldMerge(StringView before, StringView behind) {
+  if (before.empty() || behind.empty() || !IsNameUnit(behind.front())) return false;
+  return IsNameUnit(before.back()) || EndsWithPointOfNumber(before);
+}
+
 }  // namespace
 
 std::vector<SqlToken> TokenizeSql(StringView sql) {
@@ -74,9 +87,9 @@ std::vector<SqlToken> TokenizeSql(StringView sql) {
   return tokens;
 }
 
-bool WouldMerge(StringView before, StringView behind) {
-  return !before.empty() && !behind.empty() && IsNameUnit(before.back()) &&
-         IsNameUnit(behind.front());
+void AppendApart(String& sql, StringView more) {
+  if (WouldMerge(sql, more)) sql += u' ';
+  sql += more;
 }
 
 bool IsOpen(const SqlToken& token) {

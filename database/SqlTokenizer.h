@@ -27,8 +27,8 @@ std::vector<SqlToken> TokenizeSql(StringView sql);
 /// becomes part of it.
 bool IsOpen(const SqlToken& token);
 
-/// Whether the end of one text and the start of the other would be one name if nothing stood
-/// between them.
-bool WouldMerge(StringView before, StringView behind);
+/// Appends with a space between if both would be one name or number otherwise: a parenthesis that
+/// becomes a call may follow a word directly.
+void AppendApart(String& sql, StringView more);
 
 }  // namespace ktrv::database

@@ -222,7 +222,10 @@ TableWriter::KeySource TableWriter::FindKeySource(const Values& values) {
   if (!source.Needed) return source;
   source.Told = link_.TellsInsertedId(table_, columns_[key_[0]].Name);
   if (source.Told) return source;
-  for (const Cells& row : RowsWith(values)) source.SameBefore.push_back(row[key_[0]].value_or(u""));
+  source.SameBefore.emplace();
+  for (const Cells& row : RowsWith(values)) {
+    source.SameBefore->push_back(row[key_[0]].value_or(u""));
+  }
   return source;
 }
 
@@ -260,7 +263,7 @@ void TableWriter::Insert(Cells& cells, const Values& values, const KeySource& ke
   Fill(cells, values);
   if (!key.Needed) return;
   cells[key_[0]] = key.Told ? ToDecimal(link_.LastInsertedId(table_, columns_[key_[0]].Name))
-                            : KeyFoundByValues(values, key.SameBefore);
+                            : KeyFoundByValues(values, key.SameBefore.value());
 }
 
 TableWriter::Values TableWriter::ChangedOf(const Cells& cells, const Values& values) const {

@@ -21,9 +21,10 @@ class TableWriter {
 
   /// How the key of a new row will be determined.
   struct KeySource {
-    bool Needed = false;             ///< the engine assigns it
-    bool Told = false;               ///< the engine reports it; else found by values
-    std::vector<String> SameBefore;  ///< unless Told: keys of rows with the same values
+    bool Needed = false;  ///< the engine assigns it
+    bool Told = false;    ///< the engine reports it; else found by values
+    /// Keys of rows with the same values; only if it is Needed and not Told.
+    std::optional<std::vector<String>> SameBefore;
   };
 
   /// Call before Insert. \throws Error

@@ -101,7 +101,7 @@ String UniteUnlikeColumns(StringView sql) {
   for (std::size_t at = 0; at < tokens.size(); ++at) {
     const auto starts = [&](const Item* item) { return item->First == at; };
     const auto ends = [&](const Item* item) { return item->Last == at; };
-    if (std::any_of(cast.begin(), cast.end(), starts)) text += u"CAST(";
+    if (std::any_of(cast.begin(), cast.end(), starts)) AppendApart(text, u"CAST(");
     text += tokens[at].Text;
     if (std::any_of(cast.begin(), cast.end(), ends)) text += u" AS VARCHAR)";
   }

@@ -108,22 +108,21 @@ void AdoStatement::Run() {
     return;
   }
   if (inBackground) link_.PassUnlessFailed();
+  if (!inBackground) rowsAffected_ = affected.Whole().value_or(-1);
   PassFurtherResults();
-  if (inBackground) {
-    link_.PassUnlessFailed();
-  } else {
-    rowsAffected_ = affected.Whole().value_or(-1);
-  }
+  if (inBackground) link_.PassUnlessFailed();
 }
 
-/// Reads all further results. A failure after the first row count, such as a trigger's, is reported
-/// only there.
+/// Reads all further results and keeps the last row count: SQL Server returns those of a trigger's
+/// statements before the statement's own. A failure after the first one is reported only here.
 void AdoStatement::PassFurtherResults() {
   while (rows_) {
     PassUnlessCancelled();
     Object next;
+    Value affected;
+    const Value affectedReference = Value::Reference(affected);
     try {
-      next = Object(rows_.Call(L"NextRecordset"));
+      next = Object(rows_.Call(L"NextRecordset", {&affectedReference}));
     } catch (const Error& error) {
       rows_.Release();
       if (!IsUnsupported(error)) throw;
@@ -131,7 +130,9 @@ void AdoStatement::PassFurtherResults() {
     }
     CloseRows();
     rows_ = std::move(next);
-    if (rows_) WaitForState();
+    if (!rows_) return;
+    WaitForState();
+    if (const std::int64_t count = affected.Whole().value_or(-1); count >= 0) rowsAffected_ = count;
   }
 }
 

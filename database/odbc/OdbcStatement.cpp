@@ -107,8 +107,9 @@ void OdbcStatement::PassUnlessCancelled() const {
 
 void OdbcStatement::Execute(std::span<const Variant> values) {
   ExecuteToFirstResult(values);
-  // Row counts of triggers follow the statement's own. Until they are read, SQL Server accepts no
-  // other statement on the session, and a failure among them stays unknown.
+  // SQL Server returns the row counts of a trigger's statements first, then the statement's own.
+  // Until all are read it accepts no other statement on the session, and a failure among them stays
+  // unknown.
   while (!fetching_ && ToNextResult()) PassUnlessCancelled();
 }
 
@@ -124,14 +125,19 @@ void OdbcStatement::ExecuteBound() {
   Run();
   DescribeColumns();
   fetching_ = !columns_.empty();
+  rowsAffected_ = -1;
   if (fetching_) {
     BindColumns();
-    rowsAffected_ = -1;
   } else {
-    SQLLEN rows = -1;
-    Check(SQLRowCount(handle_.Get(), &rows));
-    rowsAffected_ = rows;
+    TakeRowCount();
   }
+}
+
+void OdbcStatement::TakeRowCount() {
+  SQLLEN rows = -1;
+  // A later result of no rows may say so by its return code only.
+  const bool isNone = Check(SQLRowCount(handle_.Get(), &rows)) == SQL_NO_DATA;
+  if (isNone || rows >= 0) rowsAffected_ = isNone ? 0 : rows;
 }
 
 bool OdbcStatement::ExecuteAll(std::span<const std::vector<Variant>> rows) {
@@ -208,7 +214,13 @@ void OdbcStatement::SetSetting(SQLINTEGER setting, SQLPOINTER value) const {
 }
 
 bool OdbcStatement::ToNextResult() {
-  return link_.HasFurtherResults() && Check(SQLMoreResults(handle_.Get())) != SQL_NO_DATA;
+  if (!link_.HasFurtherResults() || Check(SQLMoreResults(handle_.Get())) == SQL_NO_DATA) {
+    return false;
+  }
+  SQLSMALLINT columns = 0;
+  Check(SQLNumResultCols(handle_.Get(), &columns));
+  if (columns == 0) TakeRowCount();
+  return true;
 }
 
 void OdbcStatement::Run() {

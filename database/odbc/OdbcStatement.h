@@ -44,6 +44,8 @@ class OdbcStatement final : public Statement {
   /// \param first index of the parameter of the first value
   void BindValues(std::span<const Variant> values, std::size_t first = 0);
   void ExecuteBound();
+  /// Sets rowsAffected_ if the current result has a count.
+  void TakeRowCount();
   bool ExecuteManyRows(std::span<const std::vector<Variant>> rows);
   void DescribeColumns();
   void BindColumns();

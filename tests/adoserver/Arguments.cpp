@@ -42,11 +42,14 @@ IDispatch* Arguments::Object(UINT index) const {
   return V_DISPATCH(&At(index));
 }
 
-VARIANT* Arguments::Target(UINT index) const {
-  if (!Has(index)) return nullptr;
+void Arguments::Return(UINT index, LONG number) const {
+  if (!Has(index)) return;
   const VARIANT* const passed = Passed(index);
   if (V_VT(passed) != (VT_VARIANT | VT_BYREF)) throw Refusal(ErrorNumber::InvalidArgument);
-  return V_VARIANTREF(passed);
+  VARIANT* const target = V_VARIANTREF(passed);
+  VariantClear(target);
+  V_VT(target) = VT_I4;
+  V_I4(target) = number;
 }
 
 }  // namespace ktrv::adoserver

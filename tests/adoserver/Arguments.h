@@ -21,8 +21,8 @@ class Arguments {
   std::int32_t Number(UINT index, std::int32_t otherwise) const;
   IDispatch* Object(UINT index) const;
 
-  /// Where the caller wants a result; null when the argument is missing. Refuses a plain value.
-  VARIANT* Target(UINT index) const;
+  /// Gives the number to a caller who wants it. Refuses a plain value.
+  void Return(UINT index, LONG number) const;
 
  private:
   VARIANT* Passed(UINT index) const;

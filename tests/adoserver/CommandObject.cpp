@@ -99,7 +99,6 @@ std::shared_ptr<Cursor> CommandObject::NewCursor() const {
 }
 
 Value CommandObject::Execute(const Arguments& arguments) {
-  VARIANT* const affected = arguments.Target(0);
   // Values in an array are part of ADO that this server does without.
   if (arguments.Has(1)) throw Refusal(ErrorNumber::NotUpdatable);
   const std::int32_t options = arguments.Number(2, kUnknownText);
@@ -115,10 +114,8 @@ Value CommandObject::Execute(const Arguments& arguments) {
       cursor->Run();
     }
   });
-  if (affected && (options & ado::kAsyncExecute) == 0) {
-    VariantClear(affected);
-    V_VT(affected) = VT_I4;
-    V_I4(affected) = static_cast<LONG>(cursor->RowsAffected());
+  if ((options & ado::kAsyncExecute) == 0) {
+    arguments.Return(0, static_cast<LONG>(cursor->RowsAffected()));
   }
   const windows::ComPtr<RecordsetObject> recordset(new RecordsetObject(*connection_.Get(), cursor));
   return Value(static_cast<IDispatch*>(recordset.Get()));

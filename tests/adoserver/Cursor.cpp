@@ -12,6 +12,12 @@ void Cursor::Run() {
   columns_ = statement_->Columns();  // last: they tell that it is open
 }
 
+bool Cursor::ToNextResult() {
+  if (!statement_ || !statement_->ToNextResult()) return false;
+  rowsAffected_ = statement_->RowsAffected();
+  return true;
+}
+
 void Cursor::RunInBackground() {
   worker_ = std::thread([this] {
     try {

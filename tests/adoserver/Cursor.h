@@ -29,7 +29,7 @@ class Cursor {
   void RunInBackground();
   /// Goes on to what follows the result, which must be a count: as ADO does, nothing of it is known
   /// before. \return whether there is more. \throws Error
-  bool ToNextResult() { return statement_ && statement_->ToNextResult(); }
+  bool ToNextResult();
   bool IsRunning();
   /// Cancels what runs in the background, and repeats it until that has ended: a driver ignores a
   /// cancel that arrives before the statement. Does not block.

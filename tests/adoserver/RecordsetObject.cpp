@@ -25,7 +25,8 @@ RecordsetObject::RecordsetObject(ConnectionObject& connection, std::shared_ptr<C
     return Value(static_cast<IDispatch*>(fields.Get()));
   });
   Method(L"GetRows", 0, 3, [this](const Arguments& arguments) { return GetRows(arguments); });
-  Method(L"NextRecordset", 0, 1, [this](const Arguments&) { return NextRecordset(); });
+  Method(L"NextRecordset", 0, 1,
+         [this](const Arguments& arguments) { return NextRecordset(arguments); });
   Method(L"MoveNext", 0, 0, [this](const Arguments&) {
     connection_->Provide([this] { OnRow().MoveNext(); });
     return Value();
@@ -70,13 +71,14 @@ Cursor& RecordsetObject::OnRow() {
   return *cursor_;
 }
 
-Value RecordsetObject::NextRecordset() {
+Value RecordsetObject::NextRecordset(const Arguments& arguments) {
   if (State() & AdoState::Executing) throw Refusal(ErrorNumber::StillExecuting);
   // Behind rows it would have to free them first, which nobody asks for here.
   if (State() & AdoState::Open) throw Refusal(ErrorNumber::NotUpdatable);
   bool more = false;
   connection_->Provide([&] { more = cursor_->ToNextResult(); });
   if (!more) return Value(static_cast<IDispatch*>(nullptr));
+  arguments.Return(0, static_cast<LONG>(cursor_->RowsAffected()));
   // The results are the next one's now.
   const auto none = std::make_shared<Cursor>(std::vector<database::Column>(), nullptr);
   const windows::ComPtr<RecordsetObject> next(

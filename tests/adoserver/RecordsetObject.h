@@ -23,7 +23,7 @@ class RecordsetObject final : public ServerObject {
  private:
   std::int32_t State();
   Value GetRows(const Arguments& arguments);
-  Value NextRecordset();
+  Value NextRecordset(const Arguments& arguments);
 
   const windows::ComPtr<ConnectionObject> connection_;
   std::shared_ptr<Cursor> cursor_;

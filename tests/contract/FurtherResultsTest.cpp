@@ -3,7 +3,8 @@
 namespace ktrv::tests {
 namespace {
 
-/// Several statements in one text, as what a trigger counts comes behind a statement on SQL Server.
+/// Several statements in one text, as a trigger's counts come before the statement's own on SQL
+/// Server.
 class FurtherResultsTest : public ServerTest {
  protected:
   FurtherResultsTest() {
@@ -26,9 +27,10 @@ TEST_P(FurtherResultsTest, FailureBehindTheFirstCountIsTold) {
   }
 }
 
-TEST_P(FurtherResultsTest, TheFirstCountIsTheStatementsAndTheSessionWorksOn) {
+TEST_P(FurtherResultsTest, TheLastCountIsTheStatementsAndTheSessionWorksOn) {
   connection.Execute(u"INSERT INTO T (NAME) VALUES ('Ann'), ('Bob')");
-  EXPECT_EQ(several.Execute(u"UPDATE T SET NAME = 'Cid'; DELETE FROM T WHERE ID = 1"), 2);
+  EXPECT_EQ(several.Execute(u"UPDATE T SET NAME = 'Cid'; DELETE FROM T WHERE ID = 1"), 1);
+  EXPECT_EQ(several.Execute(u"UPDATE T SET NAME = 'Dee'; DELETE FROM T WHERE ID = 99"), 0);
   EXPECT_EQ(several.Execute(u"DELETE FROM T"), 1);
 }
 

@@ -57,15 +57,7 @@ TEST_P(LostSessionTest, AStatementThatWasBrokenOffFailsAndTheNextOneWorks) {
   const String slow =
       GetParam() == ServerKind::MariaDb ? u"SELECT SLEEP(60)" : u"SELECT PG_SLEEP(60)";
   std::thread ending([&] {
-    const auto running = [&] {
-      database::Recordset rows(environment);
-      rows.Open(GetParam() == ServerKind::MariaDb
-                    ? u"SELECT 1 FROM information_schema.PROCESSLIST WHERE INFO = '" + slow + u"'"
-                    : u"SELECT 1 FROM pg_stat_activity WHERE QUERY = '" + slow + u"'",
-                database.ConnectionString());
-      return !rows.EndOfFile();
-    };
-    while (!running()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    while (!database.IsRunning(slow)) std::this_thread::sleep_for(std::chrono::milliseconds(5));
     database.EndSessions();
   });
   EXPECT_THROW(connection.Execute(slow), Error);

@@ -15,6 +15,7 @@ class MariaDbDatabase final : public TestDatabase {
   StringView EndlessQuery() const override {
     return u"SELECT COUNT(*) AS TOTAL FROM seq_1_to_1000000 A, seq_1_to_1000000 B";
   }
+  bool IsRunning(StringView statement) override { return database_.IsRunning(statement); }
 
  private:
   ServerDatabase database_{ServerKind::MariaDb};

@@ -33,10 +33,14 @@ TEST_P(ContractTest, EachOfManyWhoAddAtOnceReadsItsOwnRowsId) {
     users.emplace_back([&, user] {
       for (std::int64_t row = 0; row < kRows; ++row) {
         const String name = ToDecimal(user) + u"/" + ToDecimal(row);
-        const String id =
-            IdOfNewRow(environment, testDatabase->ConnectionString(), u"CONTACTS", u"FNAME", name);
-        const std::lock_guard lock(mutex);
-        names[id] = name;
+        try {
+          const String id = IdOfNewRow(environment, testDatabase->ConnectionString(), u"CONTACTS",
+                                       u"FNAME", name);
+          const std::lock_guard lock(mutex);
+          names[id] = name;
+        } catch (const Error& error) {
+          ADD_FAILURE() << ToUtf8(name) << ": " << ToUtf8(error.Description());
+        }
       }
     });
   }

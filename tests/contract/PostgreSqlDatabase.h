@@ -23,6 +23,7 @@ class PostgreSqlDatabase final : public TestDatabase {
            u"generate_series(1, 1000000) B";
   }
   bool CanBeCancelled() const override { return !LocksRunningStatements(); }
+  bool IsRunning(StringView statement) override { return database_.IsRunning(statement); }
   void EndSessions() override { database_.EndSessions(); }
 
  private:

@@ -7,7 +7,8 @@ namespace ktrv::tests {
 
 class SqliteDatabase final : public TestDatabase {
  public:
-  String ConnectionString() const override { return file_.ConnectionString(); }
+  /// Waits a minute for another writer: on a busy machine that is no failure.
+  String ConnectionString() const override { return file_.ConnectionString() + u";Timeout=60000"; }
   database::Driver& Driver() override { return driver_; }
   StringView KeyColumn() const override { return u"ID INTEGER PRIMARY KEY AUTOINCREMENT"; }
   StringView EndlessQuery() const override {

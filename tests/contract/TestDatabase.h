@@ -26,6 +26,9 @@ class TestDatabase {
   /// A query of one column that runs for much longer than any test.
   virtual StringView EndlessQuery() const = 0;
 
+  /// Whether a session of the database is at work on the statement. Always true where the engine
+  /// cannot tell.
+  virtual bool IsRunning(StringView) { return true; }
   /// Whether a statement can be cancelled while the engine works on it.
   virtual bool CanBeCancelled() const { return true; }
   /// Ends the sessions of everybody who uses the database.

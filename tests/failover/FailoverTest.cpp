@@ -122,7 +122,7 @@ void SaveThroughIt(Pair& pair, User& user, Disaster& disaster) {
   constexpr int kBefore = 40;
   constexpr int kAfter = 20;
   std::thread losing;
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
   const auto isTooLate = [&] { return std::chrono::steady_clock::now() > deadline; };
   for (int number = 0; disaster.SavedAfter < kAfter && !isTooLate(); ++number) {
     if (number == kBefore) {

@@ -14,10 +14,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// A call may ask whether a kept link answers, and then open another; each has as long again to be
-/// cancelled, and the machine does much else.
-constexpr std::chrono::milliseconds kLongestCall = 4 * kLimitOfFaults + std::chrono::seconds(2);
-
 /// How long what works is tried, when the machine is slower than the limits.
 constexpr std::chrono::seconds kPatience{30};
 
@@ -29,7 +25,7 @@ bool TriesAllFaults() {
 }
 
 FaultFixture::FaultFixture(std::optional<std::uint16_t> port, std::chrono::milliseconds limit)
-    : book(Kind(), kContactsOfFaults, port) {
+    : book(Kind(), kContactsOfFaults, port), longestCall_(4 * limit + std::chrono::seconds(2)) {
   HostSettings settings;
   settings.Contacts = kContactsOfFaults;
   settings.Limits = {limit, limit, limit};
@@ -100,7 +96,7 @@ void FaultFixture::Suffer() {
   confirmed_ = Attempt();
   refused_ += confirmed_ ? 0 : 1;
   longest_ = std::max(longest_, watch->Longest());
-  if (watch->Longest() > kLongestCall) {
+  if (watch->Longest() > longestCall_) {
     Complain("a call took " + std::to_string(watch->Longest().count()) + " ms");
   }
 }

@@ -66,6 +66,9 @@ class FaultFixture : public testing::TestWithParam<std::tuple<ServerKind, std::s
   int again_ = 0;
   int red_ = 0;
   std::chrono::milliseconds longest_{};
+  /// A call may ask whether a kept link answers, and then open another; each has as long again to
+  /// be cancelled, and the machine does much else.
+  const std::chrono::milliseconds longestCall_;
 };
 
 /// Of each task on each engine.

@@ -11,7 +11,7 @@ namespace {
 /// limits are longer than the machine may be slow.
 class EndedSessionsTest : public FaultFixture {
  protected:
-  EndedSessionsTest() : FaultFixture({}, std::chrono::seconds(2)) {}
+  EndedSessionsTest() : FaultFixture({}, std::chrono::seconds(15)) {}
 };
 
 TEST_P(EndedSessionsTest, AUserWhoThoughtMeanwhileNoticesNothing) {

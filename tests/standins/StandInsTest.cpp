@@ -296,6 +296,7 @@ TEST_P(StandInsTest, WhatIsWrittenIsTheSameOnBoth) {
   namespace Groups = data::GroupQueries;
   Same(Groups::kRenameGroup, {Narrow(100), kNumber}, {String(u"Late"), std::int64_t{1}});
   Same(Groups::kRenameGroup, {Narrow(100), kNumber}, {String(u"देर"), std::int64_t{2}});
+  Same(Groups::LockGroup(u"1"));
   Same(Groups::kClearMembers, {kNumber}, {std::int64_t{2}});
   Same(Groups::kInsertMember, {kNumber, Narrow(50), Narrow(1)},
        {std::int64_t{2}, String(u"3"), String(u"S")});

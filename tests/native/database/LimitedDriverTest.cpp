@@ -1,5 +1,6 @@
 #include "database/LimitedDriver.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <optional>
 #include <thread>
@@ -19,8 +20,9 @@ using namespace std::chrono_literals;
 using tests::FakeDriver;
 using Clock = std::chrono::steady_clock;
 
+/// For the calls that a test expects to run into it.
 constexpr std::chrono::milliseconds kLimit{100};
-/// A machine that does much else, beside the second that a cancelled call has.
+/// For all others: longer than the machine may be slow.
 constexpr std::chrono::seconds kInTime{10};
 
 struct LimitedDriverTest : testing::Test {
@@ -60,6 +62,15 @@ struct LimitedDriverTest : testing::Test {
     driver.FetchGate.Close();
     driver.CancelGate.Close();
   }
+  /// Whether it works at one of a few times: a machine that holds the call up for longer than
+  /// kLimit makes it fail too.
+  static bool Works(const std::function<bool()>& attempt) {
+    constexpr int kMostTries = 10;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+      if (attempt()) return true;
+    }
+    return false;
+  }
   static void Read(Link& link) {
     const auto statement = link.Prepare(u"SELECT ID FROM T", {});
     statement->Execute({});
@@ -68,7 +79,7 @@ struct LimitedDriverTest : testing::Test {
   }
 
   FakeDriver driver;
-  TimeLimits limits{kLimit, kLimit, kLimit};
+  TimeLimits limits{kInTime, kInTime, kInTime};
   LimitedDriver limited{driver, [this](StringView) { return limits; }};
 };
 
@@ -102,6 +113,7 @@ TEST_F(LimitedDriverTest, AStatementThatEndsDoesNotEndTheOthers) {
 }
 
 TEST_F(LimitedDriverTest, AnOpeningThatIsNotAnsweredFailsAndClosesWhatItMakesLate) {
+  limits.Opening = kLimit;
   driver.OpenGate.Close();
   EXPECT_EQ(FailureOf([&] { Open(); }), ErrorNumber::TimedOut);
   driver.OpenGate.Open();
@@ -116,66 +128,80 @@ TEST_F(LimitedDriverTest, AnOpeningThatFailsTellsWhy) {
 }
 
 TEST_F(LimitedDriverTest, AStatementThatTakesTooLongIsCancelledAndTheLinkWorksOn) {
-  const auto link = Open();
-  driver.FetchGate.Close();
-  EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
-  EXPECT_GE(driver.Cancels(), 1);
-  driver.FetchGate.Open();
-  EXPECT_EQ(FailureOf([&] { Read(*link); }), 0);
-  EXPECT_EQ(driver.Opened().size(), 1U);
+  limits.Statement = kLimit;
+  EXPECT_TRUE(Works([this] {
+    const auto link = Open();
+    const std::size_t opened = driver.Opened().size();
+    const int cancels = driver.Cancels();
+    driver.FetchGate.Close();
+    EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
+    const bool wasCancelled = driver.Cancels() > cancels;
+    driver.FetchGate.Open();
+    return wasCancelled && FailureOf([&] { Read(*link); }) == 0 && driver.Opened().size() == opened;
+  }));
 }
 
 TEST_F(LimitedDriverTest, ACommandThatTookTooLongCanBeExecutedAgain) {
-  Connection connection({[this](StringView) -> Driver& { return limited; }, [](const auto&) {}});
-  connection.Open(u"DSN=Book");
-  Command command;
-  command.SetActiveConnection(&connection);
-  command.SetCommandText(u"SELECT ID FROM T");
-  driver.FetchGate.Close();
-  EXPECT_EQ(FailureOf([&] { command.Execute(); }), ErrorNumber::TimedOut);
-  driver.FetchGate.Open();
-  EXPECT_EQ(FailureOf([&] { command.Execute(); }), 0);
-  connection.Close();
+  limits.Statement = kLimit;
+  EXPECT_TRUE(Works([this] {
+    Connection connection({[this](StringView) -> Driver& { return limited; }, [](const auto&) {}});
+    connection.Open(u"DSN=Book");
+    Command command;
+    command.SetActiveConnection(&connection);
+    command.SetCommandText(u"SELECT ID FROM T");
+    driver.FetchGate.Close();
+    EXPECT_EQ(FailureOf([&] { command.Execute(); }), ErrorNumber::TimedOut);
+    driver.FetchGate.Open();
+    return FailureOf([&] { command.Execute(); }) == 0;
+  }));
 }
 
 TEST_F(LimitedDriverTest, AStatementThatDoesNotComeBackIsLeftAndItsLinkFailsAtOnce) {
+  limits.Statement = kLimit;
   const auto link = Open();
   const auto before = link->Prepare(u"UPDATE T SET N = 1", {});
   FallSilent();
   EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
-  limits.Statement = std::chrono::hours(1);
   EXPECT_EQ(FailureOf([&] { before->Execute({}); }), ErrorNumber::TimedOut);
   EXPECT_EQ(FailureOf([&] { link->Prepare(u"SELECT", {}); }), ErrorNumber::TimedOut);
   EXPECT_EQ(FailureOf([&] { link->RollBack(); }), ErrorNumber::TimedOut);
+  driver.CancelGate.Open();
+  EXPECT_TRUE(tests::WaitForFetches());
   EXPECT_EQ(driver.Executed().size(), 1U);
 }
 
 TEST_F(LimitedDriverTest, ALinkThatWasLeftEndsWhenItsCallComesBack) {
-  auto link = Open();
-  FallSilent();
-  EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
-  link.reset();
-  EXPECT_EQ(driver.LinksAlive(), 1);
-  driver.CancelGate.Open();
-  EXPECT_TRUE(tests::WaitForFetches());
-  EXPECT_EQ(driver.LinksAlive(), 0);
+  limits.Statement = kLimit;
+  EXPECT_TRUE(Works([this] {
+    auto link = Open();
+    FallSilent();
+    EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
+    link.reset();
+    const bool stayed = driver.LinksAlive() == 1;
+    driver.CancelGate.Open();
+    EXPECT_TRUE(tests::WaitForFetches());
+    EXPECT_EQ(driver.LinksAlive(), 0);
+    return stayed;
+  }));
 }
 
 TEST_F(LimitedDriverTest, ACommitThatIsNotAnsweredFailsAndSoDoesTheRollBack) {
+  limits.Statement = kLimit;
   const auto link = Open();
-  link->Begin();
   driver.CommitGate.Close();
   EXPECT_EQ(FailureOf([&] { link->Commit(); }), ErrorNumber::TimedOut);
   EXPECT_EQ(FailureOf([&] { link->RollBack(); }), ErrorNumber::TimedOut);
 }
 
 TEST_F(LimitedDriverTest, TheLimitIsThatOfAllRowsTogether) {
+  limits.Statement = kLimit;
   const auto link = Open();
   driver.FetchMilliseconds = static_cast<int>(kLimit.count()) / 2;
   EXPECT_EQ(FailureOf([&] { Read(*link); }), ErrorNumber::TimedOut);
 }
 
 TEST_F(LimitedDriverTest, AStatementWithoutALimitTakesWhatItNeeds) {
+  limits.Statement = kLimit;
   const auto link = Open();
   driver.FetchMilliseconds = static_cast<int>(kLimit.count()) * 2;
   const auto statement = link->Prepare(u"SELECT ID FROM T", {});
@@ -185,9 +211,10 @@ TEST_F(LimitedDriverTest, AStatementWithoutALimitTakesWhatItNeeds) {
 }
 
 TEST_F(LimitedDriverTest, TheQuestionWhetherALinkAnswersHasALimitOfItsOwn) {
-  limits = {std::chrono::hours(1), std::chrono::hours(1), kLimit};
+  EXPECT_TRUE(Answers(*Open()));
+  limits.Answer = kLimit;
+  limits.Statement = std::chrono::hours(1);
   const auto link = Open();
-  EXPECT_TRUE(Answers(*link));
   driver.FetchGate.Close();
   EXPECT_EQ(FailureOf([&] { EXPECT_FALSE(Answers(*link)); }), 0);
 }
@@ -208,6 +235,7 @@ TEST_F(LimitedDriverTest, AFileIsLeftAlone) {
 }
 
 TEST_F(LimitedDriverTest, ALinkThatIsKeptIsGivenUpWhenItDoesNotAnswer) {
+  limits.Answer = kLimit;
   KeepingDriver keeping(limited);
   keeping.Open(u"DSN=Book", {}, {});
   std::this_thread::sleep_for(200ms);

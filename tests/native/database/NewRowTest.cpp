@@ -132,7 +132,7 @@ TEST_F(FindAddedTest, FindsNothingThatDiffers) {
 TEST_F(FindAddedTest, LeavesOutRowsThatWereThereBefore) {
   connection.Execute(u"INSERT INTO T VALUES (1, 'Ann', 41, '1980-05-01')");
   NewRow ann = Ann();
-  ann.SameBefore = {u"1"};
+  ann.SameBefore = std::vector<String>{u"1"};
   EXPECT_EQ(Found(ann), u"none");
   connection.Execute(
       u"INSERT INTO T VALUES (9, 'Ann', 41, '1980-05-01'), "

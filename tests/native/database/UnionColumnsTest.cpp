@@ -21,6 +21,11 @@ TEST(UnionColumns, OfEveryBranchAreTexts) {
             "VARCHAR)");
 }
 
+TEST(UnionColumns, RightBehindAWordStayApartFromIt) {
+  EXPECT_EQ(United(u"SELECT\"A\"FROM T UNION SELECT[B]FROM U"),
+            "SELECT CAST(\"A\" AS VARCHAR)FROM T UNION SELECT CAST([B] AS VARCHAR)FROM U");
+}
+
 TEST(UnionColumns, OfOneNameStay) {
   for (const StringView sql :
        {u"SELECT ID, NAME FROM A UNION SELECT T.id, Name FROM T",

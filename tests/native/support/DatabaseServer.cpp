@@ -45,6 +45,17 @@ void ServerDatabase::Run(std::initializer_list<StringView> statements) {
   RunOn(ConnectionString(), statements);
 }
 
+bool ServerDatabase::IsRunning(StringView statement) {
+  const String ofDatabase =
+      kind_ == ServerKind::MariaDb
+          ? u"SELECT 1 FROM information_schema.PROCESSLIST WHERE DB = '" + name_ + u"' AND INFO"
+          : u"SELECT 1 FROM pg_stat_activity WHERE DATNAME = '" + name_ +
+                u"' AND STATE = 'active' AND QUERY";
+  database::Recordset sessions(Surroundings());
+  sessions.Open(ofDatabase + u" = '" + String(statement) + u"'", ConnectionString());
+  return !sessions.EndOfFile();
+}
+
 void ServerDatabase::EndSessions() {
   const bool mariaDb = kind_ == ServerKind::MariaDb;
   database::Connection connection(Surroundings());

@@ -40,6 +40,10 @@ class ServerDatabase {
   /// Runs statements one by one. \throws Error
   void Run(std::initializer_list<StringView> statements);
 
+  /// Whether the server lists the statement, which has no quotes, as one that a session of the
+  /// database is at work on. \throws Error
+  bool IsRunning(StringView statement);
+
   /// Ends the sessions of everybody who uses the database, as when the server is restarted.
   void EndSessions();
 

@@ -18,7 +18,9 @@ class WatchedStatement final : public Statement {
     statement_->Execute(values);
   }
   const std::vector<database::Column>& Columns() const override { return statement_->Columns(); }
-  std::int64_t RowsAffected() const override { return statement_->RowsAffected(); }
+  std::int64_t RowsAffected() const override {
+    return watch_.CountsRows ? statement_->RowsAffected() : -1;
+  }
   std::unique_ptr<database::RowBlock> Fetch(std::size_t rows) override {
     if (const auto hook = watch_.BeforeFetch) hook(text_);
     return statement_->Fetch(rows);

@@ -28,6 +28,9 @@ class WatchedDriver final : public database::Driver {
   /// Called before the engine is asked for the id of the row that was inserted last.
   std::function<void()> BeforeLastInsertedId;
 
+  /// Whether the engine tells how many rows a statement has changed.
+  bool CountsRows = true;
+
   /// Whether the engine has transactions.
   bool HasTransactions = true;
   /// Whether it undoes a transaction that it was told to store.

@@ -26,9 +26,10 @@ TEST_P(FurtherResultsByAdoTest, FailureBehindTheFirstCountDoesNotGoUnnoticed) {
   EXPECT_THROW(several.Execute(u"UPDATE T SET NAME = 'Bob'; INSERT INTO T (ID) VALUES (1)"), Error);
 }
 
-TEST_P(FurtherResultsByAdoTest, TheFirstCountIsTheStatementsAndTheSessionWorksOn) {
+TEST_P(FurtherResultsByAdoTest, TheLastCountIsTheStatementsAndTheSessionWorksOn) {
   connection.Execute(u"INSERT INTO T (NAME) VALUES ('Ann'), ('Bob')");
-  EXPECT_EQ(several.Execute(u"UPDATE T SET NAME = 'Cid'; DELETE FROM T WHERE ID = 1"), 2);
+  EXPECT_EQ(several.Execute(u"UPDATE T SET NAME = 'Cid'; DELETE FROM T WHERE ID = 1"), 1);
+  EXPECT_EQ(several.Execute(u"UPDATE T SET NAME = 'Dee'; DELETE FROM T WHERE ID = 99"), 0);
   EXPECT_EQ(several.Execute(u"DELETE FROM T"), 1);
 }
 
