@@ -94,7 +94,8 @@ std::vector<String> PasswordsOf(StringView connectionString) {
 
 void Hide(String& text, StringView password) {
   constexpr std::size_t kShort = 4;
-  if (password.empty()) return;
+  // What consists of the replacement's character would only grow.
+  if (password.find_first_not_of(kHidden[0]) == StringView::npos) return;
   for (std::size_t at = 0; (at = text.find(password, at)) != String::npos;) {
     const std::size_t end = at + password.size();
     const bool inWord = (at > 0 && IsLetterOrDigit(text[at - 1])) ||
@@ -123,7 +124,9 @@ String HidePasswords(StringView text, StringView connectionString, StringView pa
   std::vector<String> passwords = PasswordsOf(connectionString);
   passwords.emplace_back(password);
   // The longest first: a shorter one may be part of a longer one.
-  std::ranges::sort(passwords, std::ranges::greater(), &String::size);
+  std::ranges::sort(passwords, std::ranges::greater(),
+                    [](const String& each) { return std::pair(each.size(), StringView(each)); });
+  passwords.erase(std::unique(passwords.begin(), passwords.end()), passwords.end());
   String hidden = HidePasswords(text);
   for (const String& each : passwords) Hide(hidden, each);
   return hidden;

@@ -30,8 +30,8 @@ class FormPeer {
   /// event handler of the form is running.
   virtual void Hide() = 0;
   /// Called during Form::Work: paints the windows of the thread and processes pending input. A
-  /// press of the stop button calls Form::UserStops; all other input is discarded. Other messages
-  /// stay in the queue, so no event handlers run.
+  /// press of the stop button or the window's close button calls Form::UserStops; all other input
+  /// is discarded. Other messages stay in the queue, so no event handlers run.
   virtual void TakeInput() = 0;
 };
 

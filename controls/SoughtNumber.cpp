@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "common/Fingerprint.h"
+
 namespace ktrv::controls {
 namespace {
 
@@ -31,6 +33,17 @@ String SoughtNumber::SignificantDigitsOf(StringView number) {
   String digits = DigitsOf(number);
   digits.erase(0, std::min(digits.find_first_not_of(u'0'), digits.size()));
   return digits;
+}
+
+std::uint64_t SoughtNumber::KeyOf(StringView significantDigits) {
+  constexpr std::size_t kExact = 18;  // 60 bits
+  constexpr std::uint64_t kIsHash = std::uint64_t{1} << 63;
+  if (significantDigits.size() > kExact) return Fingerprint(significantDigits) | kIsHash;
+  std::uint64_t key = 0;
+  for (const char16_t unit : significantDigits) {
+    key = key * 10 + static_cast<std::uint64_t>(unit - u'0');
+  }
+  return key;
 }
 
 SoughtNumber::SoughtNumber(StringView typed) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "common/Text.h"
 
 namespace ktrv::controls {
@@ -21,6 +23,10 @@ class SoughtNumber {
   static String DigitsOf(StringView number);
   /// The same without leading zeros. Empty if there are only zeros.
   static String SignificantDigitsOf(StringView number);
+  /// The same on every platform; 0 for no digits. Up to 18 digits it is their value, so different
+  /// ones are never equal; of more it is a hash with the highest bit set. \param significantDigits
+  /// without leading zeros
+  static std::uint64_t KeyOf(StringView significantDigits);
 
  private:
   String digits_;

@@ -37,6 +37,14 @@ TEST(PasswordsTest, APasswordOfTheConnectionStringIsHiddenWhereverItStands) {
   EXPECT_EQ(HidePasswords(u"user x, word given", u"DSN=Book", u"given"), u"user x, word ***");
 }
 
+TEST(PasswordsTest, StarsDoNotMultiply) {
+  String connection;
+  for (int more = 0; more < 8; ++more) connection += u"Pwd=*;Pwd=**;Pwd=*a;";
+  const String text = u"* ** and *a";
+  EXPECT_EQ(HidePasswords(text, connection), u"* ** and ***");
+  EXPECT_EQ(HidePasswords(text, text, u"*"), text);
+}
+
 TEST(PasswordsTest, APasswordBehindAnotherValueWithAQuoteIsHidden) {
   EXPECT_EQ(HidePasswords(u"secret1 refused", u"Driver={x Pwd='};Pwd=secret1"), u"*** refused");
 }

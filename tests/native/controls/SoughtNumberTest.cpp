@@ -1,6 +1,7 @@
 #include "controls/SoughtNumber.h"
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace ktrv::controls {
 namespace {
@@ -29,6 +30,25 @@ TEST(SoughtNumberTest, OtherTextsAreNoNumbers) {
     EXPECT_TRUE(SoughtNumber(typed).IsEmpty());
     EXPECT_FALSE(Finds(typed, u"12"));
   }
+}
+
+TEST(SoughtNumberTest, NumberOfUpTo18DigitsIsItsOwnKey) {
+  EXPECT_EQ(SoughtNumber::KeyOf(u""), 0U);
+  EXPECT_EQ(SoughtNumber::KeyOf(u"1"), 1U);
+  EXPECT_EQ(SoughtNumber::KeyOf(u"491701023652"), 491701023652U);
+  EXPECT_EQ(SoughtNumber::KeyOf(u"999999999999999999"), 999999999999999999U);
+}
+
+TEST(SoughtNumberTest, LongerNumberIsHashedInto64BitsEverywhere) {
+  constexpr std::uint64_t kHighest = std::uint64_t{1} << 63;
+  EXPECT_EQ(SoughtNumber::KeyOf(u"1000000000000000000"), 0x81D17C2C697B9FD3);
+  std::set<std::uint64_t> keys;
+  for (const StringView number : {u"1234567890123456781", u"1234567890123456790",
+                                  u"12345678901234567890", u"12345678901234567809"}) {
+    keys.insert(SoughtNumber::KeyOf(number));
+  }
+  EXPECT_EQ(keys.size(), 4U);
+  EXPECT_GE(*keys.begin(), kHighest);
 }
 
 }  // namespace
