@@ -88,11 +88,13 @@ std::vector<Error> ContactFields::Show(const database::Recordset& row, std::int1
   return failures;
 }
 
-void ContactFields::Write(const std::vector<Entries>& before, database::Recordset& row) const {
+void ContactFields::Write(const std::vector<Entries>& before, bool isNew,
+                          database::Recordset& row) const {
   const Entries now = Current();
-  const auto differs = [&](auto test) {
-    return before.empty() || std::any_of(before.begin(), before.end(), test);
-  };
+  const Entries nothing;
+  const Entries& shown = isNew || before.empty() ? nothing : before.front();
+  const auto wasTried = [&](auto test) { return std::any_of(before.begin(), before.end(), test); };
+  const auto differs = [&](auto test) { return before.empty() || wasTried(test); };
   const auto changed = [&](auto member) {
     return differs([&](const Entries& each) { return each.*member != now.*member; });
   };
@@ -102,8 +104,15 @@ void ContactFields::Write(const std::vector<Entries>& before, database::Recordse
       row.SetField(boxes_.Texts[index].Name, text);
     }
   }
-  // An empty box keeps the stored age.
-  if (const StringView age = Trim(now.Age); !age.empty() && changed(&Entries::Age)) {
+  // An empty box keeps what is stored, unless that is what only a save of unknown outcome wrote.
+  if (const StringView age = Trim(now.Age); age.empty()) {
+    const bool wasShown = !Trim(shown.Age).empty();
+    const auto stored = ParseNumber(Trim(ToText(row.Field(u"Age"))));
+    if (!wasShown && stored &&
+        wasTried([&](const Entries& each) { return ParseNumber(Trim(each.Age)) == stored; })) {
+      row.SetField(u"Age", Null{});
+    }
+  } else if (changed(&Entries::Age)) {
     const auto number = ParseNumber(age);
     if (!number) throw Error(ErrorNumber::TypeMismatch);
     row.SetField(u"Age", *number);
@@ -114,6 +123,16 @@ void ContactFields::Write(const std::vector<Entries>& before, database::Recordse
   if (now.Birthday) {
     if (changed(&Entries::Birthday)) row.SetField(u"Birthday", ValueOf(now.Birthday));
     if (changed(&Entries::Anniversary)) row.SetField(u"Anniversary", ValueOf(now.Anniversary));
+  } else if (const auto birthday = DateOf(row.Field(u"Birthday"));
+             birthday && !shown.Birthday &&
+             wasTried([&](const Entries& each) { return each.Birthday == birthday; })) {
+    row.SetField(u"Birthday", Null{});
+    const auto anniversary = DateOf(row.Field(u"Anniversary"));
+    if (anniversary != shown.Anniversary && wasTried([&](const Entries& each) {
+          return each.Birthday && each.Anniversary == anniversary;
+        })) {
+      row.SetField(u"Anniversary", ValueOf(shown.Anniversary));
+    }
   }
   if (changed(&Entries::Hobby)) row.SetField(u"Hobby", now.Hobby);
 }

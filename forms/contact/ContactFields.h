@@ -36,6 +36,8 @@ class ContactFields {
     std::optional<DateTime> Birthday;
     std::optional<DateTime> Anniversary;
     String Hobby;
+
+    bool operator==(const Entries&) const = default;
   };
 
   /// The controls must outlive the object.
@@ -50,9 +52,10 @@ class ContactFields {
 
   /// Sets the columns of the current row, except the folder. \param before snapshots of all that
   /// the row may hold; columns that are the same in each are not written, because some values
-  /// cannot be shown exactly. Empty for a new row. \throws Error TypeMismatch if the age is not a
-  /// number, else as Recordset::SetField
-  void Write(const std::vector<Entries>& before, database::Recordset& row) const;
+  /// cannot be shown exactly. Empty for a row that is added. \param isNew whether none of them is
+  /// what was shown first. \throws Error TypeMismatch if the age is not a number, else as
+  /// Recordset::SetField
+  void Write(const std::vector<Entries>& before, bool isNew, database::Recordset& row) const;
 
  private:
   Boxes boxes_;

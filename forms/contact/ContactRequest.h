@@ -17,7 +17,9 @@ struct ContactRefused {
 /// in its transaction. Both throw Error or ContactRefused. They must not show anything, because
 /// locks are held.
 struct ContactCompanion {
-  std::function<void(database::Connection&)> Check = {};  ///< before the insert; may refuse
+  /// Before all other statements. May refuse; a contact that an earlier save has stored is saved
+  /// nevertheless, without Store.
+  std::function<void(database::Connection&)> Check = {};
   /// After the insert. Must be idempotent.
   std::function<void(database::Connection&, const String& contactId)> Store = {};
 };

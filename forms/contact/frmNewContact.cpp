@@ -1,12 +1,10 @@
 #include "forms/contact/frmNewContact.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "common/Global.h"
 #include "data/EditorQueries.h"
-#include "database/Transaction.h"
 #include "forms/Messages.h"
 
 namespace ktrv::forms {
@@ -30,13 +28,10 @@ Error NotLoaded() {
                u"The contact could not be loaded, so it is not saved either.");
 }
 
-/// Whether the failure tells that nothing was stored.
-bool IsRefusal(const Error& error) {
-  constexpr std::int32_t kRefusals[] = {
-      ErrorNumber::RowChanged,         ErrorNumber::RowGone,
-      ErrorNumber::IntegrityViolation, ErrorNumber::ValueMismatch,
-      ErrorNumber::SyntaxOrPermission, ErrorNumber::TableNotFound};
-  return std::count(std::begin(kRefusals), std::end(kRefusals), error.Number()) > 0;
+/// The row with the contact's present values, which a trigger may have changed.
+database::NewRow WithValuesOf(const database::Recordset& contact, database::NewRow row) {
+  for (auto& [column, value] : row.Values) value = contact.Field(column);
+  return row;
 }
 
 }  // namespace
@@ -192,10 +187,13 @@ bool frmNewContact::Save_Data() {
   contact.Open(isNew ? String(data::ContactQueries::kNone) : data::ContactQueries::ById(contactId_),
                connection,
                {.Cursor = database::CursorType::Dynamic, .Lock = database::LockType::Optimistic});
+  // A contact that was deleted holds nothing of an earlier save.
+  if (!isNew && contact.EndOfFile()) ForgetSince(0);
   // From here on the contact is a shared one, however the editor was opened.
   request_.SharedMode = TypeOfContact::SharedContact;
   try {
-    isNew ? Insert(connection, contact) : Change(contact, {});
+    database::Transaction transaction(connection);
+    isNew ? Insert(connection, contact, transaction) : Change(contact, {}, transaction);
   } catch (const ContactRefused& refused) {
     if (refused.Message.empty()) {
       ShowNotSaved();
@@ -210,55 +208,47 @@ bool frmNewContact::Save_Data() {
   return true;
 }
 
-void frmNewContact::Change(database::Recordset& contact, database::NewRow row) {
-  fields_.Write(held_, contact);
-  row.Key = ToText(contact.Field(u"ID"));
-  for (auto& [column, value] : row.Values) value = contact.Field(column);
+void frmNewContact::Change(database::Recordset& contact, database::NewRow row,
+                           database::Transaction& transaction) {
   const std::size_t before = inDoubt_.size();
-  Remember(std::move(row));
   try {
+    fields_.Write(held_, request_.Mode == ModeOfOperation::Add, contact);
+    Remember(WithValuesOf(contact, std::move(row)));
     contact.Update();
-  } catch (const Error& error) {
-    if (IsRefusal(error)) ForgetSince(before);
+    contact.Resync();
+    inDoubt_.back() = WithValuesOf(contact, inDoubt_.back());
+    transaction.Commit();
+  } catch (...) {
+    if (transaction.RollBack()) ForgetSince(before);
     throw;
   }
-  contact.Resync();
 }
 
-void frmNewContact::Insert(database::Connection& connection, database::Recordset& contact) {
+void frmNewContact::Insert(database::Connection& connection, database::Recordset& contact,
+                           database::Transaction& transaction) {
   const auto storeCompanion = [&] {
     if (request_.With.Store) request_.With.Store(connection, ToText(contact.Field(u"ID")));
   };
-  database::Transaction transaction(connection);
-  const auto found =
-      std::find_if(inDoubt_.rbegin(), inDoubt_.rend(),
-                   [&](const database::NewRow& row) { return contact.FindAdded(row); });
-  if (found != inDoubt_.rend()) {
-    const std::size_t before = inDoubt_.size();
-    try {
-      storeCompanion();
-      Change(contact, *found);
-      transaction.Commit();
-    } catch (...) {
-      if (transaction.RollBack()) ForgetSince(before);
-      throw;
-    }
+  // Before all else, because it may lock what the later statements read.
+  const auto refusal = CheckCompanion(connection);
+  if (auto stored = FindStored(contact)) {
+    if (!refusal) storeCompanion();
+    Change(contact, std::move(*stored), transaction);
     return;
   }
   held_.clear();
   inDoubt_.clear();
+  if (refusal) throw *refusal;
   CheckFolder(connection);
-  if (request_.With.Check) request_.With.Check(connection);
   contact.AddNew();
   contact.SetField(u"FOLDER_ID", std::int64_t{FolderId});
-  fields_.Write({}, contact);
+  fields_.Write({}, true, contact);
   try {
     contact.Update();
     contact.Resync();  // fetches the columns that the database has filled
+    // If the outcome is unknown, the next OK must find this row instead of inserting it again.
+    Remember(WithValuesOf(contact, contact.AddedRow()));
     storeCompanion();
-    // If the outcome of the commit is unknown, the next OK must find this row instead of inserting
-    // it again.
-    Remember(contact.AddedRow());
     transaction.Commit();
   } catch (...) {
     if (transaction.RollBack()) {
@@ -270,8 +260,38 @@ void frmNewContact::Insert(database::Connection& connection, database::Recordset
   }
 }
 
-void frmNewContact::Remember(database::NewRow row) {
+std::optional<ContactRefused> frmNewContact::CheckCompanion(
+    database::Connection& connection) const {
+  try {
+    if (request_.With.Check) request_.With.Check(connection);
+  } catch (const ContactRefused& refused) {
+    if (refused.Message.empty()) throw;  // the check has failed
+    return refused;
+  }
+  return std::nullopt;
+}
+
+std::optional<database::NewRow> frmNewContact::FindStored(database::Recordset& contact) const {
+  for (std::size_t save = inDoubt_.size(); save-- > 0;) {
+    database::NewRow row = inDoubt_[save];
+    // An earlier contact with equal values must not be changed.
+    if (!row.IsCertain() && held_[save] != Entered()) continue;
+    if (!contact.FindAdded(row)) continue;
+    if (row.IsCertain()) row.Key = ToText(contact.Field(u"ID"));
+    return row;
+  }
+  return std::nullopt;
+}
+
+ContactFields::Entries frmNewContact::Entered() const {
   ContactFields::Entries entries = fields_.Current();
+  // A new contact without a birthday is stored without its anniversary.
+  if (request_.Mode == ModeOfOperation::Add && !entries.Birthday) entries.Anniversary.reset();
+  return entries;
+}
+
+void frmNewContact::Remember(database::NewRow row) {
+  ContactFields::Entries entries = Entered();
   held_.reserve(held_.size() + 1);
   inDoubt_.push_back(std::move(row));
   held_.push_back(std::move(entries));  // cannot fail, so both or neither
@@ -361,7 +381,7 @@ void frmNewContact::ShowNotSaved() {
   ShowFailure(
       inDoubt_.empty()
           ? u"The contact was not saved. The log says why."
-          : u"It is unknown whether the contact was saved. OK tries again and saves it once.");
+          : u"It is unknown whether the contact was saved; see the log. OK looks for it first.");
 }
 
 void frmNewContact::txtMobileno_GotFocus() {

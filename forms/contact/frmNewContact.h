@@ -15,6 +15,7 @@
 #include "data/ContactQueries.h"
 #include "data/ContactRules.h"
 #include "database/NewRow.h"
+#include "database/Transaction.h"
 #include "forms/contact/ContactFields.h"
 #include "forms/contact/ContactLayout.h"
 #include "forms/contact/ContactRequest.h"
@@ -130,13 +131,24 @@ class frmNewContact final : public controls::Form {
   std::int16_t Validate_Data();
   /// \return false if the save was refused, which the user has been told
   bool Save_Data();
-  /// Writes what the user has changed. \param row a new contact as it was found; empty for another
-  /// one. \throws Error
-  void Change(database::Recordset& contact, database::NewRow row);
-  /// \throws Error, ContactRefused
-  void Insert(database::Connection& connection, database::Recordset& contact);
+  /// Writes what the user has changed, and commits. \param row a new contact as it was found; empty
+  /// for another one. \throws Error
+  void Change(database::Recordset& contact, database::NewRow row,
+              database::Transaction& transaction);
+  /// Adds the contact, or changes what an earlier save has stored, and commits. \throws Error,
+  /// ContactRefused
+  void Insert(database::Connection& connection, database::Recordset& contact,
+              database::Transaction& transaction);
+  /// Why the companion refuses a new contact; nullopt if it does not. \throws Error; ContactRefused
+  /// if the check itself has failed
+  std::optional<ContactRefused> CheckCompanion(database::Connection& connection) const;
+  /// What the save stores of the controls.
+  ContactFields::Entries Entered() const;
   /// Keeps what is being saved, because it may be stored without an answer.
   void Remember(database::NewRow row);
+  /// Finds the new contact if one of the saves that were kept has stored it, and makes it the
+  /// current row.
+  std::optional<database::NewRow> FindStored(database::Recordset& contact) const;
   /// Drops all but the first `count` of the saves that were kept: the others are not stored.
   void ForgetSince(std::size_t count);
   void CheckFolder(database::Connection& connection) const;

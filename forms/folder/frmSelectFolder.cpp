@@ -17,6 +17,8 @@ constexpr StringView kCannotSave =
 constexpr StringView kNotLoaded =
     u"The folder could not be loaded, so it cannot be saved. Please open it again.";
 constexpr StringView kNotSaved = u"The folder was not saved. The log says why.";
+constexpr StringView kUnknown =
+    u"It is unknown whether the folder was saved; see the log. OK looks for it first.";
 }  // namespace Notice
 
 controls::Form::Design DialogDesign() {
@@ -119,14 +121,14 @@ bool frmSelectFolder::Validate_Data() {
       u"KTRVAddressBook: Error occurred. Sub:Validate_Data(), Module: frmSelectFolder", false, [&] {
         if (!HasNameAndCategory()) return false;
         const database::Recordset rival = Rival();
-        if (!IsThere(rival)) return true;
+        if (!IsThere(rival) || IsThere(FindCreated())) return true;
         ComplainOf(rival);
         return false;
       });
 }
 
-bool frmSelectFolder::IsThere(const database::Recordset& rival) {
-  return rival.State() != database::ObjectState::Closed && !rival.EndOfFile();
+bool frmSelectFolder::IsThere(const database::Recordset& folder) {
+  return folder.State() != database::ObjectState::Closed && !folder.EndOfFile();
 }
 
 void frmSelectFolder::ComplainOf(const database::Recordset& rival) {
@@ -179,11 +181,14 @@ bool frmSelectFolder::Save_Data() {
           throw Error(ErrorNumber::NoCurrentRecord,
                       u"The folder could not be loaded, so it is not saved either.");
         }
-        if (const auto rival = Write(); IsThere(rival)) {
-          ComplainOf(rival);
-          return false;
+        database::Recordset row = FindCreated();
+        if (!IsThere(row)) {
+          if (const auto rival = Write(); IsThere(rival)) {
+            ComplainOf(rival);
+            return false;
+          }
+          row = ReadBack();
         }
-        const database::Recordset row = ReadBack();
         saved_ = {ToText(row.Field(u"ID")), ToText(row.Field(u"NAME")), ToText(row.Field(u"TYPE")),
                   ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY"))};
         return true;
@@ -199,19 +204,18 @@ database::Recordset frmSelectFolder::Write() {
   if (auto rival = Rival(); IsThere(rival)) return rival;
   const String category = ChosenCategory();
   const String name(Trim(txtFolderName.Text()));
-  if (request_.Mode == ModeOfOperation::Modify) {
-    shown_.push_back({txtFolderName.Text(), category});
-    try {
+  shown_.push_back({txtFolderName.Text(), category});
+  try {
+    if (request_.Mode == ModeOfOperation::Modify) {
       WriteChanges(name, category);
-      transaction.Commit();
-    } catch (...) {
-      if (transaction.RollBack()) shown_.pop_back();
-      throw;
+    } else {
+      commands_.Execute(FolderCommand::InsertFolder,
+                        {TypeLetter(), name, std::int64_t{place_.User.Id}, category});
     }
-  } else {
-    commands_.Execute(FolderCommand::InsertFolder, {String(chkRemoteFolder.Checked() ? u"R" : u"S"),
-                                                    name, std::int64_t{place_.User.Id}, category});
     transaction.Commit();
+  } catch (...) {
+    if (transaction.RollBack()) shown_.pop_back();
+    throw;
   }
   return database::Recordset(place_.Database.Environment);
 }
@@ -221,6 +225,11 @@ void frmSelectFolder::WriteChanges(const String& name, const String& category) {
   // value: blanks around the name, the category of a folder that shows none, changes by other
   // users.
   const auto now = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
+  if (now.EndOfFile()) {
+    // It was deleted, so it holds nothing of an earlier save.
+    shown_.erase(shown_.begin() + 1, shown_.end() - 1);
+    throw database::DataError(ErrorNumber::NoCurrentRecord);
+  }
   const auto isKept = [&](auto member) {
     return std::all_of(shown_.begin(), shown_.end(),
                        [&](const Shown& each) { return each.*member == shown_.back().*member; });
@@ -233,6 +242,23 @@ void frmSelectFolder::WriteChanges(const String& name, const String& category) {
                     {written_.Name, newCategory, request_.FolderIdText});
 }
 
+database::Recordset frmSelectFolder::FindCreated() {
+  database::Recordset folder(place_.Database.Environment);
+  const String name(Trim(txtFolderName.Text()));
+  const String category = ChosenCategory();
+  const bool wasTried = std::any_of(shown_.begin(), shown_.end(), [&](const Shown& each) {
+    return Trim(each.Name) == name && each.Category == category;
+  });
+  if (request_.Mode != ModeOfOperation::Add || !wasTried) return folder;
+  folder = commands_.Execute(FolderCommand::FolderByName, {name});
+  const auto isOurs = [&] {
+    return Trim(ToText(folder.Field(u"TYPE"))) == TypeLetter() &&
+           database::IsHeld(ToText(folder.Field(u"REMOTE_CONTACTS_CATEGORY")), category);
+  };
+  while (!folder.EndOfFile() && !isOurs()) folder.MoveNext();
+  return folder;
+}
+
 database::Recordset frmSelectFolder::ReadBack() {
   if (!HasCommands()) return database::Recordset(place_.Database.Environment);
   if (request_.Mode == ModeOfOperation::Add) {
@@ -241,13 +267,18 @@ database::Recordset frmSelectFolder::ReadBack() {
   auto row = commands_.Execute(FolderCommand::FolderById, {request_.FolderIdText});
   // No row was affected. Some engines report that also for an update without changes, and some
   // drivers cannot tell. So compare the row.
-  if (commands_.At(FolderCommand::UpdateFolder).RecordsAffected() <= 0 &&
+  const std::int64_t affected = commands_.At(FolderCommand::UpdateFolder).RecordsAffected();
+  if (affected <= 0 &&
       !(database::IsHeld(ToText(row.Field(u"NAME")), written_.Name) &&
         database::IsHeld(ToText(row.Field(u"REMOTE_CONTACTS_CATEGORY")), written_.Category))) {
-    shown_.pop_back();  // nothing was written
+    if (affected == 0) shown_.pop_back();  // nothing was written
     throw database::DataError(ErrorNumber::RowChanged);
   }
   return row;
+}
+
+String frmSelectFolder::TypeLetter() const {
+  return chkRemoteFolder.Checked() ? u"R" : u"S";
 }
 
 String frmSelectFolder::ChosenCategory() const {
@@ -256,6 +287,10 @@ String frmSelectFolder::ChosenCategory() const {
 
 bool frmSelectFolder::IsNotLoaded() const {
   return request_.Mode == ModeOfOperation::Modify && shown_.empty();
+}
+
+bool frmSelectFolder::IsInDoubt() const {
+  return shown_.size() > (request_.Mode == ModeOfOperation::Modify ? 1u : 0u);
 }
 
 void frmSelectFolder::chkRemoteFolder_Click() {
@@ -278,7 +313,7 @@ void frmSelectFolder::cmdOK_Click() {
   } else if (complained_) {
     Tell({});
   } else {
-    Tell(IsNotLoaded() ? Notice::kNotLoaded : Notice::kNotSaved);
+    Tell(IsNotLoaded() ? Notice::kNotLoaded : IsInDoubt() ? Notice::kUnknown : Notice::kNotSaved);
   }
 }
 

@@ -66,17 +66,22 @@ class frmSelectFolder final : public controls::Form {
 
   bool HasCommands() const;
   bool IsNotLoaded() const;
+  bool IsInDoubt() const;         ///< whether it is unknown if a save is stored
+  String TypeLetter() const;      ///< of a new folder
   String ChosenCategory() const;  ///< empty unless the box is checked
   void ShowCategory(const String& category);
   bool HasNameAndCategory();
   /// The existing folder that prevents saving, as a recordset; closed when nothing has to be
   /// checked.
   database::Recordset Rival();
-  static bool IsThere(const database::Recordset& rival);
+  static bool IsThere(const database::Recordset& folder);
   void ComplainOf(const database::Recordset& rival);
   /// Writes the folder, unless another one prevents it. \return that one. \throws Error
   database::Recordset Write();
   void WriteChanges(const String& name, const String& category);
+  /// The new folder as an earlier save of unknown outcome has stored it; closed or without a row if
+  /// there is none. \throws Error
+  database::Recordset FindCreated();
   /// The saved folder's row; closed if there are no commands. \throws Error also if the update
   /// changed no row
   database::Recordset ReadBack();
@@ -94,8 +99,8 @@ class frmSelectFolder final : public controls::Form {
     String Category;
   };
   Shown written_;  ///< values of the last update
-  /// What the folder may hold: as loaded, then as in each save that may be stored. Empty for a new
-  /// folder and if loading failed.
+  /// What the folder may hold: as loaded, then as in each save that may be stored. The first is
+  /// missing for a new folder and if loading failed.
   std::vector<Shown> shown_;
   std::optional<SavedFolder> saved_;
   bool canSave_ = false;     ///< whether the dialog was opened for a type with commands

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "tests/native/contact/ContactFixture.h"
-#include "tests/native/support/WatchedDriver.h"
+#include "tests/native/support/WatchedDialog.h"
 
 namespace ktrv::tests {
 namespace {
@@ -26,23 +26,17 @@ int RunOtherUser(const std::string& connection, const std::string& work) {
 }
 
 /// This process edits a contact while another one works with it.
-struct TwoProcessesTest : ContactFixture {
-  TwoProcessesTest() {
-    session.Database.Environment.DriverFor = [this](StringView) -> database::Driver& {
-      return watched;
-    };
-  }
-
+struct TwoProcessesTest : WatchedDialog<ContactFixture> {
   /// Another process does this with the database and ends; see otheruser.
   void OtherUser(StringView work) {
     ASSERT_EQ(RunOtherUser(ToUtf8(database.ConnectionString()), ToUtf8(work)), 0)
         << ToUtf8(work) << ": " << std::strerror(errno);
   }
-  /// The other process works when this one is about to run the first text that starts so.
-  void OtherUserBefore(StringView start, String work) {
-    watched.BeforeExecute = [this, start, work = std::move(work)](StringView text) {
-      if (text.substr(0, start.size()) != start) return;
-      watched.BeforeExecute = nullptr;
+  /// The other process works between this one's read and its write. While this one writes, SQLite
+  /// lets nobody else write.
+  void OtherUserBetween(String work) {
+    watched.BeforeBegin = [this, work = std::move(work)] {
+      watched.BeforeBegin = nullptr;
       OtherUser(work);
     };
   }
@@ -72,8 +66,6 @@ struct TwoProcessesTest : ContactFixture {
     form->txtFname.SetText(u"Anna");
     form->txtCity.SetText(u"London");
   }
-
-  WatchedDriver watched{database.Driver()};
 };
 
 constexpr StringView kConflict =
@@ -95,7 +87,7 @@ TEST_F(TwoProcessesTest, TheLaterSaveHolds) {
 
 TEST_F(TwoProcessesTest, ARowThatChangesBetweenTheSavesReadAndItsWriteIsAConflict) {
   EditAnna();
-  OtherUserBefore(u"UPDATE", u"edit 5 Paris");
+  OtherUserBetween(u"edit 5 Paris");
   PressOk();
   ExpectOpenWithItsText();
   ExpectRecord(u"-2147217864", kConflict);
@@ -104,7 +96,7 @@ TEST_F(TwoProcessesTest, ARowThatChangesBetweenTheSavesReadAndItsWriteIsAConflic
 
 TEST_F(TwoProcessesTest, AfterAConflictASecondOkReadsAfreshAndHolds) {
   EditAnna();
-  OtherUserBefore(u"UPDATE", u"edit 5 Paris");
+  OtherUserBetween(u"edit 5 Paris");
   PressOk();
   PressOk();
   EXPECT_FALSE(form->IsLoaded());
@@ -116,7 +108,7 @@ TEST_F(TwoProcessesTest, ASaveWithoutAnyChangeUndoesNothing) {
   Ann();
   Edit();
   OtherUser(u"edit 5 Paris");
-  OtherUserBefore(u"SELECT * FROM SMS_ABCONTACTS WHERE ID = ?", u"edit 5 London");
+  OtherUserBetween(u"edit 5 London");
   PressOk();
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Log(), u"");
@@ -128,7 +120,7 @@ TEST_F(TwoProcessesTest, ASaveOfOneColumnUndoesNoChangeOfAnother) {
   Edit();
   form->txtFname.SetText(u"Anna");
   OtherUser(u"edit 5 Paris");
-  OtherUserBefore(u"UPDATE", u"edit 5 London");
+  OtherUserBetween(u"edit 5 London");
   PressOk();
   EXPECT_FALSE(form->IsLoaded());
   EXPECT_EQ(Log(), u"");
@@ -137,7 +129,7 @@ TEST_F(TwoProcessesTest, ASaveOfOneColumnUndoesNoChangeOfAnother) {
 
 TEST_F(TwoProcessesTest, ARowThatGoesBetweenTheSavesReadAndItsWriteIsNotFound) {
   EditAnna();
-  OtherUserBefore(u"UPDATE", u"delete 5");
+  OtherUserBetween(u"delete 5");
   PressOk();
   ExpectOpenWithItsText();
   ExpectRecord(u"-2147217885", kGone);

@@ -1,5 +1,5 @@
 #include "tests/native/folder/FolderFixture.h"
-#include "tests/native/support/WatchedDriver.h"
+#include "tests/native/support/WatchedDialog.h"
 
 namespace ktrv::tests {
 namespace {
@@ -460,19 +460,93 @@ TEST_F(FolderSavingTest, AMappingUndoesNoRenameOfAnotherUser) {
   EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
 }
 
-/// A rename whose answer is lost.
-struct FolderOutcomeTest : FolderSavingTest {
+constexpr StringView kUnknown =
+    u"It is unknown whether the folder was saved; see the log. OK looks for it first.";
+
+/// A folder whose save ends in a way that does not tell whether it is stored.
+struct FolderDoubtTest : WatchedDialog<FolderSavingTest> {
+  void LoseTheReadBack() {
+    watched.AfterCommit = [this] { watched.BeforeExecute = [](StringView) { Lose(); }; };
+    PressOk();
+    watched.AfterCommit = nullptr;
+    watched.BeforeExecute = nullptr;
+  }
+  void ExpectHandedBack(StringView saved) {
+    EXPECT_EQ(form->lblNotice.Caption(), kUnknown);
+    EXPECT_EQ(Folders().size(), 1u);
+    PressOk();
+    EXPECT_FALSE(form->IsLoaded());
+    EXPECT_TRUE(screen.Messages.empty());
+    EXPECT_EQ(Folders().size(), 1u);
+    EXPECT_EQ(Saved(), saved);
+  }
+};
+
+TEST_F(FolderDoubtTest, ANewFolderWhoseAnswerWasLostIsHandedBackByTheNextOk) {
+  Add();
+  Name(u"Friends");
+  LoseTheCommit();
+  ExpectHandedBack(u"1|Friends|S|");
+}
+
+TEST_F(FolderDoubtTest, ANewFolderThatWasNotReadBackIsHandedBackByTheNextOk) {
+  Add();
+  Name(u"Friends");
+  LoseTheReadBack();
+  ExpectHandedBack(u"1|Friends|S|");
+}
+
+TEST_F(FolderDoubtTest, ANewMappingWhoseAnswerWasLostIsHandedBackByTheNextOk) {
+  Add();
+  Name(u"Dealers");
+  form->chkRemoteFolder.UserClicks();
+  LoseTheCommit();
+  ExpectHandedBack(u"1|Dealers|R|B");
+}
+
+TEST_F(FolderDoubtTest, AnotherFolderOfThatNameIsNotHandedBack) {
+  Add();
+  Name(u"Friends");
+  watched.UndoTransactions = true;
+  LoseTheCommit();
+  watched.UndoTransactions = false;
+  EXPECT_EQ(form->lblNotice.Caption(), kUnknown);
+  Folder(u"1, 'L', 'Friends', 0, 99, ''");
+  PressOk();
+  EXPECT_TRUE(form->IsLoaded());
+  EXPECT_EQ(screen.LastMessage().Text,
+            u"A folder with that name already exists. Please use a different folder name.");
+  database.Run({u"DELETE FROM SMS_ABFOLDERS"});
+  PressOk();
+  EXPECT_FALSE(form->IsLoaded());
+  EXPECT_EQ(Folders(), Lines{u"2|S|Friends|0|7|"});
+}
+
+TEST_F(FolderDoubtTest, AFolderThatWasRefusedIsNotLookedFor) {
+  Add();
+  Name(u"Friends");
+  watched.BeforeExecute = [](StringView text) {
+    if (text.starts_with(u"INSERT")) Lose();
+  };
+  PressOk();
+  watched.BeforeExecute = nullptr;
+  EXPECT_EQ(form->lblNotice.Caption(), u"The folder was not saved. The log says why.");
+  Folder(u"1, 'S', 'Friends', 0, 99, ''");
+  PressOk();
+  EXPECT_EQ(screen.Messages.size(), 1u);
+  EXPECT_TRUE(form->IsLoaded());
+}
+
+/// The same for a folder that is changed.
+struct FolderOutcomeTest : FolderDoubtTest {
   FolderOutcomeTest() {
-    session.Database.Environment.DriverFor = [this](StringView) -> database::Driver& {
-      return watched;
-    };
     Folder(u"5, 'R', 'Dealers', 0, 2, 'A'");
     Edit(u"5");
   }
 
-  static void Lose() { throw Error(ErrorNumber::DriverFailure, u"connection lost"); }
   void ExpectThatEverythingCanBePutBack() {
     EXPECT_TRUE(form->IsLoaded());
+    EXPECT_EQ(form->lblNotice.Caption(), kUnknown);
     EXPECT_EQ(Folders(), Lines{u"5|R|Friends|0|2|C"});
     Name(u"Dealers");
     form->cboRemoteFolderView.UserChooses(0);
@@ -480,27 +554,46 @@ struct FolderOutcomeTest : FolderSavingTest {
     EXPECT_FALSE(form->IsLoaded());
     EXPECT_EQ(Folders(), Lines{u"5|R|Dealers|0|2|A"});
   }
-
-  WatchedDriver watched{database.Driver()};
 };
 
 TEST_F(FolderOutcomeTest, ANameAndAMappingCanBePutBackAfterALostAnswer) {
-  watched.AfterCommit = Lose;
   Name(u"Friends");
   form->cboRemoteFolderView.UserChooses(2);
-  PressOk();
-  watched.AfterCommit = nullptr;
+  LoseTheCommit();
   ExpectThatEverythingCanBePutBack();
 }
 
 TEST_F(FolderOutcomeTest, ANameAndAMappingCanBePutBackWhenTheyWereNotReadBack) {
-  watched.AfterCommit = [this] { watched.BeforeExecute = [](StringView) { Lose(); }; };
   Name(u"Friends");
   form->cboRemoteFolderView.UserChooses(2);
-  PressOk();
-  watched.AfterCommit = nullptr;
-  watched.BeforeExecute = nullptr;
+  LoseTheReadBack();
   ExpectThatEverythingCanBePutBack();
+}
+
+TEST_F(FolderOutcomeTest, ANameThatATriggerChangesCanBePutBackWithoutACount) {
+  database.Run(
+      {u"CREATE TRIGGER BIG AFTER UPDATE ON SMS_ABFOLDERS BEGIN UPDATE SMS_ABFOLDERS SET NAME = "
+       u"UPPER(NAME) WHERE ID = NEW.ID; END"});
+  watched.CountsRows = false;
+  Name(u"Friends");
+  PressOk();
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::RowChanged));
+  EXPECT_EQ(form->lblNotice.Caption(), kUnknown);
+  database.Run({u"DROP TRIGGER BIG"});
+  ASSERT_EQ(Folders(), Lines{u"5|R|FRIENDS|0|2|A"});
+  Name(u"Dealers");
+  PressOk();
+  EXPECT_EQ(Folders(), Lines{u"5|R|Dealers|0|2|A"});
+}
+
+TEST_F(FolderOutcomeTest, ADeletedFolderIsNotInDoubt) {
+  Name(u"Friends");
+  LoseTheCommit();
+  EXPECT_EQ(form->lblNotice.Caption(), kUnknown);
+  database.Run({u"DELETE FROM SMS_ABFOLDERS"});
+  PressOk();
+  EXPECT_TRUE(LoggedNumber(ErrorNumber::NoCurrentRecord));
+  EXPECT_EQ(form->lblNotice.Caption(), u"The folder was not saved. The log says why.");
 }
 
 TEST_F(FolderOutcomeTest, AnUndoneRenameThatIsPutBackOverwritesNobody) {
