@@ -136,7 +136,7 @@ std::int32_t clsMain::AddGroup(std::int32_t p_UserId, StringView m_FolderId,
   };
   const auto work = [&](std::int32_t& result) {
     session_.GroupId.clear();
-    const String folderId(Trim(m_FolderId));
+    const String folderId = WithoutZeros(Trim(m_FolderId));
     // Local groups and their folders are stored by the host.
     if (session_.GroupType == TypeOfGroup::SharedGroup) CheckGroupFolder(session_, folderId);
     dialogs_.Editors.Group(PlaceWithConnection(), {.GroupType = session_.GroupType,

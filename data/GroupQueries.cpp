@@ -106,6 +106,10 @@ String Members(Dialect dialect, StringView groupId) {
   return WithId(dialect == Dialect::Sql ? kMembersSql : kMembersOracle, groupId);
 }
 
+String LockGroup(StringView groupId) {
+  return WithId(u"UPDATE SMS_ABGROUPS SET NAME = NAME WHERE ID = {id}", groupId);
+}
+
 String MembersOfGroups(const std::vector<String>& groupIds) {
   constexpr StringView kOfGroups =
       u"SELECT M.GROUP_ID, TO_CHAR(ID) AS ID, FNAME, MOBILENO, COUNTRYCODE "

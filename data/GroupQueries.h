@@ -96,7 +96,7 @@ const std::vector<CommandText>& Commands();
 /// The picker lists groups too. The editor does not, because a group cannot be a member of a group.
 enum class Purpose { EditGroup, PickRecipients };
 
-// The lists; empty for Dialect::None. They throw as WithId does.
+// All throw as WithId does. The lists are empty for Dialect::None.
 
 /// Contacts of a shared folder (0: outside any folder); for the picker also its groups.
 String SharedCandidates(Dialect dialect, Purpose purpose, StringView folderId);
@@ -104,6 +104,9 @@ String SharedCandidates(Dialect dialect, Purpose purpose, StringView folderId);
 String RemoteCandidates(Dialect dialect, Purpose purpose, StringView folderId);
 /// Members of a group. The SQL text lists contacts only; the Oracle text remote contacts too.
 String Members(Dialect dialect, StringView groupId);
+/// Locks the group until the transaction ends, by an update that changes nothing: a SELECT that
+/// locks is written differently for each engine. No row is affected if there is no such group.
+String LockGroup(StringView groupId);
 /// The members that kExpandedMembers finds, for several groups: GROUP_ID and its columns.
 String MembersOfGroups(const std::vector<String>& groupIds);
 

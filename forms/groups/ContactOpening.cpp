@@ -29,7 +29,7 @@ bool ContactOpening::CanHold(std::int32_t folderId) {
   StringView refusal;
   if (folder.EndOfFile()) {
     refusal = Messages::kPlaceIsGone;
-  } else if (ToText(folder.Field(u"TYPE")) == u"R") {
+  } else if (Trim(ToText(folder.Field(u"TYPE"))) == u"R") {
     refusal = Messages::kNoRemoteContactHere;
   } else {
     return true;
@@ -57,7 +57,7 @@ void ContactOpening::New(std::int32_t folderId) {
 }
 
 void ContactOpening::Properties() {
-  const int row = list_.Row();
+  const int row = list_.ChosenRow();
   if (row < 1) return;
   const ContactColumns columns(list_);
   const double kind = LeadingNumber(list_.Text(row, columns.Kind()));

@@ -69,6 +69,7 @@ GroupStore::Saving::Saving(GroupStore& store, database::Connection& connection)
     : store_(store), transaction_(connection), wasIncomplete_(store.incomplete_) {
   store_.hasWritten_ = false;
   store_.created_.reset();
+  if (!store_.groupId_.empty()) connection.Execute(data::GroupQueries::LockGroup(store_.groupId_));
 }
 
 void GroupStore::Saving::Finish() {

@@ -41,6 +41,8 @@ class GroupStore {
   /// the same transaction, and a lost link rolls it back.
   class Saving {
    public:
+    /// Locks an existing group: waits for another save of it and prevents the next one, so that the
+    /// checks see what the writes replace. \throws Error
     Saving(GroupStore& store, database::Connection& connection);
     /// Commits. \throws Error; call Fail then
     void Finish();

@@ -110,19 +110,19 @@ std::size_t MemberList::NumberOf(const String& id) {
   return number;
 }
 
-void MemberList::Remember(const String& id, const String& kind) {
-  Known& known = known_[NumberOf(id)];
-  if (known.Rows++ == 0) known.Kind = kind;
+std::size_t MemberList::IndexOf(StringView kind) {
+  constexpr std::array kKnown{ContactKind::Contact, ContactKind::Group, ContactKind::RemoteContact};
+  static_assert(kKnown.size() + 1 == kKinds);
+  return static_cast<std::size_t>(std::find(kKnown.begin(), kKnown.end(), kind) - kKnown.begin());
 }
 
-void MemberList::Forget(const String& id) {
-  const auto number = ids_.Find(id);
-  if (number && known_[*number].Rows > 0) --known_[*number].Rows;
+void MemberList::Remember(const String& id, StringView kind) {
+  ++known_[NumberOf(id)].Rows[IndexOf(kind)];
 }
 
-bool MemberList::IsThere(const String& id) const {
+void MemberList::Forget(const String& id, std::size_t kind) {
   const auto number = ids_.Find(id);
-  return number && known_[*number].Rows > 0;
+  if (number && known_[*number].Rows[kind] > 0) --known_[*number].Rows[kind];
 }
 
 template <class Job>
@@ -177,8 +177,8 @@ void MemberList::TakeRows(controls::FlexGrid& source, const std::vector<int>& ro
       const String id = from.ReadId(row);
       const auto found = ids_.Find(id, guess);
       if (found) guess = *found + 1;
-      if (found && known_[*found].Rows > 0) {
-        if (known_[*found].Kind == from.ReadKind(row)) {
+      if (found && known_[*found].Rows != Known().Rows) {
+        if (known_[*found].Rows[IndexOf(from.ReadKind(row))] > 0) {
           ++present;
         } else {
           leftOut.push_back(from.Read(row).Name);
@@ -188,9 +188,9 @@ void MemberList::TakeRows(controls::FlexGrid& source, const std::vector<int>& ro
       ContactRow contact = from.Read(row);
       if (contact.Kind != ContactKind::Group && contact.MobileNo.empty()) ++withoutNumber;
       const std::size_t number = found ? *found : NumberOf(id);
-      known_[number].Kind = contact.Kind;
+      int& count = known_[number].Rows[IndexOf(contact.Kind)];
       added.push_back(id);
-      ChangeRows([&] { to.Add(std::move(contact)); }, [&] { ++known_[number].Rows; });
+      ChangeRows([&] { to.Add(std::move(contact)); }, [&] { ++count; });
     }
   }
   const auto count = static_cast<std::int64_t>(added.size());
@@ -243,18 +243,18 @@ void MemberList::RemoveRows(const controls::RowSelection& rows, JobProgress& pro
     // The last ones, so that the numbers of the others stay the same.
     const std::size_t others = left.size() - std::min(left.size(), portion_);
     controls::RowSelection portion;
-    std::vector<String> ids;
-    ids.reserve(left.size() - others);
+    std::vector<std::pair<String, std::size_t>> gone;
+    gone.reserve(left.size() - others);
     for (std::size_t i = others; i < left.size(); ++i) {
       portion.Add(left[i], left[i]);
-      ids.push_back(columns.ReadId(left[i]));
+      gone.emplace_back(columns.ReadId(left[i]), IndexOf(columns.ReadKind(left[i])));
     }
     left.resize(others);
     ChangeRows([&] { display_.Grid.RemoveRows(portion); },
                [&] {
-                 for (const String& id : ids) Forget(id);
+                 for (const auto& [id, kind] : gone) Forget(id, kind);
                });
-    for (std::size_t row = 0; row < ids.size(); ++row) progress.GoesOn();
+    for (std::size_t row = 0; row < gone.size(); ++row) progress.GoesOn();
   }
 }
 
@@ -309,11 +309,17 @@ String MemberList::RemoveAdded(const std::vector<String>& ids, JobProgress& prog
 String MemberList::PutBack(const std::vector<MemberHistory::Removed>& gone, JobProgress& progress) {
   std::vector<const MemberHistory::Removed*> back;
   back.reserve(gone.size());
-  TextIndex ids;
-  ids.Reserve(gone.size());
+  std::vector<bool> comes(known_.size() * kKinds);
+  std::size_t guess = 0;
   for (const MemberHistory::Removed& removed : gone) {
     progress.Advance();
-    if (IsThere(removed.Contact.Id) || !ids.Add(removed.Contact.Id)) continue;
+    const std::size_t kind = IndexOf(removed.Contact.Kind);
+    if (const auto number = ids_.Find(removed.Contact.Id, guess)) {
+      const std::size_t place = *number * kKinds + kind;
+      if (known_[*number].Rows[kind] > 0 || comes[place]) continue;
+      comes[place] = true;
+      guess = *number + 1;
+    }
     back.push_back(&removed);
   }
   if (!back.empty()) {
@@ -354,7 +360,7 @@ void MemberList::GoTo(int row) {
 bool MemberList::Has(StringView kind, StringView id) const {
   if (!IsComplete()) return false;
   const auto found = ids_.Find(id);
-  return found && known_[*found].Rows > 0 && known_[*found].Kind == kind;
+  return found && known_[*found].Rows[IndexOf(kind)] > 0;
 }
 
 void MemberList::ShowChange(const String& outcome) {

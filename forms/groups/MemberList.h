@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <deque>
 
 #include "common/TextIndex.h"
@@ -13,8 +14,8 @@ namespace ktrv::forms {
 
 class JobProgress;
 
-/// The right list of the group dialog: members of a group, or picked recipients. Each id occurs at
-/// most once, regardless of its kind: a contact excludes a group with the same id.
+/// The right list of the group dialog: members of a group, or picked recipients. No row is added
+/// whose id is there, regardless of its kind: a contact excludes a group with the same id.
 class MemberList final : public DialogList {
  public:
   struct Labels {
@@ -49,7 +50,8 @@ class MemberList final : public DialogList {
   void RemoveSelected(JobProgress& progress);
   void RemoveAll(JobProgress& progress);
   bool CanUndo() const { return !history_.IsEmpty(); }
-  /// Takes back the last change. A removed row does not come back if its id is in the list.
+  /// Takes back the last change. A removed row does not come back if the list has its kind
+  /// and id.
   void Undo(JobProgress& progress);
   /// The contact was edited: undoing brings it back with these texts.
   void Edited(const ContactRow& contact) { history_.Update(contact); }
@@ -65,9 +67,9 @@ class MemberList final : public DialogList {
   bool Has(StringView kind, StringView id) const;
 
  private:
+  static constexpr std::size_t kKinds = 4;  ///< contacts, groups, remote contacts and others
   struct Known {
-    String Kind;
-    int Rows = 0;  ///< a database without keys may return an id twice
+    std::array<int, kKinds> Rows{};  ///< of each kind; a database without keys may return one twice
   };
 
   void Arrived() override;
@@ -75,11 +77,12 @@ class MemberList final : public DialogList {
   void ForgetAll();
   /// The id's number, a new one if need be.
   std::size_t NumberOf(const String& id);
+  /// The index of a kind in Known::Rows.
+  static std::size_t IndexOf(StringView kind);
   /// Counts a row. Allocates nothing for an id that has a number.
-  void Remember(const String& id, const String& kind);
-  /// A row with this id was removed. Allocates nothing.
-  void Forget(const String& id);
-  bool IsThere(const String& id) const;
+  void Remember(const String& id, StringView kind);
+  /// A row of the kind with this index and id was removed. Allocates nothing.
+  void Forget(const String& id, std::size_t kind);
   /// Runs a change of the list. If it fails halfway, shows what is there, and rethrows.
   template <class Job>
   void Change(const Job& job);

@@ -1,7 +1,9 @@
 #include "forms/groups/PastedText.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_set>
+#include <utility>
 
 #include "controls/SoughtNumber.h"
 #include "forms/groups/ContactRow.h"
@@ -26,32 +28,20 @@ bool IsInternational(StringView number) {
   return start.find(u'+') != StringView::npos || start.find(u"00") != StringView::npos;
 }
 
-void Note(std::unordered_map<String, std::vector<int>>& index, const String& key, int row) {
-  // So many rows of one name are not told apart.
-  constexpr std::size_t kMost = 1000;
-  const auto found = index.find(key);
-  if (found == index.end() || found->second.size() == kMost) return;
-  if (found->second.empty() || found->second.back() != row) found->second.push_back(row);
-}
-
 }  // namespace
 
 PastedText::PastedText(StringView text, const controls::Language& language) : folding_(language) {
-  int record = 0;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find_first_of(kBetweenFields), text.size());
-    Add(WithoutBlanks(text.substr(0, end)), record);
-    if (end < text.size() && text[end] != u'\t') ++record;
+    if (const StringView field = WithoutBlanks(text.substr(0, end)); !field.empty()) {
+      const SoughtNumber number(field);
+      Index& numbers = IsInternational(field) ? internationalNumbers_ : numbers_;
+      records_.back().push_back({String(field), &names_[NameKey(field)],
+                                 number.IsEmpty() ? nullptr : &numbers[String(number.Digits())]});
+    }
+    if (end < text.size() && text[end] != u'\t') records_.emplace_back();
     text.remove_prefix(std::min(end + 1, text.size()));
   }
-}
-
-void PastedText::Add(StringView text, int record) {
-  if (text.empty()) return;
-  const SoughtNumber number(text);
-  Index& numbers = IsInternational(text) ? internationalNumbers_ : numbers_;
-  const Rows* byNumber = number.IsEmpty() ? nullptr : &numbers[String(number.Digits())];
-  fields_.push_back({String(text), record, &names_[NameKey(text)], byNumber});
 }
 
 String PastedText::NameKey(StringView name) const {
@@ -68,64 +58,112 @@ String PastedText::NameKey(StringView name) const {
 }
 
 void PastedText::LookAt(controls::FlexGrid& list, JobProgress& progress) {
-  for (Index* index : {&names_, &numbers_, &internationalNumbers_}) {
-    for (auto& [key, rows] : *index) rows.clear();
-  }
   const ContactColumns columns(list);
   for (int row = 1; row < list.Rows(); ++row) {
     progress.Advance();
-    const ContactRow contact = columns.Read(row);
-    Note(names_, NameKey(contact.Name), row);
-    const String number = SoughtNumber::SignificantDigitsOf(contact.MobileNo);
-    if (number.empty()) continue;
-    const String withCountry = SoughtNumber::SignificantDigitsOf(contact.CountryCode) + number;
-    Note(numbers_, number, row);
-    Note(numbers_, withCountry, row);
-    // 49 1234 in another country is not +49 1234.
-    Note(internationalNumbers_, withCountry, row);
+    const ContactRow cells = columns.Read(row);
+    const auto find = [](Index& index, const String& text) {
+      const auto found = index.find(text);
+      return found == index.end() ? nullptr : &found->second;
+    };
+    Contact contact{row, cells.Kind == ContactKind::Group || !cells.MobileNo.empty()};
+    contact.Name = find(names_, NameKey(cells.Name));
+    auto& numbers = contact.Numbers;
+    const auto addNumber = [&](Index& index, const String& digits) {
+      Key* const key = find(index, digits);
+      if (!key || std::find(numbers.begin(), numbers.end(), key) != numbers.end()) return;
+      *std::find(numbers.begin(), numbers.end(), nullptr) = key;
+    };
+    if (const String number = SoughtNumber::SignificantDigitsOf(cells.MobileNo); !number.empty()) {
+      const String withCountry = SoughtNumber::SignificantDigitsOf(cells.CountryCode) + number;
+      addNumber(numbers_, number);
+      addNumber(numbers_, withCountry);
+      // 49 1234 in another country is not +49 1234.
+      addNumber(internationalNumbers_, withCountry);
+    }
+    // A copied list has this one, with all zeros of "49 0170".
+    addNumber(IsInternational(cells.MobileDisplay) ? internationalNumbers_ : numbers_,
+              String(SoughtNumber(cells.MobileDisplay).Digits()));
+    Contact* noted = nullptr;
+    const auto note = [&](Key* key) {
+      if (!key) return;
+      if (!noted) noted = &contacts_.emplace_back(contact);
+      key->Having.push_back(noted);
+    };
+    note(contact.Name);
+    for (Key* const key : numbers) note(key);
   }
 }
 
-std::optional<bool> PastedText::HasOther(std::size_t field, int row) const {
-  constexpr std::size_t kNear = 5;
-  const std::size_t end = std::min(field + kNear, fields_.size());
-  std::optional<bool> has;
-  for (std::size_t other = field - std::min(field, kNear); other < end; ++other) {
-    const Field& each = fields_[other];
-    if (each.Record != fields_[field].Record || each.IsNumber() == fields_[field].IsNumber() ||
-        each.Found().empty()) {
+void PastedText::CountBoth(const Record& record, const std::vector<Key*>& names,
+                           const std::vector<Key*>& numbers, JobProgress& progress) {
+  const auto having = [](const std::vector<Key*>& keys) {
+    return std::accumulate(
+        keys.begin(), keys.end(), std::size_t{},
+        [](std::size_t sum, const Key* key) { return sum + key->Having.size(); });
+  };
+  const auto isOfRecord = [&](const Key* key) { return key && key->In == &record; };
+  // One side is enough, and many may have a name or a number.
+  for (const Key* key : having(names) < having(numbers) ? names : numbers) {
+    for (Contact* const contact : key->Having) {
+      progress.Look();
+      const auto& its = contact->Numbers;
+      const bool isBoth =
+          isOfRecord(contact->Name) && std::any_of(its.begin(), its.end(), isOfRecord);
+      if (!isBoth || std::exchange(contact->CountedIn, &record) == &record) continue;
+      const auto count = [&](Key* mine) {
+        if (!isOfRecord(mine)) return;
+        ++mine->Both;
+        mine->Row = contact->Row;
+      };
+      count(contact->Name);
+      for (Key* const number : its) count(number);
+    }
+  }
+}
+
+void PastedText::Find(Record& record, Found& found, JobProgress& progress) {
+  const bool hasText =
+      std::any_of(record.begin(), record.end(), [](const Field& each) { return !each.ByNumber; });
+  std::vector<Key*> names;
+  std::vector<Key*> numbers;
+  bool isNumberFound = false;
+  for (Field& field : record) {
+    // Beside a text, digits are no name.
+    field.IsNumber = field.ByNumber &&
+                     (hasText || !field.ByNumber->Having.empty() || field.ByName->Having.empty());
+    Key& key = field.Found();
+    isNumberFound = isNumberFound || (field.IsNumber && !key.Having.empty());
+    if (std::exchange(key.In, &record) == &record) continue;
+    key.Both = 0;
+    (field.IsNumber ? numbers : names).push_back(&key);
+  }
+  const bool isCounted = !names.empty() && isNumberFound;
+  if (isCounted) CountBoth(record, names, numbers, progress);
+  for (const Field& field : record) {
+    progress.Look();
+    const Key& key = field.Found();
+    if (key.Having.empty()) {
+      found.Missing.push_back(field.Text);
       continue;
     }
-    has = has.value_or(false) || std::binary_search(each.Found().begin(), each.Found().end(), row);
-  }
-  return has;
-}
-
-void PastedText::Find(std::size_t field, Found& found) const {
-  const Field& sought = fields_[field];
-  const Rows& rows = sought.Found();
-  if (rows.empty()) {
-    found.Missing.push_back(sought.Text);
-    return;
-  }
-  Rows meant = rows;
-  // A record with name and number means the one who has both.
-  if (HasOther(field, rows.front())) {
-    std::erase_if(meant, [&](int row) { return !*HasOther(field, row); });
-  }
-  if (meant.size() == 1) {
-    found.Rows.push_back(meant.front());
-  } else if (meant.empty()) {
-    found.Differing.push_back(sought.Text);
-  } else {
-    found.Several.push_back(sought.Text);
+    const Contact& first = *key.Having.front();
+    std::size_t meant = isCounted ? key.Both : key.Having.size();
+    if (!isCounted && meant == 1 && !names.empty() && !numbers.empty() && first.HasNumber) {
+      meant = 0;  // nobody has the number, and this one has another
+    }
+    if (meant == 1) {
+      found.Rows.push_back(isCounted ? key.Row : first.Row);
+    } else {
+      (meant == 0 ? found.Differing : found.Several).push_back(field.Text);
+    }
   }
 }
 
 PastedText::Found PastedText::FindIn(controls::FlexGrid& list, JobProgress& progress) {
   LookAt(list, progress);
   Found found;
-  for (std::size_t field = 0; field < fields_.size(); ++field) Find(field, found);
+  for (Record& record : records_) Find(record, found, progress);
   const auto keepFirst = [](auto& values) {
     std::unordered_set<typename std::decay_t<decltype(values)>::value_type> known;
     std::erase_if(values, [&](const auto& each) { return !known.insert(each).second; });

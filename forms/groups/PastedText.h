@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <array>
+#include <deque>
 #include <unordered_map>
 #include <vector>
 
@@ -12,14 +13,15 @@ namespace ktrv::forms {
 class JobProgress;
 
 /// A pasted list of numbers and names, one per line or separated by semicolons or tabs. Each is
-/// looked up in a list by its number, however it is written, otherwise by the whole name.
+/// looked up in a list by its number, however it is written, otherwise by the whole name. Tabs
+/// separate the fields of one record; names and numbers of a record belong together.
 class PastedText {
  public:
   PastedText(StringView text, const controls::Language& language);
   PastedText(const PastedText&) = delete;
   PastedText& operator=(const PastedText&) = delete;
 
-  bool IsEmpty() const { return fields_.empty(); }
+  bool IsEmpty() const { return names_.empty(); }
 
   struct Found {
     std::vector<int> Rows;          ///< each once, in the order of the text
@@ -27,37 +29,52 @@ class PastedText {
     std::vector<String> Several;    ///< what several rows have
     std::vector<String> Differing;  ///< names and numbers of one record that no row has together
   };
-  /// \param list laid out by ContactColumns; one step of progress for each row. \throws Stopped
+  /// Once only. \param list laid out by ContactColumns; one step of progress for each row.
+  /// \throws Stopped
   Found FindIn(controls::FlexGrid& list, JobProgress& progress);
 
  private:
-  /// Row numbers in ascending order.
-  using Rows = std::vector<int>;
-  using Index = std::unordered_map<String, Rows>;
+  struct Field;
+  using Record = std::vector<Field>;
+  struct Contact;
+  /// A name or a number of the text, and who has it.
+  struct Key {
+    std::vector<Contact*> Having;
+    const Record* In = nullptr;  ///< the last record that has it
+    std::size_t Both = 0;        ///< how many of these have a name and a number of that record
+    int Row = 0;                 ///< the last one's
+  };
+  struct Contact {
+    int Row;
+    bool HasNumber;                     ///< its own, or those of its members
+    Key* Name = nullptr;                ///< null if it is not in the text
+    std::array<Key*, 4> Numbers{};      ///< the same; each once
+    const Record* CountedIn = nullptr;  ///< the last record
+  };
+  using Index = std::unordered_map<String, Key>;
   struct Field {
     String Text;
-    int Record;  ///< fields separated by tabs only belong to one record
-    const Rows* ByName;
-    const Rows* ByNumber;  ///< null if the text is no number
+    Key* ByName;
+    Key* ByNumber;  ///< null if the text is no number
+    bool IsNumber = false;
 
-    bool IsNumber() const { return ByNumber && !ByNumber->empty(); }
-    const Rows& Found() const { return IsNumber() ? *ByNumber : *ByName; }
+    Key& Found() const { return IsNumber ? *ByNumber : *ByName; }
   };
 
-  void Add(StringView text, int record);
   String NameKey(StringView name) const;
   void LookAt(controls::FlexGrid& list, JobProgress& progress);
-  /// Whether a row has a name of the field's record if the field is a number, or a number of it if
-  /// the field is a name; nothing if the record has none that is in the list.
-  std::optional<bool> HasOther(std::size_t field, int row) const;
-  /// Adds the row that the field means, or its text to what is not found so.
-  void Find(std::size_t field, Found& found) const;
+  /// Adds whom the record means, and its texts that mean nobody.
+  static void Find(Record& record, Found& found, JobProgress& progress);
+  /// Counts who has one of the names and one of the numbers, all those of the record.
+  static void CountBoth(const Record& record, const std::vector<Key*>& names,
+                        const std::vector<Key*>& numbers, JobProgress& progress);
 
   controls::CaseFolding folding_;
-  std::vector<Field> fields_;
+  std::vector<Record> records_{1};
   Index names_;
   Index numbers_;
   Index internationalNumbers_;  ///< those that start with + or 00
+  std::deque<Contact> contacts_;
 };
 
 }  // namespace ktrv::forms

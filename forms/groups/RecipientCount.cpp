@@ -4,6 +4,7 @@
 #include <bit>
 #include <utility>
 
+#include "common/Fingerprint.h"
 #include "controls/SoughtNumber.h"
 #include "data/GroupQueries.h"
 
@@ -28,15 +29,14 @@ RecipientCount::Number RecipientCount::NumberOf(StringView countryCode, StringVi
   using controls::SoughtNumber;
   const String number = SoughtNumber::SignificantDigitsOf(mobileNo);
   if (number.empty()) return 0;
-  const String whole = SoughtNumber::SignificantDigitsOf(countryCode) + number;
-  return std::max<Number>(std::hash<String>()(whole), 1);
+  return SoughtNumber::KeyOf(SoughtNumber::SignificantDigitsOf(countryCode) + number);
 }
 
 RecipientCount::Numbers::Numbers(std::size_t most) : places_(std::bit_ceil(2 * most + 1)) {}
 
 bool RecipientCount::Numbers::Add(Number number) {
   const std::size_t mask = places_.size() - 1;
-  auto place = static_cast<std::size_t>(number & mask);
+  auto place = static_cast<std::size_t>(Mixed(number) & mask);
   for (; places_[place] != 0; place = (place + 1) & mask) {
     if (places_[place] == number) return false;
   }

@@ -45,7 +45,7 @@ class RecipientCount final : public BackgroundList {
   const controls::RowSelection& Twice() const { return twice_; }
 
  private:
-  /// A number as a hash; 0 for none.
+  /// A number's key; 0 for none.
   using Number = std::uint64_t;
   enum class Reading { Open, Now, Done, Failed };
   struct Group {

@@ -124,7 +124,7 @@ void SourceList::ChooseSource(StringView folderId) {
   kind_.clear();
   name_.clear();
   const auto folder = commands_.Execute(GroupCommand::Folder, {String(folderId)});
-  kind_ = ToText(folder.Field(u"TYPE"));
+  kind_ = Trim(ToText(folder.Field(u"TYPE")));
   name_ = ToText(folder.Field(u"NAME"));
 }
 

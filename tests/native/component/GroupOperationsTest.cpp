@@ -190,6 +190,16 @@ TEST_F(GroupOperationsTest, BlanksAroundAFolderIdRefuseNoGroup) {
   EXPECT_EQ(main.AddGroup(1, u" 0", 0, {}), 1);
 }
 
+/// The database returns the folder's number without them, and the new group is recognised by it.
+TEST_F(GroupOperationsTest, FolderIdLosesItsLeadingZeros) {
+  Initialise(kServer);
+  Play([](frmGroupsNew& dialog) {
+    EXPECT_EQ(dialog.Request().FolderId, u"4");
+    dialog.cmdCancel.UserClicks();
+  });
+  EXPECT_EQ(main.AddGroup(1, u"004", 0, {}), 1);
+}
+
 TEST_F(GroupOperationsTest, FolderOfALocalGroupIsNotLookedUp) {
   Initialise();
   Play([](frmGroupsNew& dialog) { dialog.cmdCancel.UserClicks(); });

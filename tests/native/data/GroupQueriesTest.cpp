@@ -77,6 +77,10 @@ TEST(GroupQueries, CountTheMembersThatExpandingFinds) {
   EXPECT_THROW(MembersOfGroups({u"12", u"7 OR 1=1"}), Error);
 }
 
+TEST(GroupQueries, LockTheGroupsRowOnly) {
+  EXPECT_EQ(LockGroup(u"12"), u"UPDATE SMS_ABGROUPS SET NAME = NAME WHERE ID = 12");
+}
+
 TEST(GroupQueries, ArePreparedToTheLetter) {
   EXPECT_EQ(kFolder,
             u"SELECT ID, NAME, TYPE, REMOTE_CONTACTS_CATEGORY FROM SMS_ABFOLDERS WHERE ID = ? ");
@@ -120,6 +124,7 @@ TEST(GroupQueries, RefuseAnIdThatIsNotDigits) {
     EXPECT_THROW(SharedCandidates(Dialect::Sql, Purpose::EditGroup, id), Error);
     EXPECT_THROW(RemoteCandidates(Dialect::Oracle, Purpose::PickRecipients, id), Error);
     EXPECT_THROW(Members(Dialect::Sql, id), Error);
+    EXPECT_THROW(LockGroup(id), Error);
   }
 }
 

@@ -1,4 +1,5 @@
 #include "tests/native/groups/GroupsFixture.h"
+#include "tests/native/support/OtherUser.h"
 
 namespace ktrv::forms {
 namespace {
@@ -112,6 +113,32 @@ TEST_F(GroupBesideOthers, ComparisonThatFailsWritesNothing) {
   EXPECT_EQ(ErrorsLogged(kSaveContext), 1);
   EXPECT_EQ(form->lblSave.Caption(), u"The group could not be saved.");
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S,R1:R");
+}
+
+// Whose save is being written.
+
+struct SavesAtOnceOnDatabase : GroupBesideOthers {};
+
+TEST_F(SavesAtOnceOnDatabase, ChangesThatAreNotCommittedYetAreNotReplacedUnasked) {
+  Modify();
+  tests::OtherUser other(database, {u"UPDATE SMS_ABGROUPS SET NAME = 'Crew' WHERE ID = 11",
+                                    u"INSERT INTO SMS_ABGROUPMAPS VALUES (11, '4', 'S')"});
+  screen.Answer(MessageAnswer::No);
+  Press();
+  EXPECT_TRUE(form->IsLoaded());
+  ExpectAsked(kChanged);
+  EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S,R1:R,4:S");
+  EXPECT_EQ(Names(), u"Crew,Void");
+  EXPECT_EQ(ErrorsLogged(), 0);
+}
+
+TEST_F(SavesAtOnceOnDatabase, GroupWhoseDeletionIsNotCommittedYetGetsNoMembers) {
+  Modify();
+  tests::OtherUser other(database, {u"DELETE FROM SMS_ABGROUPS WHERE ID = 11",
+                                    u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 11"});
+  Press();
+  ExpectRefused(kGone);
+  EXPECT_EQ(MembershipsOf(u"11"), u"");
 }
 
 // Strangers.

@@ -369,6 +369,20 @@ TEST_F(GroupDialogTest, NoContactIsMadeInARemoteFolder) {
   EXPECT_EQ(ErrorsLogged(kNew), 0);
 }
 
+TEST_F(GroupDialogTest, NoContactIsMadeInARemoteFolderWhoseTypeIsPadded) {
+  Folders({{u"8", u"Dealers", u"R   ", u"D"}});
+  driver.Answer(Queries::kFolder, {{u"ID"}, {u"NAME"}, {u"TYPE"}, {u"REMOTE_CONTACTS_CATEGORY"}},
+                {{u"8", u"Dealers", u"R   ", u"D"}});
+  OpenToAdd();
+  ASSERT_TRUE(Choose(u"Dealers"));
+  AnswerContacts([](const ContactRequest&) {
+    ADD_FAILURE();
+    return String();
+  });
+  form->cmdNew.UserClicks();
+  EXPECT_EQ(screen.Messages.size(), 1U);
+}
+
 TEST_F(GroupDialogTest, NoContactIsMadeInAVanishedFolder) {
   Folders({{u"8", u"Friends", u"S", u""}});
   OpenToAdd();
@@ -427,6 +441,26 @@ TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
   EXPECT_EQ(Column(form->vsfFolderContacts, u"COUNTRYCODE"), (std::vector<String>{u"91", u"44"}));
   EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILE_DISPLAY"),
             (std::vector<String>{u"91 98001", u"44 98022"}));
+}
+
+TEST_F(GroupDialogTest, PropertiesAreThoseOfTheSelectedRowNotOfTheOneWithTheFocus) {
+  Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
+              {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  std::vector<String> ids;
+  AnswerContacts([&](const ContactRequest& request) {
+    ids.push_back(request.EditContactId);
+    return request.EditContactId;
+  });
+  form->vsfFolderContacts.SetRow(1);
+  form->vsfFolderContacts.UserSelectsRange(2, 2, true, 2);
+  form->vsfFolderContacts.UserSelectsRange(2, 2, false, 2);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(ids, (std::vector<String>{u"1"}));
+  form->vsfFolderContacts.UserSelectsRange(1, 1, false, 2);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(ids.size(), 1U);
 }
 
 TEST_F(GroupDialogTest, PropertiesOfAContactLeaveAGroupsRowAlone) {

@@ -49,8 +49,8 @@ TEST_F(GroupSaveTest, ModifiedGroupIsRenamedClearedAndFilled) {
   Modify({{u"1", u"Anna", u"", u"", u"1", u""}});
   form->cmdOK.UserClicks();
   EXPECT_EQ(Written(),
-            (std::vector<String>{String(Queries::kRenameGroup), String(Queries::kClearMembers),
-                                 String(Queries::kInsertMember)}));
+            (std::vector<String>{Queries::LockGroup(u"5"), String(Queries::kRenameGroup),
+                                 String(Queries::kClearMembers), String(Queries::kInsertMember)}));
   EXPECT_EQ(Left().GroupId, u"5");
 }
 
@@ -76,8 +76,8 @@ TEST_F(GroupSaveTest, LocalGroupIsModifiedWithoutAStatement) {
 TEST_F(GroupSaveTest, GroupWithoutMembersIsOnlyCleared) {
   Modify({});
   form->cmdOK.UserClicks();
-  EXPECT_EQ(Written(),
-            (std::vector<String>{String(Queries::kRenameGroup), String(Queries::kClearMembers)}));
+  EXPECT_EQ(Written(), (std::vector<String>{Queries::LockGroup(u"5"), String(Queries::kRenameGroup),
+                                            String(Queries::kClearMembers)}));
 }
 
 TEST_F(GroupSaveTest, BarMovesWithEachMember) {

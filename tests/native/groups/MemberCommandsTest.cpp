@@ -180,6 +180,41 @@ TEST_F(MemberCommandsTest, UndoBringsNobodyTwice) {
   EXPECT_TRUE(Ids().empty());
 }
 
+TEST_F(MemberCommandsTest, UndoBringsBackEachKindOfAnId) {
+  MembersAre({{u"7", u"Anna", u"", u"", u"1", u""}, {u"7", u"Rita", u"", u"", u"3", u""}});
+  const auto names = [&] { return Column(List(), u"NAME"); };
+  const std::vector<String> both{u"Anna", u"Rita"};
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  form->cmdRemoveAll.UserClicks();
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(names(), both);
+  EXPECT_EQ(Outcome(), u"Undone: 2 back in the list");
+  Remove({2});
+  EXPECT_EQ(names(), std::vector<String>{u"Anna"});
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(names(), both);
+  Remove({1});
+  EXPECT_FALSE(form->Members().Has(ContactKind::Contact, u"7"));
+  EXPECT_TRUE(form->Members().Has(ContactKind::RemoteContact, u"7"));
+}
+
+TEST_F(MemberCommandsTest, IdIsFreeOnceNoKindHasIt) {
+  MembersAre({{u"2", u"Bert", u"", u"", u"1", u""}, {u"2", u"Rita", u"", u"", u"3", u""}});
+  OpenToModify(u"5", u"Team");
+  ASSERT_TRUE(Complete());
+  Remove({1});
+  Take({2});
+  EXPECT_EQ(Column(List(), u"NAME"), (std::vector<String>{u"Rita"}));
+  Remove({1});
+  Take({2});
+  EXPECT_EQ(List().Rows(), 2);
+  form->cmdUndo.UserClicks();
+  form->cmdUndo.UserClicks();
+  form->cmdUndo.UserClicks();
+  EXPECT_EQ(Column(List(), u"NAME"), (std::vector<String>{u"Bert", u"Rita"}));
+}
+
 TEST_F(MemberCommandsTest, RowsBackInTheListAreKnownAgain) {
   OpenWithFour();
   Remove({2});

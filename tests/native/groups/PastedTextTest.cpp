@@ -96,6 +96,73 @@ TEST_F(PastedTextTest, NobodyIsAddedWhoseNameAndNumberContradict) {
             u"Name and number belong to different people: 98004, Anna Ek.");
 }
 
+TEST_F(PastedTextTest, NameWithANumberThatNobodyHasAddsOnlyWhoHasNone) {
+  Open();
+  EXPECT_EQ(Paste(u"Anna Ek\t98555"), Ids{});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: 98555. "
+            u"Name and number belong to different people: Anna Ek.");
+  EXPECT_EQ(Paste(u"98555\tTeam\nCora\t98555"), Ids{u"3"});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: 98555. "
+            u"Name and number belong to different people: Team.");
+  EXPECT_EQ(Paste(u"Anna Ek\t98555\t030 1234\tCora"), Ids{u"1"});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: 98555. "
+            u"Name and number belong to different people: Cora.");
+}
+
+TEST_F(PastedTextTest, NumberThatNobodyHasDoesNotChooseAmongSeveral) {
+  Candidates({{u"1", u"Ann", u"", u"", u"1", u""},
+              {u"2", u"Ann", u"98002", u"", u"1", u"98002"},
+              {u"3", u"Eve", u"", u"", u"1", u""},
+              {u"4", u"Eve", u"", u"", u"1", u""}});
+  Open();
+  EXPECT_EQ(Paste(u"Ann\t98555\nEve\t98555"), Ids{});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: 98555. There are several of these: Ann, Eve.");
+}
+
+TEST_F(PastedTextTest, NumberWithANameThatNobodyHasAddsNobody) {
+  Open();
+  EXPECT_EQ(Paste(u"Zoe\t98004"), Ids{});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: Zoe. "
+            u"Name and number belong to different people: 98004.");
+  EXPECT_EQ(Paste(u"Zoe\t98004\tBert"), Ids{u"4"});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: Zoe.");
+}
+
+TEST_F(PastedTextTest, NameAndNumberBelongTogetherHoweverFarTheirColumnsAre) {
+  Open();
+  for (const int between : {0, 3, 4, 5, 6, 100000}) {
+    String columns;
+    for (int column = 0; column < between; ++column) columns += u"\t" + ToDecimal(column) + u".x";
+    EXPECT_EQ(Paste(u"Anna Ek" + columns + u"\t98004"), Ids{}) << between;
+    EXPECT_TRUE(Told().ends_with(u"belong to different people: Anna Ek, 98004.")) << between;
+    EXPECT_EQ(Paste(u"98004" + columns + u"\tAnna Ek"), Ids{}) << between;
+    EXPECT_TRUE(Told().ends_with(u"belong to different people: 98004, Anna Ek.")) << between;
+    EXPECT_EQ(Paste(u"Bert" + columns + u"\t98004"), Ids{u"4"}) << between;
+  }
+}
+
+TEST_F(PastedTextTest, NameOfDigitsIsANumberWhereTheLineHasAText) {
+  Candidates(
+      {{u"1", u"Ann", u"98001", u"", u"1", u"98001"}, {u"2", u"7", u"98002", u"", u"1", u"98002"}});
+  Open();
+  EXPECT_EQ(Paste(u"7"), Ids{u"2"});
+  EXPECT_EQ(Paste(u"7\t98002"), Ids{u"2"});
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Paste(u"7\tAnn\t98001"), Ids{u"1"});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: 7.");
+  EXPECT_EQ(Paste(u"7\tAnn"), Ids{});
+  EXPECT_EQ(Told(),
+            u"Not found in the list on the left: 7. "
+            u"Name and number belong to different people: Ann.");
+  EXPECT_EQ(Paste(u"7\t98001"), Ids{});
+  EXPECT_EQ(Told(), u"Name and number belong to different people: 7, 98001.");
+}
+
 TEST_F(PastedTextTest, NumberOfOneCountryFindsNobodyOfAnother) {
   Candidates({{u"1", u"Ravi", u"491234", u"91", u"1", u"91 491234"},
               {u"2", u"Ute", u"+49 5678", u"", u"1", u"+49 5678"}});
@@ -174,6 +241,40 @@ TEST_F(PastedTextTest, StoppedPasteAddsNobody) {
   EXPECT_EQ(ErrorsLogged(), 0);
 }
 
+TEST_F(PastedTextTest, OneOfManyWithTheSameNameOrNumberIsFound) {
+  constexpr int kMany = 3000;
+  std::vector<Row> rows;
+  for (int id = 1; id <= kMany; ++id) {
+    const String own = ToDecimal(50000 + id);
+    rows.push_back({ToDecimal(id), u"Ann", own, u"", u"1", own});
+    rows.push_back({ToDecimal(kMany + id), u"Name " + own, u"9", u"", u"1", u"9"});
+  }
+  Candidates(std::move(rows));
+  Open();
+  EXPECT_EQ(Paste(u"Ann\t53000\n9\tName 53000\nAnn\t50001"), (Ids{u"3000", u"6000", u"1"}));
+  EXPECT_TRUE(screen.Messages.empty());
+  EXPECT_EQ(Paste(u"Ann\t9"), Ids{});
+  EXPECT_EQ(Told(), u"Name and number belong to different people: Ann, 9.");
+}
+
+TEST_F(PastedTextTest, PasteOfManyEqualLinesCanBeStopped) {
+  std::vector<Row> rows = Contacts(3000);
+  for (Row& row : rows) row[1] = u"Ann";
+  Candidates(std::move(rows));
+  Open();
+  screen.Clipboard = String();
+  for (int line = 0; line < 3000; ++line) *screen.Clipboard += u"Ann\t9\n";
+  int looks = 0;
+  screen.WhileWorking = [&](controls::Form&) {
+    const bool isRead = form->pbrSave.Value() == form->pbrSave.Max();
+    if (isRead && ++looks == 1) form->cmdCancel.UserClicks();
+  };
+  form->cmdPaste.UserClicks();
+  EXPECT_EQ(looks, 1);
+  EXPECT_EQ(form->lblOutcome.Caption(), u"Stopped. Nothing was added.");
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
 TEST_F(PastedTextTest, CopiedListCanBePasted) {
   Open();
   EXPECT_FALSE(form->cmdCopy.Enabled());
@@ -185,6 +286,18 @@ TEST_F(PastedTextTest, CopiedListCanBePasted) {
   form->cmdPaste.UserClicks();
   // There are two Berts, and two have the number of the first one.
   EXPECT_EQ(Column(form->vsfGroupContacts, u"ID"), (Ids{u"1", u"2", u"3", u"4"}));
+  EXPECT_TRUE(screen.Messages.empty());
+}
+
+TEST_F(PastedTextTest, CopiedListCanBePastedIfNumbersBeginWithZero) {
+  Candidates({{u"1", u"Anna", u"0170123", u"49", u"1", u"49 0170123"},
+              {u"2", u"Bert", u"0170124", u"+49", u"1", u"+49 0170124"},
+              {u"3", u"Cora", u"0", u"", u"1", u"0"}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  form->cmdSelectAll.UserClicks();
+  form->cmdCopy.UserClicks();
+  EXPECT_EQ(Paste(String(*screen.Clipboard)), (Ids{u"1", u"2", u"3"}));
   EXPECT_TRUE(screen.Messages.empty());
 }
 

@@ -213,6 +213,18 @@ TEST_F(RecipientCountTest, ListThatChangesMeanwhileIsCountedAnew) {
   screen.Pump();
 }
 
+// The pairs have equal 32-bit hashes of the standard library.
+TEST_F(RecipientCountTest, DifferentNumbersAreNeverTwice) {
+  Candidates({{u"1", u"Anna", u"1701023652", u"49", u"1", u""},
+              {u"2", u"Bert", u"1701082622", u"49", u"1", u""},
+              {u"3", u"Cora", u"1701023622", u"49", u"1", u""},
+              {u"4", u"Dora", u"1701082652", u"49", u"1", u""}});
+  Open();
+  Take({1, 2, 3, 4});
+  EXPECT_EQ(form->lblCounts.Caption(), u"4 entries, 4 people");
+  EXPECT_FALSE(form->cmdTwice.Enabled());
+}
+
 TEST_F(RecipientCountTest, GroupWhoseIdIsNoNumberNeverReachesTheDatabase) {
   Candidates({{u"7 OR 1=1", u"Team", u"", u"", u"2", u""}});
   Open();

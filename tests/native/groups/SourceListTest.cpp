@@ -85,6 +85,15 @@ TEST_F(SourceListTest, FolderTellsItsKindAndName) {
             Queries::RemoteCandidates(data::Dialect::Sql, Purpose::PickRecipients, u"8"));
 }
 
+TEST_F(SourceListTest, BlanksBehindAFoldersTypeDoNotMatter) {
+  OpenPicker();
+  FolderIs(u"R   ");
+  form->LoadFolderContacts(u"8");
+  EXPECT_EQ(form->Sources().Kind(), u"R");
+  EXPECT_EQ(form->Sources().Query(),
+            Queries::RemoteCandidates(data::Dialect::Sql, Purpose::PickRecipients, u"8"));
+}
+
 TEST_F(SourceListTest, FolderIdThatIsNoNumberShowsTheSharedContacts) {
   OpenPicker();
   FolderIs(u"S");
