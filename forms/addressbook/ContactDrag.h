@@ -21,6 +21,8 @@ class ContactDrag {
   /// end \param items the rows that were selected when the drag began: the list may have been
   /// loaded again since
   std::function<void(const String& groupKey, const std::vector<ListedItem>& items)> Dropped;
+  /// Forgets a drag whose end the list has not reported: the window was closed during it.
+  void Cancel() { End(false); }
 
  private:
   bool Over(int x, int y);

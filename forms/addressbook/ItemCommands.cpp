@@ -123,8 +123,8 @@ ContactCompanion ItemCommands::MembershipAt(const CurrentNode& node) {
   return {.Check =
               [this, group, linking](database::Connection& connection) {
                 linking([&] {
-                  return statements_.GroupIsThere(connection, group) ? Membership::Made
-                                                                     : Membership::GroupIsGone;
+                  return statements_.LockGroup(connection, group) ? Membership::Made
+                                                                  : Membership::GroupIsGone;
                 });
               },
           .Store =

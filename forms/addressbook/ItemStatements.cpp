@@ -1,20 +1,23 @@
 #include "forms/addressbook/ItemStatements.h"
 
 #include "data/EditorQueries.h"
+#include "data/GroupQueries.h"
 #include "data/ItemQueries.h"
 
 namespace ktrv::forms {
 
 namespace Queries = data::ItemQueries;
 
-bool ItemStatements::GroupIsThere(database::Connection& connection, StringView groupId) {
+bool ItemStatements::LockGroup(database::Connection& connection, StringView groupId) {
+  connection.Execute(data::GroupQueries::LockGroup(groupId));
   return IsThere(connection, data::EditorQueries::GroupName(groupId));
 }
 
 ItemStatements::Membership ItemStatements::InsertMember(database::Connection& connection,
                                                         StringView groupId, StringView contactId) {
-  // Other users may have deleted either of them meanwhile.
-  if (!GroupIsThere(connection, groupId)) return Membership::GroupIsGone;
+  // Two users could add the same contact at once, or a save of the group remove it unseen. Other
+  // users may have deleted either of them meanwhile.
+  if (!LockGroup(connection, groupId)) return Membership::GroupIsGone;
   if (!IsThere(connection, data::EditorQueries::ContactName(contactId))) {
     return Membership::ContactIsGone;
   }

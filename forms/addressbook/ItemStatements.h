@@ -15,10 +15,13 @@ class ItemStatements {
  public:
   explicit ItemStatements(BookDatabase& database) : database_(database) {}
 
-  /// Queries whether the group exists. \param connection that of the caller's transaction
-  bool GroupIsThere(database::Connection& connection, StringView groupId);
+  /// Locks the group until the end of the caller's transaction, whose first statement this must be:
+  /// on some engines the others see what was stored before their first one.
+  /// \return whether the group exists
+  bool LockGroup(database::Connection& connection, StringView groupId);
   enum class Membership { Made, Present, GroupIsGone, ContactIsGone };
-  /// Makes the contact a member of the group, if both exist and it is not a member yet.
+  /// Makes the contact a member of the group, if both exist and it is not a member yet. Locks the
+  /// group.
   Membership InsertMember(database::Connection& connection, StringView groupId,
                           StringView contactId);
   /// The same in a transaction of its own.

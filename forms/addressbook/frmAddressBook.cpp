@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/ScopeExit.h"
 #include "forms/Messages.h"
 #include "forms/addressbook/AddressBookTools.h"
 #include "forms/addressbook/ContactGridLayout.h"
@@ -94,6 +95,7 @@ void frmAddressBook::Event(StringView procedure, Body&& body) {
 
 void frmAddressBook::Form_Load() {
   Event(u"Form_Load", [&] {
+    drag_.Cancel();
     folderTree_.Start();
     txtFind.SetText({});
     LoadTreeView();
@@ -136,11 +138,12 @@ void frmAddressBook::ConnectToolBar() {
   tlbMain.ButtonDropDown = [this](const String& key, int x, int y) {
     tlbMain_ButtonDropDown(key, x, y);
   };
-  mnuNew_.Items.push_back(
-      {.Name = u"mnuNewContact", .Caption = u"&Contact", .Click = [this] { ContactNew({}); }});
-  mnuNew_.Items.push_back({.Name = u"mnuNewGroup", .Caption = u"&Group", .Click = [this] {
-                             ContactNew(ItemCommands::kNewGroup);
-                           }});
+  mnuNew_.Items.push_back({.Name = u"mnuNewContact",
+                           .Caption = u"&Contact",
+                           .Click = MenuClick([this] { ContactNew({}); })});
+  mnuNew_.Items.push_back({.Name = u"mnuNewGroup",
+                           .Caption = u"&Group",
+                           .Click = MenuClick([this] { ContactNew(ItemCommands::kNewGroup); })});
 }
 
 void frmAddressBook::tlbMain_ButtonClick(StringView key) {
@@ -155,18 +158,36 @@ void frmAddressBook::tlbMain_ButtonClick(StringView key) {
 void frmAddressBook::tlbMain_ButtonDropDown(StringView key, int x, int y) {
   const Stay stay(*this);
   Event(u"tlbMain_ButtonDropDown", [&] {
-    if (key == ToolKey::New) Display().ShowMenu(*this, mnuNew_, controls::Screen::Point{x, y});
+    if (key == ToolKey::New) ShowMenu(mnuNew_, controls::Screen::Point{x, y});
   });
 }
 
 void frmAddressBook::ConnectMenus() {
-  Menus.Item(u"mnuSharedContactContext").Click = [this] { ContactNew({}); };
-  Menus.Item(u"mnuSharedGroupContext").Click = [this] { ContactNew(ItemCommands::kNewGroup); };
-  Menus.Item(u"mnuSharedFolderContext").Click = [this] { commands_.NewFolder(); };
-  Menus.Item(u"mnuAddSharedContactGroupContext").Click = [this] { commands_.NewMember(); };
-  Menus.Item(u"mnuProperties").Click = [this] { ContactProperties(); };
-  Menus.Item(u"mnuCopy").Click = [this] { Copy(); };
-  Menus.Item(u"mnuPaste").Click = [this] { Paste(); };
+  const auto connect = [this](StringView item, std::function<void()> command) {
+    Menus.Item(item).Click = MenuClick(std::move(command));
+  };
+  connect(u"mnuSharedContactContext", [this] { ContactNew({}); });
+  connect(u"mnuSharedGroupContext", [this] { ContactNew(ItemCommands::kNewGroup); });
+  connect(u"mnuSharedFolderContext", [this] { commands_.NewFolder(); });
+  connect(u"mnuAddSharedContactGroupContext", [this] { commands_.NewMember(); });
+  connect(u"mnuProperties", [this] { ContactProperties(); });
+  connect(u"mnuCopy", [this] { Copy(); });
+  connect(u"mnuPaste", [this] { Paste(); });
+}
+
+std::function<void()> frmAddressBook::MenuClick(std::function<void()> command) {
+  return [this, command = std::move(command)] {
+    if (!menuPlace_ || *menuPlace_ == Current().Key) return command();
+    if (!IsLoaded()) return;
+    place_.Services.ShowMessage(u"Another place was selected meanwhile.",
+                                MessageStyle::Exclamation);
+  };
+}
+
+void frmAddressBook::ShowMenu(controls::Menu& menu, std::optional<controls::Screen::Point> at) {
+  menuPlace_ = Current().Key;
+  const ScopeExit closed([this] { menuPlace_.reset(); });
+  Display().ShowMenu(*this, menu, at);
 }
 
 void frmAddressBook::ShowItemContextMenu(std::optional<int> x, std::optional<int> y) {
@@ -176,7 +197,7 @@ void frmAddressBook::ShowItemContextMenu(std::optional<int> x, std::optional<int
     if (place_.User.IsAtServer()) Menus.ShowFor(NodeKey::KindOf(Current().Key));
     std::optional<controls::Screen::Point> at;
     if (x || y) at = {x.value_or(0), y.value_or(0)};
-    Display().ShowMenu(*this, Menus.mnuContactContext, at);
+    ShowMenu(Menus.mnuContactContext, at);
   });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "controls/FlexGrid.h"
@@ -97,6 +98,11 @@ class frmAddressBook final : public controls::Form {
  private:
   void ConnectToolBar();
   void ConnectMenus();
+  /// Shows a menu whose items act at the current node.
+  void ShowMenu(controls::Menu& menu, std::optional<controls::Screen::Point> at);
+  /// A menu item's handler: runs the command unless another node became current while the menu was
+  /// open, e.g. because the tree was rebuilt after a deletion.
+  std::function<void()> MenuClick(std::function<void()> command);
   void ConnectTree();
   void ConnectGrid();
   void ConnectSplitter();
@@ -141,6 +147,7 @@ class frmAddressBook final : public controls::Form {
   ItemCommands commands_;
   ContactDrag drag_{vsfContacts, tvwContacts};
   controls::Menu mnuNew_;
+  std::optional<String> menuPlace_;  ///< while a menu is open: the node that was current before
 };
 
 }  // namespace ktrv::forms

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "data/GroupQueries.h"
+#include "forms/addressbook/ItemStatements.h"
 #include "forms/addressbook/frmAddressBook.h"
 #include "tests/native/support/DialogFixture.h"
+#include "tests/native/support/OtherUser.h"
 
 namespace ktrv::tests {
 namespace {
@@ -128,6 +131,30 @@ TEST_P(AddressBookOnDatabase, AMembershipOfAnotherTypeListsTheContactInTheSqlFam
   });
   const bool sql = session.DbType == u"SQL";
   EXPECT_EQ(List(u"SHGR5"), sql ? Lines{u"1|Zoe  Ek|98200|1|1|"} : Lines{});
+}
+
+TEST_P(AddressBookOnDatabase, AContactThatAnotherUserIsAddingIsNotAddedTwice) {
+  database.Run({
+      u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME) VALUES (1, 0, 'Zoe')",
+      u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (5, 'Boat', 0)",
+  });
+  OtherUser other(database, {data::GroupQueries::LockGroup(u"5"),
+                             u"INSERT INTO SMS_ABGROUPMAPS VALUES (5, '1', 'S')"});
+  forms::ItemStatements statements(session.Database);
+  EXPECT_EQ(statements.AddMember(u"5", u"1"), forms::ItemStatements::Membership::Present);
+  EXPECT_EQ(database.Rows(u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS"), Lines{u"1"});
+}
+
+TEST_P(AddressBookOnDatabase, AGroupThatAnotherUserIsDeletingGetsNoMember) {
+  database.Run({
+      u"INSERT INTO SMS_ABCONTACTS (ID, FOLDER_ID, FNAME) VALUES (1, 0, 'Zoe')",
+      u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (5, 'Boat', 0)",
+  });
+  OtherUser other(database, {u"DELETE FROM SMS_ABGROUPS WHERE ID = 5",
+                             u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 5"});
+  forms::ItemStatements statements(session.Database);
+  EXPECT_EQ(statements.AddMember(u"5", u"1"), forms::ItemStatements::Membership::GroupIsGone);
+  EXPECT_EQ(database.Rows(u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS"), Lines{});
 }
 
 INSTANTIATE_TEST_SUITE_P(Dialects, AddressBookOnDatabase, testing::Values(u"SQL", u"ORACLE"),

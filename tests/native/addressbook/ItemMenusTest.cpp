@@ -177,6 +177,23 @@ TEST_F(ItemMenuTest, TheGridShowsNoMenu) {
   EXPECT_TRUE(screen.Menus.empty());
 }
 
+/// The tree jumps to the root when it is rebuilt at the server, e.g. after a deletion.
+TEST_F(ItemMenuTest, ItemsDoNothingIfAnotherPlaceBecameCurrentMeanwhile) {
+  RunAt(RunApplicationAt::RuntAtServer);
+  Open();
+  for (const StringView item : {u"mnuSharedContactContext", u"mnuSharedGroupContext"}) {
+    screen.WhileMenuIsOpen([&] { Click(u"SHARED"); });
+    screen.Choose(String(item));
+    screen.PlayModal([](controls::Form& editor) {
+      ADD_FAILURE() << "an editor was opened for the root";
+      editor.UserCloses();
+    });
+    RightClick(u"SFLD7");
+    EXPECT_EQ(screen.LastMessage().Text, u"Another place was selected meanwhile.");
+    screen.Messages.clear();
+  }
+}
+
 TEST_F(ItemMenuTest, PasteDoesNothing) {
   screen.Clipboard = u"Name\tMobile No\r\nAnna\t1\r\n";
   Open();
