@@ -32,6 +32,14 @@ bool IsMenuOpen() {
   return GetGUIThreadInfo(GetCurrentThreadId(), &thread) && thread.flags & GUI_INMENUMODE;
 }
 
+/// \param owner the window whose forms get no owner
+BOOL CALLBACK FreeFromOwner(HWND window, LPARAM owner) {
+  if (FormWindow::From(window) && GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(owner)) {
+    SetWindowLongPtrW(window, GWLP_HWNDPARENT, 0);
+  }
+  return TRUE;
+}
+
 /// Black or white, whichever is readable on the color.
 COLORREF TextColorOn(COLORREF color) {
   const int brightness = 3 * GetRValue(color) + 6 * GetGValue(color) + GetBValue(color);
@@ -59,6 +67,9 @@ FormWindow::~FormWindow() {
   disabling_.reset();
   if (HWND window = std::exchange(handle_, nullptr)) {
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    // The system destroys a window together with its owner. A modal form that the host opened
+    // while this one was active must stay.
+    EnumThreadWindows(GetCurrentThreadId(), &FreeFromOwner, reinterpret_cast<LPARAM>(window));
     DestroyWindow(window);
   }
 }
@@ -383,6 +394,7 @@ HWND FormWindow::StopButton() const {
 }
 
 void FormWindow::TakeInput() {
+  TakeCloseCommand();
   // A window that requests painting endlessly must not block the work.
   constexpr int kMost = 100;
   MSG message;
@@ -396,7 +408,25 @@ void FormWindow::TakeInput() {
     if (message.message == WM_PAINT || (message.hwnd && message.hwnd == StopButton())) {
       DispatchMessageW(&message);
     }
+    // At the press: the system would wait for the release in a message loop of its own.
+    if (message.hwnd == handle_ && message.message == WM_NCLBUTTONDOWN &&
+        message.wParam == HTCLOSE) {
+      form_.UserStops();
+    }
   }
+}
+
+void FormWindow::TakeCloseCommand() {
+  constexpr WPARAM kCommand = 0xFFF0;  // the system uses the other bits
+  const auto look = [this](MSG& message, UINT remove) {
+    return PeekMessageW(&message, handle_, WM_SYSCOMMAND, WM_SYSCOMMAND,
+                        remove | PM_QS_POSTMESSAGE) &&
+           message.message == WM_SYSCOMMAND;  // WM_QUIT passes each filter
+  };
+  MSG message;
+  if (!look(message, PM_NOREMOVE) || (message.wParam & kCommand) != SC_CLOSE) return;
+  look(message, PM_REMOVE);
+  if (IsWindowEnabled(handle_)) form_.UserStops();
 }
 
 void FormWindow::RestoreFocus() {

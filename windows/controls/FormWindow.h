@@ -86,6 +86,8 @@ class FormWindow final : public controls::FormPeer {
   static std::optional<LRESULT> BackgroundOf(HWND control, HDC target);
   bool SetPointerShape(HWND under, LPARAM lParam) const;
   HWND StopButton() const;
+  /// Takes a posted close command, as the taskbar sends it, as a press of the stop button.
+  void TakeCloseCommand();
   DWORD Style() const;
   DWORD ExStyle() const;
   void LimitSize(MINMAXINFO& limits) const;

@@ -50,8 +50,9 @@ bool TakeMessage(MSG& message) {
     case WM_SYSKEYDOWN:
       return owner->TakeShortcut(message);
     case WM_SYSCHAR:
-      // Other letters are left to the system menu.
-      return owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
+      // A key that is held down presses a button once. Other letters are left to the system menu.
+      return IsRepeated(message.lParam) ||
+             owner->TakeMnemonic(static_cast<wchar_t>(message.wParam));
     default:
       return false;
   }

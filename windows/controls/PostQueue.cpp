@@ -13,8 +13,16 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"KTRVAddressBookQueue";
 constexpr UINT kDrain = WM_APP;
+constexpr UINT kSchedule = WM_APP + 1;
 constexpr UINT_PTR kTimer = 1;
 constexpr auto kSlice = std::chrono::milliseconds(8);
+
+/// Call it on the window's thread.
+bool Schedule(HWND window) {
+  // A posted message would have priority over input; WM_TIMER has the lowest.
+  return SetTimer(window, kTimer, USER_TIMER_MINIMUM, nullptr) != 0 ||
+         PostMessageW(window, kDrain, 0, 0);
+}
 
 bool SomethingElseWaits() {
   return HIWORD(GetQueueStatus(QS_INPUT | QS_PAINT | QS_TIMER | QS_SENDMESSAGE)) != 0;
@@ -39,7 +47,9 @@ void PostQueue::Post(std::function<void()> closure) {
   const std::lock_guard lock(mutex_);
   if (!target_) return;
   closures_.push_back(std::move(closure));
-  if (!std::exchange(announced_, true)) PostMessageW(target_, kDrain, 0, 0);
+  if (announced_.exchange(true) || PostMessageW(target_, kDrain, 0, 0)) return;
+  // The thread's queue is full. A sent message and a timer need no place in it.
+  if (!SendNotifyMessageW(target_, kSchedule, 0, 0)) announced_ = false;
 }
 
 void PostQueue::Close() {
@@ -54,12 +64,17 @@ void PostQueue::Close() {
 }
 
 LRESULT CALLBACK PostQueue::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* self = reinterpret_cast<PostQueue*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (message == kSchedule) {
+    // Only that: it arrives within any call of the thread, also within its own Post.
+    if (self && !Schedule(window)) self->announced_ = false;
+    return 0;
+  }
   if (message != kDrain && message != WM_TIMER) {
     return DefWindowProcW(window, message, wParam, lParam);
   }
   return Guard<LRESULT>(0, [&]() -> LRESULT {
     KillTimer(window, kTimer);
-    auto* self = reinterpret_cast<PostQueue*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     // shared_from_this: a closure may close the queue.
     if (self) self->shared_from_this()->Drain();
     return 0;
@@ -95,9 +110,8 @@ std::function<void()> PostQueue::Next() {
 
 void PostQueue::Continue() {
   const std::lock_guard lock(mutex_);
-  if (closures_.empty() || !target_ || std::exchange(announced_, true)) return;
-  // A posted message would have priority over input; WM_TIMER has the lowest.
-  SetTimer(target_, kTimer, USER_TIMER_MINIMUM, nullptr);
+  if (closures_.empty() || !target_ || announced_.exchange(true)) return;
+  if (!Schedule(target_)) announced_ = false;
 }
 
 }  // namespace ktrv::windows

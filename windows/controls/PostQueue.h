@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -35,7 +36,8 @@ class PostQueue : public std::enable_shared_from_this<PostQueue> {
   std::mutex mutex_;
   Closures closures_;
   HWND target_ = nullptr;  ///< null after Close
-  bool announced_ = false;
+  /// Whether a message or timer that calls Drain is on its way.
+  std::atomic<bool> announced_ = false;
   UniqueWindow window_;
 };
 

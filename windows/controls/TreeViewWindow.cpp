@@ -107,9 +107,13 @@ class TreeViewWindow final : public Peer<controls::TreeViewPeer> {
   }
 
   TreeNode* DraggedOver(int x, int y) override {
-    const POINT place{CurrentScale().ToPixels(x), CurrentScale().ToPixels(y)};
-    ShowNeighboursOf(NodeAt(place));
-    TreeNode* node = NodeAt(place);  // another one if that has scrolled
+    RECT outer{};
+    GetWindowRect(Handle(), &outer);
+    POINT place{outer.left + CurrentScale().ToPixels(x), outer.top + CurrentScale().ToPixels(y)};
+    const bool isSeen = WindowFromPoint(place) == Handle();  // no other window covers it
+    ScreenToClient(Handle(), &place);
+    if (isSeen) ShowNeighboursOf(NodeAt(place));
+    TreeNode* node = isSeen ? NodeAt(place) : nullptr;  // another one if that has scrolled
     if (node != std::exchange(draggedOver_, node)) draggedSince_ = GetTickCount64();
     if (!node) return nullptr;
     constexpr ULONGLONG kPause = 700;  // milliseconds

@@ -118,7 +118,7 @@ TEST_P(EveryLabel, OfTheContactEditorIsWhole) {
   }
   for (const StringView notice :
        {u"The contact could not be loaded, so it cannot be saved. Please open it again.",
-        u"It is unknown whether the contact was saved. OK tries again and saves it once.",
+        u"It is unknown whether the contact was saved; see the log. OK looks for it first.",
         u"The contact was not saved. The log says why."}) {
     Fits(editor.lblNotice, notice);
   }
@@ -132,6 +132,7 @@ TEST_P(EveryLabel, OfTheFolderEditorIsWhole) {
   for (const StringView notice :
        {u"A folder cannot be saved here. Folders are added and changed in the address book.",
         u"The folder could not be loaded, so it cannot be saved. Please open it again.",
+        u"It is unknown whether the folder was saved; see the log. OK looks for it first.",
         u"The folder was not saved. The log says why."}) {
     Fits(editor.lblNotice, notice);
   }

@@ -17,8 +17,8 @@ class AFormWindow : public testing::Test {
     form_.Show();
     Pump();
   }
-  void Type(wchar_t letter) {
-    PostMessageW(GetFocus(), WM_SYSCHAR, letter, 0x20000001);
+  void Type(wchar_t letter, bool repeated = false) {
+    PostMessageW(GetFocus(), WM_SYSCHAR, letter, repeated ? 0x60000001 : 0x20000001);
     Pump();
   }
 
@@ -79,6 +79,16 @@ TEST_F(AFormWindow, PressesAButtonByItsLetter) {
   form_.Ok.Click = [&] { saved = true; };
   Type(L's');
   EXPECT_TRUE(PumpUntil([&] { return saved; }));
+}
+
+TEST_F(AFormWindow, PressesAButtonOnceWhileItsLetterIsHeldDown) {
+  int pressed = 0;
+  form_.Ok.Click = [&] { ++pressed; };
+  Type(L's');
+  for (int repeat = 0; repeat < 5; ++repeat) Type(L's', true);
+  EXPECT_TRUE(PumpUntil([&] { return pressed > 0; }));
+  Pump();
+  EXPECT_EQ(pressed, 1);
 }
 
 TEST_F(AFormWindow, PressesItsButtonsWithEnterAndEscape) {
@@ -170,13 +180,29 @@ class AWorkingForm : public AFormWindow {
   static void ClickOn(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
-    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    ClickAt({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+  }
+  static void ClickAt(POINT place) {
+    SetCursorPos(place.x, place.y);
     for (const DWORD flags : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
       INPUT input{};
       input.type = INPUT_MOUSE;
       input.mi = {0, 0, 0, flags, 0, 0};
       Send(input);
     }
+  }
+  /// A place in the caption that the window reports as this part, seen from the right.
+  std::optional<POINT> PlaceOf(LRESULT part) const {
+    HWND window = WindowOf(form_);
+    RECT outer{};
+    GetWindowRect(window, &outer);
+    POINT inner{};
+    ClientToScreen(window, &inner);
+    const LONG y = inner.y - GetSystemMetrics(SM_CYCAPTION) / 2;
+    for (LONG x = outer.right; x > outer.left; --x) {
+      if (SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(x, y)) == part) return POINT{x - 4, y};
+    }
+    return std::nullopt;
   }
   /// Whether the work is stopped within so many milliseconds.
   bool IsStoppedWithin(ULONGLONG patience) {
@@ -204,6 +230,49 @@ TEST_F(AWorkingForm, IsStoppedByItsButton) {
   work_.reset();
   Pump();
   EXPECT_EQ(pressed_, u"");
+}
+
+TEST_F(AWorkingForm, IsStoppedByAClickOnItsCloseButton) {
+  const auto place = PlaceOf(HTCLOSE);
+  ASSERT_TRUE(place);
+  ClickAt(*place);
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  work_.reset();
+  Pump();
+  EXPECT_TRUE(form_.IsLoaded());
+  // The same click closes it now, if it is not the second one of a double click.
+  ClickOn(WindowOf(form_.Check));
+  ClickAt(*place);
+  EXPECT_TRUE(PumpUntil([&] { return !form_.IsLoaded(); }));
+}
+
+TEST_F(AWorkingForm, IsStoppedByTheCloseCommandOfTheTaskbar) {
+  PostMessageW(WindowOf(form_), WM_SYSCOMMAND, SC_CLOSE, 0);
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  work_.reset();
+  Pump();
+  EXPECT_TRUE(form_.IsLoaded());
+}
+
+TEST_F(AWorkingForm, IsNotStoppedByTheRestOfItsCaption) {
+  HWND window = WindowOf(form_);
+  PlayForm other(screen_);
+  other.Show();
+  PostMessageW(WindowOf(other), WM_SYSCOMMAND, SC_CLOSE, 0);
+  form_.Show();
+  for (const LRESULT part : {LRESULT{HTMINBUTTON}, LRESULT{HTMAXBUTTON}, LRESULT{HTCAPTION}}) {
+    const auto place = PlaceOf(part);
+    ASSERT_TRUE(place);
+    ClickAt(*place);
+  }
+  EXPECT_FALSE(IsStoppedWithin(500));
+  work_.reset();
+  EXPECT_TRUE(other.IsLoaded());
+  Pump();
+  EXPECT_FALSE(other.IsLoaded());
+  EXPECT_TRUE(form_.IsLoaded());
+  EXPECT_FALSE(IsIconic(window));
+  EXPECT_FALSE(IsZoomed(window));
 }
 
 TEST_F(AWorkingForm, DropsAllOtherInput) {
@@ -272,6 +341,25 @@ TEST_F(AModalForm, HasNoOwnerOfTheHosts) {
   });
   modal_.ShowModal();
   EXPECT_EQ(owner, nullptr);
+}
+
+TEST_F(AModalForm, StaysOpenWithItsInputWhenTheFormBehindIsUnloaded) {
+  opener_.Show();
+  Pump();
+  String typed;
+  bool stayed = false;
+  screen_.Post([&] {
+    SetWindowTextW(WindowOf(modal_.Number), L"123");
+    opener_.Unload();
+    EXPECT_TRUE(PumpUntil([&] { return FormWindow::Of(opener_) == nullptr; }));
+    stayed = modal_.IsLoaded() && FormWindow::Of(modal_) && IsWindowVisible(WindowOf(modal_)) &&
+             IsWindowEnabled(WindowOf(modal_));
+    typed = modal_.Number.Text();
+    modal_.Unload();
+  });
+  modal_.ShowModal();
+  EXPECT_TRUE(stayed);
+  EXPECT_EQ(typed, u"123");
 }
 
 TEST_F(AModalForm, EndsWhenTheHostIsToQuitAndPassesThatOn) {

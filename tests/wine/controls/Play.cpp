@@ -3,7 +3,7 @@
 namespace ktrv::windows {
 
 bool PumpUntil(const std::function<bool()>& condition) {
-  const ULONGLONG deadline = GetTickCount64() + 5000;
+  const ULONGLONG deadline = GetTickCount64() + 30000;
   while (!condition()) {
     if (GetTickCount64() > deadline) return false;
     MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);

@@ -15,7 +15,7 @@
 namespace ktrv::windows {
 
 /// Hands messages out as any host does, knowing nothing of our forms, until the condition holds.
-/// \return false after five seconds
+/// \return false after thirty seconds
 bool PumpUntil(const std::function<bool()>& condition);
 
 /// Hands out what waits now.

@@ -37,6 +37,14 @@ class ATreeWindow : public testing::Test {
     GetClientRect(Tree(), &inside);
     return {inside.right - 5, inside.bottom - 5};
   }
+  /// The node for a drag that is at this place of the screen.
+  controls::TreeNode* DraggedOver(POINT onScreen) {
+    RECT outer{};
+    GetWindowRect(Tree(), &outer);
+    const Scale scale = Scale::Of(Tree());
+    return form_.Tree.DraggedOver(scale.ToTwips(onScreen.x - outer.left),
+                                  scale.ToTwips(onScreen.y - outer.top));
+  }
   bool IsRootExpanded() const {
     return TreeView_GetItemState(Tree(), TreeView_GetRoot(Tree()), TVIS_EXPANDED) & TVIS_EXPANDED;
   }
@@ -165,6 +173,20 @@ TEST_F(ATreeWindow, LosesTheNodesThatTheFormRemoves) {
   EXPECT_EQ(TreeView_GetCount(Tree()), 2U);
   form_.Tree.Clear();
   EXPECT_EQ(TreeView_GetCount(Tree()), 0U);
+}
+
+TEST_F(ATreeWindow, IsNotDraggedOverWhereAnotherWindowCoversIt) {
+  POINT place = TextOf(Child(1));
+  ClientToScreen(Tree(), &place);
+  EXPECT_EQ(DraggedOver(place), form_.Tree.Find(u"SFLD1"));
+  for (const DWORD disabled : {DWORD{0}, DWORD{WS_DISABLED}}) {
+    HWND cover = CreateWindowExW(WS_EX_TOPMOST | WS_EX_NOACTIVATE, WC_EDITW, L"Another",
+                                 WS_POPUP | WS_VISIBLE | disabled, place.x - 20, place.y - 20, 40,
+                                 40, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(DraggedOver(place), nullptr) << disabled;
+    DestroyWindow(cover);
+    EXPECT_EQ(DraggedOver(place), form_.Tree.Find(u"SFLD1"));
+  }
 }
 
 }  // namespace

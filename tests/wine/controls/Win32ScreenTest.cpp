@@ -7,8 +7,54 @@
 #include "tests/wine/controls/Play.h"
 #include "tests/wine/controls/PlayForm.h"
 
+// This program's entries in its import table.
+#ifdef _WIN64
+extern "C" decltype(&PostMessageW) importedPostMessage __asm__("__imp_PostMessageW");
+extern "C" decltype(&SetTimer) importedSetTimer __asm__("__imp_SetTimer");
+#else
+extern "C" decltype(&PostMessageW) importedPostMessage __asm__("__imp__PostMessageW@16");
+extern "C" decltype(&SetTimer) importedSetTimer __asm__("__imp__SetTimer@16");
+#endif
+
 namespace ktrv::windows {
 namespace {
+
+/// Makes a function of the system fail for this program, in all threads.
+template <class Function>
+class Failing {
+ public:
+  Failing(Function& imported, Function failing) : imported_(imported), former_(imported) {
+    Set(failing);
+  }
+  ~Failing() { Set(former_); }
+  Failing(const Failing&) = delete;
+  Failing& operator=(const Failing&) = delete;
+
+ private:
+  void Set(Function function) {
+    DWORD access = 0;
+    VirtualProtect(&imported_, sizeof imported_, PAGE_READWRITE, &access);
+    imported_ = function;
+    VirtualProtect(&imported_, sizeof imported_, access, &access);
+  }
+  Function& imported_;
+  Function former_;
+};
+
+/// As when the thread's queue has its most messages: 10,000, unless the machine is set otherwise.
+struct FullQueue : Failing<decltype(&PostMessageW)> {
+  FullQueue() : Failing(importedPostMessage, &Refuse) {}
+  static BOOL WINAPI Refuse(HWND, UINT, WPARAM, LPARAM) {
+    SetLastError(ERROR_NOT_ENOUGH_QUOTA);
+    return FALSE;
+  }
+};
+
+/// As when the system has no more timers.
+struct NoTimers : Failing<decltype(&SetTimer)> {
+  NoTimers() : Failing(importedSetTimer, &Refuse) {}
+  static UINT_PTR WINAPI Refuse(HWND, UINT_PTR, UINT, TIMERPROC) { return 0; }
+};
 
 TEST(AScreen, RunsWhatAnotherThreadPostsOnItsOwn) {
   Win32Screen screen;
@@ -71,6 +117,61 @@ TEST(AScreen, LetsInputPassBetweenManyClosures) {
   }
   EXPECT_LT(ranBefore, 200);
   EXPECT_TRUE(PumpUntil([&] { return ran == 200; }));
+}
+
+TEST(AScreen, RunsWhatIsPostedWhileTheQueueOfItsThreadIsFull) {
+  Win32Screen screen;
+  std::string order;
+  {
+    const FullQueue full;
+    for (const char name : {'a', 'b'}) screen.Post([&order, name] { order += name; });
+    EXPECT_EQ(order, "");  // not within Post
+  }
+  EXPECT_TRUE(PumpUntil([&] { return order.size() == 2; }));
+  EXPECT_EQ(order, "ab");
+}
+
+TEST(AScreen, RunsWhatAnotherThreadPostsWhileTheQueueIsFull) {
+  Win32Screen screen;
+  std::thread::id ran;
+  {
+    const FullQueue full;
+    std::thread([&] { screen.Post([&] { ran = std::this_thread::get_id(); }); }).join();
+  }
+  // Nothing runs while only input is taken.
+  MSG message;
+  PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_INPUT | PM_QS_PAINT);
+  EXPECT_EQ(ran, std::thread::id());
+  EXPECT_TRUE(PumpUntil([&] { return ran == std::this_thread::get_id(); }));
+}
+
+TEST(AScreen, TriesAgainAtTheNextPostIfItCouldNotSchedule) {
+  Win32Screen screen;
+  int ran = 0;
+  {
+    const FullQueue full;
+    const NoTimers none;
+    screen.Post([&] { ++ran; });
+  }
+  screen.Post([&] { ++ran; });
+  EXPECT_TRUE(PumpUntil([&] { return ran == 2; }));
+}
+
+TEST(AScreen, GoesOnAfterAPauseWithoutATimer) {
+  Win32Screen screen;
+  int ran = 0;
+  const UINT_PTR waiting = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, nullptr);
+  for (int i = 0; i < 2; ++i) {
+    screen.Post([&] {
+      ++ran;
+      Sleep(50);
+    });
+  }
+  {
+    const NoTimers none;
+    EXPECT_TRUE(PumpUntil([&] { return ran == 2; }));
+  }
+  KillTimer(nullptr, waiting);
 }
 
 TEST(AScreen, ReadsFromTheClipboardWhatItWrote) {

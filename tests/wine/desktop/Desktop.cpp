@@ -3,7 +3,7 @@
 namespace ktrv::windows {
 
 Desktop::Desktop() {
-  constexpr ULONGLONG kPatience = 10'000;  // milliseconds
+  constexpr ULONGLONG kPatience = 30'000;  // milliseconds
   constexpr DWORD kPause = 50;
   const ULONGLONG end = GetTickCount64() + kPatience;
   while (!(window_ = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
