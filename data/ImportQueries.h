@@ -48,6 +48,9 @@ inline String RowsWithId(StringView table, const std::vector<String>& ids) {
   return u"SELECT ID FROM " + String(table) + u" WHERE ID IN (" + IdList(ids) + u")";
 }
 
+/// Follows a query on MySql. Without it, a transaction sees the rows of its first query's time.
+inline constexpr StringView kAsOfNowOfMySql = u" LOCK IN SHARE MODE";
+
 /// The contacts of a group. \throws as WithId does
 inline String MembersOf(StringView groupId) {
   return WithId(

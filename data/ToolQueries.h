@@ -37,10 +37,10 @@ inline constexpr StringView kContactsOfFolders =
 inline constexpr StringView kContactsOfCategories =
     u"SELECT CATEGORY, COUNT(*) AS TOTALRECORDS FROM V_ZUL$REMOTE_CONTACTS GROUP BY CATEGORY";
 
-/// Groups and contacts of memberships, those of a contact in the order of the groups' ids.
+/// Groups and contacts of memberships, in the order of the groups' ids.
 inline constexpr StringView kContactMemberships =
     u"SELECT GROUP_ID, CONTACT_ID FROM SMS_ABGROUPMAPS WHERE CONTACT_TYPE = 'S' "
-    u"ORDER BY CONTACT_ID, GROUP_ID";
+    u"ORDER BY GROUP_ID";
 
 // All columns of contacts: the id, the folder, then the others in the order of the table.
 #define KTRV_CONTACT_COLUMNS                                                                  \
@@ -161,7 +161,7 @@ inline String TakeOutOfNull(StringView table) {
   return u"UPDATE " + String(table) + u" SET FOLDER_ID = 0 WHERE ID = ? AND FOLDER_ID IS NULL";
 }
 /// Deletes memberships of a group or contact that does not exist. Parameters: group (integer);
-/// contact (text of 50) and type (text of 1) unless they are null; the id that does not exist
+/// contact and type (texts of any length) unless they are null; the id that does not exist
 /// (integer). \param table SMS_ABGROUPS or SMS_ABCONTACTS, where it would be
 inline String DeleteMembership(StringView table, bool contactIsNull, bool typeIsNull) {
   return String(u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = ? AND CONTACT_ID ") +

@@ -82,19 +82,24 @@ class FormerRows {
       : name_(name),
         isLineOpen_(EndsWithinALine(name)),
         file_(PathOf(name), std::ios::binary | std::ios::app) {
-    if (!file_) throw CannotWrite();
+    if (!file_) throw CannotWrite(u"nothing was repaired");
   }
 
-  /// Appends rows. Takes back what it has appended if that fails. \throws Error
-  void Append(const std::vector<std::string>& rows) {
+  /// Appends rows. \return false if that fails; what it has appended is taken back
+  bool Append(const std::vector<std::string>& rows) {
     std::error_code ignored;
     const auto size = std::filesystem::file_size(PathOf(name_), ignored);
     if (isLineOpen_ && !rows.empty()) file_ << '\n';
     for (const std::string& row : rows) file_ << row << '\n';
     file_.close();
-    if (file_) return;
+    if (file_) return true;
     std::filesystem::resize_file(PathOf(name_), size, ignored);
-    throw CannotWrite();
+    return false;
+  }
+
+  Error CannotWrite(StringView consequence) const {
+    return Error(ErrorNumber::DriverFailure,
+                 u"The file " + FromUtf8(name_) + u" cannot be written; " + String(consequence));
   }
 
  private:
@@ -104,10 +109,6 @@ class FormerRows {
     const int last = file.get();
     return file && last != '\n';
   }
-  Error CannotWrite() const {
-    return Error(ErrorNumber::DriverFailure,
-                 u"The file " + FromUtf8(name_) + u" cannot be written; nothing was repaired");
-  }
 
   std::string name_;
   bool isLineOpen_;
@@ -116,6 +117,11 @@ class FormerRows {
 
 void TellRepaired(const Finding& finding, const Mended& mended, Console& console) {
   console.Messages << "repaired " << finding.Code << ": " << mended.Count << '\n';
+}
+
+void TellFormer(const std::vector<std::string>& rows, const std::string& file, Console& console) {
+  console.Messages << "former rows that are not in " << file << ":\n";
+  for (const std::string& row : rows) console.Messages << row << '\n';
 }
 
 void RepairRows(const CheckOptions& options, const Structure& structure, Book& book,
@@ -138,12 +144,16 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
   } catch (...) {
     if (!transaction.RollBack()) {
       collect();
-      file.Append(former);
+      if (!file.Append(former)) TellFormer(former, options.Removed, console);
     }
     throw;
   }
   collect();
-  file.Append(former);
+  if (!file.Append(former)) {
+    if (transaction.RollBack()) throw file.CannotWrite(u"nothing was repaired");
+    TellFormer(former, options.Removed, console);
+    throw file.CannotWrite(u"the repair is not undone");
+  }
   transaction.Commit();
   for (std::size_t at = 0; at < findings.size(); ++at) {
     TellRepaired(findings[at], mended[at], console);

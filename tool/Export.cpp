@@ -1,6 +1,7 @@
 #include "tool/Export.h"
 
 #include <fstream>
+#include <random>
 #include <unordered_map>
 
 #include "common/Error.h"
@@ -8,6 +9,7 @@
 #include "tool/ContactColumns.h"
 #include "tool/Directory.h"
 #include "tool/Files.h"
+#include "tool/ParseId.h"
 #include "tool/Progress.h"
 #include "tool/Query.h"
 
@@ -22,11 +24,15 @@ class Places {
   explicit Places(database::Connection& connection) {
     for (const Folder& folder : ReadFolders(connection)) folders_[folder.Id] = folder.Name;
     for (const Group& group : ReadGroups(connection)) groups_[group.Id] = group.Name;
+    const bool comparesTexts =
+        connection.CurrentLink()->Get().EngineKind() == database::Engine::PostgreSql;
     Query query(connection, Queries::kContactMemberships);
     while (query.Next()) {
       const auto group = groups_.find(String(query.Text(0)));
       if (group == groups_.end()) continue;
-      auto& names = memberships_[String(query.Text(1))];
+      const StringView contact = query.Text(1);
+      const auto id = comparesTexts ? std::nullopt : ParseId(contact);
+      auto& names = memberships_[id ? ToDecimal(*id) : String(contact)];
       if (names.empty() || names.back() != group->second) names.emplace_back(group->second);
     }
   }
@@ -48,8 +54,9 @@ class Places {
 };
 
 struct Chosen {
-  String Rows;   ///< query for contacts
-  String Count;  ///< query for their number
+  String Rows;           ///< query for contacts
+  String Count;          ///< query for their number
+  bool OfGroup = false;  ///< a contact that is in it twice comes twice
 };
 
 /// The contacts that the options name.
@@ -57,7 +64,7 @@ Chosen ChosenContacts(const ExportOptions& options, database::Connection& connec
   if (!options.Group.empty()) {
     const auto groups = ReadGroups(connection);
     const String id = FindGroup(groups, options.Group).Id;
-    return {Queries::ContactsOfGroup(id), Queries::CountOfGroup(id)};
+    return {Queries::ContactsOfGroup(id), Queries::CountOfGroup(id), true};
   }
   if (options.Folder.empty()) {
     return {String(Queries::kContacts), Queries::CountOf(u"SMS_ABCONTACTS")};
@@ -72,11 +79,11 @@ Chosen ChosenContacts(const ExportOptions& options, database::Connection& connec
   return {Queries::ContactsOfFolder(folder.Id), Queries::CountOfFolder(folder.Id)};
 }
 
-/// Writes the rows of the query and counts them.
-void WriteContacts(StringView text, database::Connection& connection, ContactWriter& writer,
+/// Writes the contacts and counts them.
+void WriteContacts(const Chosen& chosen, database::Connection& connection, ContactWriter& writer,
                    Progress& progress, std::int64_t& written) {
   const Places places(connection);
-  Query query(connection, text);
+  Query query(connection, chosen.Rows);
   ContactRecord contact;
   contact.Columns.resize(ContactColumns::kNames.size());
   String lastId;
@@ -84,7 +91,7 @@ void WriteContacts(StringView text, database::Connection& connection, ContactWri
   writer.Begin();
   while (query.Next()) {
     const StringView id = query.Text(0);
-    if (written > 0 && id == lastId) continue;  // twice in the group
+    if (chosen.OfGroup && written > 0 && id == lastId) continue;
     lastId = id;
     if (query.Text(1) != lastFolder) {
       lastFolder = query.Text(1);
@@ -100,14 +107,14 @@ void WriteContacts(StringView text, database::Connection& connection, ContactWri
   writer.End();
 }
 
-/// Writes the rows to the standard output.
-void PrintContacts(const ExportOptions& options, StringView text, database::Connection& connection,
-                   Console& console, Progress& progress) {
+/// Writes the contacts to the standard output.
+void PrintContacts(const ExportOptions& options, const Chosen& chosen,
+                   database::Connection& connection, Console& console, Progress& progress) {
   console.Json = options.Format == FileFormat::Json;
   const auto writer = MakeWriter(options.Format, console.Out, options.ByteOrderMark);
   std::int64_t written = 0;
   try {
-    WriteContacts(text, connection, *writer, progress, written);
+    WriteContacts(chosen, connection, *writer, progress, written);
   } catch (...) {
     writer->Flush();
     if (written > 0) console.Written = JsonPart::Rows;
@@ -116,33 +123,61 @@ void PrintContacts(const ExportOptions& options, StringView text, database::Conn
   progress.Finish(written);
 }
 
-Error CannotWrite(const std::string& name) {
-  return Error(ErrorNumber::DriverFailure, u"The file " + FromUtf8(name) + u" cannot be written");
-}
+/// A file that gets its name when it is complete. Until then its name is one of its own, because
+/// another export may write the same file; it is removed if it is not completed.
+class NewFile {
+ public:
+  /// \param name in UTF-8. \throws Error if it cannot be written
+  explicit NewFile(const std::string& name) : name_(name), unfinished_(PathOf(name)) {
+    std::random_device random;
+    unfinished_ += "." + std::to_string(random()) + ".part";
+    Stream.open(unfinished_, std::ios::binary | std::ios::trunc);
+    FailIf(!Stream);
+  }
+  ~NewFile() {
+    Stream.close();
+    std::error_code ignored;
+    std::filesystem::remove(unfinished_, ignored);
+  }
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  /// \throws Error
+  void Complete() {
+    Stream.close();
+    FailIf(!Stream);
+    std::error_code failure;
+    std::filesystem::rename(unfinished_, PathOf(name_), failure);
+    FailIf(static_cast<bool>(failure));
+  }
+
+  std::ofstream Stream;
+
+ private:
+  void FailIf(bool failed) const {
+    if (!failed) return;
+    throw Error(ErrorNumber::DriverFailure, u"The file " + FromUtf8(name_) + u" cannot be written");
+  }
+
+  std::string name_;
+  std::filesystem::path unfinished_;
+};
 
 }  // namespace
 
 int Export(const ExportOptions& options, Book& book, Console& console) {
-  const auto [query, count] = ChosenContacts(options, book.Connection);
+  const Chosen chosen = ChosenContacts(options, book.Connection);
   Progress progress(console, "exported");
-  if (console.IsInteractive) progress.Total = CountOf(book.Connection, count);
+  if (console.IsInteractive) progress.Total = CountOf(book.Connection, chosen.Count);
   if (options.Output.empty()) {
-    PrintContacts(options, query, book.Connection, console, progress);
+    PrintContacts(options, chosen, book.Connection, console, progress);
     return ExitCode::Done;
   }
-  const std::filesystem::path path = PathOf(options.Output);
-  std::filesystem::path unfinished = path;
-  unfinished += ".part";
-  std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
-  if (!file) throw CannotWrite(options.Output);
+  NewFile file(options.Output);
   std::int64_t written = 0;
-  const auto writer = MakeWriter(options.Format, file, options.ByteOrderMark);
-  WriteContacts(query, book.Connection, *writer, progress, written);
-  file.close();
-  if (!file) throw CannotWrite(options.Output);
-  std::error_code failure;
-  std::filesystem::rename(unfinished, path, failure);
-  if (failure) throw CannotWrite(options.Output);
+  const auto writer = MakeWriter(options.Format, file.Stream, options.ByteOrderMark);
+  WriteContacts(chosen, book.Connection, *writer, progress, written);
+  file.Complete();
   progress.Finish(written);
   return ExitCode::Done;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "common/Fingerprint.h"
 #include "common/Text.h"
 
 namespace ktrv::tool {
@@ -11,7 +12,6 @@ namespace ktrv::tool {
 /// Numbers of more than 18 digits are hashed.
 inline std::uint64_t NumberKey(StringView countryCode, StringView number) {
   constexpr int kExact = 18;
-  constexpr std::uint64_t kPrime = 1099511628211;
   std::uint64_t key = 0;
   int digits = 0;
   for (const StringView part : {countryCode, number}) {
@@ -22,7 +22,7 @@ inline std::uint64_t NumberKey(StringView countryCode, StringView number) {
       if (unit < u'0' || unit > u'9') continue;
       const auto digit = static_cast<std::uint64_t>(unit - u'0');
       if (key == 0 && digit == 0) continue;
-      key = ++digits <= kExact ? key * 10 + digit : (key ^ digit) * kPrime;
+      key = ++digits <= kExact ? key * 10 + digit : Mixed(key) + digit;
     }
   }
   return key;

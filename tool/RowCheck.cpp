@@ -1,7 +1,6 @@
 #include "tool/RowCheck.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -10,6 +9,7 @@
 #include "data/ToolQueries.h"
 #include "database/Command.h"
 #include "tool/JsonText.h"
+#include "tool/ParseId.h"
 #include "tool/PhoneNumber.h"
 #include "tool/Progress.h"
 #include "tool/Query.h"
@@ -45,16 +45,6 @@ String Shown(const std::optional<String>& text) {
   return text.value_or(u"null");
 }
 
-/// An id as the databases compare it: "500 " and "5E2" are 500. nullopt: not a whole number.
-std::optional<std::int64_t> IdOf(StringView text) {
-  constexpr double kExact = 9007199254740992;
-  const StringView trimmed = Trim(text);
-  if (const auto number = ParseInteger(trimmed)) return number;
-  const auto number = ParseNumber(trimmed);
-  if (!number || std::abs(*number) > kExact || std::trunc(*number) != *number) return std::nullopt;
-  return static_cast<std::int64_t>(*number);
-}
-
 /// {"table": ..., "column": ..., ...}
 std::string JsonOf(StringView table,
                    std::initializer_list<std::pair<const char*, std::optional<StringView>>> cells) {
@@ -67,35 +57,43 @@ std::string JsonOf(StringView table,
   return json + '}';
 }
 
-/// Executes the command for a row. \param former the row before
-void Mend(database::Command& command, std::vector<Variant> values, std::string former,
-          Mended& mended) {
-  command.Execute(std::move(values));
-  const std::int64_t rows = command.RecordsAffected();
-  if (rows == 0) return;
-  mended.Count += std::max<std::int64_t>(rows, 1);  // -1: the driver cannot tell
-  mended.Former.push_back(std::move(former));
-}
+/// A statement that mends row by row.
+struct RowRepair {
+  RowRepair(database::Connection& connection, String text) {
+    Command.SetActiveConnection(&connection);
+    Command.SetCommandText(std::move(text));
+  }
+
+  /// Executes it for a row. \param former the row before
+  void Run(std::vector<Variant> values, std::string former, Mended& mended) {
+    Command.Execute(std::move(values));
+    const std::int64_t rows = Command.RecordsAffected();
+    if (rows == 0 && Ahead == 0) return;
+    const std::int64_t mendedRows = rows < 0 ? 1 : rows;  // -1: the driver cannot tell
+    mended.Count += mendedRows;
+    Ahead += mendedRows - 1;
+    mended.Former.push_back(std::move(former));
+  }
+
+  database::Command Command;
+  std::int64_t Ahead = 0;  ///< rows that were mended with an equal one; their own turn comes
+};
 
 void TakeOut(StringView table, const std::vector<Misplaced>& rows, database::Connection& connection,
              Mended& mended) {
-  database::Command known;
-  known.SetActiveConnection(&connection);
-  known.SetCommandText(Queries::TakeOut(table));
-  known.Append(u"ID", database::DataType::Integer);
-  known.Append(u"FOLDER_ID", database::DataType::Integer);
-  known.Append(u"FOLDER", database::DataType::Integer);
-  database::Command null;
-  null.SetActiveConnection(&connection);
-  null.SetCommandText(Queries::TakeOutOfNull(table));
-  null.Append(u"ID", database::DataType::Integer);
+  RowRepair known(connection, Queries::TakeOut(table));
+  known.Command.Append(u"ID", database::DataType::Integer);
+  known.Command.Append(u"FOLDER_ID", database::DataType::Integer);
+  known.Command.Append(u"FOLDER", database::DataType::Integer);
+  RowRepair null(connection, Queries::TakeOutOfNull(table));
+  null.Command.Append(u"ID", database::DataType::Integer);
   for (const Misplaced& row : rows) {
     const String id = ToDecimal(row.Id);
     if (row.FolderId) {
-      Mend(known, {row.Id, *row.FolderId, *row.FolderId},
-           JsonOf(table, {{"ID", id}, {"FOLDER_ID", ToDecimal(*row.FolderId)}}), mended);
+      known.Run({row.Id, *row.FolderId, *row.FolderId},
+                JsonOf(table, {{"ID", id}, {"FOLDER_ID", ToDecimal(*row.FolderId)}}), mended);
     } else {
-      Mend(null, {row.Id}, JsonOf(table, {{"ID", id}, {"FOLDER_ID", std::nullopt}}), mended);
+      null.Run({row.Id}, JsonOf(table, {{"ID", id}, {"FOLDER_ID", std::nullopt}}), mended);
     }
   }
 }
@@ -104,26 +102,25 @@ void TakeOut(StringView table, const std::vector<Misplaced>& rows, database::Con
 void DeleteMemberships(StringView table, const std::vector<Membership>& rows, bool contactIsNull,
                        bool typeIsNull, database::Connection& connection, Mended& mended) {
   const bool ofGroup = table == u"SMS_ABGROUPS";
-  database::Command command;
-  command.SetActiveConnection(&connection);
-  command.SetCommandText(Queries::DeleteMembership(table, contactIsNull, typeIsNull));
+  RowRepair repair(connection, Queries::DeleteMembership(table, contactIsNull, typeIsNull));
+  database::Command& command = repair.Command;
   command.Append(u"GROUP_ID", database::DataType::Integer);
-  if (!contactIsNull) command.Append(u"CONTACT_ID", database::DataType::VarWChar, 50);
-  if (!typeIsNull) command.Append(u"CONTACT_TYPE", database::DataType::VarWChar, 1);
+  if (!contactIsNull) command.Append(u"CONTACT_ID", database::DataType::VarWChar);
+  if (!typeIsNull) command.Append(u"CONTACT_TYPE", database::DataType::VarWChar);
   command.Append(u"ID", database::DataType::Integer);
   for (const Membership& row : rows) {
     if (!row.ContactId != contactIsNull || !row.Type != typeIsNull) continue;
-    const auto missing = ofGroup ? row.GroupId : IdOf(row.ContactId.value_or(String()));
+    const auto missing = ofGroup ? row.GroupId : ParseId(row.ContactId.value_or(String()));
     if (!missing) continue;
     std::vector<Variant> values{row.GroupId};
     if (!contactIsNull) values.emplace_back(*row.ContactId);
     if (!typeIsNull) values.emplace_back(*row.Type);
     values.emplace_back(*missing);
-    Mend(command, std::move(values),
-         JsonOf(u"SMS_ABGROUPMAPS", {{"GROUP_ID", ToDecimal(row.GroupId)},
-                                     {"CONTACT_ID", row.ContactId},
-                                     {"CONTACT_TYPE", row.Type}}),
-         mended);
+    repair.Run(std::move(values),
+               JsonOf(u"SMS_ABGROUPMAPS", {{"GROUP_ID", ToDecimal(row.GroupId)},
+                                           {"CONTACT_ID", row.ContactId},
+                                           {"CONTACT_TYPE", row.Type}}),
+               mended);
   }
 }
 
@@ -159,7 +156,7 @@ class RowChecks {
     Query query(connection_, Queries::kFolders);
     while (query.Next()) {
       CheckLength(u"folder", query.Text(0), query.Text(1), kPlaceLimit);
-      const auto id = IdOf(query.Text(0));
+      const auto id = ParseId(query.Text(0));
       if (!id) continue;
       const StringView type = Trim(query.Text(2));
       folders_[*id] = EqualsIgnoringCase(type, u"S")   ? Place::Shown
@@ -184,7 +181,7 @@ class RowChecks {
     Query query(connection_, Queries::kGroups);
     while (query.Next()) {
       const StringView id = query.Text(0);
-      const auto number = IdOf(id);
+      const auto number = ParseId(id);
       if (number) groups_.insert(*number);
       CheckLength(u"group", id, query.Text(1), kPlaceLimit);
       const auto folder = query.Cell(2);
@@ -224,7 +221,7 @@ class RowChecks {
     while (query.Next()) {
       progress_.Count(++rows_);
       const StringView id = query.Text(0);
-      const auto number = IdOf(id);
+      const auto number = ParseId(id);
       if (number) contacts_.push_back(*number);
       const auto folder = query.Cell(1);
       const Place place = PlaceOf(folder);
@@ -293,7 +290,7 @@ class RowChecks {
     Query query(connection_, Queries::kMemberships);
     while (query.Next()) {
       progress_.Count(++rows_);
-      const auto group = IdOf(query.Text(0));
+      const auto group = ParseId(query.Text(0));
       if (!group) continue;
       const auto contact = query.Cell(1);
       const auto type = query.Cell(2);
@@ -352,14 +349,14 @@ class RowChecks {
   Place PlaceOf(std::optional<StringView> folderId) const {
     if (!hasFolders_) return Place::Shown;
     if (!folderId) return Place::Missing;
-    const auto number = IdOf(*folderId);
+    const auto number = ParseId(*folderId);
     if (!number || *number == 0) return Place::Shown;
     const auto folder = folders_.find(*number);
     return folder == folders_.end() ? Place::Missing : folder->second;
   }
   /// Whether there is no contact with the id; false for an id that only the database can compare.
   bool IsGone(StringView id) const {
-    const auto number = IdOf(id);
+    const auto number = ParseId(id);
     return number && !std::binary_search(contacts_.begin(), contacts_.end(), *number);
   }
 
@@ -376,8 +373,8 @@ class RowChecks {
   static void Note(Finding& finding, std::vector<Misplaced>& rows, StringView kind, StringView id,
                    std::optional<StringView> folderId) {
     NoteExample(finding, kind, id, folderId);
-    const auto number = IdOf(id);
-    if (number) rows.push_back({*number, folderId ? IdOf(*folderId) : std::nullopt});
+    const auto number = ParseId(id);
+    if (number) rows.push_back({*number, folderId ? ParseId(*folderId) : std::nullopt});
   }
 
   static void Note(Finding& finding, std::vector<Membership>& rows, const Membership& row) {

@@ -49,6 +49,10 @@ String NumberOf(const ImportEntry& entry) {
                   entry.Values.Text(ContactText::MobileNo));
 }
 
+bool IsMySql(database::Connection& connection) {
+  return connection.LiveLink()->Get().EngineKind() == database::Engine::MySql;
+}
+
 std::int64_t NewestContact(database::Connection& connection) {
   return CountOf(connection, ImportQueries::kNewestContact);
 }
@@ -107,6 +111,7 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
                   [](const ImportEntry& entry) { return entry.What == ImportEntry::Kind::Add; });
   const bool findsIds = adds && findsIds_;
   database::Transaction transaction(connection_);
+  LockGroups(entries, begin, end);
   const std::int64_t newest = findsIds ? NewestContact(connection_) : 0;
   String refusal;
   unknown_ = end - begin;
@@ -203,7 +208,7 @@ void BlockWriter::FindIds(Entries& entries, std::size_t begin, std::size_t end,
 /// The storage of a table decides there, and nothing tells that its rows were not rolled back. The
 /// rows do not tell either, because another user may have stored the same.
 void BlockWriter::RequireTransactions() {
-  if (connection_.LiveLink()->Get().EngineKind() != database::Engine::MySql) return;
+  if (!IsMySql(connection_)) return;
   if (CountOf(connection_, ImportQueries::kTablesWithoutTransactionsOfMySql) == 0) return;
   throw Error(ErrorNumber::DriverFailure,
               u"Rows before a refused one may be stored, because tables of the address book take "
@@ -232,12 +237,15 @@ void BlockWriter::RequirePlaces(const Entries& entries, std::size_t begin, std::
 
 void BlockWriter::RequireRows(StringView table, StringView kind,
                               const std::set<std::int64_t>& ids) {
+  const bool isMySql = IsMySql(connection_);
   std::size_t found = 0;
   std::vector<String> part;
   for (auto id = ids.begin(); id != ids.end();) {
     part.push_back(ToDecimal(*id));
     if (++id != ids.end() && part.size() < data::GroupQueries::kAmongMany) continue;
-    Query query(connection_, ImportQueries::RowsWithId(table, part));
+    String text = ImportQueries::RowsWithId(table, part);
+    if (isMySql) text += ImportQueries::kAsOfNowOfMySql;
+    Query query(connection_, text);
     while (query.Next()) ++found;
     part.clear();
   }
@@ -287,6 +295,16 @@ std::vector<BlockWriter::Membership> BlockWriter::NewMemberships(const Entries& 
     }
   }
   return memberships;
+}
+
+void BlockWriter::LockGroups(const Entries& entries, std::size_t begin, std::size_t end) {
+  std::set<std::int64_t> groups;  // in one order, so that two imports do not block each other
+  for (std::size_t at = begin; at < end; ++at) {
+    groups.insert(entries[at].Groups.begin(), entries[at].Groups.end());
+  }
+  for (const std::int64_t group : groups) {
+    connection_.Execute(data::GroupQueries::LockGroup(ToDecimal(group)));
+  }
 }
 
 std::unordered_set<std::int64_t>& BlockWriter::MembersOf(std::int64_t groupId) {

@@ -76,6 +76,10 @@ class BlockWriter {
   void RequireRows(StringView table, StringView kind, const std::set<std::int64_t>& ids);
   std::vector<Membership> NewMemberships(const Entries& entries, std::size_t begin,
                                          std::size_t end);
+  /// Must come first in the transaction: on some engines the other statements see what was stored
+  /// before their first one. Without it another user's save of a group could remove new members
+  /// unseen.
+  void LockGroups(const Entries& entries, std::size_t begin, std::size_t end);
   std::unordered_set<std::int64_t>& MembersOf(std::int64_t groupId);
 
   database::Connection& connection_;

@@ -1,6 +1,5 @@
 #include "tool/import/CardContact.h"
 
-#include "tool/ContactColumns.h"
 #include "tool/import/Phones.h"
 
 namespace ktrv::tool {
@@ -85,29 +84,10 @@ void OfferText(const VCard& card, StringView name, Field field, RawContact& cont
   if (const VCardProperty* property = Preferred(card, name)) contact.Offer(field, property->Text());
 }
 
-/// The properties that only our export writes: one for each column that is not null.
-/// \return whether there are any
-bool ReadOwn(const VCard& card, RawContact& contact) {
-  constexpr StringView kPrefix = u"X-KTRV-";
-  for (const VCardProperty& property : card.Properties) {
-    if (!property.Name.starts_with(kPrefix)) continue;
-    const StringView name = StringView(property.Name).substr(kPrefix.size());
-    const String value = property.IsEncoded ? property.Value : property.Text();
-    if (name == ContactColumns::kFolder) contact.Folder = value;
-    if (name == ContactColumns::kGroups) contact.Groups.push_back(value);
-    if (const auto field = FieldOfColumn(name)) {
-      contact[*field] = value;
-      contact.IsOwn = true;
-    }
-  }
-  return contact.IsOwn;
-}
-
 }  // namespace
 
-RawContact ContactOf(const VCard& card) {
+RawContact StandardContactOf(const VCard& card) {
   RawContact contact;
-  if (ReadOwn(card, contact)) return contact;
   OfferParts(card.Find(u"N"),
              {ContactText::LastName, ContactText::FirstName, ContactText::MiddleName}, contact);
   OfferParts(card.Find(u"ORG"), {ContactText::Organisation}, contact);

@@ -5,7 +5,7 @@
 
 namespace ktrv::tool {
 
-/// The values of a vCard that a contact has columns for.
-RawContact ContactOf(const VCard& card);
+/// The values of a vCard that a contact has columns for, without our export's own properties.
+RawContact StandardContactOf(const VCard& card);
 
 }  // namespace ktrv::tool

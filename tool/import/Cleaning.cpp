@@ -3,6 +3,7 @@
 #include <array>
 
 #include "common/Global.h"
+#include "controls/DatePicker.h"
 #include "controls/SoughtNumber.h"
 #include "tool/PhoneNumber.h"
 #include "tool/formats/TextSource.h"
@@ -56,6 +57,11 @@ std::optional<DateTime> DateOf(std::int64_t year, std::int64_t month, std::int64
 /// Whether the text says that there is no date, or one without a year.
 bool LacksYear(StringView text) {
   return text.starts_with(u"--");
+}
+/// Apple and Android write 1604, a leap year, for no year.
+bool IsInYearForNone(DateTime date) {
+  const std::chrono::year_month_day parts(std::chrono::floor<std::chrono::days>(date));
+  return parts.year() == std::chrono::year(1604);
 }
 bool IsNoDate(StringView text) {
   return text.find_first_not_of(u"0/-. :") == StringView::npos && !LacksYear(text);
@@ -146,16 +152,23 @@ class Checking {
     }
   }
 
+  void LeaveOut(StringView name, StringView text, StringView reason,
+                std::optional<DateTime>& date) {
+    date.reset();
+    checked_.Notes.push_back(u"The " + String(name) + u" " + InQuotes(text) + u" " +
+                             String(reason) + u" and is left out");
+  }
+
   void CheckDate(Field field, StringView name, std::optional<DateTime>& date) {
     const StringView text = Stripped(raw_.Text(field));
     if (text.empty() || (IsNoDate(text) && !raw_.IsOwn)) return;
     date = raw_.IsOwn ? ParseDateTime(text) : ParseDate(text, order_);
-    if (date) return;
-    if (LacksYear(text)) {
-      checked_.Notes.push_back(u"The " + String(name) + u" " + InQuotes(text) +
-                               u" has no year and is left out");
-      return;
+    const bool isOld = !raw_.IsOwn && date && *date < controls::DatePicker::kEarliest;
+    if (LacksYear(text) || (isOld && IsInYearForNone(*date))) {
+      return LeaveOut(name, text, u"has no year", date);
     }
+    if (isOld) return LeaveOut(name, text, u"is before 1753", date);
+    if (date) return;
     Refuse(u"The " + String(name) + u" " + InQuotes(text) + u" is no date" +
            (text.find(u'/') == StringView::npos ? u""
             : order_ == DateOrder::MonthFirst   ? u" (month/day/year; see --dates)"
@@ -185,6 +198,7 @@ class Checking {
 
 CheckedContact CheckContact(const RawContact& raw, DateOrder order) {
   CheckedContact checked;
+  if (!raw.Note.empty()) checked.Notes.push_back(raw.Note);
   Checking(raw, order, checked).Run();
   return checked;
 }

@@ -14,7 +14,7 @@ enum class DateOrder { MonthFirst, DayFirst };
 struct CheckedContact {
   Contact Cleaned;
   String Refusal;             ///< why it is not imported; empty if it can be
-  std::vector<String> Notes;  ///< values that are left out
+  std::vector<String> Notes;  ///< for the user, such as values that are left out
 };
 
 /// Numbers lose what people put between digits; dates and the sex are parsed.

@@ -35,6 +35,7 @@ class RawContact {
   bool IsOwn = false;
   String Folder;               ///< name; empty: none
   std::vector<String> Groups;  ///< names
+  String Note;                 ///< for the user; empty: none
 
   std::optional<String>& operator[](Field field) {
     return values_[static_cast<std::size_t>(field)];

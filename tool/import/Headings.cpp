@@ -325,9 +325,10 @@ void Headings::ReadOwn(const CsvRecord& record, RawContact& contact) const {
   if (!groups_) return;
   StringView names = record.Text(*groups_);
   while (!names.empty()) {
-    const StringView name = names.substr(0, names.find(u'\n'));
-    if (!name.empty()) contact.Groups.emplace_back(name);
+    StringView name = names.substr(0, names.find(u'\n'));
     names.remove_prefix(std::min(name.size() + 1, names.size()));
+    if (name.ends_with(u'\r')) name.remove_suffix(1);  // another program wrote all line ends alike
+    if (!name.empty()) contact.Groups.emplace_back(name);
   }
 }
 

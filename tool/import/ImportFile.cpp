@@ -6,8 +6,8 @@
 #include "common/Error.h"
 #include "tool/formats/CsvReader.h"
 #include "tool/formats/VCardReader.h"
-#include "tool/import/CardContact.h"
 #include "tool/import/Headings.h"
+#include "tool/import/OwnCard.h"
 
 namespace ktrv::tool {
 namespace {

@@ -1,5 +1,6 @@
 #include "tool/import/ImportPlaces.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "common/Error.h"
@@ -38,6 +39,11 @@ const data::CommandText& Groups(data::GroupQueries::Name name) {
 }
 
 String RefusalOfName(StringView kind, const String& name) {
+  // A tab is harmless, and names may have one already.
+  if (std::any_of(name.begin(), name.end(),
+                  [](char16_t unit) { return unit < u' ' && unit != u'\t'; })) {
+    return u"The name of the " + String(kind) + u" has control characters";
+  }
   const auto length = static_cast<std::int64_t>(name.size());
   if (length <= kNameLimit) return {};
   return u"The name of the " + String(kind) + u" has " + ToDecimal(length) +

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
@@ -24,6 +25,7 @@ TEST(PhoneNumberTest, IsTheSameHoweverItIsWritten) {
 }
 
 TEST(PhoneNumberTest, TellsLongNumbersApart) {
+  EXPECT_NE(NumberKey(u"", u"1234567890123456781"), NumberKey(u"", u"1234567890123456790"));
   EXPECT_NE(NumberKey(u"1234567890", u"12345678901234567890"),
             NumberKey(u"1234567890", u"12345678901234567891"));
 }
@@ -129,6 +131,26 @@ TEST_F(CheckOnDatabaseTest, FindsAndRemovesAMembershipOfAMissingContact) {
   EXPECT_THAT(Database.Rows(u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS ORDER BY CONTACT_ID"),
               ElementsAre(u"2", u"C1"));
   EXPECT_THAT(Removed(), HasSubstr("\"CONTACT_ID\": \"99\", \"CONTACT_TYPE\": \"S\"}\n"));
+}
+
+TEST_F(CheckOnDatabaseTest, KeepsEachOfEqualMemberships) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '99', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '99', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '98', 'S')"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Messages.str(), HasSubstr("repaired membership-of-missing-contact: 3\n"));
+  const std::string removed = Removed();
+  EXPECT_EQ(std::count(removed.begin(), removed.end(), '\n'), 3) << removed;
+  EXPECT_NE(removed.find("\"99\""), removed.rfind("\"99\"")) << removed;
+}
+
+TEST_F(CheckOnDatabaseTest, KeepsMembershipsThatTheDatabaseTakesForEqual) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (9, 'ab', 'R')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (9, 'AB', 'R')"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Removed(), AllOf(HasSubstr("\"ab\""), HasSubstr("\"AB\"")));
 }
 
 TEST_F(CheckOnDatabaseTest, FindsAndRemovesAMembershipOfAMissingGroup) {
@@ -319,6 +341,65 @@ TEST_F(CheckTest, RepairsRowsWithNulls) {
   EXPECT_THAT(Removed(),
               AllOf(HasSubstr("\"FOLDER_ID\": null"), HasSubstr("\"CONTACT_TYPE\": null"),
                     HasSubstr("\"CONTACT_ID\": null")));
+}
+
+TEST_F(CheckTest, LeavesToTheDatabaseWhatNoIdCanBe) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) "
+       u"VALUES (1, '4670174000', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) "
+       u"VALUES (4670174000, '1', 'S')",
+       u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 4670174000 WHERE ID = 1",
+       u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Messages.str(), HasSubstr("repaired group-in-missing-folder: 1\n"));
+  EXPECT_THAT(Database.Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS"), ElementsAre(u"4"));
+}
+
+TEST_F(CheckTest, RemovesMembershipsWhoseTextsAreTooLong) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) "
+       u"VALUES (1, '99', 'S ')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) "
+       u"VALUES (9, '123456789 123456789 123456789 123456789 123456789 1', 'RR')"});
+  EXPECT_EQ(Repair(), 0) << Messages.str();
+  EXPECT_THAT(Removed(), AllOf(HasSubstr("\"S \""), HasSubstr("\"RR\"")));
+  EXPECT_THAT(Database.Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS"), ElementsAre(u"2"));
+}
+
+TEST_F(CheckTest, TellsTheFormerRowsIfTheyCannotBeKept) {
+  const std::string full = "/dev/full";  // takes nothing
+  if (!std::filesystem::exists(full)) GTEST_SKIP() << "no " << full;
+  Driver.HasTransactions = false;
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77"});
+  EXPECT_EQ(Run({"check", "--repair", "--yes", "--removed", full}), 1);
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"0"));
+  EXPECT_THAT(
+      Messages.str(),
+      AllOf(HasSubstr("{\"table\": \"SMS_ABGROUPS\", \"ID\": \"1\", \"FOLDER_ID\": \"77\"}\n"),
+            HasSubstr("/dev/full cannot be written; the repair is not undone")));
+}
+
+TEST_F(CheckTest, TellsTheFormerRowsIfTheRepairFailsToo) {
+  const std::string full = "/dev/full";
+  if (!std::filesystem::exists(full)) GTEST_SKIP() << "no " << full;
+  Driver.HasTransactions = false;
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77",
+                u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 78 WHERE ID = 2",
+                u"CREATE TRIGGER KEEP BEFORE UPDATE ON SMS_ABCONTACTS "
+                u"BEGIN SELECT RAISE(ABORT, 'kept'); END"});
+  EXPECT_EQ(Run({"check", "--repair", "--yes", "--removed", full}), 1);
+  EXPECT_THAT(Messages.str(), AllOf(HasSubstr("\"FOLDER_ID\": \"77\"}\n"), Not(HasSubstr("\"78\"")),
+                                    HasSubstr("kept")));
+}
+
+TEST_F(CheckTest, RepairsNothingIfTheFileIsFull) {
+  const std::string full = "/dev/full";
+  if (!std::filesystem::exists(full)) GTEST_SKIP() << "no " << full;
+  Database.Run({u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77"});
+  EXPECT_EQ(Run({"check", "--repair", "--yes", "--removed", full}), 1);
+  EXPECT_THAT(Messages.str(), HasSubstr("nothing was repaired"));
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"77"));
 }
 
 TEST_F(CheckTest, AppendsFormerRowsOnALineOfTheirOwn) {

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <iterator>
 
-#include "tests/native/support/SqliteFile.h"
+#include "tests/native/support/UnusedPath.h"
 #include "tests/native/tool/ToolFixture.h"
 #include "tool/FileFormat.h"
 
@@ -32,6 +32,11 @@ std::string LineOf(const std::string& text, std::size_t number) {
   std::string line;
   while (number-- > 0) std::getline(lines, line);
   return line;
+}
+
+std::string ContentOf(const std::string& name) {
+  std::ifstream file(name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 using tool::FileFormat;
@@ -103,6 +108,23 @@ TEST(JsonWriterTest, KeepsAnUnpairedSurrogate) {
               HasSubstr("\"a\\ud800b\""));
 }
 
+/// A folder of its own, removed at its end.
+class Folder {
+ public:
+  Folder() { std::filesystem::create_directory(path_); }
+  ~Folder() { std::filesystem::remove_all(path_); }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string File(const char* name) const { return (path_ / name).string(); }
+  std::ptrdiff_t Files() const {
+    return std::distance(std::filesystem::directory_iterator(path_), {});
+  }
+
+ private:
+  std::filesystem::path path_ = UnusedPath();
+};
+
 class ExportOnDatabaseTest : public ToolFixture {
  protected:
   void SetUp() override {
@@ -148,16 +170,32 @@ TEST_F(ExportOnDatabaseTest, RefusesRemoteContacts) {
 }
 
 TEST_F(ExportOnDatabaseTest, WritesToAFile) {
-  const SqliteFile place;
-  const std::string name = place.File().string() + ".csv";
+  const Folder folder;
+  const std::string name = folder.File("x.csv");
   ASSERT_EQ(Run({"export", "--output", name}), 0) << Messages.str();
-  std::ifstream file(name, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_THAT(text, HasSubstr(kSecond));
+  EXPECT_THAT(ContentOf(name), HasSubstr(kSecond));
   EXPECT_EQ(Output(), "");
-  EXPECT_FALSE(std::filesystem::exists(name + ".part"));
-  file.close();
-  std::filesystem::remove(name);
+  EXPECT_EQ(folder.Files(), 1);
+}
+
+TEST_F(ExportOnDatabaseTest, WritesACompleteFileThoughAnotherExportDoesToo) {
+  const Folder folder;
+  const std::string name = folder.File("x.csv");
+  Driver.BeforeFetch = [&](const auto&) {
+    Driver.BeforeFetch = nullptr;
+    EXPECT_EQ(Run({"export", "--folder", "Staff", "--output", name}), 0) << Messages.str();
+  };
+  EXPECT_EQ(Run({"export", "--output", name}), 0) << Messages.str();
+  const std::string text = ContentOf(name);
+  EXPECT_EQ(text.substr(text.find('\n') + 1), std::string(kFirst) + kSecond);
+  EXPECT_EQ(folder.Files(), 1);
+}
+
+TEST_F(ExportOnDatabaseTest, LeavesNoFileIfItFails) {
+  const Folder folder;
+  Database.Run({u"ALTER TABLE SMS_ABCONTACTS DROP COLUMN HOBBY"});
+  EXPECT_EQ(Run({"export", "--output", folder.File("x.csv")}), 1);
+  EXPECT_EQ(folder.Files(), 0);
 }
 
 TEST_F(ExportOnDatabaseTest, TellsThatAFileCannotBeWritten) {
@@ -173,6 +211,35 @@ TEST_F(ExportOnDatabaseTest, TellsThatAFileCannotBeWrittenBeforeItReads) {
 
 TEST_F(ExportOnDatabaseTest, AFolderAndAGroupExcludeEachOther) {
   EXPECT_EQ(Run({"export", "--folder", "Staff", "--group", "Night"}), 2);
+}
+
+TEST_F(ExportOnDatabaseTest, NamesTheGroupsThatListAContact) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '1.0', 'S')"});
+  ASSERT_EQ(Run({"export", "--group", "Night"}), 0) << Messages.str();
+  const bool isListed = Output().find("\u00C5sa") != std::string::npos;
+  ASSERT_EQ(Run({"export"}), 0) << Messages.str();
+  EXPECT_EQ(Output().find("\n,Night,\u00C5sa") != std::string::npos, isListed) << Output();
+}
+
+using ExportTest = ExportOnDatabaseTest;
+
+TEST_F(ExportTest, KnowsAContactHoweverItsIdIsWritten) {
+  Database.Run(
+      {u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (1, '1 ', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (2, '1', 'S')",
+       u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (2, '001', 'S')"});
+  ASSERT_EQ(Run({"export"}), 0) << Messages.str();
+  EXPECT_THAT(Output(), HasSubstr("\n,\"Night\nDay\",\u00C5sa,"));
+}
+
+TEST_F(ExportTest, WritesContactsWithTheSameId) {
+  Database.Run({u"CREATE TABLE CONTACTS AS SELECT * FROM SMS_ABCONTACTS",
+                u"DROP TABLE SMS_ABCONTACTS", u"ALTER TABLE CONTACTS RENAME TO SMS_ABCONTACTS",
+                u"UPDATE SMS_ABCONTACTS SET ID = 1, FOLDER_ID = 0"});
+  ASSERT_EQ(Run({"export"}), 0) << Messages.str();
+  EXPECT_EQ(Messages.str(), "2 exported\n");
+  EXPECT_THAT(Output(), HasSubstr("\n,,Sunil,"));
 }
 
 }  // namespace

@@ -91,6 +91,31 @@ TEST(CleaningTest, KeepsValuesOfOurExport) {
   EXPECT_FALSE(checked.Cleaned.Texts[static_cast<std::size_t>(ContactText::City)]);
 }
 
+/// Apple and Android write the year 1604 for no year; some databases have none before 1753.
+TEST(CleaningTest, LeavesOutDatesOfYearsThatCannotBeMeant) {
+  const auto noteOf = [](String birthday) {
+    RawContact raw = Anna();
+    raw[Field::Birthday] = std::move(birthday);
+    const CheckedContact checked = CheckContact(raw, DateOrder::MonthFirst);
+    EXPECT_EQ(checked.Refusal, u"");
+    EXPECT_EQ(checked.Cleaned.Birthday.has_value(), checked.Notes.empty());
+    return checked.Notes.empty() ? String() : checked.Notes.front();
+  };
+  EXPECT_EQ(noteOf(u"1604-05-09"), u"The birthday \"1604-05-09\" has no year and is left out");
+  EXPECT_EQ(noteOf(u"16040229"), u"The birthday \"16040229\" has no year and is left out");
+  EXPECT_EQ(noteOf(u"1752-12-31"), u"The birthday \"1752-12-31\" is before 1753 and is left out");
+  EXPECT_EQ(noteOf(u"1753-01-01"), u"");
+}
+
+TEST(CleaningTest, KeepsOldDatesOfOurExport) {
+  RawContact raw = Anna();
+  raw.IsOwn = true;
+  raw[Field::Birthday] = u"1604-05-09";
+  const CheckedContact checked = CheckContact(raw, DateOrder::MonthFirst);
+  EXPECT_TRUE(checked.Cleaned.Birthday);
+  EXPECT_TRUE(checked.Notes.empty());
+}
+
 TEST(CleaningTest, ParsesDates) {
   const auto parsed = [](StringView text, DateOrder order = DateOrder::MonthFirst) {
     const auto date = ParseDate(text, order);

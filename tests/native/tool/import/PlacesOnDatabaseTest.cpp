@@ -1,3 +1,5 @@
+#include "data/GroupQueries.h"
+#include "tests/native/support/OtherUser.h"
 #include "tests/native/support/WatchedDriver.h"
 #include "tests/native/tool/import/ImportFixture.h"
 #include "tool/ContactColumns.h"
@@ -68,6 +70,32 @@ TEST_F(PlacesOnDatabaseTest, WithTooLongNamesRejectTheRow) {
                                         "at most 100 are allowed"));
 }
 
+/// As after a program that ends all lines of our export with CR LF.
+TEST_F(PlacesOnDatabaseTest, AreNamedBetweenAnyLineBreaks) {
+  Database.Run({u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'Team')"});
+  EXPECT_EQ(Import(Exported().Add("Anna", 1, "", "\"Team\r\nCrew\r\n\"").Text()), 0)
+      << Messages.str();
+  EXPECT_THAT(Rows(u"SELECT NAME FROM SMS_ABGROUPS ORDER BY NAME"), ElementsAre(u"Crew", u"Team"));
+  EXPECT_THAT(Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 9"), ElementsAre(u"1"));
+}
+
+TEST_F(PlacesOnDatabaseTest, WithControlCharactersRejectTheRow) {
+  EXPECT_EQ(Import(Exported()
+                       .Add("Anna", 1, std::string("St\0aff", 6), "Team")
+                       .Add("Bert", 2, "Staff", "\"Te\ram\"")
+                       .Add("Cora", 3, "Staff", std::string("Te\0am", 5))
+                       .Add("Dora", 4, "Sta\tff", "Te\tam")
+                       .Text()),
+            1);
+  EXPECT_THAT(Names(), ElementsAre(u"Dora|null|4"));
+  EXPECT_THAT(Messages.str(),
+              HasSubstr("people.csv:2: The name of the folder has control characters"));
+  EXPECT_THAT(Messages.str(),
+              HasSubstr("people.csv:3: The name of the group has control characters"));
+  EXPECT_THAT(Messages.str(),
+              HasSubstr("people.csv:5: The name of the group has control characters"));
+}
+
 TEST_F(PlacesOnDatabaseTest, OfRemoteContactsRejectTheRow) {
   Database.Run({u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (7, 'R', 'Dealers')"});
   EXPECT_EQ(Import(Exported().Add("Anna", 1, "Dealers", "").Add("Bert", 2, "", "").Text()), 1);
@@ -117,6 +145,26 @@ TEST_F(PlacesOnDatabaseTest, MakeNoMembersOfNewContactsThatAreGone) {
   EXPECT_THAT(Messages.str(), HasSubstr("people.csv:3: Another user has deleted the contact"));
 }
 
+/// Its members are read and replaced there.
+TEST_F(PlacesOnDatabaseTest, GetMembersOnceAnotherUsersSaveOfTheGroupIsStored) {
+  Database.Run({u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'Team')"});
+  OtherUser other(Database, {data::GroupQueries::LockGroup(u"9")},
+                  {u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 9"});
+  EXPECT_EQ(Import(Exported().Add("Anna", 1, "", "Team").Text()), 0) << Messages.str();
+  other.Wait();
+  EXPECT_THAT(Rows(u"SELECT COUNT(*) FROM SMS_ABGROUPMAPS"), ElementsAre(u"1"));
+}
+
+TEST_F(PlacesOnDatabaseTest, MakeNoMembersOfAGroupWhoseDeletionIsNotStoredYet) {
+  Database.Run({u"INSERT INTO SMS_ABGROUPS (ID, NAME) VALUES (9, 'Team')"});
+  OtherUser other(Database, {u"DELETE FROM SMS_ABGROUPS WHERE ID = 9",
+                             u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 9"});
+  EXPECT_EQ(Import(Exported().Add("Anna", 1, "", "Team").Text()), 1);
+  other.Wait();
+  EXPECT_THAT(Rows(u"SELECT CONTACT_ID FROM SMS_ABGROUPMAPS"), testing::IsEmpty());
+  EXPECT_THAT(Messages.str(), HasSubstr("Another user has deleted the group"));
+}
+
 /// Another user deletes what the import is about to use.
 class DeletedPlacesOnDatabaseTest : public ImportFixture {
  protected:
@@ -144,6 +192,27 @@ TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfTheFolder) {
   EXPECT_EQ(ImportWhile(u"DELETE FROM SMS_ABFOLDERS",
                         Exported().Add("Bert", 2, "Staff", "").Add("Cora", 3, "", "").Text()),
             1);
+  EXPECT_THAT(Names(), ElementsAre(u"Anna|null|1", u"Cora|null|3"));
+  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the folder"));
+}
+
+/// Some engines show a transaction the rows as they were at its first query.
+TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfAFolderThatIsDeletedLater) {
+  const auto engine = Connection.CurrentLink()->Get().EngineKind();
+  if (engine == database::Engine::Sqlite) GTEST_SKIP() << "others cannot write meanwhile";
+  Options.OfDuplicates = tool::Duplicates::Merge;
+  WatchedDriver driver(Database.Driver());
+  database::Connection watched(
+      {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
+  watched.Open(Database.ConnectionString());
+  driver.BeforeExecute = [&](StringView text) {
+    if (!text.starts_with(u"INSERT INTO SMS_ABCONTACTS")) return;
+    driver.BeforeExecute = nullptr;
+    Database.Run({u"DELETE FROM SMS_ABFOLDERS"});
+  };
+  Write("people.csv", Exported().Add("Bert", 2, "Staff", "").Add("Cora", 3, "", "").Text());
+  EXPECT_EQ(Import(watched), 1);
+  EXPECT_FALSE(driver.BeforeExecute) << "nothing was deleted";
   EXPECT_THAT(Names(), ElementsAre(u"Anna|null|1", u"Cora|null|3"));
   EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the folder"));
 }

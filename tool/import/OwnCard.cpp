@@ -1,0 +1,98 @@
+#include "tool/import/OwnCard.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <sstream>
+
+#include "tool/ContactColumns.h"
+#include "tool/VCardWriter.h"
+#include "tool/import/CardContact.h"
+#include "tool/import/Cleaning.h"
+
+namespace ktrv::tool {
+namespace {
+
+using data::ContactText;
+
+/// The properties that only our export writes: one for each column that is not null.
+RawContact ReadOwn(const VCard& card) {
+  constexpr StringView kPrefix = u"X-KTRV-";
+  RawContact contact;
+  for (const VCardProperty& property : card.Properties) {
+    if (!property.Name.starts_with(kPrefix)) continue;
+    const StringView name = StringView(property.Name).substr(kPrefix.size());
+    const String value = property.IsEncoded ? property.Value : property.Text();
+    if (name == ContactColumns::kFolder) contact.Folder = value;
+    if (name == ContactColumns::kGroups) contact.Groups.push_back(value);
+    if (const auto field = FieldOfColumn(name)) {
+      contact[*field] = value;
+      contact.IsOwn = true;
+    }
+  }
+  return contact;
+}
+
+/// The card as our export wrote it.
+VCard CardOf(const RawContact& contact, VCardWriter::Version version) {
+  ContactRecord record;
+  for (const StringView name : ContactColumns::kNames) {
+    const auto field = FieldOfColumn(name);
+    record.Columns.emplace_back();
+    if (field && contact.Has(*field)) record.Columns.back() = contact.Text(*field);
+  }
+  std::stringstream bytes;
+  VCardWriter writer(bytes, version);
+  writer.Write(record);
+  writer.End();
+  TextSource source(bytes, Encoding::Utf8);
+  VCard card;
+  VCardReader(source).Next(card);
+  return card;
+}
+
+/// Whether the text is another value than the one that was written. Programs write numbers and
+/// dates in their own way, and leave out properties that they do not know.
+bool IsChanged(Field field, StringView text, StringView written) {
+  const auto isOneOf = [field](std::initializer_list<Field> fields) {
+    return std::find(fields.begin(), fields.end(), field) != fields.end();
+  };
+  if (Trim(text).empty() || Trim(text) == Trim(written)) return false;
+  if (isOneOf({FieldOf(ContactText::MobileNo), FieldOf(ContactText::OfficePhone),
+               FieldOf(ContactText::HomePhone), FieldOf(ContactText::Fax)})) {
+    return CleanNumber(text) != CleanNumber(written);
+  }
+  if (isOneOf({Field::Birthday, Field::Anniversary})) {
+    const auto date = ParseDate(text, DateOrder::MonthFirst);
+    return !date || date != ParseDate(written, DateOrder::MonthFirst);
+  }
+  return true;
+}
+
+}  // namespace
+
+RawContact ContactOf(const VCard& card) {
+  RawContact own = ReadOwn(card);
+  if (!own.IsOwn) return StandardContactOf(card);
+  const RawContact standard = StandardContactOf(card);
+  const VCardProperty* version = card.Find(u"VERSION");
+  const bool isThree = version && version->Value == u"3.0";
+  const RawContact written = StandardContactOf(
+      CardOf(own, isThree ? VCardWriter::Version::Three : VCardWriter::Version::Four));
+  String changed;
+  for (const StringView name : ContactColumns::kNames) {
+    const auto field = FieldOfColumn(name);
+    if (!field) continue;
+    // Version 3 has no standard property for each column.
+    const RawContact& former = written.Text(*field).empty() ? own : written;
+    if (!IsChanged(*field, standard.Text(*field), former.Text(*field))) continue;
+    own[*field] = String(standard.Text(*field));
+    if (field == FieldOf(ContactText::MobileNo)) own[FieldOf(ContactText::CountryCode)].reset();
+    changed.append(changed.empty() ? u"" : u", ").append(name);
+  }
+  if (changed.empty()) return own;
+  own.IsOwn = false;  // another program's values are cleaned
+  own.Note = u"changed since our export wrote it: " + changed;
+  return own;
+}
+
+}  // namespace ktrv::tool
