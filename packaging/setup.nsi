@@ -74,12 +74,17 @@ Section
     Abort
   ${EndIf}
   WriteUninstaller "$INSTDIR\uninstall.exe"
+  ; Here the uninstaller, which also undoes a failed registration, finds for whom it works.
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
   !insertmacro RegisterAll
   ${If} $0 <> 0
     ExecWait '"$INSTDIR\uninstall.exe" /S /KeepLog _?=$INSTDIR'
     Delete "$INSTDIR\uninstall.exe"
     SetOutPath $TEMP
     RMDir "$INSTDIR"
+    ${If} $forAll == ""
+      RMDir "$LOCALAPPDATA\Programs"
+    ${EndIf}
     !insertmacro Fail "The component could not be registered (regsvr32 ended with $0)."
     Abort
   ${EndIf}
@@ -92,7 +97,6 @@ Section
 
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayName "${NAME}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
-  WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe"$0'
   WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /S$0'
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" EstimatedSize ${SIZE}
