@@ -51,7 +51,7 @@ function hurries(book) {
   Ui.WaitRows(book.grid, 2);
   for (i = 0; query("SELECT COUNT(*) FROM SMS_ABCONTACTS WHERE FOLDER_ID = 2") != "0";
        i++) {
-    check(i < 300, "an end of the deletion");
+    check(i < 1000, "an end of the deletion");
     WScript.Sleep(200);
   }
   until(function() { return Ui.Panel(book.status, 1) == "2 item(s)"; }, "the current node's list");

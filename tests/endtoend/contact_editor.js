@@ -18,7 +18,7 @@ function controls(title) {
   };
   all.waitFocus = function(windowClass) {
     for (var i = 0; Ui.FocusClass(all.window) != windowClass; i++) {
-      if (i == 200) throw new Error("No focus in a " + windowClass);
+      if (i == 1000) throw new Error("No focus in a " + windowClass);
       WScript.Sleep(20);
     }
   };

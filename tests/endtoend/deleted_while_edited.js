@@ -30,7 +30,7 @@ function savesTooLate(log, record) {
   }
   Ui.Press(first, 13);  // Enter
   for (i = 0; read(log).indexOf(record) < 0; i++) {
-    if (i == 200) throw new Error("The failure is not in the log");
+    if (i == 1000) throw new Error("The failure is not in the log");
     WScript.Sleep(50);
   }
   Ui.WaitText(first, "Anna-Lena");

@@ -19,14 +19,14 @@ function Editor(caption) {
       if (i == 5) throw new Error("No source " + name);
       var former = Ui.Text(this.source);
       Ui.Press(this.source, kDown);
-      for (var wait = 0; Ui.Text(this.source) == former && wait < 200; wait++) WScript.Sleep(20);
+      for (var wait = 0; Ui.Text(this.source) == former && wait < 1000; wait++) WScript.Sleep(20);
     }
     Ui.Press(this.source, kTab);
     Ui.WaitRows(this.contacts, rows);
   };
   this.waitSelected = function(list, row) {
     for (var i = 0; Ui.SelectedRow(list) != row; i++) {
-      if (i == 200) throw new Error("Row " + row + " is not selected");
+      if (i == 1000) throw new Error("Row " + row + " is not selected");
       WScript.Sleep(20);
     }
   };
@@ -36,7 +36,7 @@ function Editor(caption) {
   };
   this.press = function(caption) {
     var button = Ui.ChildWithText(this.window, caption);
-    for (var i = 0; !Ui.IsEnabled(button) && i < 200; i++) WScript.Sleep(20);
+    for (var i = 0; !Ui.IsEnabled(button) && i < 1000; i++) WScript.Sleep(20);
     Ui.Click(button);
   };
   this.answer = function(text) {
@@ -44,7 +44,7 @@ function Editor(caption) {
     Ui.ChildWithText(box, text);
     Ui.Click(Ui.Child(box, "Button"));
     Ui.WaitGone(box);
-    for (var i = 0; Ui.FocusClass(this.window) != "Edit" && i < 200; i++) WScript.Sleep(20);
+    for (var i = 0; Ui.FocusClass(this.window) != "Edit" && i < 1000; i++) WScript.Sleep(20);
     if (Ui.FocusClass(this.window) != "Edit") throw new Error("The name has not the focus");
   };
   this.finish = function(button) {

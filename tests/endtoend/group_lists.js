@@ -12,7 +12,7 @@ function Lists(caption) {
   this.members = Ui.Child(this.window, "SysListView32", 1);
   this.until = function(condition, what) {
     for (var i = 0; !condition(); i++) {
-      if (i == 300) throw new Error("Not in time: " + what);
+      if (i == 1000) throw new Error("Not in time: " + what);
       WScript.Sleep(20);
     }
   };

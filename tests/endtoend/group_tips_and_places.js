@@ -4,7 +4,7 @@ var kSharedGroup = 1;
 
 function until(condition, what) {
   for (var i = 0; !condition(); i++) {
-    if (i == 500) throw new Error("Not in time: " + what);
+    if (i == 1000) throw new Error("Not in time: " + what);
     WScript.Sleep(20);
   }
 }

@@ -67,7 +67,7 @@ function fillsGroup(texts) {
   Ui.Type(Ui.Child(editor, "Edit", 1), texts.hebrew);
   function current() { return Ui.Rows(contacts).split("\n")[Ui.SelectedRow(contacts)] || ""; }
   for (var i = 0; current().indexOf(texts.hebrew) < 0; i++) {
-    if (i == 200) throw new Error("The contact is not found by its name");
+    if (i == 1000) throw new Error("The contact is not found by its name");
     WScript.Sleep(20);
   }
   Ui.DoubleClickRow(contacts, Ui.SelectedRow(contacts));

@@ -7,7 +7,7 @@ function looksAtOnePicksTheOther() {
   var contacts = Ui.Child(window, "SysListView32", 0);
   var members = Ui.Child(window, "SysListView32", 1);
   function row(name) {
-    for (var i = 0; i < 200; i++) {
+    for (var i = 0; i < 1000; i++) {
       var rows = Ui.Rows(contacts).split("\n");
       for (var n = 0; n < rows.length; n++) if (rows[n].split("\t")[1] == name) return n;
       WScript.Sleep(20);
@@ -18,7 +18,7 @@ function looksAtOnePicksTheOther() {
     var wanted = row(name);
     Ui.ClickRow(contacts, wanted);
     for (var i = 0; Ui.SelectedRow(contacts) != wanted; i++) {
-      if (i == 200) throw new Error(name + " is not selected");
+      if (i == 1000) throw new Error(name + " is not selected");
       WScript.Sleep(20);
     }
   }
@@ -29,7 +29,7 @@ function looksAtOnePicksTheOther() {
   var editor = Ui.Window("Edit Shared Contact");
   Ui.Click(Ui.ChildWithText(editor, "Cancel"));
   Ui.WaitGone(editor);
-  for (var i = 0; !Ui.IsEnabled(window) && i < 200; i++) WScript.Sleep(20);
+  for (var i = 0; !Ui.IsEnabled(window) && i < 1000; i++) WScript.Sleep(20);
   if (Ui.Rows(contacts) != before) throw new Error("The list changed to\n" + Ui.Rows(contacts));
   select("Management");
   Ui.Click(Ui.ChildWithText(window, "Select ->"));

@@ -14,13 +14,13 @@ function Picker() {
       if (i == 5) throw new Error("No source " + name);
       var former = Ui.Text(this.source);
       Ui.Press(this.source, kDown);
-      for (var wait = 0; Ui.Text(this.source) == former && wait < 200; wait++) WScript.Sleep(20);
+      for (var wait = 0; Ui.Text(this.source) == former && wait < 1000; wait++) WScript.Sleep(20);
     }
     Ui.Press(this.source, kTab);
     Ui.WaitRows(this.contacts, rows);
   };
   this.row = function(name) {
-    for (var i = 0; i < 200; i++) {
+    for (var i = 0; i < 1000; i++) {
       var rows = Ui.Rows(this.contacts).split("\n");
       for (var row = 0; row < rows.length; row++) {
         if (rows[row].split("\t")[1] == name) return row;
@@ -31,13 +31,13 @@ function Picker() {
   };
   this.waitSelected = function(list, row) {
     for (var i = 0; Ui.SelectedRow(list) != row; i++) {
-      if (i == 200) throw new Error("Row " + row + " is not selected");
+      if (i == 1000) throw new Error("Row " + row + " is not selected");
       WScript.Sleep(20);
     }
   };
   this.press = function(caption) {
     var button = Ui.ChildWithText(this.window, caption);
-    for (var i = 0; !Ui.IsEnabled(button) && i < 200; i++) WScript.Sleep(20);
+    for (var i = 0; !Ui.IsEnabled(button) && i < 1000; i++) WScript.Sleep(20);
     Ui.Click(button);
   };
   this.finish = function(button) {

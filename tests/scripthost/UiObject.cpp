@@ -13,7 +13,7 @@
 namespace ktrv::scripthost {
 namespace {
 
-constexpr LONG kPatience = 10000;  // milliseconds
+constexpr LONG kPatience = 30000;  // milliseconds
 
 // Windows keeps handles within 32 bits, so that a script's number holds one.
 HWND Handle(const Arguments& arguments) {
@@ -45,25 +45,42 @@ POINT MiddleOf(const RECT& area) {
   return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
 }
 
-POINT RowAt(const Arguments& arguments) {
+/// The area of the row that the measure gives, scrolled into view; waited for until there is one.
+template <class Measure>
+RECT AreaOfRow(const Arguments& arguments, Measure measure) {
   const HWND list = Handle(arguments);
   const LONG row = arguments.Number(1);
   RECT area = {};
-  ListView_EnsureVisible(list, row, FALSE);
-  if (!ListView_GetItemRect(list, row, &area, LVIR_LABEL)) {
-    throw ScriptFailure{L"There is no row " + std::to_wstring(row)};
-  }
-  return {area.left + 5, MiddleOf(area).y};
+  const auto isThere = [&] {
+    ListView_EnsureVisible(list, row, FALSE);
+    return measure(list, row, area) != 0;
+  };
+  Await(isThere, kPatience, L"the row " + std::to_wstring(row));
+  return area;
+}
+
+POINT RowAt(const Arguments& arguments) {
+  const RECT label = AreaOfRow(arguments, [](HWND list, LONG row, RECT& area) {
+    return ListView_GetItemRect(list, row, &area, LVIR_LABEL);
+  });
+  return {label.left + 5, MiddleOf(label).y};
+}
+
+POINT CellAt(const Arguments& arguments) {
+  return MiddleOf(AreaOfRow(arguments, [&](HWND list, LONG row, RECT& area) {
+    return ListView_GetSubItemRect(list, row, arguments.Number(2), LVIR_BOUNDS, &area);
+  }));
 }
 
 POINT NodeAt(HWND tree, const std::wstring& name) {
-  const HTREEITEM node = ControlText::Node(tree, name);
   RECT area = {};
-  if (node == nullptr) {
-    throw ScriptFailure{L"There is no node " + name};
-  }
-  TreeView_EnsureVisible(tree, node);
-  TreeView_GetItemRect(tree, node, &area, TRUE);
+  const auto isThere = [&] {
+    const HTREEITEM node = ControlText::Node(tree, name);
+    if (node == nullptr) return false;
+    TreeView_EnsureVisible(tree, node);
+    return TreeView_GetItemRect(tree, node, &area, TRUE) != 0;
+  };
+  Await(isThere, kPatience, L"the node " + name);
   return MiddleOf(area);
 }
 
@@ -216,13 +233,8 @@ void UiObject::OfferInput() {
   offer(L"ClickRow", [](const Arguments& arguments) {
     UiInput::Click(Handle(arguments), RowAt(arguments), static_cast<UINT>(arguments.Number(2, 0)));
   });
-  offer(L"PointAtCell", [](const Arguments& arguments) {
-    const HWND list = Handle(arguments);
-    RECT cell = {};
-    ListView_EnsureVisible(list, arguments.Number(1), FALSE);
-    ListView_GetSubItemRect(list, arguments.Number(1), arguments.Number(2), LVIR_BOUNDS, &cell);
-    UiInput::Point(list, MiddleOf(cell));
-  });
+  offer(L"PointAtCell",
+        [](const Arguments& arguments) { UiInput::Point(Handle(arguments), CellAt(arguments)); });
   offer(L"RightClickRow", [](const Arguments& arguments) {
     UiInput::RightClick(Handle(arguments), RowAt(arguments));
   });

@@ -5,8 +5,9 @@
 namespace ktrv::scripthost {
 
 /// The hand and the eye of a script on the windows of its own process; scripts find it as Ui.
-/// Windows are named by their handles, as numbers. What is waited for must come within ten seconds
-/// or the number of milliseconds given last, else the script gets an error.
+/// Windows are named by their handles, as numbers. What is waited for must come within thirty
+/// seconds or the number of milliseconds given last, else the script gets an error. Rows and nodes
+/// that get the mouse are waited for too, because lists fill in the background.
 ///
 ///   Window(title[, ms])            the visible top-level window of that title, waited for
 ///   AnyWindow(title[, ms])         the same in any process; lists and trees of another process

@@ -9,7 +9,7 @@ function query(text) {
   var ask = expand('start /unix /bin/bash "%KTRV_ASK%" "%KTRV_TEST_CONNECTION%"');
   shell.Run(ask + ' "' + text + '" "' + answer + '"', 0, false);
   for (var i = 0; !files.FileExists("Z:" + answer.replace(/\//g, "\\")); i++) {
-    if (i == 500) throw new Error("No answer to " + text);
+    if (i == 1000) throw new Error("No answer to " + text);
     WScript.Sleep(20);
   }
   var file = files.OpenTextFile("Z:" + answer.replace(/\//g, "\\"));

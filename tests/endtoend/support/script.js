@@ -12,7 +12,7 @@ function checkEqual(actual, expected, what) {
 }
 function until(condition, what) {
   for (var i = 0; !condition(); i++) {
-    check(i < 200, "in time, " + what);
+    check(i < 1000, "in time, " + what);
     WScript.Sleep(30);
   }
 }

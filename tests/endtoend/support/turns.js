@@ -15,7 +15,7 @@ function Turns(log) {
 /// How many failures of this number are in the log, waited for.
 function recordsOf(log, number, count) {
   var files = new ActiveXObject("Scripting.FileSystemObject"), found = -1;
-  for (var i = 0; found < count && i < 200; i++) {
+  for (var i = 0; found < count && i < 1000; i++) {
     WScript.Sleep(30);
     try {
       found = files.OpenTextFile(log).ReadAll().split("Error Number      : " + number).length - 1;
