@@ -31,11 +31,11 @@ inline String ContactsAfter(StringView contactId) {
                 contactId);
 }
 
-/// Counts the tables that an import writes and that keep what is rolled back.
+/// Counts the tables whose rows the console program changes and that keep what is rolled back.
 inline constexpr StringView kTablesWithoutTransactionsOfMySql =
     u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES T JOIN INFORMATION_SCHEMA.ENGINES E "
     u"ON E.ENGINE = T.ENGINE WHERE T.TABLE_SCHEMA = DATABASE() AND "
-    u"UPPER(T.TABLE_NAME) IN ('SMS_ABCONTACTS', 'SMS_ABGROUPMAPS') AND "
+    u"UPPER(T.TABLE_NAME) IN ('SMS_ABCONTACTS', 'SMS_ABGROUPS', 'SMS_ABGROUPMAPS') AND "
     u"COALESCE(E.TRANSACTIONS, 'NO') <> 'YES'";
 
 /// The name of a contact. \throws as WithId does

@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "common/Variant.h"
+#include "data/ImportQueries.h"
 
 namespace ktrv::tool {
 namespace {
@@ -45,6 +46,15 @@ std::size_t Query::ColumnOf(StringView name) const {
 std::int64_t CountOf(database::Connection& connection, StringView text) {
   Query query(connection, text);
   return query.Next() && query.Cell(0) ? ToInteger(String(*query.Cell(0))) : 0;
+}
+
+bool IsMySql(database::Connection& connection) {
+  return connection.LiveLink()->Get().EngineKind() == database::Engine::MySql;
+}
+
+bool RollsBackRows(database::Connection& connection) {
+  return !IsMySql(connection) ||
+         CountOf(connection, data::ImportQueries::kTablesWithoutTransactionsOfMySql) == 0;
 }
 
 }  // namespace ktrv::tool

@@ -41,4 +41,10 @@ class Query {
 /// The first cell of the query's first row as a number; 0 without one. \throws Error
 std::int64_t CountOf(database::Connection& connection, StringView text);
 
+bool IsMySql(database::Connection& connection);
+
+/// Whether a transaction that is rolled back leaves nothing in the tables that the program changes.
+/// On MySql the storage of each table decides. \throws Error
+bool RollsBackRows(database::Connection& connection);
+
 }  // namespace ktrv::tool

@@ -47,6 +47,8 @@ std::int32_t NumberOfFailure(StringView state, std::int32_t native, StringView t
     if (state.substr(0, known.Start.size()) == known.Start) return known.Number;
   }
   if (sqlite) return NumberOfSqliteCode(native, text);
+  // ER_CHECKREAD: a row that a statement locks was changed after the transaction's first query.
+  if (native == 1020 && text.find(u"MariaDB") != StringView::npos) return ErrorNumber::RowChanged;
   return ErrorNumber::DriverFailure;
 }
 

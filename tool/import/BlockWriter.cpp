@@ -16,11 +16,19 @@ using data::ContactText;
 namespace ImportQueries = data::ImportQueries;
 using database::DataType;
 
-/// Whether the engine refuses the values, and not the statement or the session.
+/// Whether the engine refuses the values, or another user was faster, and not the statement or the
+/// session.
 bool IsRefusal(const Error& error) {
-  return error.Number() == ErrorNumber::ValueMismatch ||
-         error.Number() == ErrorNumber::IntegrityViolation ||
-         error.Number() == ErrorNumber::DataConversion;
+  switch (error.Number()) {
+    case ErrorNumber::ValueMismatch:
+    case ErrorNumber::IntegrityViolation:
+    case ErrorNumber::DataConversion:
+    case ErrorNumber::RowChanged:
+    case ErrorNumber::RowGone:
+      return true;
+    default:
+      return false;
+  }
 }
 
 template <class Value>
@@ -47,10 +55,6 @@ String NumberOf(StringView countryCode, StringView mobileNo) {
 String NumberOf(const ImportEntry& entry) {
   return NumberOf(entry.Values.Text(ContactText::CountryCode),
                   entry.Values.Text(ContactText::MobileNo));
-}
-
-bool IsMySql(database::Connection& connection) {
-  return connection.LiveLink()->Get().EngineKind() == database::Engine::MySql;
 }
 
 std::int64_t NewestContact(database::Connection& connection) {
@@ -205,11 +209,9 @@ void BlockWriter::FindIds(Entries& entries, std::size_t begin, std::size_t end,
   }
 }
 
-/// The storage of a table decides there, and nothing tells that its rows were not rolled back. The
-/// rows do not tell either, because another user may have stored the same.
+/// The rows do not tell what was stored, because another user may have stored the same.
 void BlockWriter::RequireTransactions() {
-  if (!IsMySql(connection_)) return;
-  if (CountOf(connection_, ImportQueries::kTablesWithoutTransactionsOfMySql) == 0) return;
+  if (RollsBackRows(connection_)) return;
   throw Error(ErrorNumber::DriverFailure,
               u"Rows before a refused one may be stored, because tables of the address book take "
               u"no part in transactions (ENGINE=InnoDB does)");

@@ -39,6 +39,15 @@ TEST(ErrorMapping, SqliteTellsMoreByItsCodeThanByItsState) {
 
 TEST(ErrorMapping, CodesOfOtherEnginesSayNothing) {
   EXPECT_EQ(NumberOfFailure(u"HY000", 1, u"no such table", false), ErrorNumber::DriverFailure);
+  EXPECT_EQ(NumberOfFailure(u"HY000", 1020, u"ORA-01020: unknown context area state", false),
+            ErrorNumber::DriverFailure);
+}
+
+TEST(ErrorMapping, KnowsARowThatChangedSinceTheTransactionBegan) {
+  EXPECT_EQ(
+      NumberOfFailure(u"HY000", 1020,
+                      u"[ma-3.1.15][11.8.9-MariaDB]Record has changed since last read", false),
+      ErrorNumber::RowChanged);
 }
 
 }  // namespace

@@ -186,6 +186,27 @@ class DeletedPlacesOnDatabaseTest : public ImportFixture {
     Write("people.csv", bytes);
     return Import(watched);
   }
+  database::Engine Engine() { return Connection.CurrentLink()->Get().EngineKind(); }
+  /// Another user runs the statement right before the import's first one that begins so. \param
+  /// snapshots whether MariaDB refuses to lock rows that changed since the transaction's first
+  /// query
+  int ImportDuring(StringView beginning, StringView statement, StringView snapshots) {
+    WatchedDriver driver(Database.Driver());
+    database::Connection watched(
+        {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
+    watched.Open(Database.ConnectionString());
+    if (Engine() == database::Engine::MySql) {
+      watched.Execute(u"SET SESSION innodb_snapshot_isolation = " + String(snapshots));
+    }
+    driver.BeforeExecute = [&](StringView text) {
+      if (!text.starts_with(beginning)) return;
+      driver.BeforeExecute = nullptr;
+      Database.Run({statement});
+    };
+    const int result = Import(watched);
+    EXPECT_FALSE(driver.BeforeExecute) << "nobody was faster";
+    return result;
+  }
 };
 
 TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfTheFolder) {
@@ -198,23 +219,32 @@ TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfTheFolder) {
 
 /// Some engines show a transaction the rows as they were at its first query.
 TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfAFolderThatIsDeletedLater) {
-  const auto engine = Connection.CurrentLink()->Get().EngineKind();
-  if (engine == database::Engine::Sqlite) GTEST_SKIP() << "others cannot write meanwhile";
-  Options.OfDuplicates = tool::Duplicates::Merge;
-  WatchedDriver driver(Database.Driver());
-  database::Connection watched(
-      {[&](StringView) -> database::Driver& { return driver; }, [](const auto&) {}});
-  watched.Open(Database.ConnectionString());
-  driver.BeforeExecute = [&](StringView text) {
-    if (!text.starts_with(u"INSERT INTO SMS_ABCONTACTS")) return;
-    driver.BeforeExecute = nullptr;
-    Database.Run({u"DELETE FROM SMS_ABFOLDERS"});
-  };
-  Write("people.csv", Exported().Add("Bert", 2, "Staff", "").Add("Cora", 3, "", "").Text());
-  EXPECT_EQ(Import(watched), 1);
-  EXPECT_FALSE(driver.BeforeExecute) << "nothing was deleted";
-  EXPECT_THAT(Names(), ElementsAre(u"Anna|null|1", u"Cora|null|3"));
-  EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the folder"));
+  if (Engine() == database::Engine::Sqlite) GTEST_SKIP() << "others cannot write meanwhile";
+  for (const StringView snapshots : {u"OFF", u"ON"}) {
+    Options.OfDuplicates = tool::Duplicates::Merge;
+    Write("people.csv", Exported().Add("Bert", 2, "Staff", "").Add("Cora", 3, "", "").Text());
+    EXPECT_EQ(ImportDuring(u"INSERT INTO SMS_ABCONTACTS", u"DELETE FROM SMS_ABFOLDERS", snapshots),
+              1);
+    EXPECT_THAT(Names(), ElementsAre(u"Anna|null|1", u"Cora|null|3"));
+    EXPECT_THAT(Messages.str(), HasSubstr("people.csv:2: Another user has deleted the folder"));
+    Database.Run({u"DELETE FROM SMS_ABCONTACTS WHERE ID > 5",
+                  u"INSERT INTO SMS_ABFOLDERS (ID, TYPE, NAME) VALUES (7, 'S', 'Staff')"});
+  }
+}
+
+TEST_F(DeletedPlacesOnDatabaseTest, MergeIntoAContactThatIsChangedMeanwhile) {
+  if (Engine() == database::Engine::Sqlite) GTEST_SKIP() << "others cannot write meanwhile";
+  for (const StringView snapshots : {u"OFF", u"ON"}) {
+    Options.OfDuplicates = tool::Duplicates::Merge;
+    Write("people.csv", "First Name,Mobile,City\r\nAnna,1,Lund\r\nBert,2,Oslo\r\n");
+    EXPECT_EQ(ImportDuring(u"UPDATE SMS_ABCONTACTS",
+                           u"UPDATE SMS_ABCONTACTS SET CITY = 'Bergen' WHERE ID = 5", snapshots),
+              0);
+    EXPECT_THAT(Rows(u"SELECT FNAME, CITY FROM SMS_ABCONTACTS ORDER BY ID"),
+                ElementsAre(u"Anna|Bergen", u"Bert|Oslo"));
+    Database.Run(
+        {u"DELETE FROM SMS_ABCONTACTS WHERE ID > 5", u"UPDATE SMS_ABCONTACTS SET CITY = NULL"});
+  }
 }
 
 TEST_F(DeletedPlacesOnDatabaseTest, RejectRowsOfTheGroup) {
