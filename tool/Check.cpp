@@ -8,6 +8,7 @@
 #include "database/Transaction.h"
 #include "tool/Files.h"
 #include "tool/JsonText.h"
+#include "tool/Query.h"
 #include "tool/RowCheck.h"
 #include "tool/StructureCheck.h"
 
@@ -132,6 +133,7 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
   std::erase_if(findings, [](const Finding& finding) { return !IsRepairable(finding); });
   if (findings.empty()) return;
   FormerRows file(options.Removed);
+  const bool rollsBack = RollsBackRows(book.Connection);
   std::vector<Mended> mended(findings.size());
   std::vector<std::string> former;
   const auto collect = [&] {
@@ -142,7 +144,7 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
       findings[at].Mend(book.Connection, mended[at]);
     }
   } catch (...) {
-    if (!transaction.RollBack()) {
+    if (!transaction.RollBack() || !rollsBack) {
       collect();
       if (!file.Append(former)) TellFormer(former, options.Removed, console);
     }
@@ -150,7 +152,7 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
   }
   collect();
   if (!file.Append(former)) {
-    if (transaction.RollBack()) throw file.CannotWrite(u"nothing was repaired");
+    if (transaction.RollBack() && rollsBack) throw file.CannotWrite(u"nothing was repaired");
     TellFormer(former, options.Removed, console);
     throw file.CannotWrite(u"the repair is not undone");
   }

@@ -281,6 +281,30 @@ TEST_F(CheckOnDatabaseTest, RepairsNothingIfTheFileCannotBeWritten) {
   EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"77"));
 }
 
+TEST_F(CheckOnDatabaseTest, KeepsTheFormerRowsIfTheTablesDoNotRollBack) {
+  if (!IsOn("mariadb")) GTEST_SKIP() << "only MariaDB has such tables";
+  Database.Run({u"ALTER TABLE SMS_ABGROUPS ENGINE = MyISAM",
+                u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77",
+                u"UPDATE SMS_ABCONTACTS SET FOLDER_ID = 78 WHERE ID = 2",
+                u"CREATE TRIGGER KEEP BEFORE UPDATE ON SMS_ABCONTACTS FOR EACH ROW "
+                u"SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'kept'"});
+  EXPECT_EQ(Repair(), 1);
+  EXPECT_THAT(Database.Rows(u"SELECT FOLDER_ID FROM SMS_ABGROUPS"), ElementsAre(u"0"));
+  EXPECT_THAT(Removed(), HasSubstr("\"FOLDER_ID\": \"77\"}"));
+}
+
+TEST_F(CheckOnDatabaseTest, TellsTheFormerRowsIfTheTablesDoNotRollBack) {
+  const std::string full = "/dev/full";
+  if (!std::filesystem::exists(full)) GTEST_SKIP() << "no " << full;
+  if (!IsOn("mariadb")) GTEST_SKIP() << "only MariaDB has such tables";
+  Database.Run(
+      {u"ALTER TABLE SMS_ABGROUPS ENGINE = MyISAM", u"UPDATE SMS_ABGROUPS SET FOLDER_ID = 77"});
+  EXPECT_EQ(Run({"check", "--repair", "--yes", "--removed", full}), 1);
+  EXPECT_THAT(Messages.str(),
+              AllOf(HasSubstr("\"FOLDER_ID\": \"77\"}\n"),
+                    HasSubstr("/dev/full cannot be written; the repair is not undone")));
+}
+
 using CheckTest = CheckOnDatabaseTest;
 
 TEST_F(CheckTest, FindsANameThatIsTooLong) {
