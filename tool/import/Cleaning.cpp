@@ -93,7 +93,7 @@ class Checking {
   void CheckText(ContactText text) {
     const data::ContactTextColumn column = data::ColumnOf(text);
     auto& value = checked_.Cleaned.Texts[static_cast<std::size_t>(text)];
-    if (raw_.IsOwn) {
+    if (raw_.IsStoredAsItIs(FieldOf(text))) {
       if (raw_.Has(FieldOf(text))) value = String(raw_.Text(FieldOf(text)));
     } else {
       value = String(Stripped(raw_.Text(FieldOf(text))));  // as the editor stores an empty box
@@ -142,7 +142,7 @@ class Checking {
 
   void CheckSex() {
     const String text = ToUpperAscii(Stripped(raw_.Text(Field::Sex)));
-    if (raw_.IsOwn && !text.empty()) {
+    if (raw_.IsStoredAsItIs(Field::Sex) && !text.empty()) {
       checked_.Cleaned.Sex = String(raw_.Text(Field::Sex));
       if (text.size() > 1) Refuse(u"The sex " + InQuotes(text) + u" is neither M nor F");
     } else if (text == u"M" || text == u"MALE") {
@@ -161,9 +161,10 @@ class Checking {
 
   void CheckDate(Field field, StringView name, std::optional<DateTime>& date) {
     const StringView text = Stripped(raw_.Text(field));
-    if (text.empty() || (IsNoDate(text) && !raw_.IsOwn)) return;
-    date = raw_.IsOwn ? ParseDateTime(text) : ParseDate(text, order_);
-    const bool isOld = !raw_.IsOwn && date && *date < controls::DatePicker::kEarliest;
+    const bool isStored = raw_.IsStoredAsItIs(field);
+    if (text.empty() || (IsNoDate(text) && !isStored)) return;
+    date = isStored ? ParseDateTime(text) : ParseDate(text, order_);
+    const bool isOld = !isStored && date && *date < controls::DatePicker::kEarliest;
     if (LacksYear(text) || (isOld && IsInYearForNone(*date))) {
       return LeaveOut(name, text, u"has no year", date);
     }
@@ -181,7 +182,8 @@ class Checking {
     auto refusal = data::ContactRefusalOf(contact.Text(ContactText::FirstName), mobile,
                                           contact.Text(ContactText::Email), Global::IsValidEmail);
     // The editor's box takes digits only. Spreadsheets make a number of our export 4.67E+10.
-    if (!refusal && (raw_.IsOwn ? !NotDialled(mobile).empty() : !IsDecimalDigits(mobile))) {
+    const bool isStored = raw_.IsStoredAsItIs(FieldOf(ContactText::MobileNo));
+    if (!refusal && (isStored ? !NotDialled(mobile).empty() : !IsDecimalDigits(mobile))) {
       refusal = {ContactText::MobileNo, u"Enter a proper Mobile No."};
     }
     if (!refusal) return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -31,7 +32,8 @@ std::optional<Field> FieldOfColumn(StringView name);
 /// The texts of a contact as a file has them; nullopt for no value.
 class RawContact {
  public:
-  /// Written by our export: the values are stored as they are, and no value is a null.
+  /// Written by our export: the values are stored as they are, and no value is a null. Not those
+  /// that Replace has set.
   bool IsOwn = false;
   String Folder;               ///< name; empty: none
   std::vector<String> Groups;  ///< names
@@ -44,6 +46,14 @@ class RawContact {
     const auto& value = values_[static_cast<std::size_t>(field)];
     return value ? StringView(*value) : StringView();
   }
+  /// Sets a value of another program, which is cleaned.
+  void Replace(Field field, StringView text) {
+    (*this)[field] = String(text);
+    replaced_.set(static_cast<std::size_t>(field));
+  }
+  bool IsStoredAsItIs(Field field) const {
+    return IsOwn && !replaced_.test(static_cast<std::size_t>(field));
+  }
   bool Has(Field field) const { return values_[static_cast<std::size_t>(field)].has_value(); }
   /// Sets a value that the contact does not have yet. Empty texts do not count.
   void Offer(Field field, StringView text) {
@@ -52,6 +62,7 @@ class RawContact {
 
  private:
   std::array<std::optional<String>, kFields> values_;
+  std::bitset<kFields> replaced_;
 };
 
 /// A contact as it is stored; nullopt is null.

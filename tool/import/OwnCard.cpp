@@ -1,6 +1,7 @@
 #include "tool/import/OwnCard.h"
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <sstream>
 
@@ -50,6 +51,12 @@ VCard CardOf(const RawContact& contact, VCardWriter::Version version) {
   return card;
 }
 
+/// The columns of one standard property. A program that changes it writes all of them.
+constexpr std::array kNameParts = {ContactText::LastName, ContactText::FirstName,
+                                   ContactText::MiddleName};
+constexpr std::array kAddressParts = {ContactText::Address, ContactText::City, ContactText::State,
+                                      ContactText::Zip, ContactText::Country};
+
 /// Whether the text is another value than the one that was written. Programs write numbers and
 /// dates in their own way, and leave out properties that they do not know.
 bool IsChanged(Field field, StringView text, StringView written) {
@@ -66,6 +73,19 @@ bool IsChanged(Field field, StringView text, StringView written) {
     return !date || date != ParseDate(written, DateOrder::MonthFirst);
   }
   return true;
+}
+
+/// Takes out what is in one property with a value that was changed, and is empty there now. A
+/// contact needs its first name.
+template <std::size_t Count>
+void EmptyRestOf(const std::array<ContactText, Count>& parts, const RawContact& standard,
+                 RawContact& own) {
+  const auto isReplaced = [&own](ContactText part) { return !own.IsStoredAsItIs(FieldOf(part)); };
+  if (std::none_of(parts.begin(), parts.end(), isReplaced)) return;
+  for (const ContactText part : parts) {
+    if (part == ContactText::FirstName || !standard.Text(FieldOf(part)).empty()) continue;
+    if (!own.Text(FieldOf(part)).empty()) own.Replace(FieldOf(part), u"");
+  }
 }
 
 }  // namespace
@@ -85,12 +105,14 @@ RawContact ContactOf(const VCard& card) {
     // Version 3 has no standard property for each column.
     const RawContact& former = written.Text(*field).empty() ? own : written;
     if (!IsChanged(*field, standard.Text(*field), former.Text(*field))) continue;
-    own[*field] = String(standard.Text(*field));
-    if (field == FieldOf(ContactText::MobileNo)) own[FieldOf(ContactText::CountryCode)].reset();
+    own.Replace(*field, standard.Text(*field));
+    if (field == FieldOf(ContactText::MobileNo))
+      own.Replace(FieldOf(ContactText::CountryCode), u"");
     changed.append(changed.empty() ? u"" : u", ").append(name);
   }
   if (changed.empty()) return own;
-  own.IsOwn = false;  // another program's values are cleaned
+  EmptyRestOf(kNameParts, standard, own);
+  EmptyRestOf(kAddressParts, standard, own);
   own.Note = u"changed since our export wrote it: " + changed;
   return own;
 }

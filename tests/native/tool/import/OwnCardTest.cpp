@@ -37,7 +37,8 @@ TEST_F(OwnCardTest, TakesWhatWasChanged) {
   Change("TEL;TYPE=CELL:+4670174", "TEL;TYPE=CELL:+46 70-999");
   Change("N:Ek;Anna;;;", "N:Al;Anna;;;");
   ImportCard();
-  EXPECT_THAT(Contacts(), ElementsAre(u"Anna||Al||4670999|08-465|anna@ek.example|30|1985-03-14"));
+  EXPECT_THAT(Contacts(),
+              ElementsAre(u"Anna|null|Al||4670999|08-465|anna@ek.example|30|1985-03-14"));
   EXPECT_THAT(Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), ElementsAre(u"Staff"));
   EXPECT_THAT(Messages.str(),
               HasSubstr("people.csv:1: changed since our export wrote it: LNAME, MOBILENO"));
@@ -46,7 +47,29 @@ TEST_F(OwnCardTest, TakesWhatWasChanged) {
 TEST_F(OwnCardTest, TakesValuesWhosePropertyOfOursWasDropped) {
   Change("X-KTRV-EMAIL:anna@ek.example", "");
   ImportCard();
-  EXPECT_THAT(Contacts(), ElementsAre(u"Anna||Ek|46|70174|08-465|anna@ek.example|30|1985-03-14"));
+  EXPECT_THAT(Contacts(),
+              ElementsAre(u"Anna|null|Ek|46|70174|08-465|anna@ek.example|30|1985-03-14"));
+}
+
+TEST_F(OwnCardTest, TakesAChangedNameOrAddressAsAWhole) {
+  Change("N:Ek;Anna;;;", "N:Al;Anna;;;\r\nADR:;;Gata 2;Oslo;;;Norway");
+  Change("X-KTRV-LNAME:Ek",
+         "X-KTRV-LNAME:Ek\r\nX-KTRV-MNAME:Maria\r\nX-KTRV-ADDRESS:Gata 2\r\n"
+         "X-KTRV-CITY:Springfield\r\nX-KTRV-STATE:IL\r\nX-KTRV-ZIP:1\r\nX-KTRV-COUNTRY:USA");
+  ImportCard();
+  EXPECT_THAT(Rows(u"SELECT FNAME, MNAME, LNAME, ADDRESS, CITY, STATE, ZIP, COUNTRY FROM "
+                   u"SMS_ABCONTACTS"),
+              ElementsAre(u"Anna||Al|Gata 2|Oslo|||Norway"));
+}
+
+/// Cleaning would leave them out.
+TEST_F(OwnCardTest, KeepsOtherValuesAsTheyAre) {
+  Change("EMAIL:anna@ek.example", "EMAIL:anna@al.example");
+  Change("BDAY:19850314", "BDAY:16040314");
+  Change("X-KTRV-BIRTHDAY:1985-03-14", "X-KTRV-BIRTHDAY:1604-03-14");
+  ImportCard();
+  EXPECT_THAT(Contacts(),
+              ElementsAre(u"Anna|null|Ek|46|70174|08-465|anna@al.example|30|1604-03-14"));
 }
 
 TEST_F(OwnCardTest, StaysAsItIsIfValuesAreOnlyWrittenInAnotherWay) {
@@ -67,7 +90,8 @@ TEST_F(OwnCardTest, KeepsValuesWhosePropertyIsGone) {
   Change("EMAIL:anna@ek.example", "");
   Change("TEL;TYPE=\"HOME,VOICE\":08-465", "TEL;TYPE=HOME:08-999");
   ImportCard();
-  EXPECT_THAT(Contacts(), ElementsAre(u"Anna||Ek|46|70174|08-999|anna@ek.example|30|1985-03-14"));
+  EXPECT_THAT(Contacts(),
+              ElementsAre(u"Anna|null|Ek|46|70174|08-999|anna@ek.example|30|1985-03-14"));
 }
 
 }  // namespace
