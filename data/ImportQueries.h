@@ -31,12 +31,12 @@ inline String ContactsAfter(StringView contactId) {
                 contactId);
 }
 
-/// Counts the tables whose rows the console program changes and that keep what is rolled back.
-inline constexpr StringView kTablesWithoutTransactionsOfMySql =
-    u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES T JOIN INFORMATION_SCHEMA.ENGINES E "
-    u"ON E.ENGINE = T.ENGINE WHERE T.TABLE_SCHEMA = DATABASE() AND "
-    u"UPPER(T.TABLE_NAME) IN ('SMS_ABCONTACTS', 'SMS_ABGROUPS', 'SMS_ABGROUPMAPS') AND "
-    u"COALESCE(E.TRANSACTIONS, 'NO') <> 'YES'";
+/// Counts those of the tables that keep what is rolled back. \param tables as in a list of SQL
+inline String TablesWithoutTransactionsOfMySql(StringView tables) {
+  return u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES T JOIN INFORMATION_SCHEMA.ENGINES E "
+         u"ON E.ENGINE = T.ENGINE WHERE T.TABLE_SCHEMA = DATABASE() AND UPPER(T.TABLE_NAME) IN (" +
+         String(tables) + u") AND COALESCE(E.TRANSACTIONS, 'NO') <> 'YES'";
+}
 
 /// The name of a contact. \throws as WithId does
 inline String NameOf(StringView contactId) {

@@ -125,20 +125,27 @@ void TellFormer(const std::vector<std::string>& rows, const std::string& file, C
   for (const std::string& row : rows) console.Messages << row << '\n';
 }
 
+void TellFile(const std::string& file, Console& console) {
+  console.Messages << "the former rows are in " << file << '\n';
+}
+
 void RepairRows(const CheckOptions& options, const Structure& structure, Book& book,
                 Console& console) {
-  database::Transaction transaction(book.Connection);
   // Again: somebody may have worked since the question.
   std::vector<Finding> findings = CheckRows(book.Connection, structure, console);
   std::erase_if(findings, [](const Finding& finding) { return !IsRepairable(finding); });
   if (findings.empty()) return;
   FormerRows file(options.Removed);
-  const bool rollsBack = RollsBackRows(book.Connection);
+  const bool rollsBack =
+      RollsBackRows(book.Connection, u"'SMS_ABCONTACTS', 'SMS_ABGROUPS', 'SMS_ABGROUPMAPS'");
   std::vector<Mended> mended(findings.size());
   std::vector<std::string> former;
   const auto collect = [&] {
     for (Mended& each : mended) std::ranges::move(each.Former, std::back_inserter(former));
   };
+  // It begins with the statements that change rows: each tests again what it needs, as of now. If
+  // queries came first, MariaDB would refuse to change what another user changed since.
+  database::Transaction transaction(book.Connection);
   try {
     for (std::size_t at = 0; at < findings.size(); ++at) {
       findings[at].Mend(book.Connection, mended[at]);
@@ -146,7 +153,12 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
   } catch (...) {
     if (!transaction.RollBack() || !rollsBack) {
       collect();
-      if (!file.Append(former)) TellFormer(former, options.Removed, console);
+      console.Messages << "the repair may be stored in part\n";
+      if (!file.Append(former)) {
+        TellFormer(former, options.Removed, console);
+      } else if (!former.empty()) {
+        TellFile(options.Removed, console);
+      }
     }
     throw;
   }
@@ -154,13 +166,13 @@ void RepairRows(const CheckOptions& options, const Structure& structure, Book& b
   if (!file.Append(former)) {
     if (transaction.RollBack() && rollsBack) throw file.CannotWrite(u"nothing was repaired");
     TellFormer(former, options.Removed, console);
-    throw file.CannotWrite(u"the repair is not undone");
+    throw file.CannotWrite(u"the repair may not be undone");
   }
   transaction.Commit();
   for (std::size_t at = 0; at < findings.size(); ++at) {
     TellRepaired(findings[at], mended[at], console);
   }
-  if (!former.empty()) console.Messages << "the former rows are in " << options.Removed << '\n';
+  if (!former.empty()) TellFile(options.Removed, console);
 }
 
 void RepairStructure(const Structure& structure, Book& book, Console& console) {

@@ -52,9 +52,9 @@ bool IsMySql(database::Connection& connection) {
   return connection.LiveLink()->Get().EngineKind() == database::Engine::MySql;
 }
 
-bool RollsBackRows(database::Connection& connection) {
+bool RollsBackRows(database::Connection& connection, StringView tables) {
   return !IsMySql(connection) ||
-         CountOf(connection, data::ImportQueries::kTablesWithoutTransactionsOfMySql) == 0;
+         CountOf(connection, data::ImportQueries::TablesWithoutTransactionsOfMySql(tables)) == 0;
 }
 
 }  // namespace ktrv::tool

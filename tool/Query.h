@@ -43,8 +43,8 @@ std::int64_t CountOf(database::Connection& connection, StringView text);
 
 bool IsMySql(database::Connection& connection);
 
-/// Whether a transaction that is rolled back leaves nothing in the tables that the program changes.
-/// On MySql the storage of each table decides. \throws Error
-bool RollsBackRows(database::Connection& connection);
+/// Whether a transaction that is rolled back leaves nothing in the tables. On MySql the storage of
+/// each table decides. \param tables as in a list of SQL. \throws Error
+bool RollsBackRows(database::Connection& connection, StringView tables);
 
 }  // namespace ktrv::tool

@@ -126,6 +126,10 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
       if (entries[at].What == ImportEntry::Kind::Merge) FillGapsOf(entries[at]);
     }
     const auto memberships = NewMemberships(entries, begin, end);
+    // A deletion locks the contact before its memberships. In another order both could wait for
+    // each other.
+    const bool locksContacts = IsMySql(connection_);
+    if (locksContacts) RequireContacts(entries, begin, end, memberships);
     Run(insertMember_, [&memberships] {
       Rows rows;
       rows.reserve(memberships.size());
@@ -134,6 +138,7 @@ void BlockWriter::WriteTogether(Entries& entries, std::size_t begin, std::size_t
       }
       return rows;
     });
+    if (!locksContacts) RequireContacts(entries, begin, end, memberships);
     RequirePlaces(entries, begin, end, memberships);
     transaction.Commit();
     unknown_ = 0;
@@ -211,7 +216,7 @@ void BlockWriter::FindIds(Entries& entries, std::size_t begin, std::size_t end,
 
 /// The rows do not tell what was stored, because another user may have stored the same.
 void BlockWriter::RequireTransactions() {
-  if (RollsBackRows(connection_)) return;
+  if (RollsBackRows(connection_, u"'SMS_ABCONTACTS', 'SMS_ABGROUPMAPS'")) return;
   throw Error(ErrorNumber::DriverFailure,
               u"Rows before a refused one may be stored, because tables of the address book take "
               u"no part in transactions (ENGINE=InnoDB does)");
@@ -220,20 +225,26 @@ void BlockWriter::RequireTransactions() {
 void BlockWriter::RequirePlaces(const Entries& entries, std::size_t begin, std::size_t end,
                                 const std::vector<Membership>& memberships) {
   std::set<std::int64_t> folders;
-  std::set<std::int64_t> added;
   for (std::size_t at = begin; at < end; ++at) {
-    if (entries[at].What != ImportEntry::Kind::Add) continue;
-    if (entries[at].FolderId != 0) folders.insert(entries[at].FolderId);
-    added.insert(entries[at].Id);
+    const bool adds = entries[at].What == ImportEntry::Kind::Add;
+    if (adds && entries[at].FolderId != 0) folders.insert(entries[at].FolderId);
   }
   std::set<std::int64_t> groups;
-  std::set<std::int64_t> contacts;
-  for (const auto& [group, contact] : memberships) {
-    groups.insert(group);
-    if (!added.contains(contact)) contacts.insert(contact);
-  }
+  for (const auto& [group, contact] : memberships) groups.insert(group);
   RequireRows(u"SMS_ABFOLDERS", u"folder", folders);
   RequireRows(u"SMS_ABGROUPS", u"group", groups);
+}
+
+void BlockWriter::RequireContacts(const Entries& entries, std::size_t begin, std::size_t end,
+                                  const std::vector<Membership>& memberships) {
+  std::set<std::int64_t> added;
+  for (std::size_t at = begin; at < end; ++at) {
+    if (entries[at].What == ImportEntry::Kind::Add) added.insert(entries[at].Id);
+  }
+  std::set<std::int64_t> contacts;
+  for (const auto& [group, contact] : memberships) {
+    if (!added.contains(contact)) contacts.insert(contact);
+  }
   RequireRows(u"SMS_ABCONTACTS", u"contact", contacts);
 }
 

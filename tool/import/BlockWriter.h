@@ -73,6 +73,9 @@ class BlockWriter {
   /// \throws Refused if another user has deleted what the entries belong to
   void RequirePlaces(const Entries& entries, std::size_t begin, std::size_t end,
                      const std::vector<Membership>& memberships);
+  /// \throws Refused if another user has deleted a former contact that becomes a member
+  void RequireContacts(const Entries& entries, std::size_t begin, std::size_t end,
+                       const std::vector<Membership>& memberships);
   void RequireRows(StringView table, StringView kind, const std::set<std::int64_t>& ids);
   std::vector<Membership> NewMemberships(const Entries& entries, std::size_t begin,
                                          std::size_t end);

@@ -67,7 +67,7 @@ void ReadAddress(const VCard& card, RawContact& contact) {
 }
 
 /// In order of preference.
-void ReadPhones(const VCard& card, RawContact& contact) {
+void ReadPhones(const VCard& card, bool hasMobile, RawContact& contact) {
   PhoneSorting phones;
   for (const bool isPreferred : {true, false}) {
     for (const VCardProperty& property : card.Properties) {
@@ -77,7 +77,7 @@ void ReadPhones(const VCard& card, RawContact& contact) {
       phones.Add({kind, NumberOf(property)}, contact);
     }
   }
-  phones.Finish(contact);
+  if (!hasMobile) phones.Finish(contact);
 }
 
 void OfferText(const VCard& card, StringView name, Field field, RawContact& contact) {
@@ -86,7 +86,7 @@ void OfferText(const VCard& card, StringView name, Field field, RawContact& cont
 
 }  // namespace
 
-RawContact StandardContactOf(const VCard& card) {
+RawContact StandardContactOf(const VCard& card, bool hasMobile) {
   RawContact contact;
   OfferParts(card.Find(u"N"),
              {ContactText::LastName, ContactText::FirstName, ContactText::MiddleName}, contact);
@@ -95,7 +95,7 @@ RawContact StandardContactOf(const VCard& card) {
     OfferText(card, name, Field::FullName, contact);
   }
   OfferText(card, u"EMAIL", FieldOf(ContactText::Email), contact);
-  ReadPhones(card, contact);
+  ReadPhones(card, hasMobile, contact);
   ReadAddress(card, contact);
   OfferText(card, u"BDAY", Field::Birthday, contact);
   for (const StringView name : {u"ANNIVERSARY", u"X-ANNIVERSARY", u"X-EVOLUTION-ANNIVERSARY"}) {

@@ -93,7 +93,8 @@ void EmptyRestOf(const std::array<ContactText, Count>& parts, const RawContact& 
 RawContact ContactOf(const VCard& card) {
   RawContact own = ReadOwn(card);
   if (!own.IsOwn) return StandardContactOf(card);
-  const RawContact standard = StandardContactOf(card);
+  const bool hasMobile = !own.Text(FieldOf(ContactText::MobileNo)).empty();
+  const RawContact standard = StandardContactOf(card, hasMobile);
   const VCardProperty* version = card.Find(u"VERSION");
   const bool isThree = version && version->Value == u"3.0";
   const RawContact written = StandardContactOf(

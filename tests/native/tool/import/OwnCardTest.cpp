@@ -85,6 +85,13 @@ TEST_F(OwnCardTest, StaysAsItIsIfValuesAreOnlyWrittenInAnotherWay) {
   EXPECT_THAT(Messages.str(), Not(HasSubstr("changed")));
 }
 
+TEST_F(OwnCardTest, TakesNoNumberOfNoKindForTheMobileNumber) {
+  Change("TEL;TYPE=CELL:+4670174", "TEL;TYPE=VOICE:08-999");
+  ImportCard();
+  EXPECT_THAT(Contacts(),
+              ElementsAre(u"Anna|null|Ek|46|70174|08-465|anna@ek.example|30|1985-03-14"));
+}
+
 /// The other program may not know the property.
 TEST_F(OwnCardTest, KeepsValuesWhosePropertyIsGone) {
   Change("EMAIL:anna@ek.example", "");
