@@ -290,7 +290,9 @@ std::optional<bool> TableWriter::Change(const Values& values, const Condition& c
       Run(u"UPDATE " + table_ + u" SET " + assignments + u" WHERE " + condition.Text, parameters,
           arguments);
   const std::int64_t rows = statement->RowsAffected();
-  return rows < 0 ? std::nullopt : std::optional(rows > 0);
+  // With NOCOUNT ON, drivers of SQL Server tell no count, or zero.
+  const bool tells = rows > 0 || (rows == 0 && link_.EngineKind() != Engine::SqlServer);
+  return tells ? std::optional(rows > 0) : std::nullopt;
 }
 
 bool TableWriter::HoldsNow(const Cells& cells, const Values& values) {
@@ -315,7 +317,7 @@ void TableWriter::Update(Cells& cells, const Values& values) {
   } else if (const auto wasThere = Change(changed, condition)) {
     isWritten = *wasThere;
   } else {
-    isWritten = HoldsNow(cells, changed);  // with NOCOUNT ON, SQL Server returns no count
+    isWritten = HoldsNow(cells, changed);
   }
   if (!isWritten) {
     throw DataError(Find(KeyCondition(cells)) ? ErrorNumber::RowChanged : ErrorNumber::RowGone);

@@ -119,6 +119,15 @@ TEST_F(TableWriterTest, UpdateOfARowThatHasOtherValuesIsAConflict) {
   EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
 }
 
+TEST_F(TableWriterTest, CountOfZeroSaysNothingOnSqlServer) {
+  driver.Kind = Engine::SqlServer;
+  driver.Changes(u"UPDATE", 0);
+  driver.Answer(u"SELECT", columns, {{u"5", u"Bob", std::nullopt}});
+  EXPECT_EQ(FailureOfUpdate(), 0);
+  driver.Answer(u"SELECT", columns, {{u"5", u"Eve", std::nullopt}});
+  EXPECT_EQ(FailureOfUpdate(), ErrorNumber::RowChanged);
+}
+
 TEST_F(TableWriterTest, UpdateOfARowThatIsGoneIsNotFound) {
   driver.Changes(u"UPDATE", 0);
   driver.Answer(u"SELECT", columns, {});
