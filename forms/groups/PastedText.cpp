@@ -36,7 +36,9 @@ PastedText::PastedText(StringView text, const controls::Language& language) : fo
     if (const StringView field = WithoutBlanks(text.substr(0, end)); !field.empty()) {
       const SoughtNumber number(field);
       Index& numbers = IsInternational(field) ? internationalNumbers_ : numbers_;
-      records_.back().push_back({String(field), &names_[NameKey(field)],
+      const auto [name, isNew] = names_.try_emplace(NameKey(field));
+      name->second.Text = name->first;
+      records_.back().push_back({String(field), &name->second,
                                  number.IsEmpty() ? nullptr : &numbers[String(number.Digits())]});
     }
     if (end < text.size() && text[end] != u'\t') records_.emplace_back();
@@ -66,8 +68,9 @@ void PastedText::LookAt(controls::FlexGrid& list, JobProgress& progress) {
       const auto found = index.find(text);
       return found == index.end() ? nullptr : &found->second;
     };
-    Contact contact{row, cells.Kind == ContactKind::Group || !cells.MobileNo.empty()};
-    contact.Name = find(names_, NameKey(cells.Name));
+    Contact contact{row, cells.Kind == ContactKind::Group || !cells.MobileNo.empty(),
+                    NameKey(cells.Name)};
+    contact.Name = find(names_, contact.FoldedName);
     auto& numbers = contact.Numbers;
     const auto addNumber = [&](Index& index, const String& digits) {
       Key* const key = find(index, digits);
@@ -81,9 +84,11 @@ void PastedText::LookAt(controls::FlexGrid& list, JobProgress& progress) {
       // 49 1234 in another country is not +49 1234.
       addNumber(internationalNumbers_, withCountry);
     }
-    // A copied list has this one, with all zeros of "49 0170".
-    addNumber(IsInternational(cells.MobileDisplay) ? internationalNumbers_ : numbers_,
-              String(SoughtNumber(cells.MobileDisplay).Digits()));
+    if (cells.MobileNo.find_first_of(u"0123456789") != String::npos) {
+      // A copied list has this one, with all zeros of "49 0170".
+      addNumber(IsInternational(cells.MobileDisplay) ? internationalNumbers_ : numbers_,
+                String(SoughtNumber(cells.MobileDisplay).Digits()));
+    }
     Contact* noted = nullptr;
     const auto note = [&](Key* key) {
       if (!key) return;
@@ -122,6 +127,30 @@ void PastedText::CountBoth(const Record& record, const std::vector<Key*>& names,
   }
 }
 
+void PastedText::CountBeginnings(const Record& record, const std::vector<Key*>& names,
+                                 const std::vector<Key*>& numbers, JobProgress& progress) {
+  for (Key* const number : numbers) {
+    for (Contact* const contact : number->Having) {
+      const StringView beginning = contact->FoldedName;
+      if (beginning.empty()) continue;
+      for (Key* const name : names) {
+        progress.Look();
+        const bool isIts = name->Text.size() > beginning.size() &&
+                           name->Text.starts_with(beginning) &&
+                           name->Text[beginning.size()] == u' ';
+        if (!isIts) continue;
+        ++name->Both;
+        if (std::exchange(contact->CountedIn, &record) == &record) continue;
+        for (Key* const mine : contact->Numbers) {
+          if (!mine || mine->In != &record) continue;
+          ++mine->Both;
+          mine->Row = contact->Row;
+        }
+      }
+    }
+  }
+}
+
 void PastedText::Find(Record& record, Found& found, JobProgress& progress) {
   const bool hasText =
       std::any_of(record.begin(), record.end(), [](const Field& each) { return !each.ByNumber; });
@@ -139,12 +168,18 @@ void PastedText::Find(Record& record, Found& found, JobProgress& progress) {
     (field.IsNumber ? numbers : names).push_back(&key);
   }
   const bool isCounted = !names.empty() && isNumberFound;
-  if (isCounted) CountBoth(record, names, numbers, progress);
+  if (isCounted) {
+    CountBoth(record, names, numbers, progress);
+    const auto hasBoth = [](const Key* key) { return key->Both > 0; };
+    if (std::none_of(numbers.begin(), numbers.end(), hasBoth)) {
+      CountBeginnings(record, names, numbers, progress);
+    }
+  }
   for (const Field& field : record) {
     progress.Look();
     const Key& key = field.Found();
     if (key.Having.empty()) {
-      found.Missing.push_back(field.Text);
+      if (key.Both == 0) found.Missing.push_back(field.Text);
       continue;
     }
     const Contact& first = *key.Having.front();

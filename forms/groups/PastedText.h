@@ -39,6 +39,7 @@ class PastedText {
   struct Contact;
   /// A name or a number of the text, and who has it.
   struct Key {
+    StringView Text;
     std::vector<Contact*> Having;
     const Record* In = nullptr;  ///< the last record that has it
     std::size_t Both = 0;        ///< how many of these have a name and a number of that record
@@ -46,7 +47,8 @@ class PastedText {
   };
   struct Contact {
     int Row;
-    bool HasNumber;                     ///< its own, or those of its members
+    bool HasNumber;  ///< its own, or those of its members
+    String FoldedName;
     Key* Name = nullptr;                ///< null if it is not in the text
     std::array<Key*, 4> Numbers{};      ///< the same; each once
     const Record* CountedIn = nullptr;  ///< the last record
@@ -68,6 +70,9 @@ class PastedText {
   /// Counts who has one of the names and one of the numbers, all those of the record.
   static void CountBoth(const Record& record, const std::vector<Key*>& names,
                         const std::vector<Key*>& numbers, JobProgress& progress);
+  /// The same for those whose whole name is the beginning of one of the names.
+  static void CountBeginnings(const Record& record, const std::vector<Key*>& names,
+                              const std::vector<Key*>& numbers, JobProgress& progress);
 
   controls::CaseFolding folding_;
   std::vector<Record> records_{1};

@@ -289,6 +289,31 @@ TEST_F(PastedTextTest, CopiedListCanBePasted) {
   EXPECT_TRUE(screen.Messages.empty());
 }
 
+/// The list of the address book has the whole name in one column, this one the first name.
+TEST_F(PastedTextTest, RowsCopiedFromTheAddressBookCanBePasted) {
+  Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
+              {u"2", u"Anna", u"98002", u"91", u"1", u"91 98002"},
+              {u"3", u"Annabel", u"98003", u"91", u"1", u"91 98003"},
+              {u"4", u"", u"98004", u"91", u"1", u"91 98004"}});
+  Open();
+  EXPECT_EQ(Paste(u"Anna  Ek\t91 98001\ta@x\tStreet\tAcme"), Ids{u"1"});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: a@x, Street, Acme.");
+  for (const StringView line : {u"Annabel Ek\t91 98001", u"Annab\t91 98001", u"Ann\t91 98001",
+                                u"Ek Anna\t91 98001", u"Zoe Ek\t91 98004"}) {
+    EXPECT_EQ(Paste(line), Ids{}) << ToUtf8(line);
+  }
+  EXPECT_EQ(Paste(u"Anna Ek\t91 98001\t91 98002"), (Ids{u"1", u"2"}));
+}
+
+TEST_F(PastedTextTest, CountryCodeAloneFindsNobody) {
+  Candidates({{u"1", u"Ann", u"98001", u"91", u"1", u"91 98001"},
+              {u"2", u"Bo", u"", u"91", u"1", u"91 "},
+              {u"3", u"Cy", u" - ", u"91", u"1", u"91  - "}});
+  Open();
+  EXPECT_EQ(Paste(u"91\t98001"), Ids{u"1"});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: 91.");
+}
+
 TEST_F(PastedTextTest, CopiedListCanBePastedIfNumbersBeginWithZero) {
   Candidates({{u"1", u"Anna", u"0170123", u"49", u"1", u"49 0170123"},
               {u"2", u"Bert", u"0170124", u"+49", u"1", u"+49 0170124"},
