@@ -424,9 +424,11 @@ void FormWindow::TakeCloseCommand() {
            message.message == WM_SYSCOMMAND;  // WM_QUIT passes each filter
   };
   MSG message;
-  if (!look(message, PM_NOREMOVE) || (message.wParam & kCommand) != SC_CLOSE) return;
-  look(message, PM_REMOVE);
-  if (IsWindowEnabled(handle_)) form_.UserStops();
+  // All of them: a second one would close the dialog when the work has stopped.
+  while (look(message, PM_NOREMOVE) && (message.wParam & kCommand) == SC_CLOSE) {
+    look(message, PM_REMOVE);
+    if (IsWindowEnabled(handle_)) form_.UserStops();
+  }
 }
 
 void FormWindow::RestoreFocus() {

@@ -247,7 +247,9 @@ TEST_F(AWorkingForm, IsStoppedByAClickOnItsCloseButton) {
 }
 
 TEST_F(AWorkingForm, IsStoppedByTheCloseCommandOfTheTaskbar) {
-  PostMessageW(WindowOf(form_), WM_SYSCOMMAND, SC_CLOSE, 0);
+  for (int times = 0; times < 2; ++times) {
+    PostMessageW(WindowOf(form_), WM_SYSCOMMAND, SC_CLOSE, 0);
+  }
   EXPECT_TRUE(IsStoppedWithin(5000));
   work_.reset();
   Pump();
