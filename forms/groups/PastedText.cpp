@@ -135,6 +135,7 @@ void PastedText::CountBeginnings(const Record& record, const std::vector<Key*>& 
       if (beginning.empty()) continue;
       for (Key* const name : names) {
         progress.Look();
+        if (!name->Having.empty()) continue;  // it is the whole name of others
         const bool isIts = name->Text.size() > beginning.size() &&
                            name->Text.starts_with(beginning) &&
                            name->Text[beginning.size()] == u' ';

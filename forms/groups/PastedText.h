@@ -70,7 +70,7 @@ class PastedText {
   /// Counts who has one of the names and one of the numbers, all those of the record.
   static void CountBoth(const Record& record, const std::vector<Key*>& names,
                         const std::vector<Key*>& numbers, JobProgress& progress);
-  /// The same for those whose whole name is the beginning of one of the names.
+  /// The same for those whose whole name is the beginning of one of the names that nobody has.
   static void CountBeginnings(const Record& record, const std::vector<Key*>& names,
                               const std::vector<Key*>& numbers, JobProgress& progress);
 

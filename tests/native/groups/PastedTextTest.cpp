@@ -305,6 +305,19 @@ TEST_F(PastedTextTest, RowsCopiedFromTheAddressBookCanBePasted) {
   EXPECT_EQ(Paste(u"Anna Ek\t91 98001\t91 98002"), (Ids{u"1", u"2"}));
 }
 
+TEST_F(PastedTextTest, NameThatOthersHaveIsNoLongerNameOfSomebodyElse) {
+  Candidates({{u"1", u"Anna", u"98001", u"", u"1", u"98001"},
+              {u"5", u"Anna Ek", u"98005", u"", u"1", u"98005"},
+              {u"6", u"Bo Ek", u"98006", u"", u"1", u"98006"},
+              {u"7", u"Bo Ek", u"98006", u"", u"1", u"98006"},
+              {u"8", u"Bo", u"98008", u"", u"1", u"98008"}});
+  Open();
+  EXPECT_EQ(Paste(u"Anna Ek\t98001"), Ids{});
+  EXPECT_EQ(Told(), u"Name and number belong to different people: Anna Ek, 98001.");
+  EXPECT_EQ(Paste(u"Bo Ek\t98006\nBo Ek\t98008"), Ids{});
+  EXPECT_EQ(Paste(u"Anna Ek\tBo Ek Al\t98008"), Ids{u"8"});
+}
+
 TEST_F(PastedTextTest, CountryCodeAloneFindsNobody) {
   Candidates({{u"1", u"Ann", u"98001", u"91", u"1", u"91 98001"},
               {u"2", u"Bo", u"", u"91", u"1", u"91 "},
