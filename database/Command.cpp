@@ -4,6 +4,7 @@
 
 #include "database/Conversion.h"
 #include "database/DataError.h"
+#include "database/Engines.h"
 
 namespace ktrv::database {
 namespace {
@@ -36,11 +37,12 @@ Recordset Command::Execute(std::vector<Variant> values) {
   }
   if (Trim(text_).empty()) throw DataError(ErrorNumber::NoCommandText);
   Convert(values);
-  Statement& statement = Prepare(connection_->LiveLink());
+  const auto& link = connection_->LiveLink();
+  Statement& statement = Prepare(link);
   Recordset result(connection_->Surroundings());
   try {
     statement.Execute(values);
-    recordsAffected_ = statement.RowsAffected();
+    recordsAffected_ = ChangedRows(statement, link->Get().EngineKind());
     result.ReadAll(statement);
   } catch (const Error& error) {
     if (WasCancelled(error)) statement_ = {};

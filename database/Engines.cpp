@@ -127,6 +127,12 @@ StringView UndoToMarkStatement(Engine engine) {
                                      : u"ROLLBACK TO SAVEPOINT KTRV_MARK";
 }
 
+std::int64_t ChangedRows(const Statement& statement, Engine engine) {
+  const std::int64_t rows = statement.RowsAffected();
+  // With NOCOUNT ON, drivers of SQL Server tell -1 or zero.
+  return rows == 0 && engine == Engine::SqlServer ? -1 : rows;
+}
+
 String NameInCatalogue(StringView table, Engine engine) {
   const StringView name = table.substr(table.rfind(u'.') + 1);
   return engine == Engine::PostgreSql ? InSmallLetters(name) : String(name);

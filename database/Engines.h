@@ -21,6 +21,9 @@ StringView MarkStatement(Engine engine);
 /// The statement that undoes what was done since the mark.
 StringView UndoToMarkStatement(Engine engine);
 
+/// How many rows the statement, which was executed, has changed; -1 if the driver cannot tell.
+std::int64_t ChangedRows(const Statement& statement, Engine engine);
+
 /// A link that was idle for longer is tested with Answers before its next use. Statements that
 /// follow faster belong to one task.
 inline constexpr std::chrono::milliseconds kIdle{100};

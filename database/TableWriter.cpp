@@ -5,6 +5,7 @@
 
 #include "database/Conversion.h"
 #include "database/DataError.h"
+#include "database/Engines.h"
 #include "database/SqlTokenizer.h"
 
 namespace ktrv::database {
@@ -289,10 +290,8 @@ std::optional<bool> TableWriter::Change(const Values& values, const Condition& c
   const auto statement =
       Run(u"UPDATE " + table_ + u" SET " + assignments + u" WHERE " + condition.Text, parameters,
           arguments);
-  const std::int64_t rows = statement->RowsAffected();
-  // With NOCOUNT ON, drivers of SQL Server tell no count, or zero.
-  const bool tells = rows > 0 || (rows == 0 && link_.EngineKind() != Engine::SqlServer);
-  return tells ? std::optional(rows > 0) : std::nullopt;
+  const std::int64_t rows = ChangedRows(*statement, link_.EngineKind());
+  return rows < 0 ? std::nullopt : std::optional(rows > 0);
 }
 
 bool TableWriter::HoldsNow(const Cells& cells, const Values& values) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "database/Command.h"
+#include "tests/native/support/FakeDriver.h"
+
 namespace ktrv::database {
 namespace {
 
@@ -27,6 +30,27 @@ TEST(EnginesTest, NoTransactionIsMarkedInTheWordsOfAnotherEngine) {
   EXPECT_EQ(MarkStatement(Engine::SqlServer), u"SAVE TRANSACTION KTRV_MARK");
   EXPECT_EQ(UndoToMarkStatement(Engine::SqlServer), u"ROLLBACK TRANSACTION KTRV_MARK");
   EXPECT_EQ(MarkStatement(Engine::Other), u"");
+}
+
+TEST(EnginesTest, ACountOfZeroIsNoneOnSqlServer) {
+  tests::FakeDriver driver;
+  driver.Changes(u"UPDATE", 0);
+  driver.Changes(u"DELETE", 2);
+  const database::Environment surroundings{[&](StringView) -> Driver& { return driver; },
+                                           [](const auto&) {}};
+  for (const Engine engine : {Engine::PostgreSql, Engine::SqlServer}) {
+    driver.Kind = engine;
+    Connection connection(surroundings);
+    connection.Open(u"");
+    Command command;
+    command.SetActiveConnection(&connection);
+    command.SetCommandText(u"UPDATE T SET A = 1");
+    command.Execute({});
+    EXPECT_EQ(command.RecordsAffected(), engine == Engine::SqlServer ? -1 : 0);
+    command.SetCommandText(u"DELETE FROM T");
+    command.Execute({});
+    EXPECT_EQ(command.RecordsAffected(), 2);
+  }
 }
 
 }  // namespace
