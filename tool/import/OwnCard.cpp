@@ -99,7 +99,6 @@ RawContact ContactOf(const VCard& card) {
   const bool isThree = version && version->Value == u"3.0";
   const RawContact written = StandardContactOf(
       CardOf(own, isThree ? VCardWriter::Version::Three : VCardWriter::Version::Four));
-  String changed;
   for (const StringView name : ContactColumns::kNames) {
     const auto field = FieldOfColumn(name);
     if (!field) continue;
@@ -107,14 +106,16 @@ RawContact ContactOf(const VCard& card) {
     const RawContact& former = written.Text(*field).empty() ? own : written;
     if (!IsChanged(*field, standard.Text(*field), former.Text(*field))) continue;
     own.Replace(*field, standard.Text(*field));
-    if (field == FieldOf(ContactText::MobileNo))
-      own.Replace(FieldOf(ContactText::CountryCode), u"");
-    changed.append(changed.empty() ? u"" : u", ").append(name);
   }
-  if (changed.empty()) return own;
   EmptyRestOf(kNameParts, standard, own);
   EmptyRestOf(kAddressParts, standard, own);
-  own.Note = u"changed since our export wrote it: " + changed;
+  for (const StringView name : ContactColumns::kNames) {
+    const auto field = FieldOfColumn(name);
+    if (!field || own.IsStoredAsItIs(*field)) continue;
+    own.Note += (own.Note.empty() ? u"changed since our export wrote it: " : u", ") + String(name);
+  }
+  constexpr Field kMobile = FieldOf(ContactText::MobileNo);
+  if (!own.IsStoredAsItIs(kMobile)) own.Replace(FieldOf(ContactText::CountryCode), u"");
   return own;
 }
 

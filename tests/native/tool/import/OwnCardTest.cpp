@@ -60,6 +60,9 @@ TEST_F(OwnCardTest, TakesAChangedNameOrAddressAsAWhole) {
   EXPECT_THAT(Rows(u"SELECT FNAME, MNAME, LNAME, ADDRESS, CITY, STATE, ZIP, COUNTRY FROM "
                    u"SMS_ABCONTACTS"),
               ElementsAre(u"Anna||Al|Gata 2|Oslo|||Norway"));
+  EXPECT_THAT(
+      Messages.str(),
+      HasSubstr("changed since our export wrote it: MNAME, LNAME, CITY, STATE, COUNTRY, ZIP"));
 }
 
 /// Cleaning would leave them out.
