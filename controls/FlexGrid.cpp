@@ -58,7 +58,7 @@ void FlexGrid::RowsArrived() {
 
 void FlexGrid::DataRefresh() {
   sorting_.Stop();
-  Reordered(rows_.Reread());
+  Reorder([this] { return rows_.Reread(); });
   finder_.ForgetOwn();
   IndexRows();
   sortColumn_ = -1;
@@ -333,12 +333,12 @@ void FlexGrid::Sort(int column, SortOrder order) {
   sorting_.Stop();
   column = Shown(column);
   if (order == SortOrder::None) {
-    Reordered(rows_.Unsort());
+    Reorder([this] { return rows_.Unsort(); });
   } else if (column != sortColumn_ || order != sortOrder_ || !sortIsCurrent_) {
     RowSort sort(rows_, Parent().Display().UserLanguage(), column, order == SortOrder::Ascending);
     while (sort.GoOn()) {
     }
-    Reordered(sort.Finish());
+    Reorder([&sort] { return sort.Finish(); });
   }
   Sorted(column, order);
 }
@@ -348,6 +348,17 @@ void FlexGrid::Sorted(int column, SortOrder order) {
   sortOrder_ = order;
   sortIsCurrent_ = true;
   if (peer_) peer_->RowsChanged();
+}
+
+void FlexGrid::Reorder(const std::function<GridRows::FormerRows()>& change) {
+  try {
+    Reordered(change());
+  } catch (...) {
+    row_ = 0;
+    selection_.Clear();
+    if (peer_) peer_->RowsChanged();
+    throw;
+  }
 }
 
 void FlexGrid::Reordered(const GridRows::FormerRows& formerRows) {
@@ -413,7 +424,7 @@ void FlexGrid::SortInSlices(int column, SortOrder order) {
                                         order == SortOrder::Ascending);
   sorting_.Start(screen, [this, sort, column, order] {
     if (sort->GoOn()) return true;
-    Reordered(sort->Finish());
+    Reorder([&sort] { return sort->Finish(); });
     Sorted(Shown(column), order);
     sorting_.Stop();
     if (AfterSort) AfterSort(column, order);

@@ -217,7 +217,9 @@ class FlexGrid final : public ControlOf<FlexGrid, FlexGridPeer> {
   void Forget();
   /// After rows were inserted or removed at any place: no row is selected.
   void Unselect();
-  /// Maps the current row and the selection to the new order.
+  /// Changes the order, and maps the current row and the selection to the new one. If that fails,
+  /// no row is selected: the order may be another. \param change returns the former rows
+  void Reorder(const std::function<GridRows::FormerRows()>& change);
   void Reordered(const GridRows::FormerRows& formerRows);
   /// The rows are in the order of this column now.
   void Sorted(int column, SortOrder order);

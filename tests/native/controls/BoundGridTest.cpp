@@ -117,6 +117,34 @@ TEST_F(BoundGridTest, ARefreshShowsTheRecordsetsOrderAndKeepsTheSelectedRows) {
   EXPECT_EQ(grid.Row(), 1);
 }
 
+TEST_F(BoundGridTest, WhenMemoryIsShortNoOtherRowIsSelected) {
+  using tests::FailingAllocations;
+  Open(u"NAMES");
+  const std::function<void()> changes[] = {[&] { grid.DataRefresh(); },
+                                           [&] { grid.Sort(2, SortOrder::Descending); },
+                                           [&] { grid.Sort(2, SortOrder::None); }};
+  for (const auto& change : changes) {
+    bool failed = true;
+    for (int allocation = 1; failed; ++allocation) {
+      grid.Bind(&rows);
+      grid.Sort(2, SortOrder::Ascending);
+      grid.UserSelects({2, 4}, 4);
+      FailingAllocations::FailAt(allocation);
+      try {
+        const FailingAllocations::Scope counted;
+        change();
+      } catch (const std::bad_alloc&) {
+      }
+      failed = FailingAllocations::HasFailed();
+      FailingAllocations::FailAt(0);
+      for (const int row : grid.SelectedRows()) {
+        EXPECT_TRUE(grid.Text(row, 2) == u"a" || grid.Text(row, 2) == u"c") << allocation;
+      }
+      EXPECT_TRUE(grid.Row() == 0 || grid.Text(grid.Row(), 2) == u"c") << allocation;
+    }
+  }
+}
+
 TEST_F(BoundGridTest, AChangedCellIsChangedInTheGridOnly) {
   Open(u"NAMES");
   grid.Bind(&rows);
