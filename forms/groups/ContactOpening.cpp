@@ -1,5 +1,6 @@
 #include "forms/groups/ContactOpening.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -75,12 +76,17 @@ void ContactOpening::Properties() {
 void ContactOpening::EditContact(int row) {
   const String id = ContactColumns(list_).Read(row).Id;
   Show({.Mode = ModeOfOperation::Modify, .SharedMode = SharedMode(), .EditContactId = id});
+  WriteContact(id);
+}
+
+void ContactOpening::WriteContact(const String& id) {
+  if (std::find(edited_.begin(), edited_.end(), id) == edited_.end()) edited_.push_back(id);
   ContactRow contact;
   if (Read(id, contact)) WriteRow(contact);
 }
 
 void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
-  const bool contactsWereOpened = OpenGroup(groupId, groupName);
+  const GroupResult result = OpenGroup(groupId, groupName);
   const auto group = commands_.Execute(GroupCommand::Group, {groupId});
   if (!group.EndOfFile()) {
     ContactRow row;
@@ -89,18 +95,15 @@ void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
     row.Kind = ContactKind::Group;
     WriteRow(row);
   }
-  if (contactsWereOpened) ListIsStale();
+  for (const String& id : result.EditedContacts) WriteContact(id);
+  if (result.HasOpenedContacts) ListIsStale();
 }
 
 void ContactOpening::WriteRow(const ContactRow& contact) {
   // Rows may have changed while the editor was open. Picked rows are updated too, because messages
   // are sent to them.
   for (controls::FlexGrid* grid : {&list_, &picked_}) {
-    const ContactColumns columns(*grid);
-    const int row = columns.Find(contact.Kind, contact.Id);
-    if (row < 1) continue;
-    columns.Write(row, contact);
-    ContactColumns::ShowNoOrder(*grid);
+    if (ContactColumns(*grid).Write(contact)) ContactColumns::ShowNoOrder(*grid);
   }
   RowWritten(contact);
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "controls/FlexGrid.h"
 #include "forms/contact/ContactRequest.h"
 #include "forms/groups/GroupCommands.h"
+#include "forms/groups/GroupRequest.h"
 #include "services/Services.h"
 
 namespace ktrv::forms {
@@ -17,8 +19,9 @@ class ContactOpening {
  public:
   /// Shows the contact editor modally.
   using Editor = std::function<ContactResult(const ContactRequest& request)>;
-  /// Shows the properties of a group modally. \return whether contacts were opened from there
-  using GroupProperties = std::function<bool(const String& groupId, const String& groupName)>;
+  /// Shows the properties of a group modally.
+  using GroupProperties =
+      std::function<GroupResult(const String& groupId, const String& groupName)>;
 
   /// The type of the dialog's group and contacts.
   struct Kind {
@@ -38,6 +41,8 @@ class ContactOpening {
 
   /// Whether a contact was created or opened; other lists may be out of date then.
   bool HasOpenedContacts() const { return hasOpenedContacts_; }
+  /// Ids of the contacts whose editor was opened, here or in the properties of a group.
+  const std::vector<String>& EditedContacts() const { return edited_; }
   /// The type of contacts opened here.
   TypeOfContact SharedMode() const {
     return IsShared() ? TypeOfContact::SharedContact : kind_.Contacts;
@@ -55,7 +60,9 @@ class ContactOpening {
   bool IsShared() const { return kind_.Groups == TypeOfGroup::SharedGroup; }
   void EditContact(int row);
   void ShowGroup(const String& groupId, const String& groupName);
-  /// Updates the item's row in both lists, if it is there.
+  /// Updates the rows of a contact that may have been edited.
+  void WriteContact(const String& id);
+  /// Updates the item's rows in both lists.
   void WriteRow(const ContactRow& contact);
   /// Reads the contact from the database. \return whether it exists
   bool Read(const String& contactId, ContactRow& contact);
@@ -66,6 +73,7 @@ class ContactOpening {
   controls::FlexGrid& picked_;
   Kind kind_;
   bool hasOpenedContacts_ = false;
+  std::vector<String> edited_;
 };
 
 }  // namespace ktrv::forms

@@ -98,18 +98,17 @@ ContactRow ContactColumns::Read(int row) const {
           .Kind = Trimmed(row, kind_)};
 }
 
-int ContactColumns::Find(StringView kind, StringView id) const {
+bool ContactColumns::Write(const ContactRow& contact) const {
+  bool isThere = false;
   for (int row = 1; row < grid_.Rows(); ++row) {
-    if (Trimmed(row, id_) == id && Trimmed(row, kind_) == kind) return row;
+    if (Trimmed(row, id_) != contact.Id || Trimmed(row, kind_) != contact.Kind) continue;
+    grid_.SetText(row, name_, contact.Name);
+    grid_.SetText(row, mobileNo_, contact.MobileNo);
+    grid_.SetText(row, countryCode_, contact.CountryCode);
+    grid_.SetText(row, mobileDisplay_, contact.MobileDisplay);
+    isThere = true;
   }
-  return 0;
-}
-
-void ContactColumns::Write(int row, const ContactRow& contact) const {
-  grid_.SetText(row, name_, contact.Name);
-  grid_.SetText(row, mobileNo_, contact.MobileNo);
-  grid_.SetText(row, countryCode_, contact.CountryCode);
-  grid_.SetText(row, mobileDisplay_, contact.MobileDisplay);
+  return isThere;
 }
 
 void ContactColumns::Add(ContactRow contact) const {

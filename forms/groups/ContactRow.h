@@ -49,10 +49,9 @@ class ContactColumns {
   String ReadKind(int row) const { return Trimmed(row, kind_); }
   String ReadCountryCode(int row) const { return Trimmed(row, countryCode_); }
   String ReadMobileNo(int row) const { return Trimmed(row, mobileNo_); }
-  /// The first row with this kind and id; 0 if there is none. Ids are unique only within a kind.
-  int Find(StringView kind, StringView id) const;
-  /// Writes all cells except id and kind.
-  void Write(int row, const ContactRow& contact) const;
+  /// Writes the cells of each row with its kind and id; ids are unique only within a kind. There
+  /// are several if a contact was added while it was being loaded. \return whether there are any
+  bool Write(const ContactRow& contact) const;
   void Add(ContactRow contact) const;
   /// The texts of a row, in the order of the columns.
   static std::vector<String> Cells(ContactRow contact);

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "common/TextCollection.h"
 #include "services/Enumerations.h"
@@ -34,6 +35,7 @@ struct GroupResult {
   std::optional<NamedGroup> Unfinished = {};
   /// Whether contacts were created or opened from the dialog, even if the group was not saved.
   bool HasOpenedContacts = false;
+  std::vector<String> EditedContacts = {};  ///< ids; the same
 };
 
 /// Result of the picker. Shared pointers, because hosts may keep a collection after the next

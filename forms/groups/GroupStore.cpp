@@ -1,6 +1,7 @@
 #include "forms/groups/GroupStore.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "database/Conversion.h"
@@ -12,6 +13,8 @@ namespace {
 
 /// Maximum length of an id in a membership, in UTF-16 units.
 constexpr std::size_t kLongestId = 50;
+/// Whole numbers below are exact as floating-point numbers.
+constexpr double kExact = 9007199254740992;  // 2^53
 
 /// Rows per batch insert of members.
 constexpr std::size_t kTogether = 500;
@@ -123,9 +126,13 @@ std::optional<StoredGroup> GroupStore::Read(const String& groupId, Details* deta
     const String type = TrimmedText(members.Field(u"CONTACT_TYPE"));
     stored.Members.Add(id, type);
     if (!details || type != u"S") continue;
-    // Compare as numbers: other programs may have stored "08".
+    // Compare as numbers, as databases do: other programs may have stored "08" or "8.0".
     const auto number = ParseInteger(id);
-    details->ContactIds.Add(number ? ToDecimal(*number) : id);
+    const auto whole = number ? std::nullopt : ParseNumber(id);
+    const bool isWhole = whole && std::abs(*whole) < kExact && std::trunc(*whole) == *whole;
+    details->ContactIds.Add(number    ? ToDecimal(*number)
+                            : isWhole ? ToDecimal(static_cast<std::int64_t>(*whole))
+                                      : id);
   }
   return stored;
 }

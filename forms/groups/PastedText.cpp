@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
@@ -14,13 +15,33 @@ namespace {
 
 using controls::SoughtNumber;
 
-constexpr StringView kBetweenFields = u"\r\n;\t";
+constexpr StringView kLineEnds = u"\r\n";
 constexpr StringView kBlanks = u" \u00A0";
 
 StringView WithoutBlanks(StringView text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
   if (first == StringView::npos) return {};
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+struct CopiedColumns {
+  std::size_t Name;
+  std::size_t Number;
+};
+/// Where names and numbers are, if the line has the headings of the address book's list.
+std::optional<CopiedColumns> ColumnsOf(StringView line) {
+  std::optional<std::size_t> name;
+  std::optional<std::size_t> number;
+  for (std::size_t column = 0;; ++column) {
+    const std::size_t end = std::min(line.find(u'\t'), line.size());
+    const StringView heading = WithoutBlanks(line.substr(0, end));
+    if (heading == u"Name") name = column;
+    if (heading == u"Mobile No") number = column;
+    if (end == line.size()) break;
+    line.remove_prefix(end + 1);
+  }
+  if (!name || !number) return std::nullopt;
+  return CopiedColumns{*name, *number};
 }
 
 bool IsInternational(StringView number) {
@@ -31,9 +52,18 @@ bool IsInternational(StringView number) {
 }  // namespace
 
 PastedText::PastedText(StringView text, const controls::Language& language) : folding_(language) {
+  const std::optional<CopiedColumns> copied =
+      ColumnsOf(text.substr(0, text.find_first_of(kLineEnds)));
+  if (copied) text.remove_prefix(std::min(text.find_first_of(kLineEnds), text.size()));
+  const String separators = String(kLineEnds) + (copied ? u"\t" : u"\t;");
+  std::size_t column = 0;
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find_first_of(kBetweenFields), text.size());
-    if (const StringView field = WithoutBlanks(text.substr(0, end)); !field.empty()) {
+    const std::size_t end = std::min(text.find_first_of(separators), text.size());
+    const bool counts = !copied || column == copied->Name || column == copied->Number;
+    const bool isLast = end == text.size() || text[end] != u'\t';
+    column = isLast ? 0 : column + 1;
+    const StringView field = counts ? WithoutBlanks(text.substr(0, end)) : StringView();
+    if (!field.empty()) {
       const SoughtNumber number(field);
       Index& numbers = IsInternational(field) ? internationalNumbers_ : numbers_;
       const auto [name, isNew] = names_.try_emplace(NameKey(field));

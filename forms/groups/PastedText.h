@@ -14,7 +14,8 @@ class JobProgress;
 
 /// A pasted list of numbers and names, one per line or separated by semicolons or tabs. Each is
 /// looked up in a list by its number, however it is written, otherwise by the whole name. Tabs
-/// separate the fields of one record; names and numbers of a record belong together.
+/// separate the fields of one record; names and numbers of a record belong together. If the first
+/// line has the headings of the address book's list, only its columns of names and numbers count.
 class PastedText {
  public:
   PastedText(StringView text, const controls::Language& language);

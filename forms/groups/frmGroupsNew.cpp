@@ -100,8 +100,7 @@ frmGroupsNew::frmGroupsNew(Workplace place, GroupRequest request)
                                              .GroupType = request_.GroupType,
                                              .SharedMode = contacts_.SharedMode(),
                                              .GroupId = id,
-                                             .GroupName = name})
-        .HasOpenedContacts;
+                                             .GroupName = name});
   };
   contacts_.RowWritten = [this](const ContactRow& contact) {
     members_.Edited(contact);
@@ -237,7 +236,8 @@ void frmGroupsNew::InitAdoCommands() {
 GroupResult frmGroupsNew::Result() const {
   GroupResult result{.GroupType = request_.GroupType,
                      .Saved = saved_,
-                     .HasOpenedContacts = contacts_.HasOpenedContacts()};
+                     .HasOpenedContacts = contacts_.HasOpenedContacts(),
+                     .EditedContacts = contacts_.EditedContacts()};
   if (!saved_ && store_.IsIncomplete() && !store_.GroupId().empty()) {
     result.Unfinished = {store_.GroupId(), store_.Known().Name};
   }

@@ -443,6 +443,22 @@ TEST_F(GroupDialogTest, PropertiesOfAContactAreEditedAndReadAgain) {
             (std::vector<String>{u"91 98001", u"44 98022"}));
 }
 
+/// A contact that was added while its list was loading may come with it once more.
+TEST_F(GroupDialogTest, AnEditedContactIsWrittenToAllItsRows) {
+  Candidates({{u"2", u"Bert", u"98002", u"", u"1", u"98002"},
+              {u"2", u"Bert", u"98002", u"", u"2", u"98002"},
+              {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});
+  driver.Answer(Queries::kContact, {{u"FNAME"}, {u"MOBILENO"}, {u"COUNTRYCODE"}},
+                {{u"Bert", u"98022", u""}});
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  AnswerContacts([](const ContactRequest& request) { return request.EditContactId; });
+  form->vsfFolderContacts.SetRow(1);
+  form->cmdProperty.UserClicks();
+  EXPECT_EQ(Column(form->vsfFolderContacts, u"MOBILENO"),
+            (std::vector<String>{u"98022", u"98002", u"98022"}));
+}
+
 TEST_F(GroupDialogTest, PropertiesAreThoseOfTheSelectedRowNotOfTheOneWithTheFocus) {
   Candidates({{u"1", u"Anna", u"98001", u"91", u"1", u"91 98001"},
               {u"2", u"Bert", u"98002", u"", u"1", u"98002"}});

@@ -244,6 +244,20 @@ TEST_F(SavesOnDatabase, SqlFamilyDropsRemoteMembersWhenItSaves) {
   EXPECT_EQ(MembershipsOf(u"11"), u"1:S,2:S");
 }
 
+/// Databases compare the text with a contact's id as a number.
+TEST_F(SavesOnDatabase, MembersStayHoweverTheirIdsAreWritten) {
+  for (const StringView id : {u"3", u" 03 ", u"3.0", u"3E0"}) {
+    Run(u"DELETE FROM SMS_ABGROUPMAPS WHERE GROUP_ID = 12");
+    Run(u"INSERT INTO SMS_ABGROUPMAPS (GROUP_ID, CONTACT_ID, CONTACT_TYPE) VALUES (12, '" +
+        String(id) + u"', 'S')");
+    OpenToModify(u"12", u"Void");
+    ASSERT_TRUE(Complete());
+    EXPECT_EQ(Column(form->vsfGroupContacts, u"NAME"), std::vector<String>{u"Cora"}) << ToUtf8(id);
+    form->cmdOK.UserClicks();
+    EXPECT_EQ(MembershipsOf(u"12"), u"3:S") << ToUtf8(id);
+  }
+}
+
 TEST_F(SavesOnDatabase, OracleFamilyKeepsRemoteMembers) {
   session.DbType = u"ORACLE";
   OpenToModify(u"11", u"Team");

@@ -305,6 +305,23 @@ TEST_F(PastedTextTest, RowsCopiedFromTheAddressBookCanBePasted) {
   EXPECT_EQ(Paste(u"Anna Ek\t91 98001\t91 98002"), (Ids{u"1", u"2"}));
 }
 
+TEST_F(PastedTextTest, OfATableOfTheAddressBookOnlyNamesAndNumbersCount) {
+  Candidates({{u"1", u"Ann", u"98001", u"91", u"1", u"91 98001"},
+              {u"2", u"Bo", u"", u"", u"1", u""},
+              {u"9", u"Acme", u"", u"", u"2", u""}});
+  Open();
+  const String headings = u"Name\tMobile No\tEmail\tAddress\tOrganisation\r\n";
+  EXPECT_EQ(Paste(headings + u"Ann  Ek\t\t\t\tAcme\r\n"), Ids{});
+  EXPECT_EQ(Told(), u"Not found in the list on the left: Ann  Ek.");
+  EXPECT_EQ(Paste(headings + u"Cy\t\t\tStreet 5; Acme\tAcme\r\n"), Ids{});
+  EXPECT_EQ(Paste(headings + u"Ann  Ek\t91 98001\ta@x\tAcme\tAcme\r\nBo\t\t\t\tAcme\r\n"),
+            (Ids{u"1", u"2"}));
+  EXPECT_EQ(Paste(u"Email\tMobile No\tName\r\nAcme\t91 98001\tAnn\r\n"), Ids{u"1"});
+  screen.Messages.clear();
+  EXPECT_EQ(Paste(u"Name\tMobile No\tEmail"), Ids{});
+  EXPECT_EQ(Told(), u"The clipboard contains no names or numbers.");
+}
+
 TEST_F(PastedTextTest, NameThatOthersHaveIsNoLongerNameOfSomebodyElse) {
   Candidates({{u"1", u"Anna", u"98001", u"", u"1", u"98001"},
               {u"5", u"Anna Ek", u"98005", u"", u"1", u"98005"},

@@ -286,6 +286,30 @@ TEST_F(PicksOnDatabase, ContactMadeInACancelledGroupIsNotMissing) {
             (std::vector<String>{u"Anna", u"Bert", u"Cora", u"Nora", u"Team", u"Void"}));
 }
 
+TEST_F(PicksOnDatabase, ContactEditedInAGroupGetsTheMessageAtItsNewNumber) {
+  OpenPicker();
+  ASSERT_TRUE(Complete());
+  Take({1});
+  screen.PlayModal([&](controls::Form& shown) {
+    auto& properties = static_cast<frmGroupsNew&>(shown);
+    ASSERT_TRUE(screen.WaitUntil([&] { return properties.Members().IsComplete(); }));
+    ASSERT_TRUE(screen.WaitUntil([&] { return !properties.Sources().IsLoading(); }));
+    properties.OpenContact = [&](Workplace, const ContactRequest& request) {
+      EXPECT_EQ(request.EditContactId, u"1");
+      Run(u"UPDATE SMS_ABCONTACTS SET MOBILENO = '98111' WHERE ID = 1");
+      return ContactResult{TypeOfContact::SharedContact, u"1", {}, {}};
+    };
+    properties.vsfFolderContacts.SetRow(1);
+    properties.cmdProperty.UserClicks();
+    properties.cmdCancel.UserClicks();
+  });
+  form->vsfFolderContacts.SetRow(4);
+  form->cmdProperty.UserClicks();
+  ASSERT_TRUE(Complete());
+  form->cmdOK.UserClicks();
+  EXPECT_EQ(Texts(*Left().SelectedRecipients), (std::vector<String>{u"SC|1|Anna|98111"}));
+}
+
 TEST_F(PicksOnDatabase, GroupIsNotPickedUnderAnEditedContactsName) {
   Run(u"INSERT INTO SMS_ABGROUPS (ID, NAME, FOLDER_ID) VALUES (2, 'Anglers', 0)");
   for (const StringView word : {u"SQL", u"ORACLE"}) {
