@@ -3,6 +3,12 @@
 #include <utility>
 
 namespace ktrv {
+namespace {
+
+constexpr StringView kEnd =
+    u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain";
+
+}  // namespace
 
 Dialogs::Dialogs(Session& session) : Editors(session), session_(session) {}
 
@@ -16,15 +22,18 @@ forms::frmAddressBook& Dialogs::AddressBook() {
 }
 
 void Dialogs::ShowAddressBook() {
+  // The host that is activated when a window is hidden may call for another user.
+  Workplace host = session_.Place();
   std::erase_if(former_, [](const auto& book) { return book->IsGone(); });
   // An unloaded window may still run a command, or the host may have destroyed its handle.
-  const bool isOnItsWayOut = book_ && !book_->IsLoaded() && !book_->IsGone();
-  if (book_ && (isOnItsWayOut || !BelongsToSession(*book_))) {
+  const auto isOnItsWayOut = [this] { return !book_->IsLoaded() && !book_->IsGone(); };
+  while (book_ && (isOnItsWayOut() || !BelongsTo(*book_, host))) {
     former_.push_back(std::move(book_));
     former_.back()->Unload();
   }
-  AddressBook();
-  if (book_->IsLoaded()) {
+  const String connection = host.Database.ConnectionString;
+  if (!book_) book_ = std::make_unique<forms::frmAddressBook>(std::move(host), Editors);
+  if (book_->IsLoaded() || session_.Database.ConnectionString != connection) {
     session_.Database.Close();
   } else {
     book_->Place().Database.TakeConnectionOf(session_.Database);
@@ -32,8 +41,7 @@ void Dialogs::ShowAddressBook() {
   book_->Show();
 }
 
-bool Dialogs::BelongsToSession(forms::frmAddressBook& book) const {
-  const Workplace host = session_.Place();
+bool Dialogs::BelongsTo(forms::frmAddressBook& book, const Workplace& host) {
   const Workplace& own = book.Place();
   return own.Database.ConnectionString == host.Database.ConnectionString &&
          own.Database.DbType == host.Database.DbType && own.User == host.User;
@@ -41,13 +49,14 @@ bool Dialogs::BelongsToSession(forms::frmAddressBook& book) const {
 
 void Dialogs::UnloadAll() noexcept {
   if (book_) Unload(book_.get());
-  for (controls::Form* dialog : session_.Services.Modal.Open()) Unload(dialog);
+  session_.Services.Trap(kEnd, [this] {
+    for (controls::Form* dialog : session_.Services.Modal.Open()) Unload(dialog);
+  });
 }
 
 void Dialogs::Unload(controls::Form* form) noexcept {
   if (!form) return;
-  session_.Services.Trap(u"KTRVAddressBook: Error occured. Sub: Class_Terminate, Module: clsMain",
-                         [&] { form->Unload(); });
+  session_.Services.Trap(kEnd, [&] { form->Unload(); });
 }
 
 }  // namespace ktrv

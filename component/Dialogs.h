@@ -41,7 +41,7 @@ class Dialogs {
 
  private:
   void Unload(controls::Form* form) noexcept;
-  bool BelongsToSession(forms::frmAddressBook& book) const;
+  static bool BelongsTo(forms::frmAddressBook& book, const Workplace& host);
 
   Session& session_;
   int users_ = 0;

@@ -110,6 +110,27 @@ TEST_F(NestedOperationsTest, AFolderOfTheAddressBookIsSavedThoughTheHostsEditorW
   EXPECT_EQ(database.Rows(u"SELECT NAME FROM SMS_ABFOLDERS"), (Lines{u"People"}));
 }
 
+/// The host is activated when the former window is hidden.
+TEST_F(NestedOperationsTest, AWindowHasTheRightsOfItsUserThoughTheHostCalledForAnotherMeanwhile) {
+  for (const bool opensAnother : {false, true}) {
+    ASSERT_EQ(main->LoadAddressBook(1), 1);
+    const User admin = dialogs.AddressBook().Place().User;
+    screen.WhileHidden = [&](controls::Form&) {
+      if (opensAnother) {
+        EXPECT_EQ(main->LoadAddressBook(1), 1);
+      } else {
+        CloseNext();
+        EXPECT_EQ(main->AddGroup(1, u"0", 1, {}), 1);
+      }
+    };
+    EXPECT_EQ(main->LoadAddressBook(2), 1);
+    EXPECT_FALSE(screen.WhileHidden);
+    EXPECT_TRUE(dialogs.AddressBook().IsVisible());
+    EXPECT_FALSE(dialogs.AddressBook().Place().User == admin);
+    screen.Pump();
+  }
+}
+
 TEST_F(NestedOperationsTest, AFailureIsLoggedThoughTheHostCalledInitMeanwhile) {
   const StringView log = u"C:\\the logs of a program\\address book.log";
   const String connection = session.SessionConnectionString;
