@@ -27,6 +27,7 @@ void Form::Load() {
 }
 
 void Form::Show() {
+  const Stay stay(*this);  // its host may run a message loop when it loses the activation
   Load();
   if (!loaded_) return;  // Form_Load has unloaded it
   if (!std::exchange(visible_, true)) Form_Resize();
@@ -106,6 +107,12 @@ Form::Work::Work(Form& form, CommandButton& stop) : form_(form), wait_(form) {
 }
 
 Form::Work::~Work() {
+  try {
+    // The user may have stopped it again before he saw that it stops. That must not close the form.
+    if (form_.stopped_ && form_.peer_) form_.peer_->TakeInput();
+  } catch (...) {
+    // A failure of the job is more important.
+  }
   form_.stop_ = nullptr;
 }
 

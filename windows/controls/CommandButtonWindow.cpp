@@ -21,6 +21,11 @@ class CommandButtonWindow final : public Peer<controls::CommandButtonPeer> {
     const bool isDefault = (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
     return {.Role = ROLE_SYSTEM_PUSHBUTTON, .State = isDefault ? STATE_SYSTEM_DEFAULT : 0};
   }
+  /// A double click on a stop button, whose first click has stopped the work, must not cancel.
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM) override {
+    if (message == WM_LBUTTONDBLCLK && button_.IsCancel()) return 0;
+    return std::nullopt;
+  }
   void OnCommand(WORD code) override {
     if (code == BN_CLICKED) button_.UserClicks();
   }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 
+#include "controls/CommandButton.h"
 #include "controls/TextBox.h"
 #include "tests/native/support/ScriptedScreen.h"
 
@@ -64,6 +65,44 @@ TEST_F(FormTest, UnloadingHidesAtOnceAndTakesTheWindowAwayLater) {
   EXPECT_FALSE(form.IsVisible());
   screen.Pump();
   EXPECT_EQ(screen.Log.back(), "gone");
+}
+
+/// The host may run a message loop when its window loses the activation.
+TEST_F(FormTest, UnloadedWhileItIsShownItsWindowIsTakenAwayAfterwards) {
+  LoggedForm form(screen);
+  screen.WhileShown = [this](Form& shown) {
+    shown.Unload();
+    screen.Pump();
+    EXPECT_EQ(screen.Log.back(), "hide");
+    EXPECT_FALSE(shown.IsGone());
+  };
+  form.Show();
+  screen.Pump();
+  EXPECT_EQ(screen.Log.back(), "gone");
+  EXPECT_TRUE(form.IsGone());
+}
+
+/// E.g. while it is rolled back.
+TEST_F(FormTest, StoppedAgainWhileItStopsItStaysOpen) {
+  LoggedForm form(screen);
+  CommandButton stop(form, {}, u"Stop");
+  form.Show();
+  int inputs = 0;
+  screen.WhileWorking = [&](Form& working) {
+    if (++inputs != 2) working.UserCloses();
+  };
+  {
+    Form::Work work(form, stop);
+    EXPECT_TRUE(work.IsToStop());
+  }
+  EXPECT_EQ(inputs, 2);
+  inputs = 1;  // a work that is not stopped takes no more input at its end
+  {
+    Form::Work work(form, stop);
+    EXPECT_FALSE(work.IsToStop());
+  }
+  EXPECT_EQ(inputs, 2);
+  EXPECT_TRUE(form.IsLoaded());
 }
 
 TEST_F(FormTest, UnloadingTwiceRunsTheEventOnce) {

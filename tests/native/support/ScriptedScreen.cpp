@@ -32,7 +32,10 @@ class ScriptedScreen::ScriptedWindow final : public controls::FormPeer {
     const bool busy = form_.Pointer() == controls::MousePointer::Hourglass;
     screen_.Log.push_back(busy ? "hourglass" : "default");
   }
-  void Show() override { screen_.Log.push_back("show"); }
+  void Show() override {
+    screen_.Log.push_back("show");
+    if (const auto happens = std::exchange(screen_.WhileShown, {})) happens(form_);
+  }
   void ShowModal() override {
     screen_.Log.push_back("modal");
     const auto play = Next(screen_.plays_);
@@ -41,7 +44,10 @@ class ScriptedScreen::ScriptedWindow final : public controls::FormPeer {
     if (form_.IsLoaded() && !screen_.HostQuits)
       throw std::logic_error("the test left a modal form open");
   }
-  void Hide() override { screen_.Log.push_back("hide"); }
+  void Hide() override {
+    screen_.Log.push_back("hide");
+    if (const auto happens = std::exchange(screen_.WhileHidden, {})) happens(form_);
+  }
   void TakeInput() override {
     if (screen_.HostQuits) form_.UserStops();
     if (screen_.WhileWorking) screen_.WhileWorking(form_);

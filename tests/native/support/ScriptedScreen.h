@@ -51,6 +51,10 @@ class ScriptedScreen : public controls::Screen {
   }
   /// Each time that a form which works takes input: the user may press its button.
   std::function<void(controls::Form&)> WhileWorking;
+  /// While the window of a form is shown, not modally, or hidden: the host may be told by the
+  /// system.
+  std::function<void(controls::Form&)> WhileShown;
+  std::function<void(controls::Form&)> WhileHidden;
   std::optional<String> Clipboard;
   /// When it is set, no form gets a window any more.
   std::optional<Error> RealiseFailure;
