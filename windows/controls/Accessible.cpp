@@ -5,6 +5,7 @@
 
 #include "windows/base/ComPtr.h"
 #include "windows/base/Guard.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/controls/ControlWindow.h"
 #include "windows/controls/FormWindow.h"
@@ -272,6 +273,7 @@ LRESULT DescribeControl(HWND window, WPARAM wParam, LPARAM lParam) {
     return 0;
   }
   if (IsDescribed(*control, *system.Get())) return 0;
+  KeepModuleLoaded();  // a reader may keep the object for longer than the host keeps the module
   const ComPtr<IAccessible> own(new Accessible(window, std::move(system)));
   return LresultFromObject(__uuidof(IAccessible), wParam, own.Get());
 }

@@ -32,9 +32,10 @@ bool IsMenuOpen() {
   return GetGUIThreadInfo(GetCurrentThreadId(), &thread) && thread.flags & GUI_INMENUMODE;
 }
 
-/// \param owner the window whose forms get no owner
+/// \param owner the window whose forms, and visible windows of the host, get no owner
 BOOL CALLBACK FreeFromOwner(HWND window, LPARAM owner) {
-  if (FormWindow::From(window) && GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(owner)) {
+  if ((FormWindow::From(window) || IsWindowVisible(window)) &&
+      GetWindow(window, GW_OWNER) == reinterpret_cast<HWND>(owner)) {
     SetWindowLongPtrW(window, GWLP_HWNDPARENT, 0);
   }
   return TRUE;
@@ -57,18 +58,24 @@ FormWindow::FormWindow(controls::Form& form) : form_(form) {
   if (!handle_)
     throw Error(ErrorNumber::OutOfMemory, u"Can't create a window.", {}, GetLastError());
   SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  scale_ = Scale::Of(handle_);
-  font_ = MessageFont(scale_);
-  RenewIcons();
-  SizeChanged();
+  try {
+    scale_ = Scale::Of(handle_);
+    font_ = MessageFont(scale_);
+    RenewIcons();
+    SizeChanged();
+  } catch (...) {
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
+    DestroyWindow(handle_);
+    throw;
+  }
 }
 
 FormWindow::~FormWindow() {
   disabling_.reset();
   if (HWND window = std::exchange(handle_, nullptr)) {
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-    // The system destroys a window together with its owner. A modal form that the host opened
-    // while this one was active must stay.
+    // The system destroys a window together with its owner. A dialog that the host opened while
+    // this one was active, one of ours or its own, must stay.
     EnumThreadWindows(GetCurrentThreadId(), &FreeFromOwner, reinterpret_cast<LPARAM>(window));
     DestroyWindow(window);
   }
@@ -195,10 +202,17 @@ void FormWindow::ShowModal() {
   }
   // Minimised, it would leave its disabled opener without a way on.
   SetWindowLongPtrW(handle_, GWL_STYLE, GetWindowLongPtrW(handle_, GWL_STYLE) & ~WS_MINIMIZEBOX);
-  disabling_.emplace(handle_);
-  Show();
-  RunMessages([this] { return hidden_; });
-  if (!hidden_) Hide();
+  hidden_ = false;
+  disabling_.emplace(handle_);  // a host that is told so may unload this form
+  if (!hidden_) {
+    Show();
+    RunMessages([this] { return hidden_; });
+  }
+  if (hidden_) {
+    disabling_.reset();
+  } else {
+    Hide();
+  }
 }
 
 void FormWindow::Hide() {

@@ -256,6 +256,35 @@ TEST_F(AWorkingForm, IsStoppedByTheCloseCommandOfTheTaskbar) {
   EXPECT_TRUE(form_.IsLoaded());
 }
 
+/// The work may take a while to stop, or the user clicks twice.
+TEST_F(AWorkingForm, StaysOpenIfItIsStoppedAgainBeforeItHasStopped) {
+  ClickOn(WindowOf(form_.Cancel));
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  Key(VK_ESCAPE);
+  PostMessageW(WindowOf(form_), WM_SYSCOMMAND, SC_CLOSE, 0);
+  ClickOn(WindowOf(form_.Cancel));
+  Sleep(200);  // until the input has come
+  work_.reset();
+  Pump();
+  EXPECT_TRUE(form_.IsLoaded());
+  EXPECT_EQ(pressed_, u"");
+}
+
+TEST_F(AWorkingForm, IsNotCancelledByADoubleClickOnItsStopButton) {
+  ClickOn(WindowOf(form_.Cancel));
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  work_.reset();
+  HWND button = WindowOf(form_.Cancel);
+  PostMessageW(button, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
+  PostMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+  Pump();
+  EXPECT_EQ(pressed_, u"");
+  for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+    PostMessageW(button, message, 0, MAKELPARAM(5, 5));
+  }
+  EXPECT_TRUE(PumpUntil([&] { return pressed_ == u"c"; }));
+}
+
 TEST_F(AWorkingForm, IsNotStoppedByTheRestOfItsCaption) {
   HWND window = WindowOf(form_);
   PlayForm other(screen_);
@@ -362,6 +391,42 @@ TEST_F(AModalForm, StaysOpenWithItsInputWhenTheFormBehindIsUnloaded) {
   modal_.ShowModal();
   EXPECT_TRUE(stayed);
   EXPECT_EQ(typed, u"123");
+}
+
+TEST_F(AFormWindow, LeavesADialogOfTheHostThatItOwns) {
+  HWND dialog = CreateWindowExW(0, WC_STATICW, L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                WindowOf(form_), nullptr, nullptr, nullptr);
+  form_.Unload();
+  EXPECT_TRUE(PumpUntil([&] { return FormWindow::Of(form_) == nullptr; }));
+  EXPECT_TRUE(IsWindow(dialog));
+  DestroyWindow(dialog);
+}
+
+/// A host that is told that its window is disabled may release the last object.
+LRESULT CALLBACK UnloadsWhenDisabled(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_ENABLE && !wParam) {
+    auto* form = reinterpret_cast<controls::Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (form) form->Unload();
+  }
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(AModalForm, EndsIfItIsUnloadedWhileTheHostIsDisabled) {
+  HWND host = CreateWindowExW(0, WC_STATICW, L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                              nullptr, nullptr, nullptr);
+  SetWindowLongPtrW(host, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&modal_));
+  SetWindowLongPtrW(host, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&UnloadsWhenDisabled));
+  const UINT_PTR patience =
+      SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
+  modal_.ShowModal();
+  KillTimer(nullptr, patience);
+  MSG message{};
+  const bool hung =
+      PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) && message.message == WM_QUIT;
+  EXPECT_FALSE(hung);
+  EXPECT_FALSE(modal_.IsLoaded());
+  EXPECT_TRUE(IsWindowEnabled(host));
+  DestroyWindow(host);
 }
 
 TEST_F(AModalForm, EndsWhenTheHostIsToQuitAndPassesThatOn) {
