@@ -279,7 +279,7 @@ TEST_F(AWorkingForm, IsNotCancelledByADoubleClickOnItsStopButton) {
   PostMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
   Pump();
   EXPECT_EQ(pressed_, u"");
-  for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+  for (const UINT message : {UINT{WM_LBUTTONDOWN}, UINT{WM_LBUTTONUP}}) {
     PostMessageW(button, message, 0, MAKELPARAM(5, 5));
   }
   EXPECT_TRUE(PumpUntil([&] { return pressed_ == u"c"; }));
