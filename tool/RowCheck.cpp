@@ -69,7 +69,8 @@ struct RowRepair {
     Command.Execute(std::move(values));
     const std::int64_t rows = Command.RecordsAffected();
     if (rows == 0 && Ahead == 0) return;
-    const std::int64_t mendedRows = rows < 0 ? 1 : rows;  // -1: the driver cannot tell
+    // -1: the driver cannot tell. If it could before, this is an equal row that is mended already.
+    const std::int64_t mendedRows = rows >= 0 ? rows : Ahead > 0 ? 0 : 1;
     mended.Count += mendedRows;
     Ahead += mendedRows - 1;
     mended.Former.push_back(std::move(former));
