@@ -1,6 +1,5 @@
 #include "forms/groups/ContactOpening.h"
 
-#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -76,17 +75,20 @@ void ContactOpening::Properties() {
 void ContactOpening::EditContact(int row) {
   const String id = ContactColumns(list_).Read(row).Id;
   Show({.Mode = ModeOfOperation::Modify, .SharedMode = SharedMode(), .EditContactId = id});
+  edited_.push_back(id);
   WriteContact(id);
 }
 
 void ContactOpening::WriteContact(const String& id) {
-  if (std::find(edited_.begin(), edited_.end(), id) == edited_.end()) edited_.push_back(id);
   ContactRow contact;
   if (Read(id, contact)) WriteRow(contact);
 }
 
 void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
   const GroupResult result = OpenGroup(groupId, groupName);
+  // All of them first: a failing query below must not hide one from who opened this dialog.
+  edited_.insert(edited_.end(), result.EditedContacts.begin(), result.EditedContacts.end());
+  for (const String& id : result.EditedContacts) WriteContact(id);
   const auto group = commands_.Execute(GroupCommand::Group, {groupId});
   if (!group.EndOfFile()) {
     ContactRow row;
@@ -95,7 +97,6 @@ void ContactOpening::ShowGroup(const String& groupId, const String& groupName) {
     row.Kind = ContactKind::Group;
     WriteRow(row);
   }
-  for (const String& id : result.EditedContacts) WriteContact(id);
   if (result.HasOpenedContacts) ListIsStale();
 }
 

@@ -126,7 +126,7 @@ std::optional<StoredGroup> GroupStore::Read(const String& groupId, Details* deta
     const String type = TrimmedText(members.Field(u"CONTACT_TYPE"));
     stored.Members.Add(id, type);
     if (!details || type != u"S") continue;
-    // Compare as numbers, as databases do: other programs may have stored "08" or "8.0".
+    // Compare as numbers, as most databases do: other programs may have stored "08" or "8.0".
     const auto number = ParseInteger(id);
     const auto whole = number ? std::nullopt : ParseNumber(id);
     const bool isWhole = whole && std::abs(*whole) < kExact && std::trunc(*whole) == *whole;
