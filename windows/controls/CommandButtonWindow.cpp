@@ -21,8 +21,14 @@ class CommandButtonWindow final : public Peer<controls::CommandButtonPeer> {
     const bool isDefault = (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
     return {.Role = ROLE_SYSTEM_PUSHBUTTON, .State = isDefault ? STATE_SYSTEM_DEFAULT : 0};
   }
-  /// A double click on a stop button, whose first click has stopped the work, must not cancel.
   std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM) override {
+    if (message != WM_LBUTTONDOWN && message != WM_LBUTTONDBLCLK) return std::nullopt;
+    // A stop button stops at the press: the release may come when the work has ended.
+    if (button_.Parent().StopButton() == &button_) {
+      button_.UserClicks();
+      return 0;
+    }
+    // The second click on one whose first click has stopped the work must not cancel.
     if (message == WM_LBUTTONDBLCLK && button_.IsCancel()) return 0;
     return std::nullopt;
   }

@@ -270,6 +270,17 @@ TEST_F(AWorkingForm, StaysOpenIfItIsStoppedAgainBeforeItHasStopped) {
   EXPECT_EQ(pressed_, u"");
 }
 
+TEST_F(AWorkingForm, IsNotCancelledByTheReleaseOfItsStopButton) {
+  ClickOn(WindowOf(form_.Cancel));
+  EXPECT_TRUE(IsStoppedWithin(5000));
+  HWND button = WindowOf(form_.Cancel);
+  SendMessageW(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+  work_.reset();
+  SendMessageW(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+  Pump();
+  EXPECT_EQ(pressed_, u"");
+}
+
 TEST_F(AWorkingForm, IsNotCancelledByADoubleClickOnItsStopButton) {
   ClickOn(WindowOf(form_.Cancel));
   EXPECT_TRUE(IsStoppedWithin(5000));
