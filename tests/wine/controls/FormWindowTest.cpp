@@ -413,6 +413,10 @@ TEST_F(AFormWindow, LeavesADialogOfTheHostThatItOwns) {
   DestroyWindow(dialog);
 }
 
+void CALLBACK Quit(HWND, UINT, UINT_PTR, DWORD) {
+  PostQuitMessage(0);
+}
+
 /// A host that is told that its window is disabled may release the last object.
 LRESULT CALLBACK UnloadsWhenDisabled(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_ENABLE && !wParam) {
@@ -427,8 +431,7 @@ TEST_F(AModalForm, EndsIfItIsUnloadedWhileTheHostIsDisabled) {
                               nullptr, nullptr, nullptr);
   SetWindowLongPtrW(host, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&modal_));
   SetWindowLongPtrW(host, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&UnloadsWhenDisabled));
-  const UINT_PTR patience =
-      SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(0); });
+  const UINT_PTR patience = SetTimer(nullptr, 0, 3000, &Quit);
   modal_.ShowModal();
   KillTimer(nullptr, patience);
   MSG message{};
